@@ -1,0 +1,52 @@
+#!/bin/bash
+# Builds and runs the sample host: ./demo.sh [--tour]
+# With a display a window opens: drag the globe, turn the wheel, click a place, press F, I, H or L.
+# Without one, or with --tour, the same program drives itself on a virtual display and leaves
+# pictures in build/demo/. Missing Debian packages are installed first.
+set -euo pipefail
+cd "$(dirname "${BASH_SOURCE[0]}")"
+if [ $# -gt 1 ] || { [ $# -eq 1 ] && [ "$1" != --tour ]; }; then
+    echo "usage: ./demo.sh [--tour]" >&2
+    exit 2
+fi
+
+tools/install_packages.sh build run demo
+cmake --preset mingw
+cmake --build --preset mingw --target horivo_demo
+source tools/wine_env.sh
+host=build/mingw/bin/horivo_demo.exe
+
+# City photos for the map to find, once for each Wine prefix.
+prepare_photos() {
+    [ ! -e "$WINEPREFIX/horivo-photos" ] || return 0
+    tools/make_sample_photos.py "$WINEPREFIX/drive_c/ProgramData/Zelmo/City Photos"
+    touch "$WINEPREFIX/horivo-photos"
+}
+
+if [ $# -eq 0 ] && [ -n "${DISPLAY:-}" ]; then
+    wine_env_start desktop
+    prepare_photos
+    wine "$host"
+    exit
+fi
+
+wine_env_start tour
+prepare_photos
+rm -rf build/demo
+mkdir -p build/demo
+echo "Taking the tour"
+wine "$host" --tour build/demo
+# The Sun of chosen hours: another clock for this program alone. Its waits stay real.
+tour_at() {
+    local hour=$1
+    shift
+    TZ=UTC DONT_FAKE_MONOTONIC=1 faketime -f "@2026-06-21 $hour" \
+        wine "$host" --tour build/demo "$@"
+}
+tour_at 20:00:00 --part june
+tour_at 12:00:00 --part pointer
+for size in 800x600 2560x1440; do
+    tour_at 12:00:00 --part sizes --size "$size"
+done
+echo "Pictures of the tour:"
+ls build/demo/*.png

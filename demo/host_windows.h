@@ -1,0 +1,10 @@
+#pragma once
+// windows.h as this program wants it.
+
+#ifndef NOMINMAX
+#define NOMINMAX
+#endif
+#ifndef STRICT
+#define STRICT
+#endif
+#include <windows.h>

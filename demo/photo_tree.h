@@ -1,0 +1,15 @@
+#pragma once
+// The photo tree as a host sees it: what it may offer the user. The library reads the photos.
+
+#include <cstdint>
+#include <vector>
+
+#include "horivo_map.h"
+
+/// Answers HORIVO_MSG_MAY_SHOW_PHOTOS.
+/// @param signedIndex  as it came with the message: a city, or, negative, the city that lies
+/// nearest
+///        to a place of its country
+/// @return whether an index file of that city, or of that country, lists a photo; false for a city
+///         that is not in the table
+bool MayShowPhotos(const std::vector<CityRecord>& cities, std::int32_t signedIndex);

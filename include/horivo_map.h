@@ -1,0 +1,339 @@
+/* Horivo Map: an interactive, lit globe of the Earth in a child window of the host.
+ *
+ * All that a host includes, from C or C++. The header pulls in no windows.h; handles are declared
+ * under their usual names and agree with it in any order of inclusion.
+ *
+ * Life of the library in the host:
+ *   InitMap           once, before anything else
+ *   SetLocalString    any time, normally before the first window
+ *   InstallMap        only after a new "map.jpg" has been put into the data folder
+ *   CreateMapWindow   for each map view; destroy it with DestroyWindow or with its parent
+ *   FreeMap           last, when no map window is left
+ *
+ * Threads: every function belongs to the one thread that runs the windows' message loop. The
+ * library starts short worker threads of its own to decode and cut the map picture; they keep the
+ * library loaded until they have left it, so FreeLibrary right after FreeMap is safe.
+ *
+ * No function throws. Text is UTF-16. Strings that the host passes are copied when they are used.
+ */
+#ifndef HORIVO_MAP_H
+#define HORIVO_MAP_H
+
+#include <stddef.h>
+#include <stdint.h>
+
+#ifdef __cplusplus
+#include <type_traits>
+#endif
+
+#ifdef _WIN32
+typedef wchar_t HorivoWideChar;
+#elif defined(__cplusplus)
+typedef char16_t HorivoWideChar;
+#else
+typedef uint_least16_t HorivoWideChar;
+#endif
+
+/* The windows.h names that the interface speaks of. */
+struct HWND__;
+struct _TIME_DYNAMIC_ZONE_INFORMATION;
+
+#ifdef __cplusplus
+extern "C" {
+#endif
+
+/* ---- Result codes -------------------------------------------------------------------------- */
+
+/* Success. */
+#define HORIVO_OK 0u
+/* The map picture cannot be read as a JPEG, or it would need more than a third of the memory. */
+#define HORIVO_BAD_PICTURE 0x20000003u
+/* The map picture is smaller than 16 x 16 pixels or has neither 3 nor 4 colour components. */
+#define HORIVO_UNFIT_PICTURE 0x20000004u
+/* Copying "map.jpg" to "map0.jpg" or back failed; GetLastSysError says why. */
+#define HORIVO_COPY_FAILED 0x20000005u
+/* The window class could not be registered or no window could be made; GetLastSysError says why. */
+#define HORIVO_CLASS_FAILED 0x20000006u
+/* OpenGL found no pixel format for the window; GetLastSysError says why. */
+#define HORIVO_NO_PIXEL_FORMAT 0x20000007u
+/* The pixel format was refused; GetLastSysError says why. */
+#define HORIVO_PIXEL_FORMAT_REFUSED 0x20000008u
+/* The OpenGL context could not be made current; GetLastSysError says why. */
+#define HORIVO_CONTEXT_FAILED 0x20000009u
+
+/* ---- Window messages ----------------------------------------------------------------------- */
+
+/* From the map to its parent: the user clicked a city.
+ * wParam: index of the city in the host's table; lParam: address of its CityRecord.
+ * From the host to the map: show this city (fly there, offer its photos).
+ * wParam: not read; lParam: address of a CityRecord whose names are looked up in the table given to
+ * InitMap (0, an unknown city or one without position: nothing happens). */
+#define HORIVO_MSG_CITY 0x80C8u
+/* From the map to the host's hidden main window (class HORIVO_HOST_WINDOW_CLASS), by SendMessage:
+ * may the photos of this city's country be shown? wParam: city index, negative when no city lies
+ * under the pointer and -index is only the nearest one; lParam: the map window. Answer 1 to allow;
+ * every other answer, or no such window, is a refusal. */
+#define HORIVO_MSG_MAY_SHOW_PHOTOS 0x80D2u
+/* From the host to the map: photos of a city have changed on disk.
+ * wParam: city index as it came with HORIVO_MSG_MAY_SHOW_PHOTOS (sign included); lParam: number of
+ * new photos, at least 1. */
+#define HORIVO_MSG_PHOTOS_CHANGED 0x80D3u
+
+/* Class name of the host's hidden main window. */
+#define HORIVO_HOST_WINDOW_CLASS L"zhv_MainHidden"
+
+/* ---- Local strings ------------------------------------------------------------------------- */
+
+/* The one text that the map asks of the host: the hint beside the add-photo button. Unset: none. */
+#define HORIVO_TEXT_ADD_PHOTO 2
+
+/* ---- Time zones ---------------------------------------------------------------------------- */
+
+/* Every time zone of Windows by the name of its registry key, with the number that
+ * CityRecord.timeZoneId uses for it. X(number, key) is expanded once a zone; the key is a narrow
+ * string literal, L##key makes it wide. Numbers never change: the list was sorted once, zones that
+ * Windows adds later go to its end. A zone that the running system lacks gives an empty time. */
+/* clang-format off */
+#define HORIVO_TIME_ZONES(X) \
+    X(1, "AUS Central Standard Time") \
+    X(2, "AUS Eastern Standard Time") \
+    X(3, "Afghanistan Standard Time") \
+    X(4, "Alaskan Standard Time") \
+    X(5, "Aleutian Standard Time") \
+    X(6, "Altai Standard Time") \
+    X(7, "Arab Standard Time") \
+    X(8, "Arabian Standard Time") \
+    X(9, "Arabic Standard Time") \
+    X(10, "Argentina Standard Time") \
+    X(11, "Astrakhan Standard Time") \
+    X(12, "Atlantic Standard Time") \
+    X(13, "Aus Central W. Standard Time") \
+    X(14, "Azerbaijan Standard Time") \
+    X(15, "Azores Standard Time") \
+    X(16, "Bahia Standard Time") \
+    X(17, "Bangladesh Standard Time") \
+    X(18, "Belarus Standard Time") \
+    X(19, "Bougainville Standard Time") \
+    X(20, "Canada Central Standard Time") \
+    X(21, "Cape Verde Standard Time") \
+    X(22, "Caucasus Standard Time") \
+    X(23, "Cen. Australia Standard Time") \
+    X(24, "Central America Standard Time") \
+    X(25, "Central Asia Standard Time") \
+    X(26, "Central Brazilian Standard Time") \
+    X(27, "Central Europe Standard Time") \
+    X(28, "Central European Standard Time") \
+    X(29, "Central Pacific Standard Time") \
+    X(30, "Central Standard Time") \
+    X(31, "Central Standard Time (Mexico)") \
+    X(32, "Chatham Islands Standard Time") \
+    X(33, "China Standard Time") \
+    X(34, "Cuba Standard Time") \
+    X(35, "Dateline Standard Time") \
+    X(36, "E. Africa Standard Time") \
+    X(37, "E. Australia Standard Time") \
+    X(38, "E. Europe Standard Time") \
+    X(39, "E. South America Standard Time") \
+    X(40, "Easter Island Standard Time") \
+    X(41, "Eastern Standard Time") \
+    X(42, "Eastern Standard Time (Mexico)") \
+    X(43, "Egypt Standard Time") \
+    X(44, "Ekaterinburg Standard Time") \
+    X(45, "FLE Standard Time") \
+    X(46, "Fiji Standard Time") \
+    X(47, "GMT Standard Time") \
+    X(48, "GTB Standard Time") \
+    X(49, "Georgian Standard Time") \
+    X(50, "Greenland Standard Time") \
+    X(51, "Greenwich Standard Time") \
+    X(52, "Haiti Standard Time") \
+    X(53, "Hawaiian Standard Time") \
+    X(54, "India Standard Time") \
+    X(55, "Iran Standard Time") \
+    X(56, "Israel Standard Time") \
+    X(57, "Jordan Standard Time") \
+    X(58, "Kaliningrad Standard Time") \
+    X(59, "Kamchatka Standard Time") \
+    X(60, "Korea Standard Time") \
+    X(61, "Libya Standard Time") \
+    X(62, "Line Islands Standard Time") \
+    X(63, "Lord Howe Standard Time") \
+    X(64, "Magadan Standard Time") \
+    X(65, "Magallanes Standard Time") \
+    X(66, "Marquesas Standard Time") \
+    X(67, "Mauritius Standard Time") \
+    X(68, "Mid-Atlantic Standard Time") \
+    X(69, "Middle East Standard Time") \
+    X(70, "Montevideo Standard Time") \
+    X(71, "Morocco Standard Time") \
+    X(72, "Mountain Standard Time") \
+    X(73, "Mountain Standard Time (Mexico)") \
+    X(74, "Myanmar Standard Time") \
+    X(75, "N. Central Asia Standard Time") \
+    X(76, "Namibia Standard Time") \
+    X(77, "Nepal Standard Time") \
+    X(78, "New Zealand Standard Time") \
+    X(79, "Newfoundland Standard Time") \
+    X(80, "Norfolk Standard Time") \
+    X(81, "North Asia East Standard Time") \
+    X(82, "North Asia Standard Time") \
+    X(83, "North Korea Standard Time") \
+    X(84, "Omsk Standard Time") \
+    X(85, "Pacific SA Standard Time") \
+    X(86, "Pacific Standard Time") \
+    X(87, "Pacific Standard Time (Mexico)") \
+    X(88, "Pakistan Standard Time") \
+    X(89, "Paraguay Standard Time") \
+    X(90, "Qyzylorda Standard Time") \
+    X(91, "Romance Standard Time") \
+    X(92, "Russia Time Zone 10") \
+    X(93, "Russia Time Zone 11") \
+    X(94, "Russia Time Zone 3") \
+    X(95, "Russian Standard Time") \
+    X(96, "SA Eastern Standard Time") \
+    X(97, "SA Pacific Standard Time") \
+    X(98, "SA Western Standard Time") \
+    X(99, "SE Asia Standard Time") \
+    X(100, "Saint Pierre Standard Time") \
+    X(101, "Sakhalin Standard Time") \
+    X(102, "Samoa Standard Time") \
+    X(103, "Sao Tome Standard Time") \
+    X(104, "Saratov Standard Time") \
+    X(105, "Singapore Standard Time") \
+    X(106, "South Africa Standard Time") \
+    X(107, "South Sudan Standard Time") \
+    X(108, "Sri Lanka Standard Time") \
+    X(109, "Sudan Standard Time") \
+    X(110, "Syria Standard Time") \
+    X(111, "Taipei Standard Time") \
+    X(112, "Tasmania Standard Time") \
+    X(113, "Tocantins Standard Time") \
+    X(114, "Tokyo Standard Time") \
+    X(115, "Tomsk Standard Time") \
+    X(116, "Tonga Standard Time") \
+    X(117, "Transbaikal Standard Time") \
+    X(118, "Turkey Standard Time") \
+    X(119, "Turks And Caicos Standard Time") \
+    X(120, "US Eastern Standard Time") \
+    X(121, "US Mountain Standard Time") \
+    X(122, "UTC") \
+    X(123, "UTC+12") \
+    X(124, "UTC+13") \
+    X(125, "UTC-02") \
+    X(126, "UTC-08") \
+    X(127, "UTC-09") \
+    X(128, "UTC-11") \
+    X(129, "Ulaanbaatar Standard Time") \
+    X(130, "Venezuela Standard Time") \
+    X(131, "Vladivostok Standard Time") \
+    X(132, "Volgograd Standard Time") \
+    X(133, "W. Australia Standard Time") \
+    X(134, "W. Central Africa Standard Time") \
+    X(135, "W. Europe Standard Time") \
+    X(136, "W. Mongolia Standard Time") \
+    X(137, "West Asia Standard Time") \
+    X(138, "West Bank Standard Time") \
+    X(139, "West Pacific Standard Time") \
+    X(140, "Yakutsk Standard Time") \
+    X(141, "Yukon Standard Time")
+/* clang-format on */
+
+/* ---- The host's city table ----------------------------------------------------------------- */
+
+/* One city of the host's table: 376 bytes, little-endian, records packed back to back.
+ *
+ * The host owns the array and keeps it valid from InitMap until FreeMap has returned. The library
+ * reads the names, the position and the time-zone fields; it writes timeZone, markerPoint,
+ * windowPoint, distanceSq, inRange and nearest, and touches no other byte.
+ *
+ * A city has a position only when latitude and longitude are both non-zero (a NaN counts as
+ * non-zero): a city exactly on the equator or on the prime meridian gets no marker and no label. */
+typedef struct CityRecord {
+    HorivoWideChar cityName[64];    /* name, NUL-terminated, at most 63 characters */
+    HorivoWideChar countryName[64]; /* country, NUL-terminated; with the name it finds the photos */
+    unsigned char hostBytes[8];     /* the host's own; never read, never written */
+    double latitude;                /* degrees, north positive; 0 means no position */
+    double longitude;               /* degrees, east positive; 0 means no position */
+    uint32_t timeZoneId;            /* HORIVO_TIME_ZONES number, 0 unknown; read when timeZone is
+                                       null */
+    uint32_t padding;
+    const struct _TIME_DYNAMIC_ZONE_INFORMATION*
+        timeZone;          /* DYNAMIC_TIME_ZONE_INFORMATION of the city, used as it is. Null:
+                              the library looks timeZoneId up and writes its own record here,
+                              which lives until the library is unloaded; FreeMap puts null back
+                              where the library wrote. */
+    double markerPoint[4]; /* out: x, y, z, 1 on the globe of radius 3, lifted by 1.0001 */
+    double windowPoint[4]; /* out: its last projection, window pixels, y upward */
+    double distanceSq;     /* out: squared distance to the last clicked point of the globe, globe
+                              units; a country's photos are shown nearest city first by it */
+    unsigned char inRange; /* out: 1 while the city lies within reach of the pointed place */
+    unsigned char nearest; /* out: 1 for the one city nearest to the pointed place */
+    unsigned char tail[6];
+} CityRecord;
+
+#ifdef __cplusplus
+static_assert(sizeof(CityRecord) == 376 && offsetof(CityRecord, countryName) == 128 &&
+                  offsetof(CityRecord, latitude) == 264 &&
+                  offsetof(CityRecord, timeZoneId) == 280 &&
+                  offsetof(CityRecord, timeZone) == 288 &&
+                  offsetof(CityRecord, markerPoint) == 296 &&
+                  offsetof(CityRecord, windowPoint) == 328 &&
+                  offsetof(CityRecord, distanceSq) == 360 && offsetof(CityRecord, inRange) == 368 &&
+                  offsetof(CityRecord, nearest) == 369,
+              "the host fills this memory: its layout is part of the interface");
+static_assert(std::is_trivially_copyable<CityRecord>::value, "hosts copy city records as bytes");
+#elif defined(__STDC_VERSION__) && __STDC_VERSION__ >= 201112L
+_Static_assert(sizeof(CityRecord) == 376 && offsetof(CityRecord, latitude) == 264 &&
+                   offsetof(CityRecord, timeZone) == 288 &&
+                   offsetof(CityRecord, markerPoint) == 296 &&
+                   offsetof(CityRecord, distanceSq) == 360 && offsetof(CityRecord, nearest) == 369,
+               "the host fills this memory: its layout is part of the interface");
+#endif
+
+/* ---- Functions ----------------------------------------------------------------------------- */
+
+#ifdef HORIVO_MAP_BUILD
+#define HORIVO_API
+#elif defined(_WIN32)
+#define HORIVO_API __declspec(dllimport)
+#else
+#define HORIVO_API
+#endif
+
+/* Takes the host's city table and makes the library ready: finds the data folder
+ * ("<common application data>\Zelmo\Horivo\", made when missing), registers the window class.
+ * cities: the host's array, may be null; cityCount: number of records, below 0 counts as none.
+ * Returns HORIVO_OK or HORIVO_CLASS_FAILED. A second call replaces the table and reports the class
+ * that is already there. */
+HORIVO_API uint32_t InitMap(CityRecord* cities, int32_t cityCount);
+
+/* Sets or replaces the localized text `id` (HORIVO_TEXT_ADD_PHOTO is the one that is read). The
+ * text is copied; null is ignored and leaves an earlier text in place. */
+HORIVO_API void SetLocalString(int32_t id, const HorivoWideChar* text);
+
+/* Creates a visible map window inside `parent`.
+ * x, y, width, height: client coordinates of `parent`, pixels.
+ * status: out; HORIVO_OK or one of the three OpenGL set-up codes. Null is tolerated.
+ * Returns the window, owned by `parent` and destroyed with it; null when it was refused: *status
+ * then holds the set-up code, or HORIVO_OK when Windows itself refused it (GetLastSysError). */
+HORIVO_API struct HWND__* CreateMapWindow(struct HWND__* parent, int32_t x, int32_t y,
+                                          int32_t width, int32_t height, uint32_t* status);
+
+/* Checks a newly installed "map.jpg" in the data folder, keeps a pristine copy as "map0.jpg" (or
+ * restores from it when "map.jpg" is bad), proves with a hidden window that the picture becomes
+ * textures on this machine, and writes "map.jpg" back at quality 85 when it had to be shrunk.
+ * May take seconds. Returns HORIVO_OK or one of the result codes above. */
+HORIVO_API uint32_t InstallMap(void);
+
+/* Releases the textures, the window class and the lock. Call it when no map window is left; the
+ * city array must live until it returns. Non-zero on success. */
+HORIVO_API uint32_t FreeMap(void);
+
+/* The operating system's error behind the last failure that says so; never reset. */
+HORIVO_API uint32_t GetLastSysError(void);
+
+#ifdef __cplusplus
+}
+#endif
+
+#endif /* HORIVO_MAP_H */

@@ -1,0 +1,14 @@
+#pragma once
+
+#include <cstdint>
+
+#include "horivo_map.h"
+
+/// Converts wide text to the system's ANSI code page.
+/// @param text      may be null
+/// @param length    characters to convert; below 0: to the terminator
+/// @param buffer    gets the bytes and always a terminator
+/// @param capacity  bytes in `buffer`, at least 1; a longer text is cut at a whole character
+/// @return bytes written without the terminator; 0 for null, empty or unconvertible text
+std::int32_t NarrowText(const HorivoWideChar* text, std::int32_t length, char* buffer,
+                        std::int32_t capacity) noexcept;

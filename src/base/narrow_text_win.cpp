@@ -1,0 +1,55 @@
+#include "base/narrow_text_win.h"
+
+#include <cstring>
+#include <cwchar>
+
+namespace {
+
+constexpr int kLongestCharacter = 8;  // bytes; code pages use up to 4
+
+/// UTF-16 units of the character at the start of `text`, of which `left` (at least 1) remain.
+std::int32_t UnitsOfCharacter(const wchar_t* text, std::int32_t left) noexcept {
+    return left >= 2 && IS_SURROGATE_PAIR(text[0], text[1]) ? 2 : 1;
+}
+
+/// Converts as many whole characters as `room` bytes hold. @return bytes written
+std::int32_t ConvertWhatFits(UINT codePage, const wchar_t* text, std::int32_t length, char* buffer,
+                             std::int32_t room) noexcept {
+    std::int32_t written = 0;
+    while (length > 0) {
+        char bytes[kLongestCharacter];
+        const std::int32_t units = UnitsOfCharacter(text, length);
+        const int size = WideCharToMultiByte(codePage, 0, text, units, bytes, kLongestCharacter,
+                                             nullptr, nullptr);
+        if (size <= 0 || size > room - written) break;
+        std::memcpy(buffer + written, bytes, static_cast<std::size_t>(size));
+        written += size;
+        text += units;
+        length -= units;
+    }
+    return written;
+}
+
+}  // namespace
+
+std::int32_t NarrowTextIn(UINT codePage, const wchar_t* text, std::int32_t length, char* buffer,
+                          std::int32_t capacity) noexcept {
+    const std::int32_t room = capacity - 1;
+    buffer[0] = '\0';
+    if (text == nullptr || room <= 0) return 0;
+    if (length < 0) length = static_cast<std::int32_t>(std::wcslen(text));
+    if (length == 0) return 0;
+    std::int32_t written =
+        WideCharToMultiByte(codePage, 0, text, length, buffer, room, nullptr, nullptr);
+    // For a text that is too long the call answers 0 and leaves an unspecified part in the buffer.
+    if (written <= 0 && GetLastError() == ERROR_INSUFFICIENT_BUFFER) {
+        written = ConvertWhatFits(codePage, text, length, buffer, room);
+    }
+    buffer[written] = '\0';
+    return written;
+}
+
+std::int32_t NarrowText(const HorivoWideChar* text, std::int32_t length, char* buffer,
+                        std::int32_t capacity) noexcept {
+    return NarrowTextIn(CP_ACP, text, length, buffer, capacity);
+}

@@ -1,0 +1,56 @@
+#include "globe/planet.h"
+
+#include "render/list_name.h"
+
+namespace {
+
+/// Records a display list while it lives. It also closes the list when recording runs out of
+/// memory: an open list would swallow every later call of the process.
+class ListRecording {
+public:
+    explicit ListRecording(GLuint list) { glNewList(list, GL_COMPILE); }
+    ListRecording(const ListRecording&) = delete;
+    ListRecording& operator=(const ListRecording&) = delete;
+    ~ListRecording() { glEndList(); }
+};
+
+}  // namespace
+
+CPlanet::~CPlanet() {
+    if (HasTexture()) {
+        glDeleteTextures(kTileCount, textureNames);
+        ForgetTextures();
+    }
+    if (cityListId != 0) glDeleteLists(cityListId, 1);
+    cityListId = 0;
+}
+
+void CPlanet::Compile() {
+    listId = ListName(this);
+    {
+        const ListRecording body(listId);
+        // Deliberate: no matrix is pushed. The city list, called right after this one, stands on
+        // the same transform.
+        ApplyTransform();
+        RenderBody();
+    }
+    cityListId = listId + 1;
+    const ListRecording points(cityListId);
+    RenderCities();
+}
+
+void CPlanet::Draw() {
+    const bool separate = inputs_.extensions.hasSeparateSpecularColor;
+    if (separate) glLightModeli(GL_LIGHT_MODEL_COLOR_CONTROL, GL_SEPARATE_SPECULAR_COLOR);
+    if (listId != 0) {
+        glCallList(listId);
+    } else {
+        RenderBody();
+    }
+    if (separate) glLightModeli(GL_LIGHT_MODEL_COLOR_CONTROL, GL_SINGLE_COLOR);
+    if (cityListId != 0) {
+        glCallList(cityListId);
+    } else {
+        RenderCities();
+    }
+}

@@ -1,0 +1,84 @@
+#include "host/local_time_win.h"
+
+#include <cstring>
+#include <iterator>
+
+namespace {
+
+bool SameZone(const DYNAMIC_TIME_ZONE_INFORMATION& a,
+              const DYNAMIC_TIME_ZONE_INFORMATION& b) noexcept {
+    // The bias stands first and differs between most zones, so this seldom reads far. What follows
+    // the last member is padding.
+    constexpr std::size_t kBytes =
+        offsetof(DYNAMIC_TIME_ZONE_INFORMATION, DynamicDaylightTimeDisabled) +
+        sizeof(DYNAMIC_TIME_ZONE_INFORMATION::DynamicDaylightTimeDisabled);
+    return std::memcmp(&a, &b, kBytes) == 0;
+}
+
+/// The rules that the record itself carries.
+TIME_ZONE_INFORMATION OwnRules(const DYNAMIC_TIME_ZONE_INFORMATION& zone) noexcept {
+    TIME_ZONE_INFORMATION rules = {};
+    rules.Bias = zone.Bias;
+    rules.StandardDate = zone.StandardDate;
+    rules.StandardBias = zone.StandardBias;
+    rules.DaylightDate = zone.DaylightDate;
+    rules.DaylightBias = zone.DaylightBias;
+    return rules;
+}
+
+TIME_ZONE_INFORMATION ReadRules(const DYNAMIC_TIME_ZONE_INFORMATION& zone, WORD year) noexcept {
+    DYNAMIC_TIME_ZONE_INFORMATION copy = zone;  // the call takes no const
+    // A host's record may lack the terminator.
+    copy.TimeZoneKeyName[std::size(copy.TimeZoneKeyName) - 1] = L'\0';
+    TIME_ZONE_INFORMATION rules = {};
+    const bool hasKey = copy.TimeZoneKeyName[0] != L'\0';
+    if (hasKey && GetTimeZoneInformationForYear(year, &copy, &rules) != FALSE) return rules;
+    return OwnRules(zone);
+}
+
+/// The earliest year that any place may still have at `utc`: no place is a day away from UTC.
+WORD EndingYear(const SYSTEMTIME& utc) noexcept {
+    const bool newYearsDay = utc.wMonth == 1 && utc.wDay == 1 && utc.wYear > 0;
+    return newYearsDay ? static_cast<WORD>(utc.wYear - 1) : utc.wYear;
+}
+
+}  // namespace
+
+const TIME_ZONE_INFORMATION& ZoneRuleCache::ForYear(const DYNAMIC_TIME_ZONE_INFORMATION& zone,
+                                                    WORD year) noexcept {
+    for (std::size_t i = 0; i < used_; ++i) {
+        const Entry& entry = entries_[i];
+        if (entry.year == year && SameZone(entry.zone, zone)) return entry.rules;
+    }
+    Entry& entry = entries_[next_];
+    entry = {year, zone, ReadRules(zone, year)};
+    next_ = (next_ + 1) % kCapacity;
+    if (used_ < kCapacity) ++used_;
+    return entry.rules;
+}
+
+bool UtcToZoneTime(const SYSTEMTIME& utc, const DYNAMIC_TIME_ZONE_INFORMATION& zone,
+                   ZoneRuleCache& rules, SYSTEMTIME& local) noexcept {
+    const WORD endingYear = EndingYear(utc);
+    SYSTEMTIME old;
+    if (!SystemTimeToTzSpecificLocalTime(&rules.ForYear(zone, endingYear), &utc, &old)) {
+        return false;
+    }
+    local = old;
+    if (old.wYear <= endingYear) return true;
+    // A year's rules begin where the rules of the year before say that it begins. A zone that
+    // changes its bias at that midnight may deny it by its new rules: the old ones then still hold.
+    SYSTEMTIME fresh;
+    const TIME_ZONE_INFORMATION& newRules = rules.ForYear(zone, old.wYear);
+    if (SystemTimeToTzSpecificLocalTime(&newRules, &utc, &fresh) && fresh.wYear == old.wYear) {
+        local = fresh;
+    }
+    return true;
+}
+
+void FormatShortTime(const SYSTEMTIME& time, wchar_t (&text)[kTimeTextChars]) noexcept {
+    static_assert(std::size(kTimeErrorText) <= kTimeTextChars);
+    const int length =
+        GetTimeFormatW(LOCALE_USER_DEFAULT, TIME_NOSECONDS, &time, nullptr, text, kTimeTextChars);
+    if (length == 0) std::memcpy(text, kTimeErrorText, sizeof(kTimeErrorText));
+}

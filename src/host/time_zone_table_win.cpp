@@ -1,0 +1,77 @@
+#include "host/time_zone_table_win.h"
+
+#include <cwchar>
+#include <functional>
+
+namespace {
+
+#define HORIVO_ZONE_KEY(number, key) L##key,
+constexpr const wchar_t* kZoneKeys[] = {HORIVO_TIME_ZONES(HORIVO_ZONE_KEY)};
+#undef HORIVO_ZONE_KEY
+
+#define HORIVO_ZONE_NUMBER(number, key) number,
+constexpr std::uint32_t kZoneNumbers[] = {HORIVO_TIME_ZONES(HORIVO_ZONE_NUMBER)};
+#undef HORIVO_ZONE_NUMBER
+
+constexpr bool NumbersAreWithoutGaps() noexcept {
+    for (std::uint32_t i = 0; i < kTimeZoneCount; ++i) {
+        if (kZoneNumbers[i] != i + 1) return false;
+    }
+    return true;
+}
+static_assert(NumbersAreWithoutGaps(), "a zone's number is 1 + its place in the list");
+
+constexpr DWORD kMaxSystemZones = 4096;  // far above what Windows has: the walk ends in any case
+
+/// Place of a registry key name in the public list, or kTimeZoneCount.
+std::uint32_t PlaceOf(const wchar_t* key) noexcept {
+    for (std::uint32_t i = 0; i < kTimeZoneCount; ++i) {
+        if (std::wcscmp(kZoneKeys[i], key) == 0) return i;
+    }
+    return kTimeZoneCount;
+}
+
+}  // namespace
+
+void TimeZoneTable::Prepare() noexcept {
+    if (prepared_) return;
+    prepared_ = true;
+    DYNAMIC_TIME_ZONE_INFORMATION zone;
+    for (DWORD i = 0; i < kMaxSystemZones; ++i) {
+        const DWORD result = EnumDynamicTimeZoneInformation(i, &zone);
+        if (result == ERROR_NO_MORE_ITEMS) return;
+        if (result != ERROR_SUCCESS) continue;  // one damaged key must not hide the zones behind it
+        const std::uint32_t place = PlaceOf(zone.TimeZoneKeyName);
+        if (place == kTimeZoneCount) continue;
+        zones_[place] = zone;
+        known_[place] = true;
+    }
+}
+
+const DYNAMIC_TIME_ZONE_INFORMATION* TimeZoneTable::Find(std::uint32_t id) noexcept {
+    if (id == 0 || id > kTimeZoneCount) return nullptr;
+    Prepare();
+    return known_[id - 1] ? &zones_[id - 1] : nullptr;
+}
+
+bool TimeZoneTable::Owns(const DYNAMIC_TIME_ZONE_INFORMATION* zone) const noexcept {
+    // The pointer may be the host's own, and only std::less orders unrelated pointers.
+    constexpr std::less<> kBefore;
+    const auto* first = zones_.data();
+    return !kBefore(zone, first) && kBefore(zone, first + zones_.size());
+}
+
+const DYNAMIC_TIME_ZONE_INFORMATION* ResolveTimeZone(CityRecord& city,
+                                                     TimeZoneTable& table) noexcept {
+    if (city.timeZone == nullptr) {
+        const DYNAMIC_TIME_ZONE_INFORMATION* found = table.Find(city.timeZoneId);
+        if (found != nullptr) city.timeZone = found;
+    }
+    return city.timeZone;
+}
+
+void RestoreTimeZones(const CityTable& cities, const TimeZoneTable& table) noexcept {
+    for (CityRecord& city : cities.Records()) {
+        if (table.Owns(city.timeZone)) city.timeZone = nullptr;
+    }
+}

@@ -1,0 +1,57 @@
+#include "image/jpeg_header.h"
+
+namespace {
+
+constexpr std::uint8_t kMarkerPrefix = 0xFF;
+constexpr std::uint8_t kStartOfImage = 0xD8;
+constexpr std::uint8_t kBaselineFrame = 0xC0;
+constexpr std::uint8_t kProgressiveFrame = 0xC2;
+
+bool ReadByte(ByteSource& source, std::int32_t& value) noexcept {
+    std::uint8_t byte = 0;
+    if (!source.Read(&byte, sizeof byte)) return false;
+    value = byte;
+    return true;
+}
+
+bool ReadBigEndian(ByteSource& source, std::int32_t& value) noexcept {
+    std::uint8_t bytes[2] = {};
+    if (!source.Read(bytes, sizeof bytes)) return false;
+    value = bytes[0] * 256 + bytes[1];
+    return true;
+}
+
+bool ReadFrameHeader(ByteSource& source, JpegSize& size) noexcept {
+    JpegSize found;
+    std::int32_t samplePrecision = 0;
+    if (!ReadByte(source, samplePrecision)) return false;
+    if (!ReadBigEndian(source, found.height)) return false;
+    if (!ReadBigEndian(source, found.width)) return false;
+    if (!ReadByte(source, found.components)) return false;
+    size = found;
+    return true;
+}
+
+}  // namespace
+
+bool ReadJpegHeader(ByteSource& source, JpegSize& size) noexcept {
+    std::uint8_t start[2] = {};
+    if (!source.Read(start, sizeof start)) return false;
+    if (start[0] != kMarkerPrefix || start[1] != kStartOfImage) return false;
+
+    // Each round ends further on: a length of 0 or 1 leads back to its own first byte or behind
+    // it, neither of which is the prefix that the next round asks for.
+    for (;;) {
+        std::int32_t prefix = 0;
+        std::int32_t marker = 0;
+        std::int32_t length = 0;
+        // Deliberate: fill bytes before a marker are not skipped and markers without a length are
+        // not special; a file with either before its frame header counts as not a JPEG.
+        if (!ReadByte(source, prefix) || prefix != kMarkerPrefix) return false;
+        if (!ReadByte(source, marker) || !ReadBigEndian(source, length)) return false;
+        if (marker == kBaselineFrame || marker == kProgressiveFrame) {
+            return ReadFrameHeader(source, size);
+        }
+        if (!source.Skip(length - 2)) return false;
+    }
+}

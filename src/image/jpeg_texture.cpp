@@ -1,0 +1,146 @@
+#include "image/jpeg_texture.h"
+
+#include <cstdlib>
+#include <cstring>
+
+#include "image/pixel_block.h"
+#include "image/resample.h"
+
+namespace {
+
+constexpr std::int32_t kRgbBytes = 3;
+
+/// Largest power of two not above `value`; 0 for 0.
+std::uint32_t PowerOfTwoBelow(std::uint32_t value) noexcept {
+    std::uint32_t power = 0x80000000U;
+    while (power > value) power /= 2;
+    return power;
+}
+
+}  // namespace
+
+CJpegTexture::CJpegTexture(const CJpegTexture& other) noexcept { *this = other; }
+
+CJpegTexture& CJpegTexture::operator=(const CJpegTexture& other) noexcept {
+    if (this == &other) return *this;
+    Clear(true);
+    width_ = other.width_;
+    height_ = other.height_;
+    bufferWidth_ = other.bufferWidth_;
+    bufferHeight_ = other.bufferHeight_;
+    bytesPerPixel_ = other.bytesPerPixel_;
+    if (other.pixels_ == nullptr) return *this;
+    const std::size_t bytes = BlockBytes(bufferWidth_, bufferHeight_, bytesPerPixel_);
+    pixels_ = AllocateBlock(bytes);
+    if (pixels_ != nullptr) std::memcpy(pixels_, other.pixels_, bytes);
+    return *this;
+}
+
+CJpegTexture::~CJpegTexture() { Clear(false); }
+
+void CJpegTexture::Clear(bool resetSize) noexcept {
+    std::free(pixels_);
+    pixels_ = nullptr;
+    if (!resetSize) return;
+    ResetSizes();
+    bytesPerPixel_ = 0;
+}
+
+void CJpegTexture::ResetSizes() noexcept {
+    width_ = 0;
+    height_ = 0;
+    bufferWidth_ = 0;
+    bufferHeight_ = 0;
+}
+
+bool CJpegTexture::HasBorder() const noexcept { return width_ >= 3 && width_ % 4 == 2; }
+
+bool CJpegTexture::IsPowerOfTwoSize() const noexcept {
+    if (width_ != bufferWidth_ || height_ != bufferHeight_) return false;
+    const auto width = static_cast<std::uint32_t>(width_);
+    const bool oneBit = width != 0 && (width & (width - 1)) == 0;
+    // Deliberate: no height but 0 passes, which no picture has.
+    return oneBit && height_ == 0;
+}
+
+bool CJpegTexture::MakePowerOfTwo() noexcept {
+    if (pixels_ == nullptr) return false;
+    const auto width = static_cast<int>(PowerOfTwoBelow(static_cast<std::uint32_t>(width_)));
+    const auto height = static_cast<int>(PowerOfTwoBelow(static_cast<std::uint32_t>(height_)));
+    if (width == bufferWidth_ && height == bufferHeight_) return true;
+    return Rescale(width, height);
+}
+
+bool CJpegTexture::Rescale(int newWidth, int newHeight) noexcept {
+    if (pixels_ == nullptr || bytesPerPixel_ != kRgbBytes) return false;
+    if (newWidth < 1 || newHeight < 1 || newWidth > width_ || newHeight > height_) return false;
+    const BlockSize from{static_cast<std::size_t>(bufferWidth_),
+                         static_cast<std::size_t>(bufferHeight_)};
+    const BlockSize to{static_cast<std::size_t>(newWidth), static_cast<std::size_t>(newHeight)};
+    if (!ShrinkPixels(pixels_, from, to)) return false;
+    pixels_ = ResizeBlock(pixels_, BlockBytes(newWidth, newHeight, bytesPerPixel_));
+    width_ = bufferWidth_ = newWidth;
+    height_ = bufferHeight_ = newHeight;
+    return true;
+}
+
+bool CJpegTexture::PadBuffer(int newBufferWidth, int newBufferHeight) noexcept {
+    if (pixels_ == nullptr || newBufferWidth < bufferWidth_ || newBufferHeight < bufferHeight_) {
+        return false;
+    }
+    if (newBufferWidth == bufferWidth_ && newBufferHeight == bufferHeight_) return true;
+    pixels_ = ResizeBlock(pixels_, BlockBytes(newBufferWidth, newBufferHeight, bytesPerPixel_));
+    if (pixels_ == nullptr) {
+        ResetSizes();
+        return false;
+    }
+    // From the top down, so that no row lands on one that has not moved yet.
+    for (std::int32_t row = height_ - 1; row >= 0; --row) {
+        std::memmove(
+            pixels_ + BlockBytes(newBufferWidth, row + newBufferHeight - height_, bytesPerPixel_),
+            pixels_ + BlockBytes(bufferWidth_, row, bytesPerPixel_),
+            BlockBytes(width_, 1, bytesPerPixel_));
+    }
+    bufferWidth_ = newBufferWidth;
+    bufferHeight_ = newBufferHeight;
+    return true;
+}
+
+bool CJpegTexture::Split(CJpegTexture& other, bool byColumns) noexcept {
+    if (pixels_ == nullptr || &other == this) return false;
+    other.Clear(true);
+    other.bytesPerPixel_ = bytesPerPixel_;
+    other.width_ = byColumns ? width_ / 2 : width_;
+    other.bufferWidth_ = byColumns ? bufferWidth_ / 2 : bufferWidth_;
+    other.height_ = byColumns ? height_ : height_ / 2;
+    other.bufferHeight_ = byColumns ? bufferHeight_ : bufferHeight_ / 2;
+    // A half of nothing counts as memory that was not there.
+    const std::size_t halfBytes =
+        BlockBytes(other.bufferWidth_, other.bufferHeight_, bytesPerPixel_);
+    other.pixels_ = AllocateBlock(halfBytes);
+    if (other.pixels_ == nullptr) {
+        other.ResetSizes();
+        return false;
+    }
+
+    const std::size_t rowBytes = BlockBytes(bufferWidth_, 1, bytesPerPixel_);
+    const std::size_t halfRowBytes = BlockBytes(other.bufferWidth_, 1, bytesPerPixel_);
+    const std::uint8_t* const start =
+        pixels_ +
+        (byColumns ? halfRowBytes : static_cast<std::size_t>(other.bufferHeight_) * rowBytes);
+    for (std::size_t row = 0; row < static_cast<std::size_t>(other.bufferHeight_); ++row) {
+        std::memcpy(other.pixels_ + row * halfRowBytes, start + row * rowBytes, halfRowBytes);
+        // What stays moves up in the same round: it ends before the rows still to be copied.
+        if (byColumns) {
+            std::memmove(pixels_ + row * halfRowBytes, pixels_ + row * rowBytes, halfRowBytes);
+        }
+    }
+
+    width_ = other.width_;
+    height_ = other.height_;
+    bufferWidth_ = other.bufferWidth_;
+    bufferHeight_ = other.bufferHeight_;
+    pixels_ = ResizeBlock(pixels_, halfBytes);
+    if (pixels_ == nullptr) ResetSizes();
+    return pixels_ != nullptr;
+}

@@ -1,0 +1,154 @@
+// How a texture comes from a picture and goes into a file.
+
+#include <algorithm>
+#include <cstring>
+#include <limits>
+#include <utility>
+
+#include "image/jpeg_texture.h"
+#include "image/picture.h"
+#include "image/pixel_block.h"
+
+namespace {
+
+constexpr std::int32_t kRgbBytes = 3;
+constexpr std::int64_t kSmallestBuffer = 16;  // pixels
+
+/// Smallest 16 * 2^n that reaches `size` or `limit`, whichever comes first.
+std::int64_t DoubledSide(std::int64_t size, std::int64_t limit) noexcept {
+    std::int64_t side = kSmallestBuffer;
+    while (side < limit && side < size) side *= 2;
+    return side;
+}
+
+/// The rows of a picture, locked as long as this lives.
+class LockedRows {
+public:
+    explicit LockedRows(Picture& picture) : picture_(picture), rows_(picture.LockForReading()) {}
+    LockedRows(const LockedRows&) = delete;
+    LockedRows& operator=(const LockedRows&) = delete;
+    ~LockedRows() {
+        if (IsLocked()) picture_.Unlock();
+    }
+    bool IsLocked() const noexcept { return rows_.firstRow != nullptr; }
+    const std::uint8_t* Row(std::int32_t fromTop) const noexcept {
+        return rows_.firstRow + fromTop * rows_.stride;
+    }
+
+private:
+    Picture& picture_;
+    PixelRows rows_;
+};
+
+void CopyExchangingRedBlue(const std::uint8_t* source, std::int32_t width,
+                           std::uint8_t* target) noexcept {
+    for (const std::uint8_t* end = source + static_cast<std::size_t>(width) * kRgbBytes;
+         source != end; source += kRgbBytes, target += kRgbBytes) {
+        const std::uint8_t blue = source[0];
+        const std::uint8_t green = source[1];
+        target[0] = source[2];
+        target[1] = green;
+        target[2] = blue;
+    }
+}
+
+}  // namespace
+
+int CJpegTexture::LoadFromFile(const std::wstring& path, int maxWidth, int maxHeight) {
+    Clear(true);
+    try {
+        return Load(OpenPicture(path), maxWidth, maxHeight);
+    } catch (...) {  // no memory to open it
+        Clear(true);
+        return kLoadFailed;
+    }
+}
+
+int CJpegTexture::Load(std::unique_ptr<Picture> picture, int maxWidth, int maxHeight) {
+    Clear(true);
+    if (picture == nullptr || !picture->IsOk()) return kLoadFailed;
+    try {
+        if (picture->GetPixelFormat() != kPixelFormat24bppRgb) {
+            picture = ConvertPicture(std::move(picture), kPixelFormat24bppRgb);
+            if (picture == nullptr) return kLoadFailed;
+        }
+        if (ChooseBuffer(picture->GetWidth(), picture->GetHeight(), maxWidth, maxHeight) &&
+            CopyRows(*picture)) {
+            return kLoadedUnchanged;
+        }
+    } catch (...) {  // no memory for the conversion or the lock
+    }
+    Clear(false);
+    ResetSizes();
+    return kLoadFailed;
+}
+
+bool CJpegTexture::ChooseBuffer(std::int32_t width, std::int32_t height, int maxWidth,
+                                int maxHeight) noexcept {
+    bytesPerPixel_ = kRgbBytes;
+    const bool limited = maxWidth >= 1 && maxHeight >= 1;
+    const std::int64_t bufferWidth =
+        limited ? DoubledSide(width, maxWidth) : (std::int64_t{width} + 3) / 4 * 4;
+    const std::int64_t bufferHeight = limited ? DoubledSide(height, maxHeight) : height;
+    if (width < 1 || height < 1 || bufferWidth < width || bufferHeight < height) return false;
+    if (std::max(bufferWidth, bufferHeight) > std::numeric_limits<std::int32_t>::max()) {
+        return false;
+    }
+    width_ = width;
+    height_ = height;
+    bufferWidth_ = static_cast<std::int32_t>(bufferWidth);
+    bufferHeight_ = static_cast<std::int32_t>(bufferHeight);
+    return true;
+}
+
+bool CJpegTexture::CopyRows(Picture& picture) {
+    const LockedRows rows(picture);
+    if (!rows.IsLocked()) return false;
+    pixels_ = AllocateBlock(BlockBytes(bufferWidth_, bufferHeight_, bytesPerPixel_));
+    if (pixels_ == nullptr) return false;
+
+    // A large map must not be written twice: only what lies outside the picture is cleared.
+    const std::size_t rowBytes = BlockBytes(bufferWidth_, 1, bytesPerPixel_);
+    const std::size_t pictureBytes = BlockBytes(width_, 1, bytesPerPixel_);
+    for (std::int32_t row = 0; row < height_; ++row) {
+        std::uint8_t* const target = pixels_ + static_cast<std::size_t>(row) * rowBytes;
+        CopyExchangingRedBlue(rows.Row(height_ - 1 - row), width_, target);
+        std::memset(target + pictureBytes, 0, rowBytes - pictureBytes);
+    }
+    const std::size_t used = static_cast<std::size_t>(height_) * rowBytes;
+    std::memset(pixels_ + used, 0, BlockBytes(bufferWidth_, bufferHeight_, bytesPerPixel_) - used);
+    return true;
+}
+
+bool CJpegTexture::SaveJpeg(const std::wstring& path, int quality) {
+    if (!SwapRedBlue()) return false;
+    const std::size_t rowBytes = BlockBytes(bufferWidth_, 1, bytesPerPixel_);
+    bool saved = false;
+    if (width_ >= 1 && height_ >= 1 && rowBytes <= std::numeric_limits<std::int32_t>::max()) {
+        PixelBlock block;
+        block.firstRow = pixels_ + static_cast<std::size_t>(height_ - 1) * rowBytes;
+        block.width = width_;
+        block.height = height_;
+        block.stride = -static_cast<std::int32_t>(rowBytes);  // stored bottom row first
+        block.bytesPerPixel = bytesPerPixel_;
+        try {
+            saved = EncodeJpeg(block, path, quality);
+        } catch (...) {  // no memory for the encoder
+        }
+    }
+    SwapRedBlue();
+    return saved;
+}
+
+int CGLTexture::Load(std::unique_ptr<Picture> picture, int maxWidth, int maxHeight) {
+    if (CJpegTexture::Load(std::move(picture), 0, 0) == kLoadFailed) return kLoadFailed;
+    if (maxWidth < 1 || maxHeight < 1) return kLoadedUnchanged;
+    std::int64_t targetWidth = DoubledSide(width_, maxWidth);
+    std::int64_t targetHeight = DoubledSide(height_, maxHeight);
+    if (targetWidth > width_) targetWidth /= 2;
+    if (targetHeight > height_) targetHeight /= 2;
+    if (targetWidth == width_ && targetHeight == height_) return kLoadedUnchanged;
+    // Deliberate: also when a picture below 8 pixels was refused, and kept as it is.
+    Rescale(static_cast<int>(targetWidth), static_cast<int>(targetHeight));
+    return kLoadedShrunk;
+}

@@ -1,0 +1,51 @@
+#pragma once
+// The door to decoded pictures: declared here for the portable code, opened by GDI+ in the shell.
+
+#include <cstddef>
+#include <cstdint>
+#include <memory>
+#include <string>
+
+/// Pixel formats by their GDI+ codes.
+inline constexpr std::int32_t kPixelFormat24bppRgb = 0x21808;    ///< bytes B, G, R
+inline constexpr std::int32_t kPixelFormat32bppArgb = 0x26200A;  ///< bytes B, G, R, A
+
+/// Read-only view of the locked pixels of a picture.
+struct PixelRows {
+    const std::uint8_t* firstRow = nullptr;  ///< top row of the picture; null when locking failed
+    std::ptrdiff_t stride = 0;               ///< bytes from a row to the one below; may be negative
+};
+
+/// A decoded picture file. One thread at a time.
+class Picture {
+public:
+    virtual ~Picture() = default;
+    /// Whether it was opened and every operation on it has succeeded since.
+    virtual bool IsOk() const noexcept = 0;
+    virtual std::int32_t GetWidth() const noexcept = 0;
+    virtual std::int32_t GetHeight() const noexcept = 0;
+    virtual std::int32_t GetPixelFormat() const noexcept = 0;
+    /// Locks the whole picture for reading in its own format; the rows live until Unlock.
+    virtual PixelRows LockForReading() = 0;
+    virtual void Unlock() noexcept = 0;
+};
+
+/// Opens a picture file without embedded colour management. Never null short of memory: a file that
+/// cannot be read gives a picture that is not ok.
+std::unique_ptr<Picture> OpenPicture(const std::wstring& path);
+
+/// The picture in `format`: itself when it has that format already, else a redrawn copy. Null when
+/// redrawing failed (`picture` is destroyed then).
+std::unique_ptr<Picture> ConvertPicture(std::unique_ptr<Picture> picture, std::int32_t format);
+
+/// Pixels handed to the encoder without copying.
+struct PixelBlock {
+    std::uint8_t* firstRow = nullptr;  ///< top row
+    std::int32_t width = 0;            ///< pixels
+    std::int32_t height = 0;           ///< pixels
+    std::int32_t stride = 0;           ///< bytes from a row to the one below; may be negative
+    std::int32_t bytesPerPixel = 3;    ///< 3 (B, G, R) or 4 (B, G, R, A)
+};
+
+/// Writes a JPEG file. @param quality  1..100; below 1 stands for 75
+bool EncodeJpeg(const PixelBlock& block, const std::wstring& path, int quality);

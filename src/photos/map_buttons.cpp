@@ -1,0 +1,157 @@
+#include "photos/map_buttons.h"
+
+#include <algorithm>
+#include <iterator>
+#include <memory>
+
+#include "photos/button_sheet.h"
+#include "photos/panel_layout.h"
+#include "render/overlay_button.h"
+
+namespace {
+
+// Virtual-key codes of the buttons.
+constexpr std::int32_t kKeyPrior = 33;
+constexpr std::int32_t kKeyNext = 34;
+constexpr std::int32_t kKeyHome = 36;
+constexpr std::int32_t kKeyLeft = 37;
+constexpr std::int32_t kKeyUp = 38;
+constexpr std::int32_t kKeyRight = 39;
+constexpr std::int32_t kKeyDown = 40;
+constexpr std::int32_t kKeyInsert = 45;
+constexpr std::int32_t kKeyAdd = 107;
+constexpr std::int32_t kKeySubtract = 109;
+
+constexpr float kHiddenY = -32.0F;  // below the window, out of reach of the pointer too
+
+struct ButtonSpec {
+    std::int32_t id;
+    float x, y;         // in the group, pixels
+    std::int32_t u, v;  // lower-left pixel of the highlighted look in the sheet
+    float width, height;
+};
+
+enum ButtonIndex : std::int32_t { kPhotosButton = 7, kPreviousButton, kNextButton };
+
+// A 3 x 3 block of 32-pixel cells, 6 pixels from the corner, without its lower corners; then the
+// photo buttons in the order of ButtonIndex, placed anew for each frame.
+constexpr ButtonSpec kButtons[] = {
+    {kKeyDown, 38, 6, 32, 0, 32, 32},
+    {kKeyLeft, 6, 38, 0, 32, 32, 32},
+    {kKeyHome, 38, 38, 32, 32, 32, 32},
+    {kKeyRight, 70, 38, 64, 32, 32, 32},
+    {kKeyAdd, 6, 70, 0, 64, 32, 32},
+    {kKeyUp, 38, 70, 32, 64, 32, 32},
+    {kKeySubtract, 70, 70, 0, 0, 32, 32},
+    {kKeyInsert, 4, kHiddenY, 0, 96, 100, 24},
+    {kKeyPrior, 40, kHiddenY, 64, 64, 9, 19},
+    // Reaches behind the photos button, which it covers there; its picture is clear in that part.
+    {kKeyNext, 59, kHiddenY, 64, 0, 9, 32},
+};
+static_assert(kButtons[kPhotosButton].id == kKeyInsert && kButtons[kNextButton].id == kKeyNext &&
+                  std::size(kButtons) == kNextButton + 1,
+              "the photo buttons are found by their place");
+
+std::unique_ptr<C2DButton2> NewButton(const ButtonSpec& spec, GLuint sheet) {
+    auto button = std::make_unique<C2DButton2>();
+    button->SetImage(sheet, spec.u, spec.v, kSheetWidth, kSheetHeight);
+    button->position = {spec.x, spec.y, 0.0F};
+    button->size = {spec.width, spec.height};
+    button->commandId = spec.id;
+    return button;
+}
+
+/// The group holds nothing but buttons.
+C2DButton2* ButtonAt(const CGLGroup& group, std::int32_t index) noexcept {
+    return static_cast<C2DButton2*>(group.GetChild(index));
+}
+
+float ShownAt(bool shown, std::int32_t y) noexcept {
+    return shown ? static_cast<float>(y) : kHiddenY;
+}
+
+}  // namespace
+
+void MapButtons::CreateButtons(const std::uint8_t* sheet) {
+    DestroyButtons();
+    if (sheet == nullptr) return;
+    UploadSheet(sheet);
+    for (const ButtonSpec& spec : kButtons) {
+        std::unique_ptr<C2DButton2> button = NewButton(spec, texture_);
+        group_.AddChild(button.get());
+        static_cast<void>(
+            button.release());  // the group's from here on; had it thrown, it would be ours
+    }
+}
+
+void MapButtons::UploadSheet(const std::uint8_t* sheet) noexcept {
+    constexpr GLint kComponents = 4;
+    glGenTextures(1, &texture_);
+    glBindTexture(GL_TEXTURE_2D, texture_);
+    glTexParameteri(GL_TEXTURE_2D, GL_TEXTURE_MIN_FILTER, GL_LINEAR);
+    glTexParameteri(GL_TEXTURE_2D, GL_TEXTURE_MAG_FILTER, GL_LINEAR);
+    glPixelStorei(GL_UNPACK_ALIGNMENT, 1);
+    glTexImage2D(GL_TEXTURE_2D, 0, kComponents, kSheetWidth, kSheetHeight, 0, GL_RGBA,
+                 GL_UNSIGNED_BYTE, sheet);
+}
+
+void MapButtons::DestroyButtons() noexcept {
+    group_.DeleteChildren();
+    if (texture_ == 0) return;
+    glDeleteTextures(1, &texture_);
+    texture_ = 0;
+}
+
+void MapButtons::LayoutButtons(const ButtonLayout& layout, const CGLFont& font,
+                               const HorivoWideChar* hint) {
+    PlacePhotoButtons(layout, font.GetHeight());
+    group_.position.x = static_cast<float>(layout.windowWidth - kPhotoPanelWidth);
+    DrawGroup();
+    DrawHint(layout, font, hint);
+}
+
+void MapButtons::PlacePhotoButtons(const ButtonLayout& layout, std::int32_t lineHeight) noexcept {
+    if (group_.GetChildCount() == 0) return;
+    const std::int32_t pagingY = layout.windowHeight - TitleStripHeight(lineHeight) + 4;
+    const std::int32_t photosY = layout.windowHeight - 2 * lineHeight - 32;
+    const bool hasNext = layout.firstShown + layout.shownCount < layout.photoCount;
+    const bool hasPrevious = layout.photoCount > 0 && layout.firstShown > 0;
+    ButtonAt(group_, kNextButton)->position.y = ShownAt(hasNext, pagingY);
+    ButtonAt(group_, kPreviousButton)->position.y = ShownAt(hasPrevious, pagingY);
+    ButtonAt(group_, kPhotosButton)->position.y = ShownAt(layout.offerPhotos, photosY);
+}
+
+void MapButtons::DrawGroup() {
+    glEnable(GL_ALPHA_TEST);
+    glEnable(GL_BLEND);
+    glBlendFunc(GL_SRC_ALPHA, GL_ONE_MINUS_SRC_ALPHA);
+    glColor4f(1.0F, 1.0F, 1.0F, 1.0F);
+    group_.Draw();
+    glDisable(GL_BLEND);
+    glDisable(GL_ALPHA_TEST);
+}
+
+void MapButtons::DrawHint(const ButtonLayout& layout, const CGLFont& font,
+                          const HorivoWideChar* hint) const {
+    if (hint == nullptr || hint[0] == 0 || group_.GetChildCount() == 0) return;
+    const C2DButton2& button = *ButtonAt(group_, kPhotosButton);
+    if (!layout.offerPhotos || !button.highlighted) return;
+    // A text that would begin left of the window is dropped by OpenGL as a whole.
+    const std::int32_t right = layout.windowWidth - kPhotoPanelWidth - 1;
+    const std::int32_t x = std::max(right - font.GetTextWidthW(hint), 0);
+    const float middle = (button.size.height - static_cast<float>(font.GetHeight())) / 2.0F;
+    const float y = button.position.y + group_.position.y + 4.0F + middle;
+    font.DrawTextW(static_cast<float>(x), y, 0.0F, hint);
+}
+
+std::int32_t MapButtons::HitTestButtons(std::int32_t x, std::int32_t y, bool clearOnly,
+                                        std::int32_t windowWidth) noexcept {
+    const std::int32_t groupX = x - (windowWidth - kPhotoPanelWidth);
+    std::int32_t hit = 0;
+    for (std::int32_t i = 0; i < group_.GetChildCount(); ++i) {
+        C2DButton2& button = *ButtonAt(group_, i);
+        button.highlighted = !clearOnly && button.HitTest(groupX, y);
+        if (button.highlighted) hit = button.commandId;
+    }
+    return hit;
+}

@@ -1,0 +1,20 @@
+#include "photos/photo_order.h"
+
+#include <cmath>
+#include <limits>
+
+PhotoOrderKey MakePhotoOrderKey(const CityRecord& city, std::int32_t cityIndex,
+                                std::int32_t photoNumber) noexcept {
+    // A distance that is not a number would break the order, and a city without a position has
+    // none.
+    const bool known = HasCoordinates(city) && !std::isnan(city.distanceSq);
+    const double distance = known ? city.distanceSq : std::numeric_limits<double>::infinity();
+    return {distance, city.nearest, cityIndex, photoNumber};
+}
+
+bool IsShownBefore(const PhotoOrderKey& a, const PhotoOrderKey& b) noexcept {
+    if (a.cityIndex == b.cityIndex) return a.photoNumber > b.photoNumber;
+    if (a.distance != b.distance) return a.distance < b.distance;
+    if (a.nearest != b.nearest) return a.nearest > b.nearest;
+    return a.cityIndex < b.cityIndex;
+}

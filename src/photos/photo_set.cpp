@@ -1,0 +1,138 @@
+#include "photos/photo_set.h"
+
+#include <algorithm>
+#include <span>
+#include <utility>
+
+#include "photos/city_lookup.h"
+#include "photos/photo_files.h"
+#include "photos/photo_index.h"
+#include "photos/photo_link.h"
+#include "photos/photo_order.h"
+#include "photos/place_name.h"
+
+namespace {
+
+constexpr std::size_t kLongestName = 63;
+constexpr std::size_t kLongestCaption = 99;
+constexpr std::uint8_t kOpaque = 255;
+
+/// Finds the cities of an index. Its lines repeat a few names, and the table may hold more than
+/// 100,000 records, so each name is looked up once.
+class CityFinder {
+public:
+    CityFinder(const CityTable& cities, WideView country) : cities_(cities), country_(country) {}
+    std::int32_t Find(const WideString& city) {
+        const auto known = found_.find(city);
+        if (known != found_.end()) return known->second;
+        return found_.emplace(city, FindCity(cities_, country_, city)).first->second;
+    }
+
+private:
+    const CityTable& cities_;
+    WideString country_;
+    std::map<WideString, std::int32_t> found_;
+};
+
+/// Makes (`country`, `city`) the set's place; another place is shown from its start.
+void MoveTo(PhotoSet& set, WideView country, WideView city) {
+    WideString newCountry(CutText(country, kLongestName));
+    WideString newCity(CutText(city, kLongestName));
+    if (newCity != set.city || newCountry != set.country) set.firstShown = 0;
+    set.country = std::move(newCountry);
+    set.city = std::move(newCity);
+}
+
+/// Appends the photos that the index names and that lie on disk, in the order of the index.
+void ReadPhotos(PhotoSet& set, const CityTable& cities, std::string_view bytes, WideView country,
+                const WideString& city) {
+    const bool ofCountry = city.empty();
+    CityFinder finder(cities, country);
+    PhotoIndexReader reader(bytes, ofCountry ? PhotoIndexKind::Country : PhotoIndexKind::City);
+    PhotoIndexEntry entry;
+    WideString path;
+    while (reader.Next(entry)) {
+        const WideString& photoCity = ofCountry ? entry.city : city;
+        if (!GetPhotoPath(country, photoCity, entry.photoNumber, path)) continue;
+        if (!PhotoFileExists(path)) continue;
+        const std::int32_t cityIndex = finder.Find(photoCity);
+        if (cityIndex < 0) continue;
+        auto record = std::make_unique<PhotoRecord>();
+        record->cityIndex = cityIndex;
+        record->photoNumber = entry.photoNumber;
+        record->caption = CutText(entry.caption, kLongestCaption);
+        record->link = PhotoPageLink(entry.pagePath);
+        set.photos.push_back(std::move(record));
+    }
+}
+
+void SortPhotos(PhotoSet& set, const CityTable& cities) {
+    using Keyed = std::pair<PhotoOrderKey, std::unique_ptr<PhotoRecord>>;
+    const std::span<const CityRecord> records = cities.Records();
+    std::vector<Keyed> keyed;
+    keyed.reserve(set.photos.size());
+    for (auto& photo : set.photos) {
+        const CityRecord& city = records[static_cast<std::size_t>(photo->cityIndex)];
+        const auto key = MakePhotoOrderKey(city, photo->cityIndex, photo->photoNumber);
+        keyed.emplace_back(key, std::move(photo));
+    }
+    std::stable_sort(keyed.begin(), keyed.end(), [](const Keyed& a, const Keyed& b) {
+        return IsShownBefore(a.first, b.first);
+    });
+    std::transform(keyed.begin(), keyed.end(), set.photos.begin(),
+                   [](Keyed& pair) { return std::move(pair.second); });
+}
+
+}  // namespace
+
+bool PhotoRecord::LoadThumbnail(const std::wstring& path) {
+    if (thumbnail.LoadFromFile(path, kThumbnailMaxWidth, kThumbnailMaxHeight) == kLoadFailed) {
+        return false;
+    }
+    if (thumbnail.ConvertToRgba(kOpaque)) return true;
+    thumbnail.Clear(true);
+    return false;
+}
+
+void DeletePhotos(PhotoSet& set) noexcept {
+    set.byNumber.clear();
+    set.loaded.clear();
+    set.photos.clear();
+}
+
+std::int32_t LoadPhotoSet(PhotoSet& set, const CityTable& cities, WideView country, WideView city) {
+    DeletePhotos(set);
+    WideString path;
+    if (!GetPhotoFolder(country, city, path)) {
+        set.city.clear();
+        set.country.clear();
+        return -1;
+    }
+    // Copies: a caller may pass the set's own place.
+    const WideString ofCountry(country);
+    const WideString ofCity(city);
+    MoveTo(set, ofCountry, ofCity);
+    std::string bytes;
+    if (!AppendFileName(path, WidenAscii("index.tsv")) || !ReadPhotoIndex(path, bytes)) return 0;
+    ReadPhotos(set, cities, bytes, ofCountry, ofCity);
+    SortPhotos(set, cities);
+    return LoadThumbnails(set, cities);
+}
+
+std::int32_t LoadThumbnails(PhotoSet& set, const CityTable& cities) {
+    // The sizes stay: paging back needs the heights of photos that were shown.
+    for (PhotoRecord* record : set.loaded) record->thumbnail.Clear(false);
+    set.loaded.clear();
+    set.byNumber.clear();
+    WideString path;
+    auto next = static_cast<std::size_t>(std::max(set.firstShown, 0));
+    for (; next < set.photos.size() && set.loaded.size() < kMostThumbnails; ++next) {
+        PhotoRecord& record = *set.photos[next];
+        if (!GetPhotoPath(cities, record.cityIndex, record.photoNumber, path)) continue;
+        if (!record.LoadThumbnail(ToWstring(path))) continue;
+        set.loaded.push_back(&record);
+        // Two cities may have photos of one number: the first keeps it.
+        set.byNumber.emplace(record.photoNumber, &record);
+    }
+    return static_cast<std::int32_t>(set.loaded.size());
+}

@@ -1,0 +1,56 @@
+#pragma once
+
+#include <cstddef>
+#include <cstdint>
+#include <map>
+#include <memory>
+#include <string>
+#include <vector>
+
+#include "base/wide_text.h"
+#include "globe/city_table.h"
+#include "image/jpeg_texture.h"
+
+/// Thumbnails loaded at a time.
+inline constexpr std::size_t kMostThumbnails = 16;
+/// Larger photos are refused, pixels.
+inline constexpr int kThumbnailMaxWidth = 128;
+inline constexpr int kThumbnailMaxHeight = 256;
+
+/// A photo that an index names and that lies on disk.
+struct PhotoRecord {
+    /// Loads an opaque RGBA texture, padded to powers of two from 16; false, with the texture
+    /// cleared, for what cannot be read or is too large.
+    bool LoadThumbnail(const std::wstring& path);
+    bool HasThumbnail() const noexcept { return thumbnail.GetPixels() != nullptr; }
+
+    std::int32_t cityIndex = -1;   ///< in the city table; always valid once in a set
+    std::int32_t photoNumber = 0;  ///< also its file name
+    WideString link;               ///< page on the photo web site, at most 511 characters; or empty
+    WideString caption;            ///< at most 99 characters
+    CJpegTexture thumbnail;        ///< keeps its size when the pixels are freed
+};
+
+/// The photos of one city or of all cities of a country. Window thread.
+struct PhotoSet {
+    std::map<std::int32_t, PhotoRecord*> byNumber;     ///< of `loaded`; the first of a number
+    std::vector<std::unique_ptr<PhotoRecord>> photos;  ///< in display order
+    std::vector<PhotoRecord*> loaded;                  ///< those with a thumbnail
+    std::int32_t firstShown = 0;                       ///< thumbnails are loaded from here on
+    WideString city;                                   ///< empty: all cities of the country
+    WideString country;
+};
+
+/// Deletes the photos; place and position stay.
+void DeletePhotos(PhotoSet& set) noexcept;
+
+/// Reads the index of a country (`city` empty) or of a city and loads the first thumbnails. The
+/// position is kept when it is the same place as before, else it goes back to the start. Index
+/// lines without a photo on disk or with a city that is not in the table are left out.
+/// @return thumbnails loaded; 0 without an index; -1 when the names make no folder, and the set's
+///         place is empty then. Throws std::bad_alloc.
+std::int32_t LoadPhotoSet(PhotoSet& set, const CityTable& cities, WideView country, WideView city);
+
+/// Frees the thumbnails and loads up to 16 from `firstShown` on; photos that cannot be loaded are
+/// passed over. @return thumbnails loaded. Throws std::bad_alloc.
+std::int32_t LoadThumbnails(PhotoSet& set, const CityTable& cities);

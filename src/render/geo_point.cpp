@@ -1,0 +1,19 @@
+#include "render/geo_point.h"
+
+#include "base/angles.h"
+#include "globe/geographic.h"
+#include "render/scene.h"
+
+void UpdateGeoPoint(CGeoPoint& geoPoint, const CScene& scene) noexcept {
+    const CVector4& point = geoPoint.globePoint;
+    if (point.x == 0.0 && point.y == 0.0 && point.z == 0.0) return;  // nothing was hit yet
+    const LatLon angles = PointToLatLon(point);
+    geoPoint.latitudeRad = angles.latitude;
+    geoPoint.longitudeRad = angles.longitude;
+    geoPoint.latitudeDeg = RadiansToDegrees(angles.latitude);
+    geoPoint.longitudeDeg = RadiansToDegrees(angles.longitude);
+
+    CVector4 turned = point;
+    scene.TransformPoint(turned, 0, 1);  // the projection applies the camera's translation itself
+    geoPoint.windowPoint = scene.ProjectToWindow(turned);
+}

@@ -1,0 +1,118 @@
+#include "render/gl_font.h"
+
+#include <cmath>
+
+#include "base/gl.h"
+#include "render/font_characters_win.h"
+#include "render/list_name.h"
+
+namespace {
+
+constexpr unsigned kCodeCount = 256;
+constexpr unsigned kBlank = ' ';
+constexpr int kMaxErrors = 32;  // without a context glGetError may never answer "none"
+
+/// Records the lists of `count` characters from `first` on as `list` and the names behind it.
+/// @param metrics  gets one record a character in outline mode
+bool RecordGlyphs(HDC dc, bool outline, wchar_t first, unsigned count, GLuint list,
+                  GLYPHMETRICSFLOAT* metrics) noexcept {
+    const BOOL done = outline ? wglUseFontOutlinesW(dc, first, count, list, 0.0F, 0.0F,
+                                                    WGL_FONT_POLYGONS, metrics)
+                              : wglUseFontBitmapsW(dc, first, count, list);
+    return done == TRUE;
+}
+
+/// Records again the codes that mean another character in the system's code page. A character
+/// that the font cannot give leaves the code as it is.
+void RecordCodePage(HDC dc, bool outline, GLuint base, GLYPHMETRICSFLOAT* metrics) noexcept {
+    const UINT codePage = GetACP();
+    for (unsigned code = 0; code < kGlyphCount; ++code) {
+        const wchar_t character = CharacterOfCode(codePage, code);
+        if (character == code) continue;
+        RecordGlyphs(dc, outline, character, 1, base + code, metrics + code);
+    }
+}
+
+/// Whether the list moves the raster position by about `width` pixels.
+bool Advances(GLuint list, int width) noexcept {
+    float before[4] = {};
+    float after[4] = {};
+    glRasterPos2f(0.0F, 0.0F);
+    glGetFloatv(GL_CURRENT_RASTER_POSITION, before);
+    glCallList(list);
+    glGetFloatv(GL_CURRENT_RASTER_POSITION, after);
+    return std::abs(after[0] - before[0]) * 2.0F >= static_cast<float>(width);
+}
+
+/// Whether the font has a picture for `character`; a blank has none.
+bool HasInk(HDC dc, wchar_t character) noexcept {
+    constexpr MAT2 kIdentity = {{0, 1}, {0, 0}, {0, 0}, {0, 1}};
+    GLYPHMETRICS glyph;
+    const DWORD size = GetGlyphOutlineW(dc, character, GGO_BITMAP, &glyph, 0, nullptr, &kIdentity);
+    return size != GDI_ERROR && size != 0;
+}
+
+void RecordAdvance(GLuint list, int width) noexcept {
+    // Mesa: without an address the command is not recorded at all, though no byte is read.
+    constexpr GLubyte kNoPixels = 0;
+    glNewList(list, GL_COMPILE);
+    glBitmap(0, 0, 0.0F, 0.0F, static_cast<float>(width), 0.0F, &kNoPixels);
+    glEndList();
+}
+
+/// Mesa: a list made from an empty bitmap stays empty (GL_OUT_OF_MEMORY while it is recorded) and
+/// does not move the raster position, so words run together. Where the blank shows this, each code
+/// without ink becomes a list that only advances.
+void RepairBlanks(HDC dc, GLuint base, const std::int16_t (&widths)[kCodeCount]) noexcept {
+    if (widths[kBlank] == 0 || Advances(base + kBlank, widths[kBlank])) return;
+    const UINT codePage = GetACP();
+    for (unsigned code = 0; code < kGlyphCount; ++code) {
+        if (widths[code] == 0 || HasInk(dc, CharacterOfCode(codePage, code))) continue;
+        if (!Advances(base + code, widths[code])) RecordAdvance(base + code, widths[code]);
+    }
+}
+
+/// RepairBlanks under transforms that keep the raster position valid; all state comes back.
+void CheckBlanks(HDC dc, GLuint base, const std::int16_t (&widths)[kCodeCount]) noexcept {
+    glPushAttrib(GL_CURRENT_BIT | GL_TRANSFORM_BIT);
+    glMatrixMode(GL_PROJECTION);
+    glPushMatrix();
+    glLoadIdentity();
+    glMatrixMode(GL_MODELVIEW);
+    glPushMatrix();
+    glLoadIdentity();
+    RepairBlanks(dc, base, widths);
+    glPopMatrix();
+    glMatrixMode(GL_PROJECTION);
+    glPopMatrix();
+    glPopAttrib();
+}
+
+/// Takes the errors that the lists left, so that nobody later is blamed for them.
+void DrainErrors() noexcept {
+    for (int i = 0; i < kMaxErrors && glGetError() != GL_NO_ERROR; ++i) {
+    }
+}
+
+}  // namespace
+
+bool CGLFont::Build(HDC dc, bool outlineMode) {
+    Release();
+    outline = outlineMode;
+    const GLuint base = ListName(this);
+    built = RecordGlyphs(dc, outline, 0, kGlyphCount, base, glyphMetrics);
+    maxHeight = 0;
+    for (unsigned code = 0; code < kCodeCount; ++code) {
+        const char byte = static_cast<char>(code);
+        SIZE size;
+        if (!GetTextExtentPoint32A(dc, &byte, 1, &size)) continue;
+        charWidth[code] = static_cast<std::int16_t>(size.cx);
+        if (size.cy > maxHeight) maxHeight = size.cy;
+    }
+    if (built) {
+        RecordCodePage(dc, outline, base, glyphMetrics);
+        if (!outline) CheckBlanks(dc, base, charWidth);
+    }
+    DrainErrors();
+    return built;
+}

@@ -1,0 +1,23 @@
+#pragma once
+
+#include "base/gl.h"
+#include "render/gl_object.h"
+
+/// A positional spot light that points at the origin of its frame; in the origin itself it points
+/// along -Z.
+class CLamp : public CGLObject {
+public:
+    /// @param light  GL_LIGHT0 + n
+    explicit CLamp(GLenum light) noexcept : lightId(light) {}
+
+    void Init() override;
+    void Draw() override;
+
+    GLenum lightId;
+    GLint spotExponent = 16;
+    GLint spotCutoff = 30;  ///< degrees
+    float ambient[4] = {0.0F, 0.0F, 0.0F, 1.0F};
+    float diffuse[4] = {0.3F, 1.0F, 0.9F, 1.0F};
+    float specular[4] = {0.3F, 1.0F, 0.9F, 1.0F};
+    double lightPosition[4] = {};  ///< x, y, z in the frame of the lamp; the fourth is not read
+};

@@ -1,0 +1,10 @@
+#pragma once
+
+#include <cstdint>
+
+/// How finely the globe is drawn; the tuning changes it, meshes read it when they are compiled.
+struct MeshDetail {
+    std::int32_t sphereSlices = 180;     ///< divisions of longitude, a multiple of 4
+    std::int32_t sphereStacks = 120;     ///< divisions of latitude, even
+    std::int32_t atmosphereLayers = 10;  ///< shells of the atmosphere
+};

@@ -1,0 +1,49 @@
+#include "window/flight_win.h"
+
+#include "base/angles.h"
+#include "window/pointer_win.h"
+#include "window/scene_life_win.h"
+
+namespace {
+
+constexpr UINT kFlyStepMs = 20;  // ms between two steps: 50 a second
+
+void LandAtCentre(MapState& map, HWND window) {
+    if (!UseSizeOf(map, window) || map.drawing.planet == nullptr) return;
+    const CScene& scene = map.drawing.scene;
+    RepickAt(map.pointer.geoPoint, scene, *map.drawing.planet, scene.width / 2, scene.height / 2);
+    // The view has moved under a button that is still held: what it grabbed is somewhere else now.
+    if (GetCapture() == window && map.pointer.pressedKey == 0) GrabUnderCursor(map, window);
+}
+
+}  // namespace
+
+ViewAngles ViewOfPlace(double latitudeDeg, double longitudeDeg) noexcept {
+    return {latitudeDeg, kFullTurnDeg - longitudeDeg};
+}
+
+void StartFlight(MapState& map, HWND window, const ViewAngles& to) noexcept {
+    StopFlight(map);
+    if (!map.flight.flight.Start({map.view.viewTilt, map.view.viewSpin}, to)) return;
+    map.flight.window = window;
+    map.flight.timer = SetTimer(window, kFlightTimer, kFlyStepMs, nullptr);
+}
+
+void StopFlight(MapState& map) noexcept {
+    if (map.flight.timer == 0) return;
+    KillTimer(map.flight.window, map.flight.timer);
+    map.flight.timer = 0;
+    map.flight.window = nullptr;
+}
+
+void OnFlightTimer(MapState& map, HWND window) {
+    if (!IsFlying(map) || map.flight.window != window) return;
+    const bool goesOn = map.flight.flight.Step();
+    if (!goesOn) StopFlight(map);
+    const ViewAngles now = map.flight.flight.Current();
+    map.view.viewTilt = now.tilt;
+    map.view.viewSpin = now.spin;
+    ApplyView(map.view, map.drawing.scene);
+    if (!goesOn) LandAtCentre(map, window);
+    InvalidateRect(window, nullptr, FALSE);
+}

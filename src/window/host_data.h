@@ -1,0 +1,20 @@
+#pragma once
+
+#include <cstdint>
+#include <string>
+
+#include "globe/city_table.h"
+#include "horivo_map.h"
+#include "window/local_strings.h"
+
+/// What the host handed over and what it may ask for. Window thread.
+struct HostData {
+    std::wstring hostDirectory;  ///< folder of the host's executable, with trailing backslash
+    std::wstring dataDirectory;  ///< holds "map.jpg", with trailing backslash; empty: none
+    std::wstring settingsFile;   ///< path of "horivo.ini"; empty: none
+    CityTable cities;            ///< the host's memory
+    LocalStrings localStrings;
+    std::uint32_t lastSysError = 0;          ///< of the last failure that kept one; never reset
+    std::uint32_t createStatus = HORIVO_OK;  ///< of the last window creation
+    bool installTest = false;                ///< only while InstallMap tries the picture
+};

@@ -1,0 +1,25 @@
+#include "window/map_settings.h"
+
+#include "base/angles.h"
+
+namespace {
+
+constexpr std::int32_t kPercentPerStep = 100;  // "lag_factor" counts whole times the basic detail
+constexpr std::int32_t kMaxLagFactor = 8;
+constexpr std::int32_t kMinScaler = -3;
+constexpr std::int32_t kMaxScalerX = 2;
+constexpr std::int32_t kMaxScalerY = 1;  // one less: the map is twice as wide as high
+
+}  // namespace
+
+RawSettings CurrentSettings(const MapSettings& settings, std::int32_t perfFactor) noexcept {
+    return {settings.texScalerX, settings.texScalerY, settings.texCompression,
+            perfFactor / kPercentPerStep};
+}
+
+std::int32_t TakeSettings(const RawSettings& raw, MapSettings& settings) noexcept {
+    settings.texScalerX = Clamp(raw.texScalerX, kMinScaler, kMaxScalerX);
+    settings.texScalerY = Clamp(raw.texScalerY, kMinScaler, kMaxScalerY);
+    settings.texCompression = raw.texCompression != 0 ? 1 : 0;
+    return Clamp(raw.lagFactor, 0, kMaxLagFactor) * kPercentPerStep;
+}

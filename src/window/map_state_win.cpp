@@ -1,0 +1,35 @@
+#include "window/map_state_win.h"
+
+namespace {
+
+// Never destroyed by the runtime: at the end of the process nothing may be touched any more.
+MapState*& StateSlot() noexcept {
+    static MapState* state = nullptr;
+    return state;
+}
+
+}  // namespace
+
+MapState& Map() {
+    MapState*& state = StateSlot();
+    if (state == nullptr) state = new MapState;
+    return *state;
+}
+
+void DestroyMapState() noexcept {
+    MapState*& state = StateSlot();
+    if (state == nullptr) return;
+    // A host that unloads without FreeMap or with a window still alive leaves these behind; ending
+    // them here would call GDI+ and OpenGL under the loader's lock.
+    const bool clean = state->gdiplus == nullptr && state->windows.Count() == 0;
+    if (clean) delete state;
+    state = nullptr;
+}
+
+HMODULE LibraryModule() noexcept {
+    HMODULE module = nullptr;
+    GetModuleHandleExW(
+        GET_MODULE_HANDLE_EX_FLAG_FROM_ADDRESS | GET_MODULE_HANDLE_EX_FLAG_UNCHANGED_REFCOUNT,
+        reinterpret_cast<LPCWSTR>(&LibraryModule), &module);
+    return module;
+}

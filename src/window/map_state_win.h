@@ -1,0 +1,127 @@
+#pragma once
+
+#include <array>
+#include <atomic>
+#include <cstdint>
+#include <limits>
+#include <memory>
+
+#include "base/handles_win.h"
+#include "globe/city_clock_win.h"
+#include "globe/planet.h"
+#include "host/time_zone_table_win.h"
+#include "image/gdiplus_session_win.h"
+#include "photos/map_buttons.h"
+#include "photos/photo_panel.h"
+#include "render/extension_flags.h"
+#include "render/gl_context_win.h"
+#include "render/gl_font.h"
+#include "render/lamp.h"
+#include "render/scene.h"
+#include "window/city_pick.h"
+#include "window/fly_to.h"
+#include "window/host_data.h"
+#include "window/map_settings.h"
+#include "window/map_window_win.h"
+#include "window/pointer_state.h"
+#include "window/texture_store.h"
+#include "window/tuning.h"
+#include "window/view_state.h"
+
+/// The map picture and the lock around it.
+struct TextureRoad {
+    TextureStore store;
+    UniqueHandle sceneMutex;  ///< guards `store`; null: no lock could be made, workers do nothing
+    /// The lock that FreeMap waited for in vain: its worker still writes to `store`, so the next
+    /// InitMap takes it again instead of a new one.
+    UniqueHandle lockOfOldWorker;
+    /// Raised whenever FreeMap releases the store; a worker from before leaves it alone. Atomic.
+    std::atomic<std::uint32_t> freed{0};
+    TextureLimits limits;  ///< atomics: window thread writes, workers read
+    /// What the self-test of InstallMap found to be the largest size that works, pixels a side;
+    /// stays in force when GL is asked again. Window thread.
+    std::int32_t sizeCap = std::numeric_limits<std::int32_t>::max();
+    HWND pendingFor = nullptr;  ///< window of the newest load that has not ended; window thread
+    /// Whether InstallMap holds the mutex (or there is none), so that its window may load.
+    bool testMayLoad = false;
+};
+
+/// A flight under way. Window thread.
+struct FlightState {
+    FlyTo flight;
+    HWND window = nullptr;  ///< whose timer drives it
+    UINT_PTR timer = 0;     ///< 0: no flight
+};
+
+/// The auto-repeat of a held overlay button. Window thread.
+struct RepeatState {
+    HWND window = nullptr;
+    UINT_PTR timer = 0;  ///< 0: nothing is held
+};
+
+/// The pointer resting on a city. Window thread.
+struct HoverState {
+    HWND window = nullptr;
+    std::int32_t signedIndex = 0;  ///< of the city; negative when it is only the nearest
+    std::int32_t x = 0;            ///< window pixels
+    std::int32_t y = 0;            ///< from the bottom
+    UINT_PTR timer = 0;            ///< 0: nothing is waited for
+};
+
+/// Buttons, photos and labels over the globe. Window thread; textures as in DrawingState.
+struct OverlayState {
+    MapButtons buttons;
+    PhotoPanel panel;
+    bool hostAccepted = false;  ///< the host's last answer; shows the add-photo button
+    /// Cities within reach of the pointed place, of the frame under way.
+    std::array<CityRecord*, kMostCitiesNear> nearCities = {};
+    TimeZoneTable zones;  ///< lives until unload: city records point into it
+    SystemCityClock clock{zones};
+};
+
+/// The context and what is drawn with it. Window thread; empty between the last WM_DESTROY and the
+/// next WM_CREATE, but for the scene's own view and the sizes.
+struct DrawingState {
+    ExtensionFlags extensions;
+    CGLContext context;
+    CGLFont font;
+    CScene scene;
+    CLamp* lamp = nullptr;      ///< owned by the scene
+    CPlanet* planet = nullptr;  ///< owned by the scene
+    GlobeMeasure globe;
+    SYSTEMTIME sceneTime = {};  ///< UTC instant of the Sun
+    UniqueCursor handCursor;    ///< loaded and released with the windows; no step shows it
+
+    explicit DrawingState(std::uint32_t& lastSysError) noexcept
+        : context(extensions, lastSysError) {}
+};
+
+/// All mutable data that exists once per process; any other mutable static is a mistake. Exports
+/// and window code reach it through Map(); what they call gets its part as a parameter.
+struct MapState {
+    HostData host;                            ///< window thread
+    ViewState view;                           ///< window thread
+    PointerState pointer;                     ///< window thread
+    DetailState detail;                       ///< window thread
+    MapSettings settings;                     ///< window thread
+    FlightState flight;                       ///< window thread
+    HoverState hover;                         ///< window thread
+    OverlayState overlay;                     ///< window thread
+    RepeatState repeat;                       ///< window thread
+    TextureRoad textures;                     ///< see its members
+    DrawingState drawing{host.lastSysError};  ///< window thread
+    LiveWindows windows;                      ///< window thread
+    std::unique_ptr<GdiplusUse> gdiplus;      ///< between InitMap and FreeMap; window thread
+    bool errorBoxShown = false;  ///< "Can not load textures." is on screen; window thread
+};
+
+/// The one state, made at its first use.
+MapState& Map();
+
+/// Gives the state back when the library is unloaded while the process lives on. Calls neither GL
+/// nor GDI+: both must not be called from there, and both are empty after the last window and
+/// FreeMap.
+void DestroyMapState() noexcept;
+
+/// The module that this code is in.
+HMODULE LibraryModule() noexcept;

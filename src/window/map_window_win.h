@@ -1,0 +1,41 @@
+#pragma once
+
+#include <cstdint>
+#include <memory>
+#include <vector>
+
+#include "base/handles_win.h"
+
+/// What one live map window owns. Members in this order: released backwards, the font is
+/// deselected before it is deleted and the DC goes last.
+struct MapWindow {
+    explicit MapWindow(HWND handle) noexcept : window(handle), dc(handle) {}
+
+    HWND window;
+    WindowDc dc;  ///< kept for the life of the window (class style CS_OWNDC)
+    UniqueFont font;
+    std::unique_ptr<SelectedObject> selectedFont;
+    UINT_PTR sunTimer = 0;        ///< 0 when stopped
+    std::int32_t shownWidth = 0;  ///< of the last frame, pixels; 0 before the first
+    std::int32_t shownHeight = 0;
+};
+
+/// The live map windows, oldest first. All share one context and one scene.
+class LiveWindows {
+public:
+    /// Makes an entry for `window` and makes it the map window. Throws std::bad_alloc.
+    MapWindow& Add(HWND window);
+    /// Releases the entry; the map window is then the newest of the others, if any.
+    void Remove(HWND window) noexcept;
+    /// The entry of `window`, null when it is not live (any more).
+    MapWindow* Find(HWND window) noexcept;
+    bool IsLive(HWND window) noexcept { return Find(window) != nullptr; }
+    /// The window that messages without one go to; null when none lives.
+    MapWindow* Current() noexcept;
+    /// Asks every window for a new picture.
+    void InvalidateAll() const noexcept;
+    std::size_t Count() const noexcept { return windows_.size(); }
+
+private:
+    std::vector<std::unique_ptr<MapWindow>> windows_;
+};

@@ -1,0 +1,237 @@
+#include "window/pointer_win.h"
+
+#include <windowsx.h>
+
+#include "globe/geographic.h"
+#include "photos/photo_links_win.h"
+#include "window/city_pick.h"
+#include "window/flight_win.h"
+#include "window/host_notice_win.h"
+#include "window/hover_win.h"
+#include "window/overlay_win.h"
+#include "window/scene_life_win.h"
+#include "window/timers_win.h"
+
+namespace {
+
+struct WindowPoint {
+    std::int32_t x;
+    std::int32_t y;  // from the bottom
+};
+
+/// Both words are signed: with the mouse captured they leave the window on every side.
+WindowPoint PointOf(HWND window, LPARAM lParam) noexcept {
+    RECT client = {};
+    GetClientRect(window, &client);
+    return {GET_X_LPARAM(lParam), client.bottom - 1 - GET_Y_LPARAM(lParam)};
+}
+
+bool Repick(MapState& map, HWND window, const WindowPoint& point) noexcept {
+    if (!UseSizeOf(map, window) || map.drawing.planet == nullptr) return false;
+    return RepickAt(map.pointer.geoPoint, map.drawing.scene, *map.drawing.planet, point.x, point.y);
+}
+
+/// The point of the globe at a window point, in the view's frame, degrees.
+std::optional<LatLon> PickInView(MapState& map, HWND window, const WindowPoint& point) noexcept {
+    if (!UseSizeOf(map, window) || map.drawing.planet == nullptr) return std::nullopt;
+    const auto hit = PickGlobe(map.drawing.scene, *map.drawing.planet, point.x, point.y, false);
+    if (!hit) return std::nullopt;
+    return PointToLatLonDeg(*hit);
+}
+
+void ArmLeaveTracking(MapState& map, HWND window) noexcept {
+    if (map.pointer.geoPoint.valid) return;
+    map.pointer.geoPoint.valid = true;
+    TRACKMOUSEEVENT track = {sizeof track, TME_LEAVE, window, 0};
+    TrackMouseEvent(&track);
+}
+
+/// Remembers what a press grabbed; a press beside the globe grabs nothing, so that a drag from
+/// there does not turn the globe by an older anchor.
+void Grab(MapState& map, HWND window, const WindowPoint& point) noexcept {
+    const auto place = PickInView(map, window, point);
+    map.pointer.anchored = place.has_value();
+    if (!place) return;
+    CGeoPoint& geoPoint = map.pointer.geoPoint;
+    geoPoint.pressTilt = map.view.viewTilt;
+    geoPoint.pressSpin = map.view.viewSpin;
+    geoPoint.pressLatitude = place->latitude;
+    geoPoint.pressLongitude = place->longitude;
+}
+
+void Drag(MapState& map, HWND window, const WindowPoint& point) noexcept {
+    // Windows sends moves without a movement, after a capture for one; they must not eat a click.
+    if (point.x != map.pointer.pressX || point.y != map.pointer.pressY) map.pointer.dragged = true;
+    if (!map.pointer.anchored) return;
+    const auto place = PickInView(map, window, point);
+    if (!place) return;
+    const CGeoPoint& geoPoint = map.pointer.geoPoint;
+    const DragAnchor anchor{
+        {geoPoint.pressTilt, geoPoint.pressSpin}, geoPoint.pressLatitude, geoPoint.pressLongitude};
+    const ViewAngles view = DragView(anchor, place->latitude, place->longitude);
+    map.view.viewTilt = view.tilt;
+    map.view.viewSpin = view.spin;
+    ApplyView(map.view, map.drawing.scene);
+}
+
+/// Waits for the pointer to rest when it is on a city.
+void HoverAt(MapState& map, HWND window, const WindowPoint& point) noexcept {
+    if (IsHoverOverPanel(map.overlay.panel, point.x)) return;
+    const CityPick pick = PickCity(map.host.cities, map.pointer.geoPoint.globePoint);
+    // Deliberate: above 0, so the first city of the table never starts a hover; a click takes it.
+    if (pick.index > 0 && pick.index < map.host.cities.count)
+        StartHover(map, window, pick.SignedIndex(), point.x, point.y);
+}
+
+PressedPhoto PhotoAt(const MapState& map, const WindowPoint& point) noexcept {
+    const PhotoRecord* photo = FindPhotoAt(map.overlay.panel, point.x, point.y);
+    return photo != nullptr ? PressedPhoto{photo->cityIndex, photo->photoNumber} : PressedPhoto{};
+}
+
+bool ActsOnRelease(std::int32_t key) noexcept {
+    return key == VK_HOME || key == VK_PRIOR || key == VK_NEXT || key == VK_INSERT;
+}
+
+void PressButton(HWND window, std::int32_t key) {
+    SendMessageW(window, WM_KEYDOWN, static_cast<WPARAM>(key), 0);
+}
+
+/// Opens the photo's page when the press was on the same photo: the end of a drag over the panel
+/// opens nothing.
+void OpenPhotoUnder(const MapState& map, const WindowPoint& point) {
+    const PressedPhoto pressed = map.pointer.pressedPhoto;
+    const PressedPhoto under = PhotoAt(map, point);
+    if (pressed.cityIndex < 0 || pressed.cityIndex != under.cityIndex ||
+        pressed.photoNumber != under.photoNumber) {
+        return;
+    }
+    // The record behind the picture that was hit: two cities may have photos of one number.
+    OpenPhotoLink(WideString(FindPhotoAt(map.overlay.panel, point.x, point.y)->link));
+}
+
+/// A plain click: tells the host of a city, offers photos, and flies there in any case.
+void Click(MapState& map, HWND window, const WindowPoint& point, bool onGlobe) {
+    if (IsClickOnPanel(map.overlay.panel, point.x) || !onGlobe) return;
+    const CityPick pick = PickCity(map.host.cities, map.pointer.geoPoint.globePoint);
+    if (pick.IsIn(map.host.cities.count)) {
+        const bool hit = pick.hits > 0;
+        if (hit) TellCityClicked(map, window, pick.index);
+        OfferPhotos(map, window, pick.SignedIndex(), hit ? PhotosOf::City : PhotosOf::Country);
+        if (!map.windows.IsLive(window)) return;
+    }
+    const CGeoPoint& geoPoint = map.pointer.geoPoint;
+    StartFlight(map, window, ViewOfPlace(geoPoint.latitudeDeg, geoPoint.longitudeDeg));
+}
+
+void ForgetPress(MapState& map) noexcept {
+    map.pointer.pressedKey = 0;
+    map.pointer.dragged = false;
+    map.pointer.anchored = false;
+    map.pointer.pressedPhoto = {};
+}
+
+}  // namespace
+
+void RepickAtPointer(MapState& map, HWND window) noexcept {
+    Repick(map, window, {map.pointer.geoPoint.mouseX, map.pointer.geoPoint.mouseY});
+}
+
+void GrabUnderCursor(MapState& map, HWND window) noexcept {
+    POINT cursor = {};
+    GetCursorPos(&cursor);
+    ScreenToClient(window, &cursor);
+    RECT client = {};
+    GetClientRect(window, &client);
+    Grab(map, window, {cursor.x, client.bottom - 1 - cursor.y});
+}
+
+LRESULT OnMouseMove(HWND window, WPARAM wParam, LPARAM lParam) {
+    MapState& map = Map();
+    const WindowPoint point = PointOf(window, lParam);
+    CancelHover(map);
+    ArmLeaveTracking(map, window);
+    if (IsFlying(map)) {
+        map.pointer.geoPoint.mouseX = point.x;
+        map.pointer.geoPoint.mouseY = point.y;
+        return 0;
+    }
+    const bool onGlobe = Repick(map, window, point);
+    HitTestButtons(map, window, point.x, point.y, false);
+    const bool buttonHeld = map.pointer.pressedKey != 0;
+    if (wParam == MK_LBUTTON && !buttonHeld) {
+        Drag(map, window, point);
+    } else if (onGlobe && !buttonHeld) {
+        HoverAt(map, window, point);
+    }
+    InvalidateRect(window, nullptr, FALSE);
+    return 0;
+}
+
+LRESULT OnButtonDown(HWND window, WPARAM, LPARAM lParam) {
+    MapState& map = Map();
+    const WindowPoint point = PointOf(window, lParam);
+    map.pointer.dragged = false;
+    map.pointer.pressX = point.x;
+    map.pointer.pressY = point.y;
+    Grab(map, window, point);
+    SetFocus(window);
+    SetCapture(window);
+    map.pointer.pressedPhoto = PhotoAt(map, point);
+    map.pointer.pressedKey = HitTestButtons(map, window, point.x, point.y, false);
+    if (map.pointer.pressedKey != 0 && !ActsOnRelease(map.pointer.pressedKey)) {
+        StartRepeat(map, window);
+        PressButton(window, map.pointer.pressedKey);
+        return 0;
+    }
+    InvalidateRect(window, nullptr, FALSE);
+    return 0;
+}
+
+LRESULT OnButtonUp(HWND window, WPARAM, LPARAM lParam) {
+    MapState& map = Map();
+    const WindowPoint point = PointOf(window, lParam);
+    const bool onGlobe = Repick(map, window, point);
+    StopRepeat(map);
+    ReleaseCapture();
+    const std::int32_t under = HitTestButtons(map, window, point.x, point.y, false);
+    HitTestButtons(map, window, point.x, point.y, true);
+    // Released off the button that was pressed: nothing is meant.
+    const std::int32_t released = under == map.pointer.pressedKey ? under : 0;
+    if (ActsOnRelease(released)) {
+        PressButton(window, released);
+    } else {
+        OpenPhotoUnder(map, point);
+    }
+    // Both may have let the host or the user act: the window may be gone.
+    if (!map.windows.IsLive(window)) return 0;
+    if (!map.pointer.dragged && map.pointer.pressedKey == 0) Click(map, window, point, onGlobe);
+    if (!map.windows.IsLive(window)) return 0;
+    ForgetPress(map);
+    InvalidateRect(window, nullptr, FALSE);
+    return 0;
+}
+
+LRESULT OnMouseWheel(HWND window, WPARAM wParam, LPARAM) {
+    MapState& map = Map();
+    const std::int32_t notches = WheelNotches(GET_WHEEL_DELTA_WPARAM(wParam));
+    if (IsWheelOverPanel(map.overlay.panel, map.pointer.geoPoint.mouseX)) {
+        if (notches != 0) PressButton(window, notches > 0 ? VK_NEXT : VK_PRIOR);
+        return 0;
+    }
+    map.view.cameraDistance = ZoomByWheel(map.view.cameraDistance, notches);
+    ApplyView(map.view, map.drawing.scene);
+    MeasureScene(map);
+    RepickAtPointer(map, window);
+    CancelHover(map);
+    InvalidateRect(window, nullptr, FALSE);
+    return 0;
+}
+
+LRESULT OnMouseLeave(HWND window, WPARAM, LPARAM) {
+    MapState& map = Map();
+    map.pointer.geoPoint.valid = false;
+    HitTestButtons(map, window, 0, 0, true);
+    // What was lit under the pointer must not stay in a picture that nobody redraws.
+    InvalidateRect(window, nullptr, FALSE);
+    return 0;
+}

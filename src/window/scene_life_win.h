@@ -1,0 +1,47 @@
+#pragma once
+// What lives in the one OpenGL context: made for a window, released before the context goes.
+
+#include <cstdint>
+
+#include "window/map_state_win.h"
+
+/// Makes the context on the window's DC, the font lists and reads GL's texture limit.
+/// @return HORIVO_OK or an OpenGL set-up code
+std::uint32_t CreateContext(MapState& map, MapWindow& entry);
+
+/// Puts lamp and planet into the scene. Throws std::bad_alloc.
+void PopulateScene(MapState& map);
+
+/// Uploads the tiles to the planet. The caller holds the scene mutex; the context is current.
+/// @return 0 or a GL error
+std::uint32_t AttachTiles(MapState& map);
+
+/// Uploads the tiles if they can be shown as they are and no worker is at them.
+/// @return whether the planet shows them now
+bool AttachPresentTiles(MapState& map);
+
+/// One-time GL set-up, after the scene is populated; makes the overlay and places the cities'
+/// markers.
+void InitScene(MapState& map);
+
+/// Deletes lamp, planet, overlay, their textures and lists, and the font's lists. The context is
+/// current (when it is not, GL names die with the context).
+void ReleaseScene(MapState& map) noexcept;
+
+/// Makes the whole of it again on a window that lives on, after another one's creation failed.
+void RebuildOn(MapState& map, MapWindow& entry);
+
+/// Sets viewport and projection to a size, makes the display lists again and measures the globe.
+void ResizeScene(MapState& map, std::int32_t width, std::int32_t height);
+
+/// Makes the display lists again; this is what moves the day/night line.
+void CompileScene(MapState& map);
+
+/// Measures the globe's edge after a change of size or distance.
+void MeasureScene(MapState& map) noexcept;
+
+/// Client size of a window; false (and untouched) while a side is below 1 pixel.
+bool ClientSize(HWND window, std::int32_t& width, std::int32_t& height) noexcept;
+
+/// Lets picking use the size of `window`. @return false while it has none
+bool UseSizeOf(MapState& map, HWND window) noexcept;

@@ -1,0 +1,28 @@
+#pragma once
+
+#include <cstdint>
+
+#include "render/geo_point.h"
+#include "render/gl_font.h"
+#include "window/tuning.h"
+
+/// What the text at the lower left says.
+struct StatusLines {
+    const CGeoPoint& geoPoint;
+    const DetailState& detail;
+    bool showInfo = false;
+    bool showFps = false;
+    bool textured = false;            ///< the planet has textures
+    std::uint32_t tileWidth = 0;      ///< pixels
+    std::uint32_t tileHeight = 0;     ///< pixels
+    std::int32_t maxTextureSize = 0;  ///< pixels a side
+    const char* renderer = "";
+    const char* version = "";
+    const char* vendor = "";
+    bool loading = false;
+    bool splitting = false;
+};
+
+/// Draws the lines upward from the lower left corner: readout, information, frame rate, progress.
+/// In the flat overlay pass; leaves the modelview stack as deep as it was.
+void DrawStatusLines(const StatusLines& lines, const CGLFont& font);

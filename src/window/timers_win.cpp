@@ -1,0 +1,83 @@
+#include "window/timers_win.h"
+
+#include "render/current_context_win.h"
+#include "window/flight_win.h"
+#include "window/hover_win.h"
+#include "window/scene_life_win.h"
+
+namespace {
+
+constexpr UINT kRepeatMs = 30;  // ms between two repeats of a held button
+constexpr UINT kSunMs = 5000;   // ms between two looks at the clock
+
+/// A message box or a switch to another program may eat the release of the button; without its
+/// capture the window must not go on turning the globe.
+void GiveUpPress(MapState& map) noexcept {
+    StopRepeat(map);
+    map.pointer.pressedKey = 0;
+    map.pointer.dragged = false;
+    map.pointer.anchored = false;
+    map.pointer.pressedPhoto = {};
+}
+
+void OnRepeatTimer(MapState& map, HWND window) {
+    if (GetCapture() != window) {
+        GiveUpPress(map);
+        return;
+    }
+    if (map.pointer.pressedKey != 0)
+        SendMessageW(window, WM_KEYDOWN, static_cast<WPARAM>(map.pointer.pressedKey), 0);
+}
+
+/// Day and night follow the clock. The change shows with the next frame.
+void OnSunTimer(MapState& map, HWND window) {
+    // Asking Windows for all its zones takes a while: neither the start nor a label should wait.
+    map.overlay.zones.Prepare();
+    const MapWindow* entry = map.windows.Find(window);
+    if (entry == nullptr || IsFlying(map) || map.repeat.timer != 0) return;
+    GetSystemTime(&map.drawing.sceneTime);
+    const CurrentContextScope current(map.drawing.context, entry->dc.Get());
+    if (current.IsCurrent()) CompileScene(map);
+}
+
+struct TimerRoute {
+    UINT_PTR id;
+    void (*handle)(MapState& map, HWND window);
+};
+constexpr TimerRoute kTimerRoutes[] = {
+    {kRepeatTimer, OnRepeatTimer},
+    {kFlightTimer, OnFlightTimer},
+    {kHoverTimer, OnHoverTimer},
+    {kSunTimer, OnSunTimer},
+};
+
+}  // namespace
+
+void StartSunTimer(MapWindow& entry) noexcept {
+    entry.sunTimer = SetTimer(entry.window, kSunTimer, kSunMs, nullptr);
+}
+
+void StopSunTimer(MapWindow& entry) noexcept {
+    if (entry.sunTimer != 0) KillTimer(entry.window, entry.sunTimer);
+    entry.sunTimer = 0;
+}
+
+void StartRepeat(MapState& map, HWND window) noexcept {
+    StopRepeat(map);
+    map.repeat.window = window;
+    map.repeat.timer = SetTimer(window, kRepeatTimer, kRepeatMs, nullptr);
+}
+
+void StopRepeat(MapState& map) noexcept {
+    if (map.repeat.timer == 0) return;
+    KillTimer(map.repeat.window, map.repeat.timer);
+    map.repeat.timer = 0;
+    map.repeat.window = nullptr;
+}
+
+LRESULT OnTimer(HWND window, WPARAM wParam, LPARAM) {
+    for (const TimerRoute& route : kTimerRoutes) {
+        if (route.id == wParam) route.handle(Map(), window);
+    }
+    return 0;
+}

@@ -1,0 +1,116 @@
+#include "window/view_control.h"
+
+#include <array>
+#include <cmath>
+
+#include "base/angles.h"
+#include "base/gl.h"
+#include "globe/geographic.h"
+#include "render/sphere.h"
+
+namespace {
+
+// Deliberate: the near end lies at depth -1, before the near plane; only the direction matters.
+constexpr double kNearDepth = -1.0;
+constexpr double kFarDepth = 1.0;
+
+constexpr double kQuadrantDeg = 90.0;
+constexpr double kUpsideDownFromDeg = 90.0;
+constexpr double kUpsideDownToDeg = 270.0;
+
+constexpr float kZoomStep = 0.1F;          // scene units a key press or a wheel notch
+constexpr std::int32_t kNotchDelta = 120;  // wheel units a notch
+
+struct Ray {
+    CVector4 start;
+    CVector4 direction;  // of length 1
+};
+
+std::optional<CVector4> Unproject(const CScene& scene, const std::array<double, 16>& model,
+                                  const std::array<double, 16>& projection, double x, double y,
+                                  double depth) noexcept {
+    const GLint viewport[4] = {0, 0, scene.width, scene.height};
+    CVector4 point;
+    const GLint ok = gluUnProject(x, y, depth, model.data(), projection.data(), viewport, &point.x,
+                                  &point.y, &point.z);
+    if (ok != GL_TRUE) return std::nullopt;
+    return point;
+}
+
+std::optional<Ray> RayThrough(const CScene& scene, double x, double y, bool withRotation) noexcept {
+    std::array<double, 16> model{};
+    std::array<double, 16> projection{};
+    scene.GetModelMatrix(model, withRotation);
+    scene.GetProjectionMatrix(projection);
+    const auto nearEnd = Unproject(scene, model, projection, x, y, kNearDepth);
+    const auto farEnd = Unproject(scene, model, projection, x, y, kFarDepth);
+    if (!nearEnd || !farEnd) return std::nullopt;
+    CVector4 direction(farEnd->x - nearEnd->x, farEnd->y - nearEnd->y, farEnd->z - nearEnd->z, 1.0);
+    direction.Normalize();
+    return Ray{*nearEnd, direction};
+}
+
+CVector4 Along(const CVector4& start, const CVector4& direction, double t) noexcept {
+    return {start.x + t * direction.x, start.y + t * direction.y, start.z + t * direction.z, 1.0};
+}
+
+}  // namespace
+
+std::optional<CVector4> PickGlobe(const CScene& scene, const CSphere& sphere, double x, double y,
+                                  bool withRotation) noexcept {
+    const auto ray = RayThrough(scene, x, y, withRotation);
+    if (!ray) return std::nullopt;
+    const CVector4 centre(sphere.position.x, sphere.position.y, sphere.position.z, 1.0);
+    const double t = Dot(ray->direction, centre) - Dot(ray->direction, ray->start);
+    const CVector4 closest = Along(ray->start, ray->direction, t);
+    const CVector4 offset(closest.x - centre.x, closest.y - centre.y, closest.z - centre.z, 1.0);
+    const double distance = Length(offset);
+    const double radius = sphere.radius;
+    // Written so that a distance that is not a number misses.
+    if (!(distance <= radius)) return std::nullopt;
+    return Along(closest, ray->direction, -std::sqrt(Square(radius) - Square(distance)));
+}
+
+bool RepickAt(CGeoPoint& geoPoint, const CScene& scene, const CSphere& sphere, std::int32_t x,
+              std::int32_t y) noexcept {
+    geoPoint.mouseX = x;
+    geoPoint.mouseY = y;
+    const auto hit = PickGlobe(scene, sphere, x, y, true);
+    if (hit) geoPoint.globePoint = *hit;
+    UpdateGeoPoint(geoPoint, scene);
+    return hit.has_value();
+}
+
+ViewAngles DragView(const DragAnchor& press, double latitude, double longitude) noexcept {
+    // Deliberate: at exactly 270 a drag counts as upright, the arrow keys as upside down.
+    const int quadrant = static_cast<int>(press.view.tilt / kQuadrantDeg);
+    const bool upsideDown = quadrant == 1 || quadrant == 2;
+    const double turn = upsideDown ? press.longitude - longitude : longitude - press.longitude;
+    return {WrapDegrees(press.view.tilt - (latitude - press.latitude)),
+            WrapDegrees(press.view.spin + turn)};
+}
+
+ViewAngles TurnView(const ViewAngles& view, double right, double up) noexcept {
+    const bool upright = view.tilt < kUpsideDownFromDeg || view.tilt > kUpsideDownToDeg;
+    return {WrapDegrees(view.tilt + up),
+            WrapDegrees(upright ? view.spin - right : view.spin + right)};
+}
+
+float ZoomByKey(float distance, bool in) noexcept {
+    if (in && distance < kNearestDistance) distance += kZoomStep;
+    if (!in && distance > kFarthestDistance) distance -= kZoomStep;
+    // Steps of 0.1 drift in float: without the limit one more step would cut into the near plane.
+    return Clamp(distance, kFarthestDistance, kNearestDistance);
+}
+
+float ZoomByWheel(float distance, std::int32_t notches) noexcept {
+    return Clamp(distance + kZoomStep * static_cast<float>(notches), kFarthestDistance,
+                 kNearestDistance);
+}
+
+std::int32_t WheelNotches(std::int32_t delta) noexcept { return -delta / kNotchDelta; }
+
+void ApplyView(const ViewState& view, CScene& scene) noexcept {
+    scene.position.z = view.cameraDistance;
+    scene.rotation = {view.viewTilt, view.viewSpin, 0.0};
+}

@@ -1,0 +1,157 @@
+#include "image/resample.h"
+
+#include <gtest/gtest.h>
+
+#include <algorithm>
+#include <random>
+#include <vector>
+
+namespace {
+
+using Bytes = std::vector<std::uint8_t>;
+
+/// One line the plain way, pixel by pixel; steps in bytes.
+void PlainLine(const std::uint8_t* source, std::uint8_t* target, std::int64_t from, std::int64_t to,
+               std::int64_t sourceStep, std::int64_t targetStep) {
+    if (from <= to) {
+        for (std::int64_t i = 0; i < to && i * from / to < from; ++i) {
+            std::copy_n(source + i * from / to * sourceStep, 3, target);
+            target += targetStep;
+        }
+        return;
+    }
+    std::uint32_t sums[3] = {source[0], source[1], source[2]};
+    std::uint32_t count = 1;
+    std::int64_t current = 0;
+    const auto write = [&] {
+        for (int c = 0; c < 3; ++c) target[c] = static_cast<std::uint8_t>(sums[c] / count);
+    };
+    for (std::int64_t i = 0; i < from; ++i, source += sourceStep) {
+        const std::int64_t index = i * to / from;
+        if (index >= to) break;
+        if (index != current) {
+            write();
+            target += targetStep;
+            current = index;
+            std::fill_n(sums, 3, 0U);
+            count = 0;
+        }
+        for (int c = 0; c < 3; ++c) sums[c] += source[c];
+        ++count;
+    }
+    write();
+}
+
+/// Both passes over the whole block, one after the other.
+Bytes PlainShrink(Bytes block, std::int64_t width, std::int64_t height, std::int64_t newWidth,
+                  std::int64_t newHeight) {
+    for (std::int64_t row = 0; row < height; ++row) {
+        PlainLine(&block[static_cast<std::size_t>(row * width * 3)],
+                  &block[static_cast<std::size_t>(row * newWidth * 3)], width, newWidth, 3, 3);
+    }
+    for (std::int64_t column = 0; column < newWidth; ++column) {
+        std::uint8_t* const top = &block[static_cast<std::size_t>(column * 3)];
+        PlainLine(top, top, height, newHeight, newWidth * 3, newWidth * 3);
+    }
+    block.resize(static_cast<std::size_t>(newWidth * newHeight * 3));
+    return block;
+}
+
+Bytes Shrink(Bytes block, std::size_t width, std::size_t height, std::size_t newWidth,
+             std::size_t newHeight) {
+    EXPECT_TRUE(ShrinkPixels(block.data(), {width, height}, {newWidth, newHeight}));
+    block.resize(newWidth * newHeight * 3);
+    return block;
+}
+
+Bytes Noise(std::size_t bytes, unsigned seed) {
+    std::mt19937 random(seed);
+    Bytes noise(bytes);
+    for (auto& byte : noise) byte = static_cast<std::uint8_t>(random());
+    return noise;
+}
+
+void ExpectPlain(const Bytes& block, std::size_t width, std::size_t height, std::size_t newWidth,
+                 std::size_t newHeight) {
+    const Bytes plain = PlainShrink(block, std::ptrdiff_t(width), std::ptrdiff_t(height),
+                                    std::ptrdiff_t(newWidth), std::ptrdiff_t(newHeight));
+    EXPECT_TRUE(Shrink(block, width, height, newWidth, newHeight) == plain)
+        << width << " x " << height << " to " << newWidth << " x " << newHeight;
+}
+
+TEST(Resample, CountsTheFirstPixelOfALineTwice) {
+    const Bytes row = {10, 20, 30, 41, 51, 62, 70, 80, 90, 101, 111, 122};
+    const Bytes shrunk = {20, 30, 40, 85, 95, 106};  // (2 * 10 + 41) / 3 ..., (70 + 101) / 2 ...
+    EXPECT_EQ(Shrink(row, 4, 1, 2, 1), shrunk);
+    EXPECT_EQ(Shrink(row, 1, 4, 1, 2), shrunk) << "columns as rows";
+    EXPECT_EQ(Shrink(row, 4, 1, 4, 1), row) << "a line that keeps its length keeps its pixels";
+    EXPECT_EQ(Shrink(row, 4, 1, 1, 1), (Bytes{46, 56, 66})) << "(2 * 10 + 41 + 70 + 101) / 5 ...";
+}
+
+TEST(Resample, RoundsDownAfterEachPassAndRowsFirst) {
+    const Bytes block = {
+        0, 1, 0, 0, 0, 4,  // first row
+        4, 2, 0, 1, 1, 1,  // second row
+    };
+    const Bytes one = {
+        1,  // (2 * 4 + 1) / 3 = 3, 3 / 3; columns first would give 0
+        0,  // 2 / 3 = 0, 5 / 3 = 1, 1 / 3; rounded once, 9 / 9 = 1
+        0,  // 4 / 3 = 1, 1 / 3 = 0, 2 / 3; columns first would give 1
+    };
+    EXPECT_EQ(Shrink(block, 2, 2, 1, 1), one);
+}
+
+TEST(Resample, GivesTheBytesOfThePlainTwoPasses) {
+    std::mt19937 random(20240621);
+    const auto upTo = [&](std::size_t limit) { return random() % limit + 1; };
+    for (int round = 0; round < 1500; ++round) {
+        const std::size_t width = upTo(round % 3 == 0 ? 300 : 40);
+        const std::size_t height = upTo(round % 5 == 0 ? 200 : 40);
+        const std::size_t newWidth = round % 7 == 0 ? width : upTo(width);
+        const std::size_t newHeight = round % 11 == 0 ? height : upTo(height);
+        ExpectPlain(Noise(width * height * 3, static_cast<unsigned>(round)), width, height,
+                    newWidth, newHeight);
+        if (HasFailure()) return;
+    }
+}
+
+TEST(Resample, GivesTheBytesOfThePlainTwoPassesAtExtremeSides) {
+    const std::size_t cases[][4] = {
+        {65536, 1, 1, 1},     {65535, 2, 2, 1},     {2, 65536, 1, 3},  {65535, 3, 65534, 2},
+        {3, 65535, 2, 65534}, {65535, 1, 32768, 1}, {70001, 2, 16, 2}, {1, 1, 1, 1},
+        {6000, 3, 4096, 2},   {3, 4097, 3, 1},
+    };
+    for (const auto& [width, height, newWidth, newHeight] : cases) {
+        ExpectPlain(Noise(width * height * 3, 1), width, height, newWidth, newHeight);
+        ExpectPlain(Bytes(width * height * 3, 255), width, height, newWidth, newHeight);
+    }
+}
+
+/// `count - 1` pixels whose sum, with the first one twice, is `sum` in all channels.
+Bytes LineOfSum(std::uint32_t count, std::uint32_t sum) {
+    Bytes line((count - 1) * 3, 0);
+    for (std::size_t pixel = 1; pixel < count - 1; ++pixel) {
+        const auto value = static_cast<std::uint8_t>(std::min(sum, 255U));
+        std::fill_n(&line[pixel * 3], 3, value);
+        sum -= value;
+    }
+    return line;
+}
+
+TEST(Resample, DividesExactlyOnBothSidesOfEachQuotient) {
+    for (const std::uint32_t count : {3U, 4U, 7U, 255U, 4095U, 4096U, 4097U, 65535U, 65537U}) {
+        for (const std::uint32_t quotient : {1U, 2U, 100U, 200U, 253U}) {
+            const std::uint32_t largest = 255 * (count - 2);  // the doubled pixel stays 0
+            const std::uint32_t sum = quotient * count;
+            if (sum > largest) continue;
+            const std::size_t size = count - 1;
+            for (const std::uint32_t less : {0U, 1U}) {
+                const Bytes line = LineOfSum(count, sum - less);
+                EXPECT_EQ(Shrink(line, size, 1, 1, 1)[0], quotient - less) << sum << " / " << count;
+                EXPECT_EQ(Shrink(line, 1, size, 1, 1)[0], quotient - less) << sum << " / " << count;
+            }
+        }
+    }
+}
+
+}  // namespace

@@ -1,0 +1,83 @@
+#include "image/tile_grid.h"
+
+#include <gmock/gmock.h>
+
+#include <array>
+
+#include "support/texture_pixels.h"
+
+namespace {
+
+using testing::ElementsAre;
+
+/// Up to 32 tiles; the first one can claim sizes.
+struct Grid {
+    Claimed<CGLTexture> map;
+    std::array<CGLTexture, 31> others;
+    std::array<CGLTexture*, 32> tiles;
+
+    explicit Grid(const MemoryImage& image) {
+        tiles[0] = &map;
+        for (std::size_t i = 0; i < others.size(); ++i) tiles[i + 1] = &others[i];
+        for (CGLTexture* tile : tiles) LoadImage(*tile, image);  // what the others hold must go
+    }
+    CGLTexture& Tile(int index) { return *tiles[static_cast<std::size_t>(index)]; }
+    bool Split(int columns, int rows) { return SplitIntoGrid(tiles.data(), columns, rows); }
+};
+
+TEST(TileGrid, TilesRejoinToThePicture) {
+    const int cases[][4] = {{64, 32, 4, 2}, {8, 2, 4, 2},  {40, 24, 2, 4},
+                            {64, 16, 8, 4}, {12, 5, 4, 1}, {5, 12, 1, 4}};
+    for (const auto& [width, height, columns, rows] : cases) {
+        const MemoryImage image = NoiseImage(width, height);
+        Grid grid(image);
+        ASSERT_TRUE(grid.Split(columns, rows));
+        const int tileWidth = width / columns;
+        const int tileHeight = height / rows;
+        for (int row = 0; row < height; ++row) {
+            for (int x = 0; x < tileWidth * columns; ++x) {
+                const int band = rows - 1 - row / tileHeight;  // counted from the bottom
+                const CGLTexture& tile = grid.Tile(x / tileWidth + columns * band);
+                ASSERT_EQ(TextureColour(tile, x % tileWidth, row % tileHeight),
+                          ImageColour(image, x, row))
+                    << width << " x " << height << ": " << x << ", " << row;
+            }
+        }
+    }
+}
+
+TEST(TileGrid, OddSizesLoseTheirLastColumnsAndRows) {
+    // 1001 x 503 lies in a buffer of 1004 x 503: a quarter of 251 x 251.
+    const MemoryImage image = NoiseImage(1001, 503);
+    Grid grid(image);
+    ASSERT_TRUE(grid.Split(4, 2));
+    for (int i = 0; i < 8; ++i) EXPECT_THAT(Sizes(grid.Tile(i)), ElementsAre(250, 251, 251, 251));
+    // The bottom row of the picture is row 0 of the buffer; tile 3 begins at column 753.
+    EXPECT_EQ(TextureColour(grid.Tile(3), 0, 250), ImageColour(image, 753, 502));
+    EXPECT_EQ(TextureColour(grid.Tile(4), 0, 250), ImageColour(image, 0, 502 - 251));
+}
+
+TEST(TileGrid, ASideThatWouldBecomeEmptyClearsAll) {
+    const int cases[][3] = {{64, 1, 4}, {1, 64, 8}, {1, 1, 4}};
+    for (const auto& [width, height, columns] : cases) {
+        Grid grid(NoiseImage(width, height));
+        EXPECT_FALSE(grid.Split(columns, 2)) << width;
+        EXPECT_EQ(grid.Tile(columns).GetPixels(), nullptr) << width;
+        EXPECT_THAT(Sizes(grid.Tile(columns)), ElementsAre(0, 0, 0, 0)) << width;
+    }
+}
+
+TEST(TileGrid, WithoutMemoryTheSplitLeavesItsTextureWhole) {
+    const MemoryImage image = NoiseImage(8, 4);
+    Grid grid(image);
+    EXPECT_FALSE(grid.map.Split(grid.map, true)) << "into itself";
+    grid.map.ClaimBuffer(kHugeSide, kHugeSide);
+    EXPECT_FALSE(grid.Split(4, 2));
+    EXPECT_THAT(Sizes(grid.Tile(2)), ElementsAre(0, 0, 0, 0));
+    grid.map.ClaimBuffer(8, 4);
+    EXPECT_EQ(TextureColour(grid.map, 7, 0), ImageColour(image, 7, 0));
+    grid.map.Clear(true);
+    EXPECT_FALSE(grid.Split(4, 2)) << "nothing to split";
+}
+
+}  // namespace

@@ -1,0 +1,66 @@
+#include "window/tuning.h"
+
+#include <gtest/gtest.h>
+
+#include "support/table.h"
+
+namespace {
+
+class Tuning : public testing::Test {
+protected:
+    Tuning() { limits_.maxTextureSize = 4096; }
+    TuneOutcome Step(std::uint32_t ms, bool busy = false) { return TuneStep(detail_, busy, ms); }
+
+    DetailState detail_;
+    TextureLimits limits_;
+};
+
+TEST_F(Tuning, FactorDecidesMeshAndAtmosphere) {
+    for (const Row& row : Table("tuning_factor")) {
+        ApplyPerfFactor(detail_, limits_, row.Int(0));
+        EXPECT_EQ(detail_.perfFactor, row.Int(1)) << row.why;
+        EXPECT_EQ(detail_.mesh.sphereSlices, row.Int(2)) << row.why;
+        EXPECT_EQ(detail_.mesh.sphereStacks, row.Int(3)) << row.why;
+        EXPECT_EQ(detail_.mesh.atmosphereLayers, row.Int(4)) << row.why;
+        EXPECT_EQ(limits_.textureLimit, 4096) << "textures keep their size at every detail";
+    }
+    for (const Row& row : Table("tuning_step")) {
+        EXPECT_EQ(StepFactor(row.Int(0), true), row.Int(1)) << row.why;
+        EXPECT_EQ(StepFactor(row.Int(0), false), row.Int(2)) << row.why;
+    }
+}
+
+TEST_F(Tuning, MeasuresThreeFramesAfterAWarmUp) {
+    EXPECT_EQ(Step(500), TuneOutcome::Idle) << "nothing is measured before it was asked for";
+    StartMeasuring(detail_);
+    EXPECT_EQ(Step(5000), TuneOutcome::AnotherFrame) << "the warm-up frame does not count";
+    EXPECT_EQ(Step(50), TuneOutcome::AnotherFrame);
+    EXPECT_EQ(Step(0), TuneOutcome::AnotherFrame) << "too short to measure: not counted";
+    EXPECT_EQ(Step(50), TuneOutcome::AnotherFrame);
+    EXPECT_EQ(Step(50), TuneOutcome::Idle);
+    EXPECT_EQ(detail_.perfFactor, 100);
+    EXPECT_EQ(Step(5000), TuneOutcome::Idle) << "finished";
+    StartMeasuring(detail_);
+    Step(50);
+    EXPECT_EQ(Step(50, true), TuneOutcome::Idle) << "a load under way gives it up";
+    EXPECT_EQ(Step(50), TuneOutcome::Idle) << "it must not go on after the load";
+}
+
+TEST_F(Tuning, BecomesCoarserBelowTenFramesASecondOnly) {
+    const struct {
+        int factor;
+        std::uint32_t ms;
+        int after;
+    } cases[] = {{100, 100, 100}, {100, 101, 200}, {400, 3000, 800}, {800, 3000, 800}};
+    for (const auto& c : cases) {
+        ApplyPerfFactor(detail_, limits_, c.factor);
+        StartMeasuring(detail_);
+        for (int frame = 0; frame < 3; ++frame) Step(c.ms);
+        EXPECT_EQ(Step(c.ms) == TuneOutcome::Coarser, c.after != c.factor) << c.factor;
+        EXPECT_EQ(detail_.perfFactor, c.after);
+    }
+    EXPECT_FLOAT_EQ(FramesPerSecond(16), 62.5F);
+    EXPECT_GT(FramesPerSecond(0), 1000.0F);
+}
+
+}  // namespace

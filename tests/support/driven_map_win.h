@@ -1,0 +1,91 @@
+#pragma once
+// A map window whose surroundings belong to the test: its timers run by hand, its clock stands, its
+// cursor, its host's hidden window and the browser are the test's own.
+
+#include <functional>
+#include <map>
+#include <string>
+#include <vector>
+
+#include "support/faked_import_win.h"
+#include "support/fixed_clock_win.h"
+#include "support/map_host_win.h"
+#include "support/photo_disk_win.h"
+#include "support/seen_overlay_win.h"
+#include "support/seen_view_win.h"
+// shellapi.h needs windows.h before it.
+#include <shellapi.h>
+
+/// What was handed to the browser.
+struct OpenedPage {
+    std::wstring verb;
+    std::wstring page;
+    std::wstring parameters;
+    std::wstring folder;
+    int show = 0;
+};
+
+class DrivenMapTest : public MapHostTest {
+protected:
+    static constexpr WPARAM kRepeatTimer = 1;
+    static constexpr WPARAM kFlightTimer = 2;
+    static constexpr WPARAM kHoverTimer = 3;
+    static constexpr WPARAM kSunTimer = 4;
+
+    DrivenMapTest();
+    ~DrivenMapTest() override;
+
+    /// Appends a city; its zone is a HORIVO_TIME_ZONES number. Only before Open.
+    CityRecord& AddCity(const wchar_t* name, const wchar_t* country, double latitude,
+                        double longitude, std::uint32_t zone = 0);
+    /// Hands the cities over and makes the window, with its map.
+    void Open(int width = 800, int height = 600);
+    /// Zooms as near as it goes: 0.03 degrees a pixel in the middle of the globe.
+    void ZoomIn();
+
+    /// Paints and reads what was painted.
+    SeenOverlay Look();
+    SeenView LookAtView();
+    bool TakeRepaintRequest() const;
+    /// The client point that shows a place of the globe's front.
+    POINT PixelOf(double latitude, double longitude);
+
+    void Pointer(UINT message, WPARAM buttons, POINT at) const;
+    void Hover(POINT at) const { Pointer(WM_MOUSEMOVE, 0, at); }
+    void Drag(POINT at) const { Pointer(WM_MOUSEMOVE, MK_LBUTTON, at); }
+    void Press(POINT at) const { Pointer(WM_LBUTTONDOWN, MK_LBUTTON, at); }
+    void Release(POINT at) const { Pointer(WM_LBUTTONUP, 0, at); }
+    void Click(POINT at) const;
+    void Wheel(int delta) const;
+    /// Lets a timer of the window come round once, whether it runs or not.
+    void Tick(WPARAM timer) const { SendMessageW(window, WM_TIMER, timer, 0); }
+    bool Runs(WPARAM timer) const { return timers.contains(timer); }
+
+    HWND window = nullptr;
+    std::map<UINT_PTR, UINT> timers;  ///< that run, with their periods in ms
+    POINT cursor = {};                ///< client point of the cursor
+
+    // The host's hidden main window.
+    bool hasHidden = true;
+    LRESULT consent = 0;               ///< its answer
+    std::vector<HostMessage> asked;    ///< what it was asked
+    std::function<void()> whileAsked;  ///< what the host does before it answers
+    std::function<void()> whileTold;   ///< what it does while its parent window hears of a city
+
+    std::vector<OpenedPage> opened;  ///< pages, in order
+    std::function<void()> whileOpening;
+
+    PhotoDisk photos;
+
+private:
+    static LRESULT CALLBACK HiddenProc(HWND window, UINT message, WPARAM wParam, LPARAM lParam);
+    static LRESULT CALLBACK ParentProc(HWND window, UINT message, WPARAM wParam, LPARAM lParam);
+    void CreateHidden();
+
+    HWND hidden_ = nullptr;
+    FakedImport<"SetTimer", decltype(SetTimer)> setTimer_;
+    FakedImport<"KillTimer", decltype(KillTimer)> killTimer_;
+    FakedImport<"GetCursorPos", decltype(GetCursorPos)> getCursorPos_;
+    FakedImport<"FindWindowW", decltype(FindWindowW)> findWindow_;
+    FakedImport<"ShellExecuteW", decltype(ShellExecuteW)> shellExecute_;
+};

@@ -1,0 +1,60 @@
+#pragma once
+// Lets a test answer for Windows: one imported function of the DLL at a time.
+
+#include <atomic>
+#include <functional>
+#include <utility>
+
+#include "support/import_spy_win.h"
+
+/// Answers an imported function of a module in place of the real one, for as long as this lives.
+/// One object at a time for a name and an owner; those of several owners stack, last in first out.
+/// The answer runs on the thread that calls.
+template <FunctionName Name, class Signature, class Owner = void>
+class FakedImport;
+
+template <FunctionName Name, class Result, class... Arguments, class Owner>
+class FakedImport<Name, Result(Arguments...), Owner> {
+public:
+    using Answer = std::function<Result(Arguments...)>;
+
+    FakedImport(HMODULE module, Answer answer) : module_(module) {
+        answer_ = std::move(answer);
+        calls_ = 0;
+        real_ = reinterpret_cast<Function*>(
+            ReplaceImport(module, Name.View(), reinterpret_cast<void*>(&Call)));
+    }
+    /// Only counts the calls.
+    explicit FakedImport(HMODULE module) : FakedImport(module, Real) {}
+    FakedImport(const FakedImport&) = delete;
+    FakedImport& operator=(const FakedImport&) = delete;
+    ~FakedImport() {
+        if (real_ != nullptr && IsLoaded())
+            ReplaceImport(module_, Name.View(), reinterpret_cast<void*>(real_));
+    }
+
+    /// How often the module has called it.
+    int Calls() const { return calls_; }
+    static Result Real(Arguments... arguments) { return real_(arguments...); }
+
+private:
+    using Function = Result WINAPI(Arguments...);
+
+    static Result WINAPI Call(Arguments... arguments) {
+        ++calls_;
+        return answer_(arguments...);
+    }
+
+    /// A test may have unloaded the module meanwhile.
+    bool IsLoaded() const {
+        HMODULE found = nullptr;
+        return GetModuleHandleExW(GET_MODULE_HANDLE_EX_FLAG_FROM_ADDRESS |
+                                      GET_MODULE_HANDLE_EX_FLAG_UNCHANGED_REFCOUNT,
+                                  reinterpret_cast<LPCWSTR>(module_), &found) != FALSE;
+    }
+
+    static inline Answer answer_;
+    static inline std::atomic<int> calls_ = 0;
+    static inline Function* real_ = nullptr;
+    HMODULE module_;
+};

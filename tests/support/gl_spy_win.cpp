@@ -1,0 +1,224 @@
+#include "support/gl_spy_win.h"
+
+#include <charconv>
+#include <sstream>
+
+#include "support/import_spy_win.h"
+
+namespace {
+
+constexpr int kVectorLength = 4;  // all float arrays that the DLL hands to GL are colours or points
+
+void Append(std::string& line, double value) {
+    char text[40];
+    const auto end = std::to_chars(text, text + sizeof text, static_cast<float>(value)).ptr;
+    line.append(1, ' ').append(text, end);
+}
+template <class Number>
+requires std::is_arithmetic_v<Number>
+void AppendArgument(std::string& line, Number value) {
+    if constexpr (std::is_floating_point_v<Number>) {
+        Append(line, static_cast<double>(value));
+    } else {
+        line.append(1, ' ').append(std::to_string(value));
+    }
+}
+void AppendArgument(std::string& line, const GLfloat* values) {
+    for (int i = 0; i < kVectorLength; ++i) Append(line, static_cast<double>(values[i]));
+}
+void AppendArgument(std::string& line, const void*) { line += " *"; }
+
+/// The hook of one function: records, then calls the real one.
+template <FunctionName Name, class Signature>
+struct Hook;
+template <FunctionName Name, class Result, class... Arguments>
+struct Hook<Name, Result(Arguments...)> {
+    static inline Result(APIENTRY* real)(Arguments...) = nullptr;
+    static Result APIENTRY Call(Arguments... arguments) {
+        if (SpiedGl().keepCalls) {
+            std::string line(Name.View());
+            (AppendArgument(line, arguments), ...);
+            SpiedGl().calls.push_back(std::move(line));
+        }
+        return real(arguments...);
+    }
+};
+
+template <FunctionName Name, class Result, class... Arguments>
+void Install(HMODULE module, Result(APIENTRY*)(Arguments...)) {
+    using Spy = Hook<Name, Result(Arguments...)>;
+    void* before = ReplaceImport(module, Name.View(), reinterpret_cast<void*>(&Spy::Call));
+    if (before != nullptr) Spy::real = reinterpret_cast<Result(APIENTRY*)(Arguments...)>(before);
+}
+
+decltype(&SwapBuffers) realSwapBuffers = nullptr;
+decltype(&glTexImage2D) realTexImage2D = nullptr;
+decltype(&glCallLists) realCallLists = nullptr;
+decltype(&glGetString) realGetString = nullptr;
+decltype(&glGetIntegerv) realGetIntegerv = nullptr;
+decltype(&glGetError) realGetError = nullptr;
+bool refused = false;
+
+void APIENTRY SpyTexImage2D(GLenum target, GLint level, GLint internalFormat, GLsizei width,
+                            GLsizei height, GLint border, GLenum format, GLenum type,
+                            const GLvoid* pixels) {
+    SpiedUpload upload{internalFormat, width, height, border, format, {}};
+    if (SpiedGl().keepPixels && pixels != nullptr) {
+        const std::size_t size = static_cast<std::size_t>(width) *
+                                 static_cast<std::size_t>(height) * (format == GL_RGBA ? 4U : 3U);
+        const auto* bytes = static_cast<const unsigned char*>(pixels);
+        upload.pixels.assign(bytes, bytes + size);
+    }
+    SpiedGl().uploads.push_back(std::move(upload));
+    if (SpiedGl().keepCalls) SpiedGl().calls.push_back("glTexImage2D");
+    const GLsizei limit = SpiedGl().refuseAbove;
+    if (limit > 0 && (width > limit || height > limit)) {
+        refused = true;
+        return;
+    }
+    realTexImage2D(target, level, internalFormat, width, height, border, format, type, pixels);
+}
+
+void APIENTRY SpyCallLists(GLsizei count, GLenum type, const GLvoid* names) {
+    GlSpyRecord& record = SpiedGl();
+    if (record.keepCalls) {
+        record.calls.push_back("glCallLists " + std::to_string(count) + ' ' + std::to_string(type) +
+                               " *");
+    }
+    if (record.keepTexts && count > 0 && type == GL_UNSIGNED_BYTE)
+        record.texts.emplace_back(static_cast<const char*>(names), static_cast<std::size_t>(count));
+    realCallLists(count, type, names);
+}
+
+const GLubyte* APIENTRY SpyGetString(GLenum name) {
+    const std::string& renderer = SpiedGl().renderer;
+    if (name == GL_RENDERER && !renderer.empty())
+        return reinterpret_cast<const GLubyte*>(renderer.c_str());
+    return realGetString(name);
+}
+
+void APIENTRY SpyGetIntegerv(GLenum name, GLint* value) {
+    realGetIntegerv(name, value);
+    if (name == GL_MAX_TEXTURE_SIZE && SpiedGl().maxTextureSize > 0)
+        *value = SpiedGl().maxTextureSize;
+}
+
+GLenum APIENTRY SpyGetError() {
+    if (!refused) return realGetError();
+    refused = false;
+    return GL_OUT_OF_MEMORY;
+}
+
+BOOL WINAPI SpySwapBuffers(HDC dc) {
+    GlSpyRecord& record = SpiedGl();
+    ++record.frames;
+    if (record.keepFrame) {
+        GLint viewport[4] = {};
+        realGetIntegerv(GL_VIEWPORT, viewport);
+        record.frame.width = viewport[2];
+        record.frame.height = viewport[3];
+        record.frame.pixels.resize(3U * static_cast<std::size_t>(viewport[2]) *
+                                   static_cast<std::size_t>(viewport[3]));
+        glPixelStorei(GL_PACK_ALIGNMENT, 1);
+        glReadPixels(0, 0, viewport[2], viewport[3], GL_RGB, GL_UNSIGNED_BYTE,
+                     record.frame.pixels.data());
+    }
+    if (record.keepCalls) record.calls.emplace_back("SwapBuffers");
+    return realSwapBuffers(dc);
+}
+
+template <class Function>
+void InstallSpecial(HMODULE module, std::string_view name, Function spy, Function& real) {
+    void* before = ReplaceImport(module, name, reinterpret_cast<void*>(spy));
+    if (before != nullptr) real = reinterpret_cast<Function>(before);
+}
+
+}  // namespace
+
+GlSpyRecord& SpiedGl() {
+    static GlSpyRecord record;
+    return record;
+}
+
+void SpyOnGl(HMODULE module) {
+    InstallSpecial(module, "SwapBuffers", &SpySwapBuffers, realSwapBuffers);
+    InstallSpecial(module, "glTexImage2D", &SpyTexImage2D, realTexImage2D);
+    InstallSpecial(module, "glCallLists", &SpyCallLists, realCallLists);
+    InstallSpecial(module, "glGetString", &SpyGetString, realGetString);
+    InstallSpecial(module, "glGetIntegerv", &SpyGetIntegerv, realGetIntegerv);
+    InstallSpecial(module, "glGetError", &SpyGetError, realGetError);
+    Install<"glBegin">(module, glBegin);
+    Install<"glBindTexture">(module, glBindTexture);
+    Install<"glBlendFunc">(module, glBlendFunc);
+    Install<"glCallList">(module, glCallList);
+    Install<"glClear">(module, glClear);
+    Install<"glClearColor">(module, glClearColor);
+    Install<"glColor3d">(module, glColor3d);
+    Install<"glColor3f">(module, glColor3f);
+    Install<"glColor4d">(module, glColor4d);
+    Install<"glColor4f">(module, glColor4f);
+    Install<"glDeleteLists">(module, glDeleteLists);
+    Install<"glDeleteTextures">(module, glDeleteTextures);
+    Install<"glDisable">(module, glDisable);
+    Install<"glEnable">(module, glEnable);
+    Install<"glEnd">(module, glEnd);
+    Install<"glEndList">(module, glEndList);
+    Install<"glFlush">(module, glFlush);
+    Install<"glGenTextures">(module, glGenTextures);
+    Install<"glIsEnabled">(module, glIsEnabled);
+    Install<"glLightModelfv">(module, glLightModelfv);
+    Install<"glLightModeli">(module, glLightModeli);
+    Install<"glLightfv">(module, glLightfv);
+    Install<"glLighti">(module, glLighti);
+    Install<"glListBase">(module, glListBase);
+    Install<"glLoadIdentity">(module, glLoadIdentity);
+    Install<"glMaterialfv">(module, glMaterialfv);
+    Install<"glMateriali">(module, glMateriali);
+    Install<"glMatrixMode">(module, glMatrixMode);
+    Install<"glNewList">(module, glNewList);
+    Install<"glNormal3d">(module, glNormal3d);
+    Install<"glNormal3f">(module, glNormal3f);
+    Install<"glPixelStorei">(module, glPixelStorei);
+    Install<"glPointSize">(module, glPointSize);
+    Install<"glPolygonMode">(module, glPolygonMode);
+    Install<"glPopMatrix">(module, glPopMatrix);
+    Install<"glPushMatrix">(module, glPushMatrix);
+    Install<"glRasterPos3f">(module, glRasterPos3f);
+    Install<"glRotated">(module, glRotated);
+    Install<"glRotatef">(module, glRotatef);
+    Install<"glShadeModel">(module, glShadeModel);
+    Install<"glTexCoord2d">(module, glTexCoord2d);
+    Install<"glTexCoord2f">(module, glTexCoord2f);
+    Install<"glTexEnvfv">(module, glTexEnvfv);
+    Install<"glTexEnvi">(module, glTexEnvi);
+    Install<"glTexParameteri">(module, glTexParameteri);
+    Install<"glTranslatef">(module, glTranslatef);
+    Install<"glVertex2d">(module, glVertex2d);
+    Install<"glVertex2f">(module, glVertex2f);
+    Install<"glVertex3d">(module, glVertex3d);
+    Install<"glVertex3f">(module, glVertex3f);
+    Install<"glViewport">(module, glViewport);
+    Install<"gluDeleteQuadric">(module, gluDeleteQuadric);
+    Install<"gluNewQuadric">(module, gluNewQuadric);
+    Install<"gluOrtho2D">(module, gluOrtho2D);
+    Install<"gluPerspective">(module, gluPerspective);
+    Install<"gluQuadricDrawStyle">(module, gluQuadricDrawStyle);
+    Install<"gluSphere">(module, gluSphere);
+}
+
+std::vector<std::string> SpiedCalls(const std::string& function) {
+    std::vector<std::string> found;
+    for (const std::string& call : SpiedGl().calls) {
+        if (call == function || call.starts_with(function + " ")) found.push_back(call);
+    }
+    return found;
+}
+
+std::vector<double> SpiedNumbers(const std::string& call) {
+    std::istringstream words(call);
+    std::string word;
+    words >> word;
+    std::vector<double> numbers;
+    for (double number = 0; words >> number;) numbers.push_back(number);
+    return numbers;
+}

@@ -1,0 +1,106 @@
+#include "support/memory_picture.h"
+
+#include <cstring>
+#include <random>
+#include <utility>
+
+namespace {
+
+constexpr std::size_t kPadding = 5;  // bytes behind each row: a stride is not the row's length
+constexpr std::uint8_t kPaddingByte = 0xEE;
+
+int livePictures = 0;
+int liveLocks = 0;
+
+void CopyAs24Bits(const MemoryImage& source, MemoryImage& target) {
+    const auto step = static_cast<std::size_t>(BytesPerPixel(source.format));
+    for (std::size_t at = 0; at < source.bytes.size(); at += step) {
+        for (std::size_t channel = 0; channel < 3; ++channel) {
+            target.bytes.push_back(source.bytes[step == 1 ? at : at + channel]);
+        }
+    }
+}
+
+}  // namespace
+
+std::int32_t BytesPerPixel(std::int32_t format) { return ((format >> 8) & 0xFF) / 8; }
+
+MemoryImage NoiseImage(std::int32_t width, std::int32_t height, std::int32_t format) {
+    MemoryImage image;
+    image.width = width;
+    image.height = height;
+    image.format = format;
+    image.bytes.resize(static_cast<std::size_t>(width * height * BytesPerPixel(format)));
+    std::mt19937 random(static_cast<unsigned>(width * 10007 + height));
+    for (auto& byte : image.bytes) byte = static_cast<std::uint8_t>(random());
+    return image;
+}
+
+MemoryPicture::~MemoryPicture() { --livePictures; }
+int MemoryPicture::LiveCount() noexcept { return livePictures; }
+int MemoryPicture::LockCount() noexcept { return liveLocks; }
+
+MemoryPicture::MemoryPicture(MemoryImage image) : image_(std::move(image)) {
+    ++livePictures;
+    const auto rowBytes = static_cast<std::size_t>(image_.width * BytesPerPixel(image_.format));
+    const auto rowCount = static_cast<std::size_t>(image_.height);
+    const std::size_t stride = rowBytes + kPadding;
+    rows_.assign(stride * rowCount, kPaddingByte);
+    for (std::size_t row = 0; row < rowCount; ++row) {
+        const std::size_t place = image_.bottomUp ? rowCount - 1 - row : row;
+        std::memcpy(&rows_[place * stride], &image_.bytes[row * rowBytes], rowBytes);
+    }
+}
+
+PixelRows MemoryPicture::LockForReading() {
+    if (!image_.lockable) return {};
+    ++liveLocks;
+    const auto rowCount = static_cast<std::size_t>(image_.height);
+    const std::size_t stride = rows_.size() / rowCount;
+    const auto step = static_cast<std::ptrdiff_t>(stride);
+    if (image_.bottomUp) return {&rows_[(rowCount - 1) * stride], -step};
+    return {rows_.data(), step};
+}
+
+void MemoryPicture::Unlock() noexcept { --liveLocks; }
+
+MemoryFiles& Files() {
+    static MemoryFiles files;
+    return files;
+}
+
+std::unique_ptr<Picture> OpenPicture(const std::wstring& path) {
+    const auto found = Files().pictures.find(path);
+    if (found != Files().pictures.end()) return std::make_unique<MemoryPicture>(found->second);
+    MemoryImage missing;
+    missing.readable = false;
+    return std::make_unique<MemoryPicture>(missing);
+}
+
+std::unique_ptr<Picture> ConvertPicture(std::unique_ptr<Picture> picture, std::int32_t format) {
+    if (picture == nullptr || picture->GetPixelFormat() == format) return picture;
+    const MemoryImage& source = dynamic_cast<MemoryPicture&>(*picture).Image();
+    if (!source.convertible || format != kPixelFormat24bppRgb) return nullptr;
+    MemoryImage target;
+    target.width = source.width;
+    target.height = source.height;
+    target.lockable = source.lockable;
+    CopyAs24Bits(source, target);
+    return std::make_unique<MemoryPicture>(std::move(target));
+}
+
+bool EncodeJpeg(const PixelBlock& block, const std::wstring& path, int quality) {
+    if (!Files().canEncode) return false;
+    EncodedJpeg jpeg{path, quality, {}};
+    jpeg.image.width = block.width;
+    jpeg.image.height = block.height;
+    jpeg.image.format = block.bytesPerPixel == 4 ? kPixelFormat32bppArgb : kPixelFormat24bppRgb;
+    for (std::int32_t row = 0; row < block.height; ++row) {
+        const std::uint8_t* const bytes =
+            block.firstRow + static_cast<std::ptrdiff_t>(row) * block.stride;
+        jpeg.image.bytes.insert(jpeg.image.bytes.end(), bytes,
+                                bytes + block.width * block.bytesPerPixel);
+    }
+    Files().encoded.push_back(std::move(jpeg));
+    return true;
+}

@@ -1,0 +1,88 @@
+#pragma once
+// The DLL's worker threads: where they are, how long they take, when they have left.
+
+#include <atomic>
+#include <mutex>
+#include <set>
+#include <vector>
+
+#include "support/faked_import_win.h"
+
+/// Watches the workers of a module and holds them up where a test wants them.
+class WorkerWatch {
+public:
+    /// Where a worker can be held up.
+    enum class At {
+        Nowhere,
+        LoadLock,   ///< the first worker, about to wait for the lock
+        Decode,     ///< about to open "map.jpg", the lock in its hands
+        SplitLock,  ///< the second worker, about to wait for the lock
+    };
+
+    explicit WorkerWatch(HMODULE module);
+    WorkerWatch(const WorkerWatch&) = delete;
+    WorkerWatch& operator=(const WorkerWatch&) = delete;
+    /// Lets all go and waits for them.
+    ~WorkerWatch();
+
+    void HoldUp(At place);
+    void LetGo();
+    /// Whether a worker stands at the place.
+    bool IsHeldUp() const;
+    bool HaveAllLeft() const { return Inside() == 0; }
+    /// Workers that have not left yet.
+    int Inside() const;
+    /// Waits for the threads themselves; false when one stays.
+    bool WaitUntilAllLeft() const;
+
+    /// How many the module tried to start.
+    int Started() const { return starts_; }
+    /// The start of this number fails; 1 is the next.
+    void FailStart(int number) { failAt_ = starts_ + number; }
+    /// The most workers that ever decoded at the same time.
+    int MostDecoding() const { return mostDecoding_; }
+
+    /// Waits of this many milliseconds end at once from now on, successful or not.
+    void Shorten(DWORD wait);
+    /// The next wait of this many milliseconds lets the held-up workers go first.
+    void LetGoAtWait(DWORD wait) { letGoAt_ = wait; }
+    void WaitAsAsked();
+
+private:
+    class Event {
+    public:
+        Event() = default;
+        Event(const Event&) = delete;
+        Event& operator=(const Event&) = delete;
+        ~Event() { CloseHandle(handle_); }
+        HANDLE Get() const { return handle_; }
+
+    private:
+        HANDLE handle_ = CreateEventW(nullptr, TRUE, FALSE, nullptr);
+    };
+    using OpenPicture = FakedImport<"GdipCreateBitmapFromFile", int(const wchar_t*, void**)>;
+    using Wait = FakedImport<"WaitForSingleObject", decltype(WaitForSingleObject)>;
+    using Start = FakedImport<"CreateThread", decltype(CreateThread)>;
+
+    void Pass(At place);
+    int Decode(const wchar_t* path, void** bitmap);
+    DWORD WaitFor(HANDLE handle, DWORD wait);
+
+    Event heldUp_;
+    Event open_;
+    std::atomic<At> place_ = At::Nowhere;
+    std::vector<HANDLE> threads_;
+    int starts_ = 0;
+    int failAt_ = 0;
+    std::atomic<int> workerWaits_ = 0;
+    std::atomic<int> decoding_ = 0;
+    std::atomic<int> mostDecoding_ = 0;
+    mutable std::mutex mutex_;
+    std::set<DWORD> short_;
+    static constexpr DWORD kNoWait = INFINITE - 1;
+    std::atomic<DWORD> letGoAt_ = kNoWait;
+
+    OpenPicture openPicture_;
+    Wait wait_;
+    Start start_;
+};

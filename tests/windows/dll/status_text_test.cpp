@@ -1,0 +1,209 @@
+// What the window writes, and the detail that it chooses by its own speed and by the settings.
+#include <gmock/gmock.h>
+
+#include <atomic>
+
+#include "image/gdiplus_win.h"
+#include "support/faked_import_win.h"
+#include "support/gl_spy_win.h"
+#include "support/map_host_win.h"
+#include "support/seen_view_win.h"
+
+namespace {
+
+using testing::Contains;
+using testing::ElementsAre;
+using testing::HasSubstr;
+using testing::StartsWith;
+
+/// A library whose pictures take as long as the test says.
+class StatusTextTest : public MapHostTest {
+protected:
+    StatusTextTest() {
+        SpiedGl().keepCalls = false;
+        SpiedGl().keepTexts = true;
+        PutPatternMap(64, 32);
+        Init();
+    }
+
+    /// A window that has its tiles and has measured itself.
+    HWND CreateMeasuredMap() {
+        SpiedGl().uploads.clear();
+        const HWND window = CreateMap();
+        EXPECT_TRUE(WaitForTiles());
+        PumpPending();
+        return window;
+    }
+    /// The texts of one picture.
+    static std::vector<std::string> TextsOf(HWND window) {
+        SpiedGl().texts.clear();
+        Paint(window);
+        return SpiedGl().texts;
+    }
+    /// The factors in the texts of all pictures since `texts` was emptied, each change once.
+    static std::vector<std::string> ShownFactors() {
+        std::vector<std::string> factors;
+        for (const std::string& text : SpiedGl().texts) {
+            if (!text.starts_with("per. factor: ")) continue;
+            const std::string factor = text.substr(13, text.find('%') - 13);
+            if (factors.empty() || factors.back() != factor) factors.push_back(factor);
+        }
+        return factors;
+    }
+
+    DWORD frameMs = 50;  ///< between two looks at the clock; a picture takes two
+
+private:
+    DWORD now_ = 0;
+    FakedImport<"GetTickCount", decltype(GetTickCount)> clock_{library.module,
+                                                               [this] { return now_ += frameMs; }};
+};
+
+TEST_F(StatusTextTest, KeyFShowsHowLongThePaintingTook) {
+    const HWND window = CreateMeasuredMap();
+    EXPECT_THAT(TextsOf(window), ElementsAre(StartsWith("Lat "))) << "only the readout";
+    EXPECT_FALSE(GetUpdateRect(window, nullptr, FALSE));
+    Key(window, 'F');
+    const struct {
+        DWORD ms;
+        const char* text;
+    } cases[] = {{40, "25.0 FPS"}, {300, "3.3 FPS"}, {1, "1000.0 FPS"}, {0, "FPS N/A"}};
+    for (const auto& c : cases) {
+        frameMs = c.ms;
+        Paint(window);  // the picture that is measured
+        EXPECT_THAT(TextsOf(window), Contains(c.text));
+        EXPECT_TRUE(GetUpdateRect(window, nullptr, FALSE)) << "the rate is followed";
+    }
+    Key(window, 'F');
+    EXPECT_THAT(TextsOf(window), ElementsAre(StartsWith("Lat ")));
+    EXPECT_FALSE(GetUpdateRect(window, nullptr, FALSE));
+}
+
+TEST_F(StatusTextTest, KeyIShowsDetailAndDriver) {
+    SpiedGl().maxTextureSize = 2048;
+    const HWND window = CreateMeasuredMap();
+    Key(window, 'I');
+    EXPECT_THAT(TextsOf(window),
+                ElementsAre(StartsWith("Lat "),
+                            "per. factor: 100%, atmo layers: 10, slices: 180, stacks 120, "
+                            "texture size 64x32(max 8192x4096)",
+                            "Renderer: ", HasSubstr("llvmpipe"), ", Version: ", testing::_,
+                            "Vendor: ", testing::_));
+}
+
+TEST_F(StatusTextTest, GenericRendererGetsEmptyLines) {
+    SpiedGl().renderer = "GDI Generic";
+    const HWND window = CreateMeasuredMap();
+    Key(window, 'I');
+    EXPECT_THAT(TextsOf(window), ElementsAre(StartsWith("Lat "), StartsWith("per. factor: "),
+                                             "Renderer: ", ", Version: ", "Vendor: "));
+}
+
+TEST_F(StatusTextTest, LoadingIsShownInRedWhileItRuns) {
+    using Open = FakedImport<"GdipCreateBitmapFromFile",
+                             decltype(Gdiplus::DllExports::GdipCreateBitmapFromFile)>;
+    const HANDLE goOn = CreateEventW(nullptr, TRUE, FALSE, nullptr);
+    std::atomic<bool> opening = false;
+    const Open slow(library.module, [&](const WCHAR* path, Gdiplus::GpBitmap** bitmap) {
+        if (std::filesystem::path(path) == MapPath()) {
+            opening = true;
+            WaitForSingleObject(goOn, INFINITE);
+        }
+        return Open::Real(path, bitmap);
+    });
+    const HWND window = CreateMap();
+    EXPECT_TRUE(PumpUntil([&] { return opening.load(); }));
+    SpiedGl().keepCalls = true;
+    SpiedGl().calls.clear();
+    EXPECT_THAT(TextsOf(window), ElementsAre(StartsWith("Lat "), "Loading texture..."));
+    EXPECT_THAT(SpiedCalls("glColor3d"), ElementsAre("glColor3d 1 1 1", "glColor3d 1 0 0"));
+    SpiedGl().keepCalls = false;
+    SetEvent(goOn);
+    EXPECT_TRUE(WaitForTiles());
+    PumpPending();
+    EXPECT_THAT(TextsOf(window), ElementsAre(StartsWith("Lat ")));
+    CloseHandle(goOn);
+}
+
+TEST_F(StatusTextTest, SlowPicturesLowerTheDetailStepByStep) {
+    frameMs = 150;  // 6 a second
+    const FakedImport<"CreateThread", decltype(CreateThread)> threads(library.module);
+    SpiedGl().uploads.clear();
+    const HWND window = CreateMap();
+    Key(window, 'I');
+    ASSERT_TRUE(WaitForTiles(4 * 8)) << "each step loads anew";
+    PumpPending();
+    EXPECT_THAT(ShownFactors(), ElementsAre("100", "200", "400", "800"));
+    EXPECT_EQ(threads.Calls(), 4 * 2) << "a load and a split a step, and none at the end";
+    EXPECT_FALSE(GetUpdateRect(window, nullptr, FALSE)) << "the coarsest is not measured";
+    EXPECT_THAT(TextsOf(window), Contains(StartsWith("per. factor: 800%, atmo layers: 1, slices: "
+                                                     "36, stacks 30, ")));
+    for (const char* step : {", test 0/3", ", test 1/3", ", test 2/3"})
+        EXPECT_THAT(SpiedGl().texts, testing::Not(Contains(HasSubstr(step))));
+}
+
+TEST_F(StatusTextTest, PicturesThatAreFastEnoughKeepTheDetail) {
+    const FakedImport<"CreateThread", decltype(CreateThread)> threads(library.module);
+    frameMs = 100;  // exactly 10 a second
+    const HWND window = CreateMap();
+    Key(window, 'I');
+    ASSERT_TRUE(WaitForTiles());
+    PumpPending();
+    EXPECT_THAT(ShownFactors(), ElementsAre("100"));
+    EXPECT_EQ(threads.Calls(), 2);
+    // One picture to warm up, three that count.
+    for (const char* step : {", test 0/3", ", test 1/3", ", test 2/3"})
+        EXPECT_THAT(SpiedGl().texts, Contains(HasSubstr(step)));
+    EXPECT_THAT(TextsOf(window), testing::Not(Contains(HasSubstr(", test "))));
+}
+
+TEST_F(StatusTextTest, SettingsReachTheWindow) {
+    const struct {
+        const char* settings;
+        const char* line;
+    } cases[] = {
+        {"lag_factor=0\r\n", "per. factor: 50%, atmo layers: 20, slices: 180, stacks 120,"},
+        {"lag_factor=2\r\n", "per. factor: 200%, atmo layers: 5, slices: 180, stacks 90,"},
+        {"lag_factor=3\r\n", "per. factor: 300%, atmo layers: 1, slices: 120, stacks 90,"},
+        {"texScalerX=0\r\n", "per. factor: 300%,"},  // a missing key keeps what is held
+        {"lag_factor=5\r\n", "per. factor: 500%, atmo layers: 1, slices: 60, stacks 60,"},
+        {"lag_factor=99\r\n", "per. factor: 800%, atmo layers: 1, slices: 36, stacks 30,"},
+        {"lag_factor=-9\r\n", "per. factor: 50%,"},
+        {"lag_factor=1\r\ntexScalerX=-9\r\n", "texture size 16x32(max 512x256)"},
+        {"texScalerX=9\r\ntexScalerY=-9\r\n", "texture size 64x16(max 512x256)"},
+    };
+    SpiedGl().maxTextureSize = 128;
+    for (const auto& c : cases) {
+        PutSettings(c.settings);
+        library.FreeMap();  // the picture is loaded anew
+        Init();
+        const HWND window = CreateMeasuredMap();
+        Key(window, 'I');
+        EXPECT_THAT(TextsOf(window), Contains(HasSubstr(c.line))) << c.settings;
+        Key(window, 'I');
+        DestroyWindow(window);
+    }
+}
+
+/// Windows hands out timers only when nothing needs painting.
+TEST_F(StatusTextTest, FlightGoesOnWhileTheFrameRateShows) {
+    const HWND window = CreateMeasuredMap();
+    Key(window, 'F');
+    const LPARAM offCentre = MAKELPARAM(250, 150);  // of 400 x 300, on the globe
+    SendMessageW(window, WM_LBUTTONDOWN, MK_LBUTTON, offCentre);
+    SendMessageW(window, WM_LBUTTONUP, 0, offCentre);
+    double spin = 0.0;
+    const auto end = std::chrono::steady_clock::now() + kPatience;
+    while (spin == 0.0 && std::chrono::steady_clock::now() < end) {
+        MSG message;
+        SpiedGl().calls.clear();
+        SpiedGl().keepCalls = true;
+        if (PeekMessageW(&message, nullptr, 0, 0, PM_REMOVE)) DispatchMessageW(&message);
+        SpiedGl().keepCalls = false;
+        if (!SpiedCalls("SwapBuffers").empty()) spin = ViewOfPicture(SpiedGl().calls).spin;
+    }
+    EXPECT_NE(spin, 0.0) << "the flight never began";
+    Key(window, 'F');
+}
+
+}  // namespace

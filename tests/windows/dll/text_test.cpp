@@ -1,0 +1,262 @@
+// Words on the globe: where their glyphs stand in the picture, and what the driver's own texts do.
+#include <gmock/gmock.h>
+
+#include <algorithm>
+#include <string>
+#include <vector>
+
+#include "support/faked_import_win.h"
+#include "support/gl_spy_win.h"
+#include "support/map_host_win.h"
+
+namespace {
+
+constexpr int kWidth = 900;
+constexpr int kHeight = 300;
+
+/// A text and where its first glyph begins, window pixels.
+struct DrawnText {
+    std::string text;
+    int x = 0;
+    int y = 0;
+};
+
+class TextTest : public MapHostTest {
+protected:
+    TextTest() {
+        PutPatternMap(64, 32);
+        PutSettings("lag_factor=8\r\n");
+        SpiedGl().keepCalls = false;
+        SpiedGl().keepFrame = true;
+    }
+
+    /// A window with its tiles and the globe far away, clear of the lines at the bottom.
+    HWND CreateTextMap() {
+        Init();
+        const HWND window = CreateMap(kWidth, kHeight);
+        EXPECT_TRUE(WaitForTiles());
+        constexpr WORD kFarAway = 0x10000 - 100 * WHEEL_DELTA;  // a negative number of notches
+        SendMessageW(window, WM_MOUSEWHEEL, MAKEWPARAM(0, kFarAway), 0);
+        return window;
+    }
+    const SpiedFrame& FrameOf(HWND window) {
+        drawn.clear();
+        Paint(window);
+        return SpiedGl().frame;
+    }
+
+    /// Whether a white pixel stands in column `x` of the line of text whose baseline is `y`.
+    static bool HasInk(const SpiedFrame& frame, int x, int y) {
+        for (int row = std::max(y - 3, 0); row < y + 13; ++row) {
+            const unsigned char* pixel = frame.At(x, row);
+            if (pixel[0] == 255 && pixel[1] == 255 && pixel[2] == 255) return true;
+        }
+        return false;
+    }
+
+    std::vector<DrawnText> drawn;  ///< of the last frame
+
+private:
+    using CallLists = FakedImport<"glCallLists", decltype(glCallLists)>;
+    const CallLists recordTexts_{
+        library.module, [this](GLsizei count, GLenum type, const GLvoid* codes) {
+            GLfloat at[4] = {};
+            glGetFloatv(GL_CURRENT_RASTER_POSITION, at);
+            drawn.push_back({{static_cast<const char*>(codes), static_cast<std::size_t>(count)},
+                             static_cast<int>(at[0]),
+                             static_cast<int>(at[1])});
+            CallLists::Real(count, type, codes);
+        }};
+};
+
+/// The gaps between the words of a text as blanks, in pixels.
+std::vector<int> MeasuredGaps(HDC dc, const std::string& text) {
+    SIZE blank = {};
+    GetTextExtentPoint32A(dc, " ", 1, &blank);
+    std::vector<int> gaps;
+    bool inGap = true;  // what stands before the first word is no gap
+    for (const char c : text) {
+        if (c == ' ' && !inGap) gaps.push_back(0);
+        inGap = c == ' ';
+        if (inGap && !gaps.empty()) gaps.back() += blank.cx;
+    }
+    return gaps;
+}
+
+TEST_F(TextTest, WordsStandApartByTheirBlanks) {
+    constexpr int kBearing = 6;  // clear columns beside two glyphs, at most
+    SpiedGl().renderer = "One Two  Three of a   kind";
+    const HWND window = CreateTextMap();
+    Key(window, 'I');
+    const SpiedFrame& frame = FrameOf(window);
+    const HDC dc = GetDC(window);
+    int seen = 0;
+    for (const DrawnText& t : drawn) {
+        if (t.text != SpiedGl().renderer && !t.text.starts_with("Lat ")) continue;
+        ++seen;
+        const std::vector<int> measured = MeasuredGaps(dc, t.text);
+        std::vector<int> gaps;
+        SIZE size = {};
+        GetTextExtentPoint32A(dc, t.text.c_str(), static_cast<int>(t.text.size()), &size);
+        int clear = 0;  // columns; within a word never more than a blank has
+        for (int x = t.x; x < t.x + size.cx; ++x, ++clear) {
+            if (!HasInk(frame, x, t.y)) continue;
+            if (clear > measured.front() && x > t.x + kBearing) gaps.push_back(clear);
+            clear = -1;
+        }
+        ASSERT_EQ(gaps.size(), measured.size()) << t.text;
+        for (std::size_t i = 0; i < gaps.size(); ++i) {
+            EXPECT_GT(gaps[i], measured[i]) << t.text << ", gap " << i;
+            EXPECT_LE(gaps[i], measured[i] + kBearing) << t.text << ", gap " << i;
+        }
+    }
+    EXPECT_EQ(seen, 2);
+    ReleaseDC(window, dc);
+}
+
+TEST_F(TextTest, EmptyTextsLeaveTheMatricesAsTheyWere) {
+    constexpr int kRows = 64;
+    constexpr int kFrames = 1000;
+    SpiedGl().renderer = "GDI Generic";
+    CityRecord nameless = {};
+    nameless.latitude = 40.0;  // the middle of the start view
+    nameless.longitude = 0.001;
+    cities.assign(kRows, nameless);
+    cities[0].cityName[0] = L'C';
+    Init();
+    const HWND window = CreateMap(200, 120);
+    ASSERT_TRUE(WaitForTiles());
+    Key(window, 'I');
+    SendMessageW(window, HORIVO_MSG_CITY, 0, reinterpret_cast<LPARAM>(&cities[0]));
+    const SpiedFrame first = FrameOf(window);
+    EXPECT_EQ(cities[kRows - 1].inRange, 1) << "no label is asked for";
+    for (int i = 0; i < kFrames; ++i) {
+        Paint(window);
+        GLint depth = 0;
+        glGetIntegerv(GL_MODELVIEW_STACK_DEPTH, &depth);
+        ASSERT_EQ(depth, 1) << "frame " << i;
+        ASSERT_EQ(glGetError(), GLenum{GL_NO_ERROR}) << "frame " << i;
+    }
+    EXPECT_TRUE(SpiedGl().frame.pixels == first.pixels) << "the globe has changed";
+}
+
+// ---- What the driver says ---------------------------------------------------------------------
+
+/// A driver that says of itself what a test wants.
+class DriverTest : public TextTest {
+protected:
+    using GetString = FakedImport<"glGetString", decltype(glGetString)>;
+    using Proc = FakedImport<"wglGetProcAddress", decltype(wglGetProcAddress)>;
+
+    /// What the driver answers, null included; for all else the real driver does.
+    std::vector<std::pair<GLenum, const char*>> answers;
+    std::vector<std::string> procs;  ///< entry points that were asked for
+
+    /// A piece of text behind `caption`, as the information lines show it.
+    std::string TextBehind(const std::string& caption) const {
+        for (std::size_t i = 0; i + 1 < drawn.size(); ++i) {
+            if (drawn[i].text == caption) return IsCaption(drawn[i + 1]) ? "" : drawn[i + 1].text;
+        }
+        return "";
+    }
+
+private:
+    static bool IsCaption(const DrawnText& t) {
+        return t.text == ", Version: " || t.text == "Vendor: ";
+    }
+    const GetString getString_{library.module, [this](GLenum name) {
+                                   for (const auto& [of, answer] : answers) {
+                                       if (of == name)
+                                           return reinterpret_cast<const GLubyte*>(answer);
+                                   }
+                                   return GetString::Real(name);
+                               }};
+    const Proc getProc_{library.module, [this](LPCSTR name) {
+                            procs.emplace_back(name);
+                            return Proc::Real(name);
+                        }};
+};
+
+TEST_F(DriverTest, ShowsWhatTheDriverSaysAndNothingOfTheGenericOne) {
+    const std::string endless(400, 'x');
+    const struct {
+        const char* why;
+        const char* renderer;
+        const char* version;
+        const char* vendor;
+        std::string shownRenderer, shownVersion, shownVendor;
+    } cases[] = {
+        {"generic, nothing known yet", "GDI Generic", "1.1", "M", "", "", ""},
+        {"no renderer at all", nullptr, "1.2", "N", "", "", ""},
+        {"a name without the blank", "GDI", "2.0", "V", "GDI", "2.0", "V"},
+        {"a name that goes on", "GDIx", "2.1", "W", "GDIx", "2.1", "W"},
+        {"generic again: the last texts stay", "GDI ", "9", "9", "GDIx", "2.1", "W"},
+        {"some are missing", "R", nullptr, nullptr, "R", "2.1", "W"},
+        {"too long", endless.c_str(), "3", endless.c_str(), endless.substr(0, 255), "3",
+         endless.substr(0, 255)},
+    };
+    answers = {{GL_RENDERER, "GDI "}};
+    const HWND first = CreateTextMap();
+    Key(first, 'I');
+    DestroyWindow(first);
+    for (const auto& c : cases) {
+        answers = {{GL_RENDERER, c.renderer}, {GL_VERSION, c.version}, {GL_VENDOR, c.vendor}};
+        const HWND window = CreateMap(kWidth, kHeight);
+        ASSERT_NE(window, nullptr) << c.why;
+        FrameOf(window);
+        EXPECT_EQ(TextBehind("Renderer: "), c.shownRenderer) << c.why;
+        EXPECT_EQ(TextBehind(", Version: "), c.shownVersion) << c.why;
+        EXPECT_EQ(TextBehind("Vendor: "), c.shownVendor) << c.why;
+        DestroyWindow(window);
+    }
+}
+
+TEST_F(DriverTest, UsesAnExtensionOnlyWhereTheDriverNamesIt) {
+    using testing::Contains;
+    const struct {
+        const char* why;
+        const char* extensions;
+        bool clamps, compresses, separates, multitexture;
+    } cases[] = {
+        {"none", "", false, false, false, false},
+        {"clamp", "GL_EXT_texture_edge_clamp GL_X", true, false, false, false},
+        {"compression", "GL_X GL_ARB_texture_compression", false, true, false, false},
+        {"specular", "GL_EXT_separate_specular_color", false, false, true, false},
+        {"multitexture", "GL_ARB_multitexture", false, false, false, true},
+        {"the beginning of a longer name", "GL_ARB_texture_compression_x GL_ARB_multitexture2",
+         false, true, false, true},
+        {"nearly", "GL_EXT_texture_edge_clam GL_arb_multitexture", false, false, false, false},
+        {"all",
+         "GL_ARB_multitexture GL_ARB_texture_compression GL_EXT_texture_edge_clamp "
+         "GL_EXT_separate_specular_color",
+         true, true, true, true},
+        {"no answer: as before, and none asks further", nullptr, true, true, true, false},
+    };
+    PutSettings("lag_factor=8\r\ntex_compression=1\r\n");
+    DestroyWindow(CreateTextMap());  // from now on the tiles are there
+    SpiedGl().keepCalls = true;
+    for (const auto& c : cases) {
+        answers = {{GL_EXTENSIONS, c.extensions}};
+        SpiedGl().calls.clear();
+        SpiedGl().uploads.clear();
+        procs.clear();
+        const HWND window = CreateMap(50, 50);
+        Paint(window);
+        DestroyWindow(window);
+        EXPECT_EQ(SpiedCalls("glTexParameteri 3553 10242 33071").size(), c.clamps ? 8U : 0U)
+            << c.why;
+        EXPECT_EQ(SpiedCalls("glTexParameteri 3553 10243 33071").size(), c.clamps ? 8U : 0U)
+            << c.why;
+        ASSERT_GE(SpiedGl().uploads.size(), 8U) << c.why;
+        EXPECT_EQ(SpiedGl().uploads[0].internalFormat,
+                  c.compresses ? GLint{GL_COMPRESSED_RGB_ARB} : 3)
+            << c.why;
+        EXPECT_EQ(!SpiedCalls("glLightModeli 33272 33274").empty(), c.separates) << c.why;
+        EXPECT_EQ(!SpiedCalls("glLightModeli 33272 33273").empty(), c.separates) << c.why;
+        EXPECT_THAT(procs, Contains("wglGetExtensionsStringARB")) << c.why;
+        for (const char* proc : {"glActiveTextureARB", "glMultiTexCoord2fARB"})
+            EXPECT_EQ(std::count(procs.begin(), procs.end(), proc) > 0, c.multitexture) << c.why;
+    }
+}
+
+}  // namespace

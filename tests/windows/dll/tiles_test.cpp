@@ -1,0 +1,309 @@
+// The tiles that reach OpenGL, byte for byte: the map picture read with GDI+ here, then shrunk and
+// cut in the plainest way.
+#include <gmock/gmock.h>
+
+#include <algorithm>
+
+#include "support/fixed_clock_win.h"
+#include "support/gdiplus_pictures_win.h"
+#include "support/gl_listing_win.h"
+#include "support/gl_spy_win.h"
+#include "support/map_host_win.h"
+
+namespace {
+
+/// Rows from the bottom, bytes R, G, B; `width` by `height` hold the picture, the rest is padding.
+struct Block {
+    int width = 0;
+    int height = 0;
+    int rowPixels = 0;
+    std::vector<unsigned char> bytes;
+
+    unsigned char* At(int x, int y) {
+        return bytes.data() + 3 * (static_cast<std::ptrdiff_t>(y) * rowPixels + x);
+    }
+};
+
+Block Allocate(int width, int height, int rowPixels) {
+    const auto size = 3U * static_cast<std::size_t>(rowPixels) * static_cast<std::size_t>(height);
+    return {width, height, rowPixels, std::vector<unsigned char>(size)};
+}
+
+/// Upside down, rows filled up with black to a multiple of four pixels.
+Block FromPicture(const RgbPicture& picture) {
+    Block block = Allocate(picture.width, picture.height, (picture.width + 3) / 4 * 4);
+    for (int y = 0; y < picture.height; ++y) {
+        std::copy_n(picture.pixels.data() + 3 * static_cast<std::ptrdiff_t>(y) * picture.width,
+                    3 * picture.width, block.At(0, picture.height - 1 - y));
+    }
+    return block;
+}
+
+/// One line made shorter: each result is the mean of the pixels that fall to it, rounded down; the
+/// first pixel of the line counts twice.
+void ShrinkLine(const unsigned char* from, unsigned char* to, long long count, long long newCount,
+                std::ptrdiff_t fromStep, std::ptrdiff_t toStep) {
+    for (int channel = 0; channel < 3; ++channel) {
+        std::vector<unsigned> sums(static_cast<std::size_t>(newCount), 0);
+        std::vector<unsigned> counts(static_cast<std::size_t>(newCount), 0);
+        sums[0] = from[channel];
+        counts[0] = 1;
+        for (long long i = 0; i < count; ++i) {
+            const auto target = static_cast<std::size_t>(i * newCount / count);
+            sums[target] += from[i * fromStep + channel];
+            ++counts[target];
+        }
+        for (long long j = 0; j < newCount; ++j) {
+            const auto at = static_cast<std::size_t>(j);
+            to[j * toStep + channel] = static_cast<unsigned char>(sums[at] / counts[at]);
+        }
+    }
+}
+
+void CopyLine(const unsigned char* from, unsigned char* to, int count, std::ptrdiff_t fromStep,
+              std::ptrdiff_t toStep) {
+    for (int i = 0; i < count; ++i) std::copy_n(from + i * fromStep, 3, to + i * toStep);
+}
+
+void ResampleLine(const unsigned char* from, unsigned char* to, int count, int newCount,
+                  std::ptrdiff_t fromStep, std::ptrdiff_t toStep) {
+    if (newCount == count) {
+        CopyLine(from, to, count, fromStep, toStep);
+    } else {
+        ShrinkLine(from, to, count, newCount, fromStep, toStep);
+    }
+}
+
+/// First every row, padding and all, then every column.
+Block Rescale(Block block, int newWidth, int newHeight) {
+    if (newWidth > block.width || newHeight > block.height) return block;
+    Block narrow = Allocate(newWidth, block.height, newWidth);
+    for (int y = 0; y < block.height; ++y)
+        ResampleLine(block.At(0, y), narrow.At(0, y), block.rowPixels, newWidth, 3, 3);
+    Block low = Allocate(newWidth, newHeight, newWidth);
+    const std::ptrdiff_t step = 3 * static_cast<std::ptrdiff_t>(newWidth);
+    for (int x = 0; x < newWidth; ++x)
+        ResampleLine(narrow.At(x, 0), low.At(x, 0), block.height, newHeight, step, step);
+    return low;
+}
+
+/// A power of two from 16 up to the first that reaches `limit`, halved when it passes `size`.
+int PowerOfTwoWithin(int size, int limit) {
+    int power = 16;
+    while (power < size && power < limit) power *= 2;
+    return power > size ? power / 2 : power;
+}
+
+int Shifted(int limit, int scaler) { return scaler > 0 ? limit << scaler : limit >> -scaler; }
+
+Block Cut(Block& block, int x, int y, int width, int height) {
+    Block part = Allocate(width, height, width);
+    for (int row = 0; row < height; ++row)
+        std::copy_n(block.At(x, y + row), 3 * width, part.At(0, row));
+    return part;
+}
+
+struct Scalers {
+    int x = 0;
+    int y = -1;
+};
+
+/// The eight tiles of a picture for textures of at most `maxSize` a side.
+std::vector<Block> ExpectedTiles(const RgbPicture& picture, int maxSize, const Scalers& scalers) {
+    const int maxWidth = Shifted(maxSize, scalers.x);
+    const int maxHeight = Shifted(maxSize, scalers.y);
+    Block map = FromPicture(picture);
+    const int fitWidth = PowerOfTwoWithin(map.width, maxWidth);
+    const int fitHeight = PowerOfTwoWithin(map.height, maxHeight);
+    if (fitWidth != map.width || fitHeight != map.height) map = Rescale(map, fitWidth, fitHeight);
+    if (map.width > maxWidth || map.height > maxHeight)
+        map = Rescale(map, std::min(map.width, maxWidth), std::min(map.height, maxHeight));
+
+    std::vector<Block> tiles;
+    const int width = map.rowPixels / 2 / 2;
+    const int height = map.height / 2;
+    for (const int y : {0, height}) {
+        for (const int half : {0, map.rowPixels / 2}) {
+            for (const int x : {half, half + width}) tiles.push_back(Cut(map, x, y, width, height));
+        }
+    }
+    return tiles;
+}
+
+class Tiles : public MapHostTest {
+protected:
+    Tiles() {
+        LookFast(library.module);
+        SpiedGl().keepCalls = false;
+        SpiedGl().keepPixels = true;
+    }
+
+    /// A fresh library shows the map in the data folder and is freed again. @return its uploads
+    std::vector<SpiedUpload> ShowMap(int maxSize) {
+        SpiedGl().maxTextureSize = maxSize;
+        SpiedGl().uploads.clear();
+        Init();
+        const HWND map = CreateMap(64, 48);
+        EXPECT_NE(map, nullptr);
+        EXPECT_TRUE(WaitForTiles());
+        DestroyWindow(map);
+        library.FreeMap();
+        return std::move(SpiedGl().uploads);
+    }
+
+    static void ExpectTiles(const std::vector<SpiedUpload>& uploads,
+                            const std::vector<Block>& tiles) {
+        ASSERT_EQ(uploads.size(), tiles.size());
+        for (std::size_t i = 0; i < tiles.size(); ++i) {
+            EXPECT_EQ(uploads[i].width, tiles[i].width) << "tile " << i;
+            EXPECT_EQ(uploads[i].height, tiles[i].height) << "tile " << i;
+            EXPECT_EQ(uploads[i].format, static_cast<GLenum>(GL_RGB));
+            EXPECT_EQ(uploads[i].border, 0);
+            EXPECT_TRUE(uploads[i].pixels == tiles[i].bytes) << "tile " << i;
+        }
+    }
+
+    static void ForgetSettings() {
+        DeleteFileW((DataFolder() / "horivo.ini").c_str());
+        WritePrivateProfileStringW(nullptr, nullptr, nullptr,
+                                   (DataFolder() / "horivo.ini").c_str());
+    }
+    static void WriteSetting(const wchar_t* key, int value) {
+        WritePrivateProfileStringW(L"map", key, std::to_wstring(value).c_str(),
+                                   (DataFolder() / "horivo.ini").c_str());
+    }
+};
+
+struct SizeCase {
+    const char* why;
+    int width, height, maxSize;
+    int tileWidth, tileHeight;  ///< as a person would say
+};
+
+}  // namespace
+
+TEST_F(Tiles, EqualThePictureShrunkAndCut) {
+    const SizeCase cases[] = {
+        {"fits as it is", 4096, 2048, 16384, 1024, 1024},
+        {"shrinks to powers of two", 6000, 3000, 16384, 1024, 1024},
+        {"shrinks to the limit", 6000, 3000, 1024, 256, 256},
+        {"odd sizes: padding is resampled with the picture", 1001, 503, 16384, 128, 128},
+        {"odd sizes and a small limit", 1001, 503, 128, 32, 32},
+        {"a limit that is no power of two shrinks twice", 512, 256, 192, 48, 48},
+        {"halves that leave a column over", 300, 200, 98, 24, 24},
+        {"narrow and high", 64, 700, 16384, 16, 256},
+    };
+    RgbPicture picture;
+    for (const SizeCase& c : cases) {
+        SCOPED_TRACE(c.why);
+        if (picture.width != c.width || picture.height != c.height) {
+            PutPatternMap(c.width, c.height);
+            picture = DecodePicture(MapPath());
+        }
+        const auto uploads = ShowMap(c.maxSize);
+        ASSERT_FALSE(uploads.empty());
+        EXPECT_EQ(uploads[0].width, c.tileWidth);
+        EXPECT_EQ(uploads[0].height, c.tileHeight);
+        ExpectTiles(uploads, ExpectedTiles(picture, c.maxSize, {}));
+    }
+}
+
+TEST_F(Tiles, TheAssetMapStandsTheRightWayRound) {
+    PutAssetMap();
+    const auto uploads = ShowMap(16384);
+    ExpectTiles(uploads, ExpectedTiles(DecodePicture(MapPath()), 16384, {}));
+    ASSERT_EQ(uploads.size(), 8U);
+    // Antarctica's ice is at the southern edge, the Sahara in the north just east of Greenwich.
+    const auto at = [&](std::size_t tile, std::size_t x, std::size_t y) {
+        return &uploads[tile].pixels[3 * (y * 1024 + x)];
+    };
+    EXPECT_GT(at(2, 512, 8)[2], 180) << "ice at 45 E 89 S";
+    const unsigned char* sahara = at(6, 10 * 1024 / 90, 22 * 1024 / 90);
+    EXPECT_GT(sahara[0], sahara[2] + 40) << "sand at 10 E 22 N: red before blue";
+}
+
+TEST_F(Tiles, SizesFollowTheScalers) {
+    constexpr int kMaxSize = 128;
+    PutPatternMap(512, 256);
+    const RgbPicture picture = DecodePicture(MapPath());
+    WriteSetting(L"lag_factor", 8);  // a coarse mesh: thirty fine ones take their time
+    for (int x = -3; x <= 2; ++x) {
+        for (int y = -3; y <= 1; ++y) {
+            SCOPED_TRACE("texScalerX " + std::to_string(x) + ", texScalerY " + std::to_string(y));
+            WriteSetting(L"texScalerX", x);
+            WriteSetting(L"texScalerY", y);
+            const auto uploads = ShowMap(kMaxSize);
+            ASSERT_EQ(uploads.size(), 8U);
+            EXPECT_EQ(uploads[0].width, (128 << (x + 3)) / 8 / 4);
+            EXPECT_EQ(uploads[0].height, (128 << (y + 3)) / 8 / 2);
+            ExpectTiles(uploads, ExpectedTiles(picture, kMaxSize, {x, y}));
+        }
+    }
+}
+
+TEST_F(Tiles, ScalersBeyondTheirRangeCountAsItsEnds) {
+    const struct {
+        int x, y;
+        Scalers meant;
+    } cases[] = {{5, 9, {2, 1}}, {-9, -9, {-3, -3}}, {3, -4, {2, -3}}};
+    PutPatternMap(600, 300);
+    const RgbPicture picture = DecodePicture(MapPath());
+    for (const auto& c : cases) {
+        SCOPED_TRACE(c.x);
+        WriteSetting(L"texScalerX", c.x);
+        WriteSetting(L"texScalerY", c.y);
+        ExpectTiles(ShowMap(64), ExpectedTiles(picture, 64, c.meant));
+    }
+    // What the file no longer names stays as it was.
+    ForgetSettings();
+    ExpectTiles(ShowMap(64), ExpectedTiles(picture, 64, {2, -3}));
+}
+
+TEST_F(Tiles, AskForCompressionOnlyWhenSet) {
+    const struct {
+        int setting;
+        GLint internalFormat;
+    } cases[] = {{0, 3}, {1, 0x84ED}, {0, 3}, {7, 0x84ED}, {-1, 0x84ED}};
+    PutPatternMap(128, 64);
+    const auto tiles = ExpectedTiles(DecodePicture(MapPath()), 256, {});
+    for (const auto& c : cases) {
+        SCOPED_TRACE(c.setting);
+        WriteSetting(L"tex_compression", c.setting);
+        const auto uploads = ShowMap(256);
+        ExpectTiles(uploads, tiles);
+        for (const SpiedUpload& upload : uploads)
+            EXPECT_EQ(upload.internalFormat, c.internalFormat);
+    }
+}
+
+TEST_F(Tiles, DetailSettingChangesTheMeshAndNotTheTiles) {
+    const struct {
+        int setting;
+        int slices, stacks, shells;
+    } cases[] = {
+        {0, 180, 120, 20}, {1, 180, 120, 10}, {2, 180, 90, 5},    {3, 120, 90, 1},
+        {4, 120, 60, 1},   {5, 60, 60, 1},    {6, 60, 30, 1},     {7, 36, 30, 1},
+        {8, 36, 30, 1},    {12, 36, 30, 1},   {-5, 180, 120, 20},
+    };
+    PutPatternMap(128, 64);
+    const auto tiles = ExpectedTiles(DecodePicture(MapPath()), 256, {});
+    SpiedGl().keepCalls = true;
+    for (const auto& c : cases) {
+        SCOPED_TRACE(c.setting);
+        WriteSetting(L"lag_factor", c.setting);
+        SpiedGl().calls.clear();
+        ExpectTiles(ShowMap(256), tiles);
+        const GlListing& calls = SpiedGl().calls;
+        const GlListing body = LastList(calls, LastGlobeLists(calls).body);
+        const auto count = [&](const std::string& start) {
+            return std::count_if(body.begin(), body.end(),
+                                 [&](const std::string& call) { return call.starts_with(start); });
+        };
+        EXPECT_EQ(count("gluSphere "), c.shells);
+        EXPECT_EQ(count("glBegin "), 8 * (c.stacks / 2));
+        EXPECT_EQ(count("glNormal3f "), 8 * (c.stacks / 2) * 2 * (c.slices / 4 + 1));
+        EXPECT_TRUE(std::any_of(body.begin(), body.end(), [&](const std::string& call) {
+            return call.starts_with("gluSphere ") && call.ends_with(GlCall("", c.slices, c.stacks));
+        }));
+    }
+}

@@ -1,0 +1,251 @@
+#!/usr/bin/env python3
+"""Checks the tour's pictures for a lit globe: tools/check_pictures.py FOLDER.
+
+Prints a line for each check and exits non-zero when a picture does not show what it must: a round
+globe in the middle of black space, sea and land by day, darkness by night, on a June evening over
+Europe the lit ice of the north above, day to the left and night to the right and below; and where
+the pointer shows something, its labels, photos, captions and buttons in their colours and places.
+"""
+
+import sys
+from pathlib import Path
+
+from png_reader import read_png
+
+GLOBE_STOPS = ["01-start", "02-drag", "03-near", "04-far", "05-fly-to", "06-information",
+               "07-loading", "08-day-side", "09-night-side", "10-june-evening"]
+SPACE = 12      # channel value; the halo's faintest part is brighter
+STEP = 2        # every second pixel of a row and every second row is plenty
+INNER = 0.95    # of the radius: leaves the halo out
+CORNER = 60, 30  # pixels, width and height; text and buttons stand in the lower corners
+PANEL = 108     # pixels; photos and buttons stand in this column on the right
+SIZES = ["800x600", "2560x1440"]  # of the tour through windows of several sizes
+
+WHITE = (255, 255, 255)
+NEAREST_LABEL = (255, 230, 51)
+OTHER_LABEL = (191, 209, 0)
+NEAREST_DOT = (0, 252, 0)
+
+
+class Fault(Exception):
+    """What is wrong with a picture."""
+
+
+def demand(condition, text):
+    if not condition:
+        raise Fault(text)
+
+
+def disc(picture):
+    """Centre and radius of what is not space on the two middle lines."""
+    middle_x, middle_y = picture.width // 2, picture.height // 2
+    # Photos and their panel are no part of the globe.
+    row = [x for x in range(picture.width - PANEL) if max(picture.pixel(x, middle_y)) > SPACE]
+    column = [y for y in range(picture.height) if max(picture.pixel(middle_x, y)) > SPACE]
+    demand(row and column, "nothing but space")
+    return ((row[0] + row[-1]) / 2, (column[0] + column[-1]) / 2,
+            (row[-1] - row[0]) / 2, (column[-1] - column[0]) / 2)
+
+
+def check_globe(picture):
+    x, y, half_width, half_height = disc(picture)
+    near = 0.02 * picture.width
+    demand(abs(x - picture.width / 2) < near and abs(y - picture.height / 2) < near,
+           f"the globe's middle is at {x}, {y}")
+    demand(abs(half_width - half_height) < 0.03 * half_width,
+           f"not round: {half_width} to {half_height}")
+    demand(half_width > 0.15 * picture.width, f"too small: radius {half_width}")
+    width, height = CORNER
+    for left in (0, picture.width - PANEL - width):
+        brightest = max(max(picture.pixel(left + i, j))
+                        for i in range(width) for j in range(height))
+        demand(brightest <= SPACE, "space is not black in the corner")
+
+
+def count(picture, colour, left, top, right, bottom):
+    """Pixels of a colour; left and right below 0 count from the right edge."""
+    columns = range(left % picture.width, right % picture.width or picture.width)
+    return sum(1 for y in range(top, bottom) for x in columns
+               if all(abs(a - b) < 4 for a, b in zip(picture.pixel(x, y), colour)))
+
+
+def check_labels(others):
+    """The nearest city's name and dot, and names of other cities where there are some."""
+    def check(picture):
+        def on_globe(colour):
+            return count(picture, colour, picture.width // 4, 0, -PANEL, picture.height)
+        demand(on_globe(NEAREST_LABEL) > 60, "no name of the nearest city")
+        demand(on_globe(NEAREST_DOT) >= 4, "no dot on the nearest city")
+        if others:
+            demand(on_globe(OTHER_LABEL) > 60, "no name of another city")
+    return check
+
+
+def check_photos(previous, following):
+    """Titles, a photo, and the arrows to the pages before and after."""
+    def check(picture):
+        demand(count(picture, WHITE, -PANEL, 0, picture.width, 34) > 60, "no title")
+        first = [picture.pixel(picture.width - PANEL // 2 + dx, y)
+                 for dx in range(-30, 31) for y in range(100, 150)]
+        demand(sum(map(max, first)) / len(first) > 25, "no photo under the title")
+        for name, left, wanted in (("previous", 40, previous), ("next", 59, following)):
+            lit = sum(1 for dx in range(9) for y in range(64, 82)
+                      if min(picture.pixel(picture.width - PANEL + left + dx, y)) > 200)
+            demand((lit > 5) == wanted, f"the arrow to {name} photos: {lit} pixels")
+    return check
+
+
+def check_text_beside_panel(top, bottom):
+    def check(picture):
+        demand(count(picture, WHITE, -PANEL - 200, top, -PANEL, bottom) > 60, "no text")
+    return check
+
+
+def check_plus(lit):
+    """The ground of the plus button: dark at rest, blue under the pointer; the plus is light."""
+    def check(picture):
+        left, top = picture.width - PANEL + 6, picture.height - 102
+        blue = picture.pixel(left + 6, top + 8)[2]
+        demand((blue > 120) == lit, f"blue of the ground: {blue}")
+        demand(min(picture.pixel(left + 16, top + 16)) > 200, "no plus")
+    return check
+
+
+class Surface:
+    """Shares of sea, land and ice on the globe, and the light of its four quarters."""
+
+    def __init__(self, picture):
+        x0, y0, radius, _ = disc(picture)
+        inner = (INNER * radius) ** 2
+        count = sea = land = ice = 0
+        ice_height = 0.0
+        light = {(below, right): [0.0, 0] for below in (0, 1) for right in (0, 1)}
+        for y in range(0, picture.height, STEP):
+            for x in range(0, picture.width, STEP):
+                dx, dy = x - x0, y - y0
+                if dx * dx + dy * dy > inner:
+                    continue
+                red, green, blue = picture.pixel(x, y)
+                count += 1
+                sea += blue > red + 20
+                land += red > blue + 15
+                if min(red, green, blue) > 200:
+                    ice += 1
+                    ice_height -= dy / radius
+                quarter = light[dy > 0, dx > 0]
+                quarter[0] += (red + green + blue) / 3
+                quarter[1] += 1
+        self.sea, self.land, self.ice = sea / count, land / count, ice / count
+        self.ice_height = ice_height / max(ice, 1)
+        self.light = {key: total / number for key, (total, number) in light.items()}
+        self.mean_light = sum(total for total, _ in light.values()) / count
+
+
+def check_day_and_night(day, night):
+    demand(day.sea > 0.05 and day.land > 0.02 and day.sea + day.land > 0.4,
+           f"by day the surface shows {day.sea:.0%} sea and {day.land:.0%} land")
+    demand(day.mean_light > 2.5 * night.mean_light,
+           f"the day ({day.mean_light:.0f}) is hardly lighter than the night "
+           f"({night.mean_light:.0f})")
+
+
+def check_june(june):
+    north_west, north_east = june.light[0, 0], june.light[0, 1]
+    south = max(june.light[1, 0], june.light[1, 1])
+    demand(june.ice > 0.02 and june.ice_height > 0.4,
+           f"the north's ice: {june.ice:.1%} of the globe at height {june.ice_height:.2f}")
+    demand(north_west > 1.3 * north_east and north_east > 1.3 * south,
+           f"light: north-west {north_west:.0f}, north-east {north_east:.0f}, south {south:.0f}")
+
+
+def check_loading(picture):
+    reds = sum(1 for y in range(picture.height // 2, picture.height)
+               for x in range(picture.width // 4)
+               if picture.pixel(x, y)[0] > 192 and max(picture.pixel(x, y)[1:]) < 48)
+    demand(reds > 50, "no line about loading")
+
+
+FIRST_PAGE = check_photos(previous=False, following=True)
+MIDDLE_PAGE = check_photos(previous=True, following=True)
+CAPTION = check_text_beside_panel(90, 160)
+HINT = check_text_beside_panel(34, 64)
+
+# What else is to be seen on the stops where the pointer shows something: whether the whole globe
+# is in the picture, and the checks of the flat things above it.
+POINTER_STOPS = {
+    "11-buttons": (True, check_plus(lit=False)),
+    "12-button-plus": (True, check_plus(lit=True)),
+    "13-buttons-on-sea": (False, check_plus(lit=True)),
+    "14-labels-europe": (False, check_labels(others=True)),
+    "15-labels-islands": (False, check_labels(others=True)),
+    "16-city-by-hover": (True, check_labels(others=False), check_photos(False, False)),
+    "17-city-by-click": (True, check_labels(others=True), FIRST_PAGE),
+    "18-country-by-click": (True, FIRST_PAGE),
+    "19-country-caption": (True, FIRST_PAGE, CAPTION),
+    "20-first-page": (True, check_labels(others=False), FIRST_PAGE),
+    "21-city-caption": (True, FIRST_PAGE, CAPTION),
+    "22-next-page": (True, MIDDLE_PAGE, check_text_beside_panel(180, 230)),
+    "23-last-page": (True, check_photos(previous=True, following=False)),
+    "24-page-before": (True, MIDDLE_PAGE),
+    "25-add-photo": (True, MIDDLE_PAGE, HINT),
+}
+SIZE_STOPS = {
+    "26-start": (True, check_plus(lit=False)),
+    "27-labels": (False, check_labels(others=True)),
+    "28-city": (False, FIRST_PAGE, CAPTION),
+    "29-country": (True, FIRST_PAGE, CAPTION),
+    "30-all-text": (True, FIRST_PAGE, HINT),
+}
+
+
+def flat_stops():
+    stops = dict(POINTER_STOPS)
+    for name, checks in SIZE_STOPS.items():
+        stops.update({f"{name}-{size}": checks for size in SIZES})
+    return stops
+
+
+def check_all(picture, whole_globe, checks):
+    if whole_globe:
+        check_globe(picture)
+    for check in checks:
+        check(picture)
+
+
+def main():
+    folder = Path(sys.argv[1])
+    faults = 0
+
+    def run(name, check):
+        nonlocal faults
+        try:
+            check()
+            print(f"ok      {name}")
+        except (Fault, OSError, ValueError) as fault:
+            faults += 1
+            print(f"FAULTY  {name}: {fault}")
+
+    pictures = {}
+
+    def read(name):
+        pictures[name] = read_png(folder / f"{name}.png")
+
+    for name in GLOBE_STOPS:
+        run(f"{name}: readable", lambda name=name: read(name))
+    if faults:
+        return 1
+    for name in GLOBE_STOPS:
+        if name != "03-near":  # there the globe is larger than the window
+            run(f"{name}: a round globe in black space", lambda name=name: check_globe(pictures[name]))
+    run("07-loading: says so", lambda: check_loading(pictures["07-loading"]))
+    run("day and night side", lambda: check_day_and_night(
+        Surface(pictures["08-day-side"]), Surface(pictures["09-night-side"])))
+    run("10-june-evening: Sun and map", lambda: check_june(Surface(pictures["10-june-evening"])))
+    for name, (whole_globe, *checks) in flat_stops().items():
+        run(f"{name}: what stands above the globe", lambda name=name, whole=whole_globe, checks=checks:
+            check_all(read_png(folder / f"{name}.png"), whole, checks))
+    return 1 if faults else 0
+
+
+if __name__ == "__main__":
+    sys.exit(main())

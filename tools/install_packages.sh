@@ -1,0 +1,57 @@
+#!/bin/bash
+# Installs the Debian packages that are still missing: tools/install_packages.sh PURPOSE...
+# where PURPOSE is build, run, demo or check. Asks for nothing; needs root or sudo only when something
+# is missing. Exits non-zero when a package could not be installed.
+set -euo pipefail
+
+# Both compilers, both generators, and the sources of the test framework.
+build_packages=(cmake ninja-build g++ g++-mingw-w64-x86-64-posix googletest libgl1-mesa-dev
+    libglu1-mesa-dev)
+# Wine opens the X libraries by name at run time, so its package does not pull them in; without
+# libxcomposite1 it would draw OpenGL child windows another way, without fonts-wine the window's
+# font would be a stretched stand-in.
+run_packages=(wine wine64 fonts-wine xvfb faketime libgl1 libgl1-mesa-dri libxcomposite1
+    libxcursor1 libxfixes3 libxi6 libxinerama1 libxrandr2 libxrender1 procps util-linux)
+# What makes the sample photos.
+demo_packages=(imagemagick python3)
+check_packages=(clang-format clang-tidy python3)
+
+wanted=()
+for purpose in "$@"; do
+    case $purpose in
+        build) wanted+=("${build_packages[@]}") ;;
+        run) wanted+=("${run_packages[@]}") ;;
+        demo) wanted+=("${demo_packages[@]}") ;;
+        check) wanted+=("${check_packages[@]}") ;;
+        *)
+            echo "install_packages: no such purpose: $purpose (build, run, demo, check)" >&2
+            exit 2
+            ;;
+    esac
+done
+
+is_installed() {
+    [ "$(dpkg-query -W -f '${db:Status-Status}' "$1" 2>/dev/null)" = installed ]
+}
+
+missing=()
+for package in "${wanted[@]}"; do
+    is_installed "$package" || missing+=("$package")
+done
+[ ${#missing[@]} -gt 0 ] || exit 0
+
+as_root=()
+if [ "$(id -u)" -ne 0 ]; then
+    if ! command -v sudo >/dev/null; then
+        echo "These packages are missing and neither root nor sudo is at hand:" >&2
+        echo "  ${missing[*]}" >&2
+        exit 1
+    fi
+    as_root=(sudo)
+fi
+
+echo "Installing: ${missing[*]}"
+apt=("${as_root[@]}" env DEBIAN_FRONTEND=noninteractive apt-get -q -y
+    -o Dpkg::Options::=--force-confold -o DPkg::Lock::Timeout=300 -o Acquire::Retries=3)
+"${apt[@]}" update
+"${apt[@]}" install --no-install-recommends "${missing[@]}"
