@@ -25,11 +25,4 @@ TEST(CityLookup, FindsTheFirstOfItsNameAndCountry) {
     EXPECT_EQ(FindCityByDisplayName(cities, u"London"), -1);
 }
 
-TEST(CityLookup, ReadsNamesWithoutTerminator) {
-    CityRecord record = MakeCity(u"", u"Q");
-    std::fill(std::begin(record.cityName), std::end(record.cityName), u'x');
-    EXPECT_EQ(CityNameOf(record), WideString(64, u'x')) << "without the country beside it";
-    EXPECT_EQ(FindCity(CityTable{&record, 1}, u"Q", WideString(64, u'X')), 0);
-}
-
 }  // namespace

@@ -21,21 +21,6 @@ TEST(ExtensionFlags, FindEachFeatureByItsOwnName) {
     EXPECT_TRUE(flags.hasTextureEdgeClamp) << "no answer changes nothing";
 }
 
-TEST(GenericRenderer, IsKnownByItsFirstFourCharacters) {
-    EXPECT_TRUE(IsGenericRenderer("GDI Generic"));
-    for (const char* other :
-         {"GDI", "GDIplus", "llvmpipe GDI ", "", static_cast<const char*>(nullptr)})
-        EXPECT_FALSE(IsGenericRenderer(other));
-}
-
-TEST(CopyGlString, CutsAtTheFieldAndLeavesItAloneWithoutText) {
-    char field[256] = "before";
-    CopyGlString(nullptr, field);
-    EXPECT_STREQ(field, "before");
-    CopyGlString(std::string(1000, 'x').c_str(), field);
-    EXPECT_EQ(field, std::string(255, 'x'));
-}
-
 TEST(ListNames, MeetAlsoAcrossTheWrap) {
     EXPECT_TRUE(ListNamesOverlap(100, 256, 355, 2));
     EXPECT_FALSE(ListNamesOverlap(100, 256, 356, 2));

@@ -34,21 +34,6 @@ protected:
     MapButtons buttons_;
 };
 
-TEST_F(MapButtonsTest, SheetBecomesOneTextureThatGoesWithTheButtons) {
-    EXPECT_EQ(Gl().uploads.at(0).pixels, sheet_);
-    EXPECT_EQ(Gl().uploads[0].width, kSheetWidth);
-    buttons_.CreateButtons(sheet_.data());  // a new window: the old texture must not stay behind
-    EXPECT_EQ(Gl().textures.size(), 1U);
-    buttons_.DestroyButtons();
-    buttons_.DestroyButtons();
-    EXPECT_TRUE(Gl().textures.empty());
-    EXPECT_EQ(CountCalls("glDeleteTextures"), 2U);
-    buttons_.CreateButtons(nullptr);
-    Layout(everything_, u"Add photos");
-    EXPECT_EQ(CountCalls("glVertex3f") + Gl().texts.size(), 0U) << "without a sheet: no buttons";
-    EXPECT_EQ(HitTest(746, 54), 0);
-}
-
 TEST_F(MapButtonsTest, EachButtonIsHitAndDrawnInItsPlaceWithItsOwnPartOfTheSheet) {
     Layout(everything_);
     EXPECT_THAT(CallsTo("glTranslatef"), ElementsAre("glTranslatef 692 0 0"));
@@ -79,56 +64,12 @@ TEST_F(MapButtonsTest, EachButtonIsHitAndDrawnInItsPlaceWithItsOwnPartOfTheSheet
     EXPECT_EQ(HitTest(400, 300), 0);
 }
 
-TEST_F(MapButtonsTest, OnlyTheButtonUnderThePointerIsLitUntilItIsCleared) {
-    const auto litCorners = [this] {
-        Layout(everything_);
-        int lit = 0;
-        for (const auto& call : CallsTo("glTexCoord2d")) lit += Numbers(call)[1] < 0.5 ? 1 : 0;
-        return lit;
-    };
-    EXPECT_EQ(litCorners(), 0);
-    HitTest(746, 54);
-    EXPECT_EQ(litCorners(), 4);
-    HitTest(400, 300);
-    EXPECT_EQ(litCorners(), 0);
-    HitTest(746, 54);
-    EXPECT_EQ(buttons_.HitTestButtons(746, 54, true, kWidth), 0);
-    EXPECT_EQ(litCorners(), 0);
-}
-
 TEST_F(MapButtonsTest, PhotoButtonsShowOnlyWhereTheyLeadSomewhere) {
     for (const Row& row : Table("photo_buttons")) {
         Layout({kWidth, 600, row.Int(0), row.Int(1), row.Int(2), row.Int(3) != 0});
         EXPECT_EQ(HitTest(700, 550) == 45, row.Int(4) != 0) << row.why;
         EXPECT_EQ(HitTest(735, 525) == 33, row.Int(5) != 0) << row.why;
         EXPECT_EQ(HitTest(755, 525) == 34, row.Int(6) != 0) << row.why;
-    }
-}
-
-TEST_F(MapButtonsTest, HintStandsLeftOfThePanelWhileThePhotosButtonIsLit) {
-    const std::u16string wide(200, u'W');
-    const char16_t* const hint = u"Add photos";
-    const struct {
-        const char16_t* hint;
-        int x;
-        bool offer;
-        std::vector<std::string> drawn;
-    } cases[] = {
-        // Right edge 1 pixel left of the panel at 692, 10 letters of 8 pixels; 542 + 4 + 11 / 2.
-        {hint, 700, true, {"glRasterPos3f 611 551.5 0"}},
-        {wide.c_str(), 700, true, {"glRasterPos3f 0 551.5 0"}},
-        {hint, 400, true, {}},
-        {hint, 700, false, {}},  // hidden since
-        {nullptr, 700, true, {}},
-        {u"", 700, true, {}},
-    };
-    for (const auto& c : cases) {
-        everything_.offerPhotos = true;
-        Layout(everything_);
-        HitTest(c.x, 550);
-        everything_.offerPhotos = c.offer;
-        Layout(everything_, c.hint);
-        EXPECT_EQ(CallsTo("glRasterPos3f"), c.drawn) << &c - cases;
     }
 }
 

@@ -60,35 +60,6 @@ TEST_F(OverlayItemsTest, EachKindShowsItsPartOfTheTexture) {
     EXPECT_EQ(ShownRegion(sheet).at(1), 0.4) << "an odd height: the lower of the middle rows";
 }
 
-TEST_F(OverlayItemsTest, NothingIsDrawnWithoutATextureOrASize) {
-    const struct {
-        GLuint texture;
-        int textureWidth, textureHeight;
-        float width, height;
-    } cases[] = {{0, 8, 8, 20, 20},  {7, 0, 8, 20, 20}, {7, 8, 0, 20, 20},
-                 {7, -8, 8, 20, 20}, {7, 8, 8, 0, 20},  {7, 8, 8, 20, -20}};
-    for (const auto& c : cases) {
-        C2DImage image;
-        image.SetTexture(c.texture, c.textureWidth, c.textureHeight);
-        image.size = {c.width, c.height};
-        image.Draw();
-        C2DButton2 button;
-        button.SetImage(c.texture, 0, 0, c.textureWidth, c.textureHeight);
-        button.size = {c.width, c.height};
-        button.Draw();
-        EXPECT_THAT(Gl().calls, IsEmpty()) << c.texture << ' ' << c.textureWidth << ' ' << c.width;
-    }
-}
-
-TEST_F(OverlayItemsTest, LeftAndBottomEdgesAreInsideRightAndTopOutside) {
-    C2DButton button;
-    button.position = {10.0F, 20.0F, 0.0F};
-    button.size = {9.0F, 19.0F};
-    EXPECT_TRUE(button.HitTest(10, 20) && button.HitTest(18, 38));
-    EXPECT_FALSE(button.HitTest(9, 20) || button.HitTest(10, 19));
-    EXPECT_FALSE(button.HitTest(19, 38) || button.HitTest(18, 39) || button.HitTest(-10, -20));
-}
-
 TEST_F(OverlayItemsTest, TextsAreCutAtTheirBufferAndMeasuredByTheirCharacters) {
     CGLFont font;
     std::fill(std::begin(font.charWidth), std::end(font.charWidth), std::int16_t{1000});

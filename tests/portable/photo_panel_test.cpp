@@ -90,86 +90,6 @@ TEST_F(PhotoPanelTest, StacksPhotosBelowTheTitlesAndAboveTheButtons) {
     EXPECT_EQ(panel_.shownCount, 1);
 }
 
-TEST_F(PhotoPanelTest, HitsPhotosAndNothingBetweenThem) {
-    Show({100, 100, 250}, u"Paris", 90);  // 9 pixels free on both sides
-    for (const Row& row : Table("photo_hits")) {
-        EXPECT_EQ(HitTestPhoto(panel_, kLeft + row.Int(0), row.Int(1)), row.Int(2)) << row.why;
-    }
-    EXPECT_EQ(FindPhotoAt(panel_, kLeft + 50, 410), panel_.images[1].photo);
-}
-
-TEST_F(PhotoPanelTest, UploadsEachThumbnailToANameOfItsOwn) {
-    Show(std::vector<std::int32_t>(20, 20));
-    ASSERT_EQ(Gl().uploads.size(), 16U);
-    for (std::size_t i = 0; i < 16; ++i) {
-        EXPECT_EQ(Gl().uploads[i].texture, panel_.textures[i]);
-        EXPECT_EQ(Gl().uploads[i].width, 128);
-        EXPECT_EQ(Gl().uploads[i].height, 32);
-        EXPECT_EQ(panel_.images[i].image->texture, panel_.textures[i]);
-        EXPECT_EQ(panel_.images[i].image->position.x, 4.0F) << "centred in 108 pixels";
-    }
-    ShowPhotoPanel(panel_, Cities(), u"France", u"Paris");
-    EXPECT_EQ(CountCalls("glGenTextures"), 1U) << "names are made once";
-    EXPECT_EQ(panel_.group.GetChildCount(), 16) << "the old images are gone";
-    DeletePanelImages(panel_);
-    DeletePhotoTextures(panel_);
-    DeletePhotoTextures(panel_);
-    EXPECT_TRUE(Gl().textures.empty());
-    const std::size_t asked = Tree().touched.size();
-    BuildPhotoPanel(panel_, Cities(), panel_.placeName, panel_.heading, false);
-    EXPECT_EQ(panel_.images.size(), 16U) << "a window made anew shows the same photos";
-    EXPECT_EQ(Tree().touched.size(), asked) << "and reads nothing for that";
-}
-
-TEST_F(PhotoPanelTest, AnEmptyPlaceLeavesNothingToClick) {
-    Show({100});
-    ShowPhotoPanel(panel_, Cities(), u"France", u"Lyon");
-    EXPECT_EQ(HitTestPhoto(panel_, kLeft + 50, 450), -1) << "a city without photos";
-    Draw();
-    EXPECT_EQ(CallsTo("glVertex2f")[0], "glVertex2f 692 515") << "its titles are darkened alone";
-    Show({100});
-    ShowPhotoPanel(panel_, Cities(), u"", u"Singapore");
-    EXPECT_EQ(HitTestPhoto(panel_, kLeft + 50, 450), -1);
-    EXPECT_FALSE(IsHoverOverPanel(panel_, kLeft + 50)) << "the globe behind it is free again";
-    Draw();
-    EXPECT_TRUE(Gl().calls.empty());
-}
-
-TEST_F(PhotoPanelTest, DrawsTitlesPhotosAndTheCaptionAtThePointersHeight) {
-    Show({100, 100}, u"");
-    EXPECT_THAT(Draw(), ElementsAre("France", "Paris, France", "Caption 2", "Click to enlarge"));
-    // Title of 36 pixels in 108. Captions of 13, 9 and 16 characters of 6 pixels; right edges at
-    // 688; half a line up, then down.
-    EXPECT_THAT(CallsTo("glRasterPos3f"),
-                ElementsAre("glRasterPos3f 728 587 0", "glRasterPos3f 610 456 0",
-                            "glRasterPos3f 634 443 0", "glRasterPos3f 592 430 0"));
-    EXPECT_THAT(CallsTo("glVertex2f"), ElementsAre("glVertex2f 692 0", "glVertex2f 800 0",
-                                                   "glVertex2f 800 600", "glVertex2f 692 600"));
-    EXPECT_THAT(CallsTo("glTranslatef"), ElementsAre("glTranslatef 692 108 0"));
-    EXPECT_EQ(CallsTo("glVertex3f")[0], "glVertex3f 4 307 0");
-    panel_.heading = u"Paris";
-    EXPECT_THAT(Draw(), ElementsAre("Paris", "France", "Caption 2", "Click to enlarge"))
-        << "the titles name the city already";
-    EXPECT_EQ(CallsTo("glRasterPos3f")[1], "glRasterPos3f 728 574 0") << "one line below";
-    panel_.heading.clear();
-    panel_.placeName = u"Bosnia and Herzegovina";
-    Draw();
-    EXPECT_EQ(CallsTo("glRasterPos3f")[0], "glRasterPos3f 696 587 0") << "4 pixels from the edge";
-    PointAt(150, 250);
-    Draw({200, 400, 13});
-    EXPECT_EQ(CallsTo("glRasterPos3f").back(), "glRasterPos3f 0 230 0")
-        << "OpenGL would drop a text that starts left of the window";
-}
-
-TEST_F(PhotoPanelTest, CaptionsOnlyStrictlyInsideAPhotosHeight) {
-    Show({100, 100});
-    for (const Row& row : Table("photo_captions")) {
-        PointAt(kLeft + row.Int(0), row.Int(1));
-        pointer_.valid = row.Int(2) != 0;
-        EXPECT_EQ(Draw().back() == "Click to enlarge", row.Int(3) != 0) << row.why;
-    }
-}
-
 TEST_F(PhotoPanelTest, SurvivesAShrunkTableLongNamesAndAPhotoWithoutCaption) {
     Show({100}, u"");
     ForgetCalls();
@@ -205,17 +125,6 @@ TEST_F(PhotoPanelTest, PagesThroughManyPhotosAndPastThoseThatCannotBeShown) {
     Tree().photos.clear();
     EXPECT_TRUE(PageBack(panel_, Cities()));
     EXPECT_EQ(panel_.photoSet.firstShown, 24) << "from the last photo, at most a page";
-}
-
-TEST_F(PhotoPanelTest, EdgeColumnBelongsToTheHoverOnly) {
-    Show(std::vector<std::int32_t>(17, 75));
-    for (const std::int32_t x : {kLeft - 1, kLeft, kLeft + 1}) {
-        EXPECT_EQ(IsHoverOverPanel(panel_, x), x >= kLeft) << x;
-        EXPECT_EQ(IsClickOnPanel(panel_, x), x > kLeft) << x;
-        EXPECT_EQ(IsWheelOverPanel(panel_, x), x > kLeft) << x;
-    }
-    panel_.photoSet.photos.pop_back();
-    EXPECT_FALSE(IsWheelOverPanel(panel_, kLeft + 50)) << "one page: the wheel zooms";
 }
 
 }  // namespace

@@ -87,20 +87,6 @@ TEST_F(PhotoSetTest, KeepsItsPositionOnlyForTheSamePlace) {
     EXPECT_EQ(set_.firstShown, 5) << "a name that was cut is known again";
 }
 
-TEST_F(PhotoSetTest, OrdersACountryByItsCitiesAndKeepsTheFirstOfANumber) {
-    for (const WideView path : {u"Lyon\\1", u"Lyon\\5", u"Paris\\1", u"Oslo\\1"}) {
-        Tree().AddPhoto(u"France\\" + WideString(path) + u".jpg", 50, 40);
-    }
-    Tree().AddIndex(u"France\\index.tsv",
-                    "1\tLyon\t\t\tLyon one\t/l1\n5\tlyon\t\t\tLyon five\t/l5\n"
-                    "1\tParis\t\t\tParis one\t/p1\n1\tOslo\t\t\tnot in this country\t/o1\n"
-                    "1\t\t\t\tno city\t/n\n");
-    EXPECT_EQ(Load(u"France", u""), 2) << "\"lyon\" is another folder on this disk";
-    EXPECT_EQ(set_.photos[0]->caption, u"Paris one") << "the nearer city first";
-    EXPECT_EQ(set_.photos[1]->caption, u"Lyon one");
-    EXPECT_EQ(set_.byNumber.at(1)->caption, u"Paris one");
-}
-
 TEST_F(PhotoSetTest, PassesOverWhatCannotBeShown) {
     const std::int32_t sizes[][2] = {{128, 256}, {129, 20}, {20, 257}, {16, 16}, {1, 1}};
     for (char16_t number = u'1'; const auto& size : sizes) {
@@ -119,30 +105,6 @@ TEST_F(PhotoSetTest, PassesOverWhatCannotBeShown) {
     Tree().root.clear();
     EXPECT_EQ(Load(u"France", u"Paris"), -1) << "no folder for common data";
     EXPECT_EQ(set_.country, u"");
-}
-
-TEST_F(PhotoSetTest, AsksForNothingOutsideTheTree) {
-    Tree().AddPhoto(u"France\\Paris\\1.jpg", 10, 10);
-    Tree().AddIndex(
-        u"France\\index.tsv",
-        "1\t..\n1\t.. \n1\t..\\..\\Windows\n1\tC:\\Windows\n1\t../../etc\n1\t\\\\server\\x\n"
-        "1\t. .\n1\t\x01\n1\t*\n1\tParis\n1\t" +
-            std::string(300, 'x') + "\n");
-    EXPECT_EQ(Load(u"France", u""), 1) << "the good line is still shown";
-    for (const WideView city : {u"..", u"..\\..", u"\\"}) EXPECT_EQ(Load(u"France", city), -1);
-    WideString path;
-    EXPECT_TRUE(GetPhotoPath(Cities(), 2, 7, path));
-    EXPECT_EQ(path, Tree().root + u"Norway\\Oslo\\7.jpg");
-    EXPECT_FALSE(GetPhotoPath(Cities(), -1, 7, path) || GetPhotoPath(Cities(), 3, 7, path));
-    for (const WideString& touched : Tree().touched) {
-        EXPECT_TRUE(touched.starts_with(Tree().root) && touched.size() < 260);
-        const WideString below = u"\\" + touched.substr(Tree().root.size());
-        for (const WideView escape :
-             {u"\\..\\", u"\\.. \\", u"\\. .\\", u"\\.\\", u"\\\\", u":", u"/"}) {
-            EXPECT_EQ(below.find(escape), WideString::npos)
-                << std::string(below.begin(), below.end());
-        }
-    }
 }
 
 }  // namespace

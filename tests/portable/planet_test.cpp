@@ -40,24 +40,6 @@ protected:
     std::optional<CPlanet> planet_;
 };
 
-TEST_F(PlanetTest, TilesReachTheirNamesWhichANewSetReusesAndDeathFrees) {
-    for (const std::size_t set : {0U, 8U}) {
-        EXPECT_EQ(Upload(), 0U);
-        for (std::size_t i = 0; i < kTileCount; ++i) {
-            EXPECT_EQ(Gl().uploads[set + i].texture, planet_->textureNames[i]);
-            EXPECT_THAT(Gl().uploads[set + i].pixels, Each(i + 1));
-        }
-    }
-    EXPECT_EQ(CountCalls("glGenTextures"), 1U);
-    EXPECT_EQ(planet_->SetTexture(nullptr), 0U);
-    EXPECT_EQ(planet_->SetTexture(nullptr), 0U) << "a second time there is nothing to free";
-    EXPECT_EQ(CountCalls("glDeleteTextures"), 1U);
-    EXPECT_EQ(planet_->tileWidth + planet_->tileHeight, 0U);
-    Upload();
-    planet_.reset();
-    EXPECT_THAT(Gl().textures, IsEmpty());
-}
-
 TEST_F(PlanetTest, FailureOfAnyUploadLeavesNoTextureBehind) {
     for (int failing = 1; failing <= kTileCount; ++failing) {
         Gl() = {};
@@ -79,17 +61,6 @@ TEST_F(PlanetTest, LostContextEndsTheUploadInsteadOfHanging) {
     EXPECT_EQ(Upload(), GLenum{GL_INVALID_OPERATION});
     EXPECT_LT(CountCalls("glGetError"), 100U);
     EXPECT_FALSE(planet_->HasTexture());
-}
-
-TEST_F(PlanetTest, MissingAndEmptyTilesKeepAnEmptyName) {
-    pointers_[0] = nullptr;
-    tiles_[5].Clear(false);
-    EXPECT_EQ(Upload(), 0U);
-    EXPECT_EQ(Gl().textures.size(), 8U);
-    EXPECT_EQ(Gl().uploads.size(), 6U);
-    EXPECT_EQ(Gl().uploads.front().texture, planet_->textureNames[1]);
-    EXPECT_TRUE(planet_->HasTexture());
-    EXPECT_EQ(planet_->tileWidth, 0U) << "there is no tile 0";
 }
 
 TEST_F(PlanetTest, StrangeResolutionsDrawLessButNeverCrash) {

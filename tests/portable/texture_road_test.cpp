@@ -25,16 +25,6 @@ protected:
     TextureLimits limits_;
 };
 
-TEST_F(TextureRoadTest, ScalersShiftEachSideOfTheLimit) {
-    for (const Row& row : Table("scaled_bounds")) {
-        limits_.texScalerX = row.Int(1);
-        limits_.texScalerY = row.Int(2);
-        const TextureBounds bounds = ScaledBounds(row.Int(0), limits_);
-        EXPECT_EQ(bounds.width, row.Int(3)) << row.why;
-        EXPECT_EQ(bounds.height, row.Int(4)) << row.why;
-    }
-}
-
 TEST_F(TextureRoadTest, PictureGoesFromFileToEightTilesOnce) {
     EXPECT_FALSE(Split()) << "nothing is loaded";
     EXPECT_FALSE(FitTexture(store_, limits_)) << "nothing is loaded";
@@ -56,20 +46,6 @@ TEST_F(TextureRoadTest, PictureGoesFromFileToEightTilesOnce) {
     EXPECT_FALSE(store_.HasAllTiles()) << "a load that began since then has cleared the set";
     EXPECT_TRUE(Split());
     EXPECT_TRUE(store_.HasAllTiles());
-}
-
-TEST_F(TextureRoadTest, LargePicturesAreShrunkAtEveryStep) {
-    limits_.texScalerY = -1;
-    EXPECT_EQ(Load(200, 100) & kLoadShrunkBit, kLoadShrunkBit);
-    EXPECT_EQ(store_.MapTexture().GetWidth(), 64);
-    EXPECT_EQ(store_.MapTexture().GetHeight(), 32);
-    limits_.maxTextureSize = 32;
-    EXPECT_TRUE(FitTexture(store_, limits_));
-    EXPECT_EQ(store_.MapTexture().GetWidth(), 32);
-    limits_.textureLimit = 16;
-    EXPECT_TRUE(Split());
-    EXPECT_EQ(store_.Tiles()[0]->GetBufferWidth(), 4);
-    EXPECT_EQ(store_.Tiles()[0]->GetBufferHeight(), 4);
 }
 
 TEST_F(TextureRoadTest, FailuresLeaveAnEmptyStore) {

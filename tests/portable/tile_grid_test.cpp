@@ -46,17 +46,6 @@ TEST(TileGrid, TilesRejoinToThePicture) {
     }
 }
 
-TEST(TileGrid, OddSizesLoseTheirLastColumnsAndRows) {
-    // 1001 x 503 lies in a buffer of 1004 x 503: a quarter of 251 x 251.
-    const MemoryImage image = NoiseImage(1001, 503);
-    Grid grid(image);
-    ASSERT_TRUE(grid.Split(4, 2));
-    for (int i = 0; i < 8; ++i) EXPECT_THAT(Sizes(grid.Tile(i)), ElementsAre(250, 251, 251, 251));
-    // The bottom row of the picture is row 0 of the buffer; tile 3 begins at column 753.
-    EXPECT_EQ(TextureColour(grid.Tile(3), 0, 250), ImageColour(image, 753, 502));
-    EXPECT_EQ(TextureColour(grid.Tile(4), 0, 250), ImageColour(image, 0, 502 - 251));
-}
-
 TEST(TileGrid, ASideThatWouldBecomeEmptyClearsAll) {
     const int cases[][3] = {{64, 1, 4}, {1, 64, 8}, {1, 1, 4}};
     for (const auto& [width, height, columns] : cases) {

@@ -4,6 +4,7 @@
 #include <cmath>
 #include <cstring>
 #include <numbers>
+#include <utility>
 
 #include "support/gl_spy_win.h"
 
@@ -57,7 +58,7 @@ DrivenMapTest::DrivenMapTest()
               return nullptr;
           }) {
     driven = this;
-    FixClock(library.module, kNoonInJuly);
+    FixedClock() = kNoonInJuly;
     SpiedGl().keepCalls = false;
     PutPatternMap(64, 32);
     PutSettings("lag_factor=8\r\n");  // a coarse globe: quick pictures
@@ -87,14 +88,15 @@ LRESULT CALLBACK DrivenMapTest::HiddenProc(HWND window, UINT message, WPARAM wPa
     if (driven == nullptr || message != HORIVO_MSG_MAY_SHOW_PHOTOS)
         return DefWindowProcW(window, message, wParam, lParam);
     driven->asked.push_back({message, wParam, lParam});
-    if (driven->whileAsked) driven->whileAsked();
+    if (const auto act = std::exchange(driven->whileAsked, nullptr)) act();
     return driven->consent;
 }
 
 LRESULT CALLBACK DrivenMapTest::ParentProc(HWND window, UINT message, WPARAM wParam,
                                            LPARAM lParam) {
     const LRESULT result = CallWindowProcW(plainParent, window, message, wParam, lParam);
-    if (driven != nullptr && message == HORIVO_MSG_CITY && driven->whileTold) driven->whileTold();
+    if (driven == nullptr || message != HORIVO_MSG_CITY) return result;
+    if (const auto act = std::exchange(driven->whileTold, nullptr)) act();
     return result;
 }
 
@@ -154,6 +156,14 @@ POINT DrivenMapTest::PixelOf(double latitude, double longitude) {
     const double right = view.width / 2.0 + x / depth * scale;
     const double up = view.height / 2.0 + y / depth * scale;
     return {std::lround(right), view.height - 1 - std::lround(up)};
+}
+
+SIZE DrivenMapTest::SizeOf(const std::string& text) const {
+    SIZE size = {};
+    const HDC dc = GetDC(window);  // its own: the font is in it
+    GetTextExtentPoint32A(dc, text.c_str(), static_cast<int>(text.size()), &size);
+    ReleaseDC(window, dc);
+    return size;
 }
 
 void DrivenMapTest::Pointer(UINT message, WPARAM buttons, POINT at) const {

@@ -38,8 +38,12 @@ struct HostMessage {
     LPARAM lParam = 0;
 };
 
-/// Fixture: an initialised library (InitMap called with `cities`) and a host window.
-/// The data folder is emptied first; tests put what they need there.
+/// What GetSystemTime answers to the library; a test moves it as it likes.
+SYSTEMTIME& FixedClock();
+
+/// Fixture: the loaded library and a host window. The library's clock stands at FixedClock(), and
+/// every picture seems to take no time: a loaded machine must not lower the globe's detail in the
+/// middle of a test. The data folder is emptied first; tests put what they need there.
 class MapHostTest : public testing::Test {
 protected:
     static constexpr std::chrono::seconds kPatience{60};  // a loaded machine is slow, not wrong

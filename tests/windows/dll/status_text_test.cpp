@@ -91,14 +91,6 @@ TEST_F(StatusTextTest, KeyIShowsDetailAndDriver) {
                             "Vendor: ", testing::_));
 }
 
-TEST_F(StatusTextTest, GenericRendererGetsEmptyLines) {
-    SpiedGl().renderer = "GDI Generic";
-    const HWND window = CreateMeasuredMap();
-    Key(window, 'I');
-    EXPECT_THAT(TextsOf(window), ElementsAre(StartsWith("Lat "), StartsWith("per. factor: "),
-                                             "Renderer: ", ", Version: ", "Vendor: "));
-}
-
 TEST_F(StatusTextTest, LoadingIsShownInRedWhileItRuns) {
     using Open = FakedImport<"GdipCreateBitmapFromFile",
                              decltype(Gdiplus::DllExports::GdipCreateBitmapFromFile)>;

@@ -12,8 +12,6 @@
 
 namespace {
 
-using testing::AnyOf;
-
 /// Number of pixels that look different, not counting shades that nobody could tell apart.
 int DifferentPixels(const SpiedFrame& a, const SpiedFrame& b) {
     constexpr int kShade = 12;
@@ -51,18 +49,7 @@ protected:
             ++threads;
             return FakedImport<"CreateThread", decltype(CreateThread)>::Real(arguments...);
         }};
-    /// Day and night stand still.
-    const FakedImport<"GetSystemTime", decltype(GetSystemTime)> clock{
-        library.module, [](SYSTEMTIME* time) { *time = {2026, 3, 5, 20, 12, 0, 0, 0}; }};
 };
-
-/// What a window shows without its picture is not what it shows with it.
-TEST_F(WindowsTest, FramesTellABareGlobeFromATexturedOne) {
-    const HWND window = CreateMap(200, 150);
-    const SpiedFrame bare = FrameOf(window);
-    ASSERT_TRUE(WaitForTiles());
-    EXPECT_GT(DifferentPixels(FrameOf(window), bare), 200 * 150 / 4);
-}
 
 TEST_F(WindowsTest, LaterWindowsShareTheTiles) {
     const HWND first = CreateMap();
@@ -311,10 +298,9 @@ TEST_F(ForeignContextTest, ItIsCurrentAgainAfterEveryMessage) {
     SendAll(a.window, foreign);
     Make(b);
     foreign.ExpectUntouched("second window");
-    for (Slot* slot : {&a, &b, &a}) SendAll(slot->window, foreign);
+    for (Slot* slot : {&a, &b}) SendAll(slot->window, foreign);
     Refuse();
     foreign.ExpectUntouched("refused window");
-    SendAll(b.window, foreign);
     Destroy(b);
     foreign.ExpectUntouched("one of two windows gone");
     SendAll(a.window, foreign);
@@ -342,23 +328,10 @@ TEST_F(ForeignContextTest, NothingReachesItWhenTheMapsOwnCannotBeUsed) {
     EXPECT_EQ(CreateMap(), nullptr);
     foreign.ExpectUntouched("third window");
     SendAll(b.window, foreign);
-    Destroy(b);
-    foreign.ExpectUntouched("one gone");
-    Destroy(a);
-    foreign.ExpectUntouched("both gone");
-}
-
-TEST_F(ForeignContextTest, DestroyingWithoutTheMapsOwnContextSparesIt) {
-    Make(a);
-    ASSERT_TRUE(WaitForTiles());
-    wglMakeCurrent(nullptr, nullptr);
-    const ForeignContext foreign;
-    using Hook = FakedImport<"wglMakeCurrent", decltype(wglMakeCurrent)>;
-    const Hook onlyForeign(library.module, [&](HDC dc, HGLRC context) {
-        return context == nullptr || context == foreign.Handle() ? Hook::Real(dc, context) : FALSE;
-    });
-    Destroy(a);
-    foreign.ExpectUntouched("the map's textures have the same names");
+    for (Slot* slot : {&b, &a}) {
+        Destroy(*slot);
+        foreign.ExpectUntouched("gone; the map's textures have the same names");
+    }
 }
 
 // ---- From InitMap to FreeMap, and again -------------------------------------------------------
@@ -371,9 +344,7 @@ TEST_F(OrderTest, AfterFreeMapEverythingBeginsAnew) {
         SCOPED_TRACE(round);
         Destroy(a);
         EXPECT_NE(library.FreeMap(), 0U);
-        EXPECT_EQ(CreateMap(), nullptr) << "the class is gone";
-        EXPECT_THAT(library.GetLastSysError(),
-                    AnyOf(ERROR_CANNOT_FIND_WND_CLASS, ERROR_CLASS_DOES_NOT_EXIST));
+
         EXPECT_EQ(Init(), HORIVO_OK);
         const std::size_t before = Uploads();
         Make(a);

@@ -2,9 +2,6 @@
 
 #include <gtest/gtest.h>
 
-#include <cwchar>
-#include <string>
-
 namespace {
 
 TEST(MakeLogFont, TurnsPointsIntoPixelsAndKeepsLogicalUnits) {
@@ -51,38 +48,6 @@ TEST(MakeLogFont, TakesBoldFromTheStyleOnlyWithoutAWeight) {
         EXPECT_EQ(font.lfUnderline != 0, c.underline) << c.style;
         EXPECT_EQ(font.lfStrikeOut != 0, c.strikeOut) << c.style;
     }
-}
-
-TEST(MakeLogFont, CutsTheFaceNameAndLeavesTheRestZero) {
-    LOGFONTW font;
-    std::wmemset(reinterpret_cast<wchar_t*>(&font), 0xABAB, sizeof font / sizeof(wchar_t));
-    ASSERT_TRUE(MakeLogFont(std::wstring(50, L'n').c_str(), 0, 0, 0, 0, font));
-    EXPECT_EQ(std::wstring(font.lfFaceName), std::wstring(30, L'n'));
-    EXPECT_EQ(font.lfFaceName[31], L'\0');
-    EXPECT_EQ(font.lfEscapement, 0);
-    EXPECT_EQ(font.lfOrientation, 0);
-    EXPECT_EQ(font.lfOutPrecision + font.lfClipPrecision + font.lfQuality + font.lfPitchAndFamily,
-              0);
-}
-
-TEST(MakeLogFont, AWesternUserGetsTheCharacterSetOfTheScreen) {
-    wchar_t codePage[10] = {};
-    GetLocaleInfoW(GetUserDefaultLangID(), LOCALE_IDEFAULTANSICODEPAGE, codePage, 10);
-    if (std::wstring(codePage) != L"1252") GTEST_SKIP() << "for western users";
-    LOGFONTW font;
-    ASSERT_TRUE(MakeLogFont(L"Arial", 0, 0, 0, 0, font));
-    const WindowDc screen(nullptr);
-    EXPECT_EQ(font.lfCharSet, GetTextCharset(screen.Get()));
-}
-
-TEST(CreateMapFont, MakesAFontOfTheWantedWidth) {
-    const UniqueFont font = CreateMapFont(L"MS Sans Serif", -8, 0, 0, 0);
-    ASSERT_TRUE(font);
-    const WindowDc screen(nullptr);
-    const SelectedObject selected(screen.Get(), font.get());
-    TEXTMETRICW metrics;
-    ASSERT_TRUE(GetTextMetricsW(screen.Get(), &metrics));
-    EXPECT_NEAR(metrics.tmAveCharWidth, 8, 1) << "the 8 is a width, not a height";
 }
 
 }  // namespace
