@@ -46,16 +46,6 @@ TEST(TileGrid, TilesRejoinToThePicture) {
     }
 }
 
-TEST(TileGrid, ASideThatWouldBecomeEmptyClearsAll) {
-    const int cases[][3] = {{64, 1, 4}, {1, 64, 8}, {1, 1, 4}};
-    for (const auto& [width, height, columns] : cases) {
-        Grid grid(NoiseImage(width, height));
-        EXPECT_FALSE(grid.Split(columns, 2)) << width;
-        EXPECT_EQ(grid.Tile(columns).GetPixels(), nullptr) << width;
-        EXPECT_THAT(Sizes(grid.Tile(columns)), ElementsAre(0, 0, 0, 0)) << width;
-    }
-}
-
 TEST(TileGrid, WithoutMemoryTheSplitLeavesItsTextureWhole) {
     const MemoryImage image = NoiseImage(8, 4);
     Grid grid(image);

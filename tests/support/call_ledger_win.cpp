@@ -96,41 +96,6 @@ struct CallLedger::Hooks {
                                 book.Strike("timer", TimerKey(window, id));
                                 return KillTimerHook::Real(window, id);
                             }};
-    /// A list may be made again under its name without being given back between.
-    void EnterLists(GLuint first, GLuint count) {
-        for (GLuint i = 0; i < count; ++i) {
-            book.Strike("gl list", first + i);
-            book.Enter("gl list", first + i);
-        }
-    }
-    using NewListHook = Hook<"glNewList", decltype(glNewList)>;
-    NewListHook newList{module, [this](GLuint name, GLenum mode) {
-                            EnterLists(name, 1);
-                            NewListHook::Real(name, mode);
-                        }};
-    using FontListsHook = Hook<"wglUseFontBitmapsW", decltype(wglUseFontBitmapsW)>;
-    FontListsHook fontLists{module, [this](HDC dc, DWORD first, DWORD count, DWORD base) {
-                                EnterLists(base, count);
-                                return FontListsHook::Real(dc, first, count, base);
-                            }};
-    using DeleteListsHook = Hook<"glDeleteLists", decltype(glDeleteLists)>;
-    DeleteListsHook deleteLists{module, [this](GLuint first, GLsizei count) {
-                                    for (GLuint i = 0; i < static_cast<GLuint>(count); ++i)
-                                        book.Strike("gl list", first + i);
-                                    DeleteListsHook::Real(first, count);
-                                }};
-    using TexturesHook = Hook<"glGenTextures", decltype(glGenTextures)>;
-    TexturesHook genTextures{module, [this](GLsizei count, GLuint* names) {
-                                 TexturesHook::Real(count, names);
-                                 for (GLsizei i = 0; i < count; ++i)
-                                     book.Enter("gl texture", names[i]);
-                             }};
-    using DeleteTexturesHook = Hook<"glDeleteTextures", decltype(glDeleteTextures)>;
-    DeleteTexturesHook deleteTextures{module, [this](GLsizei count, const GLuint* names) {
-                                          for (GLsizei i = 0; i < count; ++i)
-                                              book.Strike("gl texture", names[i]);
-                                          DeleteTexturesHook::Real(count, names);
-                                      }};
 };
 
 CallLedger::CallLedger(HMODULE module) : hooks_(std::make_unique<Hooks>(module)) {}

@@ -117,6 +117,16 @@ HWND MapHostTest::CreateMap(int width, int height) {
     return library.CreateMapWindow(host, 0, 0, width, height, &status);
 }
 
+HWND MapHostTest::CreateTexturedMap(int pictureWidth) {
+    PutPatternMap(pictureWidth, pictureWidth / 2);
+    Init();
+    SpiedGl().uploads.clear();
+    const HWND map = CreateMap();
+    // The compile that follows the last upload belongs to the same message.
+    EXPECT_TRUE(WaitForTiles());
+    return map;
+}
+
 bool MapHostTest::PumpUntil(const std::function<bool()>& done) {
     const auto end = std::chrono::steady_clock::now() + kPatience;
     while (!done()) {

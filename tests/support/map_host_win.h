@@ -65,6 +65,8 @@ protected:
     std::uint32_t Init();
     /// A map window inside the host window.
     HWND CreateMap(int width = 400, int height = 300);
+    /// A map window with a small pattern on its globe, from an empty record on.
+    HWND CreateTexturedMap(int pictureWidth = 256);
     /// Pumps messages until `done`; false when patience ended first.
     static bool PumpUntil(const std::function<bool()>& done);
     /// Pumps what is in the queue.

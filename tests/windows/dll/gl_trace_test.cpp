@@ -66,16 +66,6 @@ protected:
         return CreateMap(width, height);
     }
 
-    /// A window with a small map on its globe.
-    HWND CreateTexturedMap() {
-        PutPatternMap(256, 128);
-        Init();
-        const HWND map = CreateMap();
-        // The compile that follows the last upload belongs to the same message.
-        EXPECT_TRUE(WaitForTiles());
-        return map;
-    }
-
     /// Compiles at the present fixed time and gives what was sent.
     static const GlListing& CompileAgain(HWND map) {
         Calls().clear();

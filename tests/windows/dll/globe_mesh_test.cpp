@@ -121,14 +121,6 @@ class GlobeMesh : public MapHostTest {
 protected:
     GlobeMesh() { FixedClock() = kSummerEvening; }
 
-    HWND CreateTexturedMap() {
-        PutPatternMap(256, 128);
-        Init();
-        const HWND map = CreateMap();
-        EXPECT_TRUE(WaitForTiles());
-        return map;
-    }
-
     static GlListing& Calls() { return SpiedGl().calls; }
 
     /// The names of the eight textures by tile, from the uploads in the record.
@@ -156,9 +148,6 @@ protected:
     struct Detail {
         int slices = 0, stacks = 0, shells = 0;
         bool operator==(const Detail&) const = default;
-        friend void PrintTo(const Detail& d, std::ostream* out) {
-            *out << d.slices << " x " << d.stacks << ", " << d.shells << " shells";
-        }
     };
 
     /// Of the last compiled body, by its spheres and its strips, which must agree.

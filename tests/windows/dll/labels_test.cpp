@@ -45,7 +45,9 @@ protected:
     }
     /// The texts of the labels: all but the readout.
     std::vector<std::string> Labels() {
-        std::vector<std::string> words = Look().Words();
+        const SeenOverlay seen = Look();
+        EXPECT_EQ(seen.openMatrices, 0) << "an empty name or time leaves its level behind";
+        std::vector<std::string> words = seen.Words();
         std::erase_if(words, [](const std::string& word) { return word.starts_with("Lat "); });
         return words;
     }
@@ -118,6 +120,7 @@ TEST_F(LabelsTest, TimesFollowTheClockAndTheSeason) {
     AddCity(L"York", L"A", 40.0, 0.1, kNewYork);
     AddCity(L"Unknown", L"A", 40.1, 0.1, 9999);
     AddCity(L"Delhi", L"A", 39.9, 0.1, kIndia);
+    AddCity(L"", L"", 39.95, 0.1);
     Open();
     ZoomIn();
     Hover(PixelOf(40.0, 0.1));

@@ -114,32 +114,6 @@ TEST_F(TextTest, WordsStandApartByTheirBlanks) {
     ReleaseDC(window, dc);
 }
 
-TEST_F(TextTest, EmptyTextsLeaveTheMatricesAsTheyWere) {
-    constexpr int kRows = 64;
-    constexpr int kFrames = 200;
-    SpiedGl().renderer = "GDI Generic";
-    CityRecord nameless = {};
-    nameless.latitude = 40.0;  // the middle of the start view
-    nameless.longitude = 0.001;
-    cities.assign(kRows, nameless);
-    cities[0].cityName[0] = L'C';
-    Init();
-    const HWND window = CreateMap(200, 120);
-    ASSERT_TRUE(WaitForTiles());
-    Key(window, 'I');
-    SendMessageW(window, HORIVO_MSG_CITY, 0, reinterpret_cast<LPARAM>(&cities[0]));
-    const SpiedFrame first = FrameOf(window);
-    EXPECT_EQ(cities[kRows - 1].inRange, 1) << "no label is asked for";
-    for (int i = 0; i < kFrames; ++i) {
-        Paint(window);
-        GLint depth = 0;
-        glGetIntegerv(GL_MODELVIEW_STACK_DEPTH, &depth);
-        ASSERT_EQ(depth, 1) << "frame " << i;
-        ASSERT_EQ(glGetError(), GLenum{GL_NO_ERROR}) << "frame " << i;
-    }
-    EXPECT_TRUE(SpiedGl().frame.pixels == first.pixels) << "the globe has changed";
-}
-
 /// A driver that says of itself what a test wants.
 class DriverTest : public TextTest {
 protected:

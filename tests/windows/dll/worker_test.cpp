@@ -184,7 +184,7 @@ TEST_F(WorkerTest, LoadsUnderWayEndInOneRightSet) {
     const struct {
         const char* why;
         const char* keys;
-    } cases[] = {{"coarser twice", "LL"}, {"finer and back", "HL"}, {"coarser and back", "LH"}};
+    } cases[] = {{"coarser twice", "LL"}, {"finer and back", "HL"}};
     for (const auto& c : cases) {
         for (const At place : {At::Nowhere, At::Decode, At::SplitLock}) {
             workers.HoldUp(place);
