@@ -21,12 +21,30 @@ TEST(ExtensionFlags, FindEachFeatureByItsOwnName) {
     EXPECT_TRUE(flags.hasTextureEdgeClamp) << "no answer changes nothing";
 }
 
-TEST(ListNames, MeetAlsoAcrossTheWrap) {
+TEST(GenericRenderer, IsKnownByItsFirstFourCharacters) {
+    EXPECT_TRUE(IsGenericRenderer("GDI Generic"));
+    for (const char* other :
+         {"GDI", "GDIplus", "llvmpipe GDI ", "", static_cast<const char*>(nullptr)})
+        EXPECT_FALSE(IsGenericRenderer(other));
+}
+
+TEST(CopyGlString, CutsAtTheFieldAndLeavesItAloneWithoutText) {
+    char field[256] = "before";
+    CopyGlString(nullptr, field);
+    EXPECT_STREQ(field, "before");
+    CopyGlString(std::string(1000, 'x').c_str(), field);
+    EXPECT_EQ(field, std::string(255, 'x'));
+}
+
+TEST(ListNames, AreAddressesAndMeetAlsoAcrossTheWrap) {
     EXPECT_TRUE(ListNamesOverlap(100, 256, 355, 2));
     EXPECT_FALSE(ListNamesOverlap(100, 256, 356, 2));
     EXPECT_TRUE(ListNamesOverlap(100, 256, 99, 2));
     EXPECT_FALSE(ListNamesOverlap(100, 256, 98, 2));
     EXPECT_TRUE(ListNamesOverlap(0xFFFFFFFFU, 256, 0, 2));
+    const int object = 0;
+    EXPECT_EQ(ListName(&object),
+              static_cast<std::uint32_t>(reinterpret_cast<std::uintptr_t>(&object)));
 }
 
 }  // namespace

@@ -53,6 +53,15 @@ TEST_F(PixelsTest, ReplacesColoursByTheirPackedValueOrBrightness) {
                 ElementsAre(0x44, 0x33, 0x22, 0x11, 4, 3, 2, 1, 4, 3, 2, 1, 10, 11, 12, 255));
 }
 
+TEST_F(PixelsTest, ExchangingRedAndBlueSparesTheLastQuarterOfAFourByteRow) {
+    EXPECT_TRUE(texture.SwapRedBlue());
+    EXPECT_THAT(Bytes(texture), ElementsAre(3, 2, 1, 6, 5, 4, 9, 8, 7, 12, 11, 10));
+    SetUp();
+    texture.ConvertToRgba(0);
+    EXPECT_TRUE(texture.SwapRedBlue());
+    EXPECT_THAT(Bytes(texture), ElementsAre(3, 2, 1, 0, 6, 5, 4, 0, 9, 8, 7, 0, 10, 11, 12, 0));
+}
+
 TEST_F(PixelsTest, AnEmptyTextureDoesNothing) {
     CJpegTexture empty;
     EXPECT_FALSE(empty.ConvertToRgba(1) || empty.SwapRedBlue() || empty.SaveJpeg(L"map.jpg", 85));

@@ -123,6 +123,15 @@ TEST_F(JpegTextureTest, RescaleRefusesWhatIsNoShrinkingAndTakesInThePadding) {
     EXPECT_EQ(TextureColour(texture, 1, 0), 0x787878U) << "half of it padding";
 }
 
+TEST_F(JpegTextureTest, SaysWhatTheSizesMeanToOpenGl) {
+    for (const int width : {6, 258, 1026, 2, 1024, 1, 7}) {
+        CJpegTexture texture;
+        LoadImage(texture, NoiseImage(width, 32));
+        EXPECT_EQ(texture.HasBorder(), width == 6 || width == 258 || width == 1026) << width;
+        EXPECT_FALSE(texture.IsPowerOfTwoSize()) << "no height is enough";
+    }
+}
+
 TEST_F(JpegTextureTest, WithoutMemoryEachOperationKeepsItsPromise) {
     Claimed<CJpegTexture> texture;
     LoadImage(texture, NoiseImage(4, 4));

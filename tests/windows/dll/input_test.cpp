@@ -246,28 +246,4 @@ TEST_F(InputTest, FlightEndsByKeysAndNotByPresses) {
     EXPECT_FALSE(Runs(kFlightTimer)) << "the timer goes with its window";
 }
 
-TEST_F(InputTest, WindowWithoutAreaKeepsItsPicture) {
-    const SeenView before = LookAtView();
-    SpiedGl().keepCalls = true;
-    SpiedGl().calls.clear();
-    for (const LPARAM size : {MAKELPARAM(0, 0), MAKELPARAM(400, 0), MAKELPARAM(0, 300)})
-        SendMessageW(window, WM_SIZE, SIZE_RESTORED, size);
-    EXPECT_TRUE(SpiedGl().calls.empty());
-    SetWindowPos(window, nullptr, 0, 0, kWidth, 0, SWP_NOZORDER | SWP_NOMOVE);
-    Drag({50, 0});
-    Wheel(120);
-    Keys(VK_UP, 1);
-    Press({5, 0});
-    Release({5, 0});
-    Paint(window);
-    EXPECT_TRUE(SpiedCalls("glViewport").empty());
-    SetWindowPos(window, nullptr, 0, 0, kWidth, kHeight, SWP_NOZORDER | SWP_NOMOVE);
-    Keys(VK_HOME, 1);
-    const SeenView after = LookAtView();
-    EXPECT_EQ(after.width, before.width);
-    EXPECT_EQ(after.height, before.height);
-    ExpectView(before, "as before");
-    EXPECT_EQ(SendMessageW(window, WM_ERASEBKGND, 0, 0), 1) << "nothing is erased";
-}
-
 }  // namespace

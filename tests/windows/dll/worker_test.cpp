@@ -51,6 +51,13 @@ protected:
             if (child != kept) DestroyWindow(child);
         }
     }
+    /// Destroys a window while its worker stands at `place`.
+    void LoseWindowAt(At place) {
+        workers.HoldUp(place);
+        const HWND window = CreateMap();
+        ASSERT_TRUE(PumpUntilHeldUp());
+        DestroyWindow(window);
+    }
     static std::size_t Uploads() { return SpiedGl().uploads.size(); }
 
     /// A window with its tiles, which are kept to compare later ones with.
@@ -92,49 +99,31 @@ private:
 
 TEST_F(WorkerTest, TheWindowDiesUnderItsWorker) {
     for (const At place : {At::LoadLock, At::Decode, At::SplitLock}) {
-        workers.HoldUp(place);
-        const HWND window = CreateMap();
-        ASSERT_TRUE(PumpUntilHeldUp());
-        DestroyWindow(window);
+        LoseWindowAt(place);
         workers.LetGo();
         EXPECT_TRUE(Settle());
         EXPECT_EQ(Uploads(), 0U);
+        // FreeMap waits for a worker that holds the picture.
+        LoseWindowAt(place);
+        workers.LetGoAtWait(kReleaseWait);
         EXPECT_NE(library.FreeMap(), 0U);
+        workers.LetGo();
+        EXPECT_TRUE(Settle());
         Init();
     }
     EXPECT_EQ(boxes, 0);
     CreateLoadedMap();
 }
 
-TEST_F(WorkerTest, FreeMapWaitsForAWorkerThatHoldsThePicture) {
-    workers.HoldUp(At::Decode);
-    const HWND window = CreateMap();
-    ASSERT_TRUE(PumpUntilHeldUp());
-    DestroyWindow(window);
-    workers.LetGoAtWait(kReleaseWait);
-    EXPECT_NE(library.FreeMap(), 0U);
-    EXPECT_TRUE(Settle());
-    Init();
-    CreateLoadedMap();
-    EXPECT_EQ(boxes, 0);
-}
-
-TEST_F(WorkerTest, ALoadThatComesAfterFreeMapReadsNothing) {
-    workers.HoldUp(At::LoadLock);
-    const HWND window = CreateMap();
-    ASSERT_TRUE(PumpUntilHeldUp());
-    DestroyWindow(window);
+TEST_F(WorkerTest, AWorkerThatComesAfterFreeMapTouchesNothing) {
+    LoseWindowAt(At::LoadLock);
     EXPECT_NE(library.FreeMap(), 0U);
     workers.LetGo();
     EXPECT_TRUE(Settle());
     EXPECT_EQ(workers.MostDecoding(), 0) << "nobody would free it any more";
-}
 
-TEST_F(WorkerTest, AWorkerThatComesAfterFreeMapLeavesThePictureAlone) {
-    workers.HoldUp(At::SplitLock);
-    const HWND window = CreateMap();
-    ASSERT_TRUE(PumpUntilHeldUp());
-    DestroyWindow(window);
+    Init();
+    LoseWindowAt(At::SplitLock);
     EXPECT_NE(library.FreeMap(), 0U);
     Init();
     const HWND next = CreateMap();  // its load is through before the old split gets its turn
@@ -150,10 +139,7 @@ TEST_F(WorkerTest, AWorkerThatComesAfterFreeMapLeavesThePictureAlone) {
 }
 
 TEST_F(WorkerTest, ALibraryFreedInVainKeepsNewWorkersFromTheOldOnesPicture) {
-    workers.HoldUp(At::Decode);
-    const HWND window = CreateMap();
-    ASSERT_TRUE(PumpUntilHeldUp());
-    DestroyWindow(window);
+    LoseWindowAt(At::Decode);
     workers.Shorten(kReleaseWait);
     EXPECT_NE(library.FreeMap(), 0U) << "gives up waiting";
     EXPECT_EQ(Init(), HORIVO_OK);
@@ -166,10 +152,7 @@ TEST_F(WorkerTest, ALibraryFreedInVainKeepsNewWorkersFromTheOldOnesPicture) {
 }
 
 TEST_F(WorkerTest, AHostMayForgetToFreeWhatItUnloads) {
-    workers.HoldUp(At::SplitLock);
-    const HWND window = CreateMap();
-    ASSERT_TRUE(PumpUntilHeldUp());
-    DestroyWindow(window);
+    LoseWindowAt(At::SplitLock);
     library.Unload();
     EXPECT_NE(GetModuleHandleW(L"horivo_map.dll"), nullptr);
     workers.LetGo();
