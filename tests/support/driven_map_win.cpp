@@ -1,9 +1,7 @@
 #include "support/driven_map_win.h"
 
 #include <algorithm>
-#include <cmath>
 #include <cstring>
-#include <numbers>
 #include <utility>
 
 #include "support/gl_spy_win.h"
@@ -11,20 +9,11 @@
 namespace {
 
 constexpr SYSTEMTIME kNoonInJuly = {2024, 7, 1, 1, 12, 0, 0, 0};
-constexpr double kGlobeRadius = 3.0;
 
 DrivenMapTest* driven = nullptr;
 WNDPROC plainParent = nullptr;
 
 std::wstring TextOrEmpty(const wchar_t* text) { return text != nullptr ? text : L""; }
-
-double Radians(double degrees) { return degrees * std::numbers::pi / 180.0; }
-
-void Turn(double& a, double& b, double degrees) {
-    const double turned = a * std::cos(Radians(degrees)) - b * std::sin(Radians(degrees));
-    b = a * std::sin(Radians(degrees)) + b * std::cos(Radians(degrees));
-    a = turned;
-}
 
 }  // namespace
 
@@ -145,17 +134,7 @@ bool DrivenMapTest::TakeRepaintRequest() const {
 }
 
 POINT DrivenMapTest::PixelOf(double latitude, double longitude) {
-    const SeenView view = LookAtView();
-    double x = kGlobeRadius * std::cos(Radians(latitude)) * std::sin(Radians(longitude));
-    double y = kGlobeRadius * std::sin(Radians(latitude));
-    double z = kGlobeRadius * std::cos(Radians(latitude)) * std::cos(Radians(longitude));
-    Turn(z, x, view.spin);
-    Turn(y, z, view.tilt);
-    const double scale = view.height / 2.0 / std::tan(Radians(view.fovY / 2.0));
-    const double depth = -(view.distance + z);
-    const double right = view.width / 2.0 + x / depth * scale;
-    const double up = view.height / 2.0 + y / depth * scale;
-    return {std::lround(right), view.height - 1 - std::lround(up)};
+    return PixelOfPlace(LookAtView(), latitude, longitude);
 }
 
 SIZE DrivenMapTest::SizeOf(const std::string& text) const {

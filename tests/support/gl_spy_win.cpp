@@ -1,32 +1,26 @@
 #include "support/gl_spy_win.h"
 
-#include <charconv>
 #include <sstream>
+#include <type_traits>
 
 #include "support/faked_import_win.h"
+#include "support/gl_listing_win.h"
 
 namespace {
 
 constexpr int kVectorLength = 4;  // all float arrays that the DLL hands to GL are colours or points
 
-void Append(std::string& line, double value) {
-    char text[40];
-    const auto end = std::to_chars(text, text + sizeof text, static_cast<float>(value)).ptr;
-    line.append(1, ' ').append(text, end);
-}
-template <class Number>
-requires std::is_arithmetic_v<Number>
-void AppendArgument(std::string& line, Number value) {
-    if constexpr (std::is_floating_point_v<Number>) {
-        Append(line, static_cast<double>(value));
+/// An argument of a call, as GlCall writes it.
+template <class Argument>
+void AppendArgument(std::string& line, Argument argument) {
+    if constexpr (std::is_arithmetic_v<Argument>) {
+        gl_listing_detail::Append(line, argument);
+    } else if constexpr (std::is_same_v<Argument, const GLfloat*>) {
+        for (int i = 0; i < kVectorLength; ++i) gl_listing_detail::Append(line, argument[i]);
     } else {
-        line.append(1, ' ').append(std::to_string(value));
+        gl_listing_detail::Append(line, GlAddress{});
     }
 }
-void AppendArgument(std::string& line, const GLfloat* values) {
-    for (int i = 0; i < kVectorLength; ++i) Append(line, static_cast<double>(values[i]));
-}
-void AppendArgument(std::string& line, const void*) { line += " *"; }
 
 /// The hook of one function: records, then calls the real one.
 template <FunctionName Name, class Signature>

@@ -249,6 +249,7 @@ TEST_F(ButtonsTest, LostCaptureEndsTheRepeat) {
 TEST_F(ButtonsTest, AddPhotoShowsWhileTheHostAcceptsAndOpensItsPage) {
     PutSheet();
     library.SetLocalString(HORIVO_TEXT_ADD_PHOTO, L"Add a photo");
+    library.SetLocalString(HORIVO_TEXT_ADD_PHOTO, nullptr);  // changes nothing
     Open();
     const double y = PhotosButtonY();
     const POINT button = InPanel(50, static_cast<int>(y) + 20);

@@ -89,6 +89,11 @@ TEST_F(TextTest, WordsStandApartByTheirBlanks) {
     const HWND window = CreateTextMap();
     Key(window, 'I');
     const SpiedFrame& frame = FrameOf(window);
+    GLint depths[2] = {};
+    glGetIntegerv(GL_MODELVIEW_STACK_DEPTH, &depths[0]);
+    glGetIntegerv(GL_PROJECTION_STACK_DEPTH, &depths[1]);
+    EXPECT_EQ(depths[0] + depths[1], 2) << "building the lists leaves no matrix behind";
+    EXPECT_EQ(glGetError(), GLenum{GL_NO_ERROR});
     const HDC dc = GetDC(window);
     int seen = 0;
     for (const DrawnText& t : drawn) {

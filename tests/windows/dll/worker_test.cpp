@@ -103,6 +103,8 @@ TEST_F(WorkerTest, TheWindowDiesUnderItsWorker) {
         workers.LetGo();
         EXPECT_TRUE(Settle());
         EXPECT_EQ(Uploads(), 0U);
+        EXPECT_NE(library.FreeMap(), 0U);
+        Init();
         // FreeMap waits for a worker that holds the picture.
         LoseWindowAt(place);
         workers.LetGoAtWait(kReleaseWait);
