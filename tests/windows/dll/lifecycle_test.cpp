@@ -2,6 +2,7 @@
 // their creation came.
 #include <gmock/gmock.h>
 
+#include "image/gdiplus_win.h"
 #include "support/call_ledger_win.h"
 #include "support/faked_import_win.h"
 #include "support/gl_spy_win.h"
@@ -92,8 +93,12 @@ TEST_F(LifecycleTest, InitAndFreeLeaveNothingBehind) {
     };
     liveAndFree(4);
     const ResourceCount before = CountResources();
+    const FakedImport<"GdiplusStartup", decltype(Gdiplus::GdiplusStartup)> starts(library.module);
+    const FakedImport<"GdiplusShutdown", decltype(Gdiplus::GdiplusShutdown)> ends(library.module);
     liveAndFree(12);
     ExpectNoMoreThan(before);
+    EXPECT_EQ(starts.Calls(), 12);
+    EXPECT_EQ(ends.Calls(), 12);
 }
 
 TEST_F(LifecycleTest, WithoutAFontTheWindowLivesWithoutText) {
