@@ -190,24 +190,25 @@ TEST_F(Tiles, SizesFollowTheScalers) {
     PutPatternMap(512, 256);
     const RgbPicture picture = DecodePicture(MapPath());
     WriteSetting(L"lag_factor", 8);  // a coarse mesh: many fine ones take their time
-    const struct {
-        int x, y;
-        Scalers meant;  // beyond their range they count as its ends
-    } cases[] = {{-3, -3, {-3, -3}}, {-3, 1, {-3, 1}}, {-1, -2, {-1, -2}}, {0, 0, {0, 0}},
-                 {2, -3, {2, -3}},   {2, 1, {2, 1}},   {5, 9, {2, 1}},     {-9, -9, {-3, -3}}};
-    for (const auto& c : cases) {
+    for (const Scalers& c : {Scalers{-3, -3}, {-3, 1}, {-1, -2}, {0, 0}, {2, -3}, {2, 1}}) {
         SCOPED_TRACE("texScalerX " + std::to_string(c.x) + ", texScalerY " + std::to_string(c.y));
         WriteSetting(L"texScalerX", c.x);
         WriteSetting(L"texScalerY", c.y);
         const auto uploads = ShowMap(kMaxSize);
         ASSERT_EQ(uploads.size(), 8U);
-        EXPECT_EQ(uploads[0].width, (128 << (c.meant.x + 3)) / 8 / 4);
-        EXPECT_EQ(uploads[0].height, (128 << (c.meant.y + 3)) / 8 / 2);
-        ExpectTiles(uploads, ExpectedTiles(picture, kMaxSize, c.meant));
+        EXPECT_EQ(uploads[0].width, (128 << (c.x + 3)) / 8 / 4);
+        EXPECT_EQ(uploads[0].height, (128 << (c.y + 3)) / 8 / 2);
+        ExpectTiles(uploads, ExpectedTiles(picture, kMaxSize, c));
+    }
+    // Beyond their range they count as its ends.
+    for (const auto& [value, meant] : {std::pair(9, Scalers{2, 1}), {-9, Scalers{-3, -3}}}) {
+        WriteSetting(L"texScalerX", value);
+        WriteSetting(L"texScalerY", value);
+        ExpectTiles(ShowMap(64), ExpectedTiles(picture, 64, meant));
     }
     // What the file no longer names stays as it was.
     ForgetSettings();
-    ExpectTiles(ShowMap(kMaxSize), ExpectedTiles(picture, kMaxSize, {-3, -3}));
+    ExpectTiles(ShowMap(64), ExpectedTiles(picture, 64, {-3, -3}));
 }
 
 TEST_F(Tiles, AskForCompressionOnlyWhenSet) {
