@@ -1,4 +1,4 @@
-#include "host/admin_flags_win.h"
+#include "horivo_host.h"
 
 #include <gtest/gtest.h>
 
@@ -52,7 +52,7 @@ TEST_F(AdminFlagsTest, EachSwitchSetsItsBit) {
     for (const auto& c : cases) {
         SetValue(c.name, REG_DWORD, &one, sizeof one);
         ReadAdminFlags();
-        EXPECT_EQ(AdminFlags(), c.bit);
+        EXPECT_EQ(adminFlags.load(), c.bit);
         EXPECT_FALSE(IsFeatureEnabled(c.bit));
         EXPECT_FALSE(IsFeatureEnabled(0x3F)) << "one of several bits is enough";
         EXPECT_TRUE(IsFeatureEnabled(0x3F & ~c.bit));
@@ -75,7 +75,7 @@ TEST_F(AdminFlagsTest, CountsOnlyFourBytesThatAreNotZero) {
     for (const auto& c : cases) {
         SetValue(L"logging", c.type, c.data, c.size);
         ReadAdminFlags();
-        EXPECT_EQ(AdminFlags(), c.flags) << c.why;
+        EXPECT_EQ(adminFlags.load(), c.flags) << c.why;
     }
 }
 
@@ -83,10 +83,10 @@ TEST_F(AdminFlagsTest, AMissingKeyClearsWhatWasSet) {
     const DWORD one = 1;
     SetValue(L"logging", REG_DWORD, &one, sizeof one);
     ReadAdminFlags();
-    ASSERT_EQ(AdminFlags(), 0x20U);
+    ASSERT_EQ(adminFlags.load(), 0x20U);
     RegDeleteTreeW(HKEY_LOCAL_MACHINE, L"Software");
     ReadAdminFlags();
-    EXPECT_EQ(AdminFlags(), 0U);
+    EXPECT_EQ(adminFlags.load(), 0U);
 }
 
 }  // namespace

@@ -7,7 +7,7 @@
 #include <string>
 
 #include "base/handles_win.h"
-#include "host/admin_flags_win.h"
+#include "horivo_host.h"
 
 namespace {
 
