@@ -6,7 +6,7 @@ set -euo pipefail
 
 # Both compilers, both generators, and the sources of the test framework.
 build_packages=(cmake ninja-build g++ g++-mingw-w64-x86-64-posix googletest libgl1-mesa-dev
-    libglu1-mesa-dev)
+    libglu1-mesa-dev python3)
 # Wine opens the X libraries by name at run time, so its package does not pull them in; without
 # libxcomposite1 it would draw OpenGL child windows another way, without fonts-wine the window's
 # font would be a stretched stand-in.
