@@ -1,13 +1,16 @@
 #include "host/language_code.h"
 
-#include <string_view>
-
 namespace {
 
-/// First two letters of a Windows abbreviation, then the code in file names.
-constexpr std::string_view kCodePairs[] = {"in id", "mr mi", "ml mt", "ts tn", "sm se", "mo mn",
-                                           "jp ja", "di dv", "ma mr", "ka kn", "my ml"};
-constexpr std::size_t kCodeChars = 2;
+struct CodePair {
+    char abbrev[3];  ///< first two letters of a Windows abbreviation
+    char file[3];    ///< the code in file names
+};
+
+constexpr CodePair kCodePairs[] = {
+    {"in", "id"}, {"mr", "mi"}, {"ml", "mt"}, {"ts", "tn"}, {"sm", "se"}, {"mo", "mn"},
+    {"jp", "ja"}, {"di", "dv"}, {"ma", "mr"}, {"ka", "kn"}, {"my", "ml"},
+};
 
 }  // namespace
 
@@ -15,12 +18,13 @@ HorivoWideChar LowerAscii(HorivoWideChar c) noexcept {
     return c >= 'A' && c <= 'Z' ? static_cast<HorivoWideChar>(c - 'A' + 'a') : c;
 }
 
-WideString LanguageFileCode(WideView abbrev) {
-    if (abbrev.size() < kCodeChars) return {};
-    const WideString prefix = {LowerAscii(abbrev[0]), LowerAscii(abbrev[1])};
-    for (const std::string_view pair : kCodePairs) {
-        if (prefix == WidenAscii(pair.substr(0, kCodeChars))) {
-            return WidenAscii(pair.substr(kCodeChars + 1));
+LanguageCode LanguageFileCode(const HorivoWideChar* abbrev) noexcept {
+    if (abbrev[0] == '\0' || abbrev[1] == '\0') return {};
+    const LanguageCode prefix = {LowerAscii(abbrev[0]), LowerAscii(abbrev[1]), '\0'};
+    for (const CodePair& pair : kCodePairs) {
+        if (prefix[0] == pair.abbrev[0] && prefix[1] == pair.abbrev[1]) {
+            return {static_cast<HorivoWideChar>(pair.file[0]),
+                    static_cast<HorivoWideChar>(pair.file[1]), '\0'};
         }
     }
     return prefix;

@@ -1,11 +1,16 @@
 #pragma once
 
-#include "base/wide_text.h"
+#include <array>
 
-/// The code that language files of a Windows language abbreviation carry in their names: its first
-/// two letters in lower case, where they are another code than the international one the latter
-/// ("JPN" gives "ja"). Empty when the abbreviation has fewer than two. Throws std::bad_alloc.
-WideString LanguageFileCode(WideView abbrev);
+#include "horivo_map.h"
+
+/// A language's code in file names, terminated.
+using LanguageCode = std::array<HorivoWideChar, 3>;
+
+/// The code for a Windows language abbreviation: its first two letters in lower case, or the
+/// international code where that is another one ("JPN" gives "ja"). Empty when the abbreviation has
+/// fewer than two characters.
+LanguageCode LanguageFileCode(const HorivoWideChar* abbrev) noexcept;
 
 /// ASCII letters in lower case.
 HorivoWideChar LowerAscii(HorivoWideChar c) noexcept;
