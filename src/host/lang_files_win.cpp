@@ -48,7 +48,8 @@ bool FindLanguageFile(const HorivoWideChar* abbrev, HorivoWideChar* outPath) noe
     const int length =
         std::swprintf(outPath, kLangPathChars + 1, L"%ls%ls%ls_%ls%ls", file.directory, separator,
                       file.baseName, code.data(), file.extension);
-    if (length < 0) {  // longer than a path of the record
+    // Longer than a path of the record; runtimes report that in one way or the other.
+    if (length < 0 || length > kLangPathChars) {
         outPath[0] = L'\0';
         return false;
     }

@@ -3,8 +3,8 @@
 namespace {
 
 struct CodePair {
-    char abbrev[3];  ///< first two letters of a Windows abbreviation
-    char file[3];    ///< the code in file names
+    unsigned char abbrev[3];  ///< first two letters of a Windows abbreviation
+    unsigned char file[3];    ///< the code in file names
 };
 
 constexpr CodePair kCodePairs[] = {
@@ -23,8 +23,7 @@ LanguageCode LanguageFileCode(const HorivoWideChar* abbrev) noexcept {
     const LanguageCode prefix = {LowerAscii(abbrev[0]), LowerAscii(abbrev[1]), '\0'};
     for (const CodePair& pair : kCodePairs) {
         if (prefix[0] == pair.abbrev[0] && prefix[1] == pair.abbrev[1]) {
-            return {static_cast<HorivoWideChar>(pair.file[0]),
-                    static_cast<HorivoWideChar>(pair.file[1]), '\0'};
+            return {pair.file[0], pair.file[1], '\0'};
         }
     }
     return prefix;

@@ -14,7 +14,7 @@ namespace {
 
 constexpr std::size_t kNameChars = 16;         // of a day or month
 constexpr int kLocaleNameRoom = 80 + 1;        // characters; no locale has longer names
-constexpr int kGroupAbbrevRoom = 6 + 1;        // characters of an abbreviation that is compared
+constexpr int kAbbrevRoom = 6 + 1;             // characters of an abbreviation that is compared
 constexpr std::int32_t kUnitTableRoom = 3072;  // characters of a unit table's text
 
 void StoreName(HorivoWideChar* field, LCID locale, LCTYPE which) noexcept {
@@ -40,16 +40,21 @@ void LoadUnitTables() noexcept {
     }
 }
 
-/// What the enumeration of locales looks for and finds.
+/// What the enumerations of locales look for and find.
 struct LocaleSearch {
     const wchar_t* abbrev;
-    LCID found;
+    LCID found = LOCALE_USER_DEFAULT;
+    bool exists = false;
 };
 
+LocaleSearch& SearchOf(LPARAM parameter) noexcept {
+    return *reinterpret_cast<LocaleSearch*>(parameter);
+}
+
 BOOL CALLBACK CompareLocale(LGRPID, LCID locale, wchar_t*, LONG_PTR parameter) noexcept {
-    auto& search = *reinterpret_cast<LocaleSearch*>(parameter);
-    wchar_t abbrev[kGroupAbbrevRoom];
-    if (GetLocaleInfoW(locale, LOCALE_SABBREVLANGNAME, abbrev, kGroupAbbrevRoom) == 0) return TRUE;
+    LocaleSearch& search = SearchOf(parameter);
+    wchar_t abbrev[kAbbrevRoom];
+    if (GetLocaleInfoW(locale, LOCALE_SABBREVLANGNAME, abbrev, kAbbrevRoom) == 0) return TRUE;
     if (lstrcmpiW(abbrev, search.abbrev) != 0) return TRUE;
     search.found = locale;
     return FALSE;  // the rest of this group does not matter
@@ -60,14 +65,24 @@ BOOL CALLBACK SearchGroup(LGRPID group, wchar_t*, wchar_t*, DWORD, LONG_PTR para
     return TRUE;  // Deliberate: a match in a later group replaces this one's.
 }
 
+BOOL CALLBACK CompareLocaleName(wchar_t* name, DWORD, LPARAM parameter) noexcept {
+    LocaleSearch& search = SearchOf(parameter);
+    wchar_t abbrev[kAbbrevRoom];
+    search.exists = GetLocaleInfoEx(name, LOCALE_SABBREVLANGNAME, abbrev, kAbbrevRoom) != 0 &&
+                    lstrcmpiW(abbrev, search.abbrev) == 0;
+    return search.exists ? FALSE : TRUE;
+}
+
 }  // namespace
 
 std::uint32_t FindLocaleForAbbrev(const HorivoWideChar* abbrev) noexcept {
-    LocaleSearch search = {abbrev, LOCALE_USER_DEFAULT};
-    if (abbrev != nullptr) {
-        EnumSystemLanguageGroupsW(SearchGroup, LGRPID_INSTALLED,
-                                  reinterpret_cast<LONG_PTR>(&search));
-    }
+    LocaleSearch search = {abbrev};
+    if (abbrev == nullptr) return search.found;
+    const auto parameter = reinterpret_cast<LPARAM>(&search);
+    // Wine: a walk through the groups takes a quarter of a second. An abbreviation that no locale
+    // has, as the "en" that every host starts with, need not wait for it.
+    EnumSystemLocalesEx(CompareLocaleName, LOCALE_ALL, parameter, nullptr);
+    if (search.exists) EnumSystemLanguageGroupsW(SearchGroup, LGRPID_INSTALLED, parameter);
     return search.found;
 }
 

@@ -29,14 +29,16 @@ struct NumberKey {
     wchar_t text[16];
 };
 
+bool ReadFrom(const wchar_t* path, const wchar_t* section, const wchar_t* key, wchar_t* text,
+              DWORD room) noexcept {
+    // An empty path would be Windows' own file.
+    return *path != L'\0' && GetPrivateProfileStringW(section, key, L"", text, room, path) != 0;
+}
+
 /// Reads a text from the language file, else from that of "en". @return whether one has it
 bool ReadText(const wchar_t* section, const wchar_t* key, wchar_t* text, DWORD room) noexcept {
-    for (const wchar_t* path : {LangFile().langFilePath, LangFile().fallbackFilePath}) {
-        // An empty path would be Windows' own file.
-        if (*path == L'\0') continue;
-        if (GetPrivateProfileStringW(section, key, L"", text, room, path) != 0) return true;
-    }
-    return false;
+    return ReadFrom(LangFile().langFilePath, section, key, text, room) ||
+           ReadFrom(LangFile().fallbackFilePath, section, key, text, room);
 }
 
 bool IsEmpty(const wchar_t* text) noexcept { return text == nullptr || *text == L'\0'; }
