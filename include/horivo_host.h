@@ -139,7 +139,7 @@ std::int32_t LoadLocalString(HINSTANCE__* module, std::uint32_t id, HorivoWideCh
  * title, a control's identifier the text of that "Button" or "Static", however deep it lies.
  * Identifiers below 1 and 65535 (what -1 becomes in a 16-bit template) are left alone. Texts that
  * the language file lacks come from the file of "en"; what neither has stays as it is.
- * Returns false when the name is null or empty or there is no language file. */
+ * Returns false when there is no such window, no name or no language file. */
 bool LocalizeDialog(HWND__* dialog, const HorivoWideChar* dialogName) noexcept;
 
 /* Gives a menu and its submenus the texts of `section`, at most 255 characters each, by command

@@ -104,6 +104,8 @@ std::int32_t LocalMessageBox(HWND__* owner, HINSTANCE__* module, std::uint32_t t
 
 bool LocalizeDialog(HWND__* dialog, const HorivoWideChar* dialogName) noexcept {
     if (IsEmpty(dialogName) || *LangFile().langFilePath == L'\0') return false;
+    // Null stands for the desktop, whose children are everybody's windows.
+    if (IsWindow(dialog) == FALSE) return false;
     wchar_t section[kDialogNameChars + 1];
     StoreText(section, dialogName, kDialogNameChars);
     wchar_t caption[kDialogCaptionChars + 1];

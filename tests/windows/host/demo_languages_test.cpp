@@ -140,6 +140,10 @@ INSTANTIATE_TEST_SUITE_P(All, DemoLanguageTest,
                                          Language{L"FRA", L"fr", L"jour", L"jours", L"jours",
                                                   L"jours"},
                                          Language{L"RUS", L"ru", L"день", L"дня", L"дней", L"день"},
-                                         Language{L"JPN", L"ja", L"日", L"日", L"日", L"日"}));
+                                         Language{L"JPN", L"ja", L"日", L"日", L"日", L"日"}),
+                         [](const auto& chosen) {
+                             const std::wstring code = chosen.param.code;
+                             return std::string(code.begin(), code.end());
+                         });
 
 }  // namespace

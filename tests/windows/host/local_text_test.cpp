@@ -28,7 +28,7 @@ TEST_F(LanguageTest, AStringComesFromTheFileElseFromTheResources) {
 TEST_F(LanguageTest, UnitTablesOfTheFileReplaceThoseOfTheResources) {
     const std::uint32_t ids[] = {IDS_UNIT_SECONDS, IDS_UNIT_MINUTES, 0, IDS_UNIT_DAYS, 999};
     SetResources(Resources(), ids);
-    Write(L"de", L"[StringTable]\r\n258=Minuten;1 Minute\r\n");
+    Write(L"de", L"[StringTable]\r\n258=Minuten;1 Minute\r\n0=unused\r\n");
     SetLanguage(L"DEU");
     const struct {
         std::uint32_t table, number;
@@ -96,6 +96,7 @@ TEST_F(LanguageTest, ADialogGetsTitleLabelsAndButtons) {
     SetLanguage(L"DEU");
     EXPECT_FALSE(LocalizeDialog(dialog, nullptr));
     EXPECT_FALSE(LocalizeDialog(dialog, L""));
+    EXPECT_FALSE(LocalizeDialog(nullptr, L"About"));
     EXPECT_TRUE(LocalizeDialog(dialog, L"About"));
     EXPECT_EQ(TextOf(dialog), L"Über");
     EXPECT_EQ(TextOf(GetDlgItem(dialog, IDC_ABOUT_NAME)), L"Weltuhr\\n") << "no escapes here";
@@ -111,7 +112,7 @@ TEST_F(LanguageTest, ADialogGetsTitleLabelsAndButtons) {
 TEST_F(LanguageTest, AMenuAndItsSubmenusGetTheirTexts) {
     Write(L"de",
           L"[Menu]\r\nFile=&Datei\r\n40001=&Neu\tStrg+N\r\nRecent_files=Zuletzt\r\n"
-          L"77=tief\r\n0=Strich\r\n");
+          L"77=tief\r\n0=Strich\r\n[Deep]\r\n77=ganz tief\r\n");
     Write(L"en", L"[Menu]\r\nFile=never\r\nHelp=From the fallback\r\n");
     SetDirectory(folder_.c_str());
     HMENU menu = LoadMenuW(Resources(), MAKEINTRESOURCEW(IDR_MAIN_MENU));
@@ -135,7 +136,8 @@ TEST_F(LanguageTest, AMenuAndItsSubmenusGetTheirTexts) {
     EXPECT_EQ(ItemText(file, last, MF_BYPOSITION), L"Zuletzt");
     EXPECT_EQ(GetSubMenu(file, static_cast<int>(last)), deep) << "it still opens its submenu";
     EXPECT_NE(GetMenuState(file, 2, MF_BYPOSITION) & MF_SEPARATOR, 0U);
-    EXPECT_TRUE(LocalizeMenu(deep, L"Menu")) << "true for a change inside alone";
+    EXPECT_TRUE(LocalizeMenu(menu, L"Deep")) << "one item, two levels down";
+    EXPECT_EQ(ItemText(menu, 77, MF_BYCOMMAND), L"ganz tief");
     DestroyMenu(menu);
 }
 
