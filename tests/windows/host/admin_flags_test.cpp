@@ -40,42 +40,30 @@ private:
     UniqueRegistryKey root_;
 };
 
-TEST_F(AdminFlagsTest, EachSwitchSetsItsBit) {
+TEST_F(AdminFlagsTest, FourBytesThatAreNotZeroSetTheBit) {
     const struct {
         const wchar_t* name;
-        std::uint32_t bit;
-    } cases[] = {
-        {L"no_updates", 0x01},     {L"no_news", 0x02},       {L"no_photos", 0x04},
-        {L"no_preferences", 0x08}, {L"no_time_table", 0x10}, {L"logging", 0x20},
-    };
-    const DWORD one = 1;
-    for (const auto& c : cases) {
-        SetValue(c.name, REG_DWORD, &one, sizeof one);
-        ReadAdminFlags();
-        EXPECT_EQ(adminFlags.load(), c.bit);
-        EXPECT_FALSE(IsFeatureEnabled(c.bit));
-        EXPECT_FALSE(IsFeatureEnabled(0x3F)) << "one of several bits is enough";
-        EXPECT_TRUE(IsFeatureEnabled(0x3F & ~c.bit));
-    }
-}
-
-TEST_F(AdminFlagsTest, CountsOnlyFourBytesThatAreNotZero) {
-    const struct {
-        const char* why;
         DWORD type, size;
         unsigned char data[8];
         std::uint32_t flags;
     } cases[] = {
-        {"any bit will do", REG_DWORD, 4, {0, 0, 0, 0x80}, 0x20},
-        {"zero is off", REG_DWORD, 4, {0, 0, 0, 0}, 0},
-        {"too long for the buffer", REG_QWORD, 8, {1, 0, 0, 0, 0, 0, 0, 0}, 0},
-        {"too short", REG_BINARY, 1, {1}, 0},
-        {"empty", REG_BINARY, 0, {}, 0},
+        {L"no_updates", REG_DWORD, 4, {1}, 0x01},
+        {L"no_news", REG_DWORD, 4, {1}, 0x02},
+        {L"no_photos", REG_DWORD, 4, {1}, 0x04},
+        {L"no_preferences", REG_DWORD, 4, {1}, 0x08},
+        {L"no_time_table", REG_DWORD, 4, {1}, 0x10},
+        {L"logging", REG_DWORD, 4, {0, 0, 0, 0x80}, 0x20},
+        {L"logging", REG_DWORD, 4, {}, 0},   // zero is off
+        {L"logging", REG_QWORD, 8, {1}, 0},  // too long for the buffer
+        {L"logging", REG_BINARY, 1, {1}, 0},
+        {L"logging", REG_BINARY, 0, {}, 0},
     };
     for (const auto& c : cases) {
-        SetValue(L"logging", c.type, c.data, c.size);
+        SetValue(c.name, c.type, c.data, c.size);
         ReadAdminFlags();
-        EXPECT_EQ(adminFlags.load(), c.flags) << c.why;
+        EXPECT_EQ(adminFlags.load(), c.flags) << c.size << " bytes";
+        EXPECT_TRUE(IsFeatureEnabled(0x3F & ~c.flags));
+        EXPECT_EQ(IsFeatureEnabled(0x3F), c.flags == 0) << "one of several bits is enough";
     }
 }
 
