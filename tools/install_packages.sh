@@ -13,7 +13,7 @@ build_packages=(cmake ninja-build g++ g++-mingw-w64-x86-64-posix googletest libg
 run_packages=(wine wine64 fonts-wine xvfb faketime libgl1 libgl1-mesa-dri libxcomposite1
     libxcursor1 libxfixes3 libxi6 libxinerama1 libxrandr2 libxrender1 procps util-linux)
 # What makes the sample photos.
-demo_packages=(imagemagick python3)
+demo_packages=(imagemagick python3 fonts-vlgothic)
 check_packages=(clang-format clang-tidy python3)
 
 wanted=()
