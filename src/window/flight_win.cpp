@@ -25,19 +25,13 @@ ViewAngles ViewOfPlace(double latitudeDeg, double longitudeDeg) noexcept {
 void StartFlight(MapState& map, HWND window, const ViewAngles& to) noexcept {
     StopFlight(map);
     if (!map.flight.flight.Start({map.view.viewTilt, map.view.viewSpin}, to)) return;
-    map.flight.window = window;
-    map.flight.timer = SetTimer(window, kFlightTimer, kFlyStepMs, nullptr);
+    map.flight.timer.Start(window, kFlightTimer, kFlyStepMs);
 }
 
-void StopFlight(MapState& map) noexcept {
-    if (map.flight.timer == 0) return;
-    KillTimer(map.flight.window, map.flight.timer);
-    map.flight.timer = 0;
-    map.flight.window = nullptr;
-}
+void StopFlight(MapState& map) noexcept { map.flight.timer.Stop(); }
 
 void OnFlightTimer(MapState& map, HWND window) {
-    if (!IsFlying(map) || map.flight.window != window) return;
+    if (!map.flight.timer.RunsFor(window)) return;
     const bool goesOn = map.flight.flight.Step();
     if (!goesOn) StopFlight(map);
     const ViewAngles now = map.flight.flight.Current();

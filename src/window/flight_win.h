@@ -9,6 +9,6 @@ void StartFlight(MapState& map, HWND window, const ViewAngles& to) noexcept;
 /// The view that centres a place, degrees.
 ViewAngles ViewOfPlace(double latitudeDeg, double longitudeDeg) noexcept;
 void StopFlight(MapState& map) noexcept;
-inline bool IsFlying(const MapState& map) noexcept { return map.flight.timer != 0; }
+inline bool IsFlying(const MapState& map) noexcept { return map.flight.timer.Runs(); }
 /// One step of the flight (its timer ticked).
 void OnFlightTimer(MapState& map, HWND window);

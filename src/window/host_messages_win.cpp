@@ -73,7 +73,7 @@ LRESULT OnPhotosChanged(HWND window, WPARAM wParam, LPARAM lParam) {
         lParam < 1) {
         return 0;
     }
-    if (map.hover.timer != 0 && map.hover.signedIndex == signedIndex) CancelHover(map);
+    if (map.hover.timer.Runs() && map.hover.signedIndex == signedIndex) CancelHover(map);
     const auto place = static_cast<std::size_t>(PlaceOf(signedIndex));
     const auto records = map.host.cities.Records();
     if (place >= records.size()) return 0;

@@ -22,20 +22,19 @@ void StartHover(MapState& map, HWND window, std::int32_t signedIndex, std::int32
                 std::int32_t y) noexcept {
     CancelHover(map);
     if (!IsSignedIndexIn(signedIndex, map.host.cities.count)) return;
-    map.hover = {window, signedIndex, x, y, SetTimer(window, kHoverTimer, kHoverMs, nullptr)};
+    map.hover.signedIndex = signedIndex;
+    map.hover.x = x;
+    map.hover.y = y;
+    map.hover.timer.Start(window, kHoverTimer, kHoverMs);
 }
 
-void CancelHover(MapState& map) noexcept {
-    if (map.hover.timer != 0) KillTimer(map.hover.window, map.hover.timer);
-    map.hover = {};
-}
+void CancelHover(MapState& map) noexcept { map.hover.timer.Stop(); }
 
 void OnHoverTimer(MapState& map, HWND window) {
-    if (map.hover.timer == 0 || map.hover.window != window) return;
-    const HoverState hover = map.hover;
+    if (!map.hover.timer.RunsFor(window)) return;
     CancelHover(map);
-    if (!CursorIsAt(window, hover.x, hover.y)) return;
-    OfferPhotos(map, window, hover.signedIndex,
-                hover.signedIndex >= 0 ? PhotosOf::City : PhotosOf::Country);
+    if (!CursorIsAt(window, map.hover.x, map.hover.y)) return;
+    const std::int32_t signedIndex = map.hover.signedIndex;
+    OfferPhotos(map, window, signedIndex, signedIndex >= 0 ? PhotosOf::City : PhotosOf::Country);
     if (map.windows.IsLive(window)) InvalidateRect(window, nullptr, FALSE);
 }

@@ -7,6 +7,7 @@
 #include <memory>
 
 #include "base/handles_win.h"
+#include "base/window_timer_win.h"
 #include "globe/city_clock_win.h"
 #include "globe/planet.h"
 #include "host/time_zone_table_win.h"
@@ -49,23 +50,15 @@ struct TextureRoad {
 /// A flight under way. Window thread.
 struct FlightState {
     FlyTo flight;
-    HWND window = nullptr;  ///< whose timer drives it
-    UINT_PTR timer = 0;     ///< 0: no flight
-};
-
-/// The auto-repeat of a held overlay button. Window thread.
-struct RepeatState {
-    HWND window = nullptr;
-    UINT_PTR timer = 0;  ///< 0: nothing is held
+    WindowTimer timer;  ///< drives it; runs as long as the flight
 };
 
 /// The pointer resting on a city. Window thread.
 struct HoverState {
-    HWND window = nullptr;
     std::int32_t signedIndex = 0;  ///< of the city; negative when it is only the nearest
     std::int32_t x = 0;            ///< window pixels
     std::int32_t y = 0;            ///< from the bottom
-    UINT_PTR timer = 0;            ///< 0: nothing is waited for
+    WindowTimer timer;             ///< runs while the rest is waited for
 };
 
 /// Buttons, photos and labels over the globe. Window thread; textures as in DrawingState.
@@ -107,7 +100,7 @@ struct MapState {
     FlightState flight;                       ///< window thread
     HoverState hover;                         ///< window thread
     OverlayState overlay;                     ///< window thread
-    RepeatState repeat;                       ///< window thread
+    WindowTimer repeat;                       ///< of a held overlay button; window thread
     TextureRoad textures;                     ///< see its members
     DrawingState drawing{host.lastSysError};  ///< window thread
     LiveWindows windows;                      ///< window thread

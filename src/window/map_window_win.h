@@ -5,6 +5,7 @@
 #include <vector>
 
 #include "base/handles_win.h"
+#include "base/window_timer_win.h"
 
 /// What one live map window owns. Members in this order: released backwards, the font is
 /// deselected before it is deleted and the DC goes last.
@@ -15,7 +16,7 @@ struct MapWindow {
     WindowDc dc;  ///< kept for the life of the window (class style CS_OWNDC)
     UniqueFont font;
     std::unique_ptr<SelectedObject> selectedFont;
-    UINT_PTR sunTimer = 0;        ///< 0 when stopped
+    WindowTimer sunTimer;
     std::int32_t shownWidth = 0;  ///< of the last frame, pixels; 0 before the first
     std::int32_t shownHeight = 0;
 };

@@ -191,7 +191,7 @@ LRESULT OnButtonUp(HWND window, WPARAM, LPARAM lParam) {
     MapState& map = Map();
     const WindowPoint point = PointOf(window, lParam);
     const bool onGlobe = Repick(map, window, point);
-    StopRepeat(map);
+    map.repeat.Stop();
     ReleaseCapture();
     const std::int32_t under = HitTestButtons(map, window, point.x, point.y, false);
     HitTestButtons(map, window, point.x, point.y, true);

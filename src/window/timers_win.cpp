@@ -13,7 +13,7 @@ constexpr UINT kSunMs = 5000;   // ms between two looks at the clock
 /// A message box or a switch to another program may eat the release of the button; without its
 /// capture the window must not go on turning the globe.
 void GiveUpPress(MapState& map) noexcept {
-    StopRepeat(map);
+    map.repeat.Stop();
     map.pointer.pressedKey = 0;
     map.pointer.dragged = false;
     map.pointer.anchored = false;
@@ -34,7 +34,7 @@ void OnSunTimer(MapState& map, HWND window) {
     // Asking Windows for all its zones takes a while: neither the start nor a label should wait.
     map.overlay.zones.Prepare();
     const MapWindow* entry = map.windows.Find(window);
-    if (entry == nullptr || IsFlying(map) || map.repeat.timer != 0) return;
+    if (entry == nullptr || IsFlying(map) || map.repeat.Runs()) return;
     GetSystemTime(&map.drawing.sceneTime);
     const CurrentContextScope current(map.drawing.context, entry->dc.Get());
     if (current.IsCurrent()) CompileScene(map);
@@ -54,25 +54,11 @@ constexpr TimerRoute kTimerRoutes[] = {
 }  // namespace
 
 void StartSunTimer(MapWindow& entry) noexcept {
-    entry.sunTimer = SetTimer(entry.window, kSunTimer, kSunMs, nullptr);
-}
-
-void StopSunTimer(MapWindow& entry) noexcept {
-    if (entry.sunTimer != 0) KillTimer(entry.window, entry.sunTimer);
-    entry.sunTimer = 0;
+    entry.sunTimer.Start(entry.window, kSunTimer, kSunMs);
 }
 
 void StartRepeat(MapState& map, HWND window) noexcept {
-    StopRepeat(map);
-    map.repeat.window = window;
-    map.repeat.timer = SetTimer(window, kRepeatTimer, kRepeatMs, nullptr);
-}
-
-void StopRepeat(MapState& map) noexcept {
-    if (map.repeat.timer == 0) return;
-    KillTimer(map.repeat.window, map.repeat.timer);
-    map.repeat.timer = 0;
-    map.repeat.window = nullptr;
+    map.repeat.Start(window, kRepeatTimer, kRepeatMs);
 }
 
 LRESULT OnTimer(HWND window, WPARAM wParam, LPARAM) {

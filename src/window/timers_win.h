@@ -8,10 +8,8 @@ inline constexpr UINT_PTR kHoverTimer = 3;
 inline constexpr UINT_PTR kSunTimer = 4;
 
 void StartSunTimer(MapWindow& entry) noexcept;
-void StopSunTimer(MapWindow& entry) noexcept;
 
 /// Begins to repeat the held overlay button.
 void StartRepeat(MapState& map, HWND window) noexcept;
-void StopRepeat(MapState& map) noexcept;
 
 LRESULT OnTimer(HWND window, WPARAM wParam, LPARAM lParam);

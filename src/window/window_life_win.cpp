@@ -79,7 +79,6 @@ std::uint32_t SetUpWindow(MapState& map, MapWindow& entry) {
 /// Leaves nothing of the refused window behind and puts the others back in order.
 void Refuse(MapState& map, HWND window) noexcept {
     try {
-        if (MapWindow* entry = map.windows.Find(window)) StopSunTimer(*entry);
         ReleaseScene(map);
         map.drawing.context.Destroy();
         map.windows.Remove(window);
@@ -96,9 +95,9 @@ void Refuse(MapState& map, HWND window) noexcept {
 }
 
 void StopMotionOf(MapState& map, HWND window) noexcept {
-    if (map.hover.window == window) CancelHover(map);
-    if (map.flight.window == window) StopFlight(map);
-    if (map.repeat.window == window) StopRepeat(map);
+    if (map.hover.timer.RunsFor(window)) CancelHover(map);
+    if (map.flight.timer.RunsFor(window)) StopFlight(map);
+    if (map.repeat.RunsFor(window)) map.repeat.Stop();
 }
 
 void DestroyOneOfMany(MapState& map, MapWindow& entry) noexcept {
@@ -146,7 +145,7 @@ LRESULT OnDestroy(HWND window, WPARAM, LPARAM) {
     MapState& map = Map();
     MapWindow* entry = map.windows.Find(window);
     if (entry == nullptr) return 0;  // refused at its creation, which left nothing to do
-    StopSunTimer(*entry);
+    entry->sunTimer.Stop();
     if (map.windows.Count() > 1) {
         DestroyOneOfMany(map, *entry);
     } else {
