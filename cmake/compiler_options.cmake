@@ -19,7 +19,14 @@ if(MINGW)
   target_link_options(horivo_options INTERFACE -Wl,--dynamicbase,--nxcompat,--high-entropy-va)
 endif()
 if(HORIVO_SANITIZE)
-  set(sanitizers -fsanitize=address,undefined -fno-sanitize-recover=all -fno-omit-frame-pointer)
+  # Conversions of numbers out of range are not among GCC's undefined behaviour.
+  set(sanitizers -fsanitize=address,undefined,float-cast-overflow -fno-sanitize-recover=all
+                 -fno-omit-frame-pointer)
+  if(HORIVO_FUZZ)
+    list(APPEND sanitizers -fsanitize=fuzzer-no-link)
+  endif()
   target_compile_options(horivo_options INTERFACE ${sanitizers})
   target_link_options(horivo_options INTERFACE ${sanitizers})
+  # The standard library checks its indices and iterators too.
+  target_compile_definitions(horivo_options INTERFACE _GLIBCXX_ASSERTIONS)
 endif()
