@@ -11,7 +11,8 @@ build_packages=(cmake ninja-build g++ g++-mingw-w64-x86-64-posix googletest libg
 # libxcomposite1 it would draw OpenGL child windows another way, without fonts-wine the window's
 # font would be a stretched stand-in.
 run_packages=(wine wine64 fonts-wine xvfb faketime libgl1 libgl1-mesa-dri libxcomposite1
-    libxcursor1 libxfixes3 libxi6 libxinerama1 libxrandr2 libxrender1 procps util-linux)
+    libxcursor1 libxfixes3 libxi6 libxinerama1 libxrandr2 libxrender1 procps python3-pefile
+    util-linux)
 # What makes the sample photos.
 demo_packages=(imagemagick python3 fonts-vlgothic)
 check_packages=(clang-format clang-tidy python3)
