@@ -4,7 +4,7 @@
 
 #include <algorithm>
 #include <cmath>
-#include <cwchar>
+#include <cstring>
 #include <limits>
 #include <random>
 
