@@ -4,6 +4,10 @@ file(GLOB_RECURSE all_sources CONFIGURE_DEPENDS ${CMAKE_SOURCE_DIR}/src/*.cpp)
 if(NOT WIN32)
   list(FILTER all_sources EXCLUDE REGEX "_win\\.cpp$")
 endif()
+if(NOT MINGW)
+  # What its compiler and linker leave to the program; others bring it along.
+  list(FILTER all_sources EXCLUDE REGEX "/(stack_guard|load_config)_win\\.cpp$")
+endif()
 # What every ring stands on, and the services shared with the host application: two libraries of
 # their own, because a host links them without core and shell.
 set(base_sources ${all_sources})
@@ -18,12 +22,16 @@ set(shell_sources ${all_sources})
 list(FILTER shell_sources INCLUDE REGEX "_win\\.cpp$")
 # The face holds what must be compiled into the DLL itself: its exports and its entry point.
 set(face_sources ${shell_sources})
-list(FILTER face_sources INCLUDE REGEX "/(exports|dll_main)_win\\.cpp$")
+list(FILTER face_sources INCLUDE REGEX "/(exports|dll_main|load_config)_win\\.cpp$")
 list(REMOVE_ITEM shell_sources ${face_sources})
 
 add_library(horivo_base STATIC ${base_sources})
 target_include_directories(horivo_base PUBLIC ${CMAKE_SOURCE_DIR}/src ${CMAKE_SOURCE_DIR}/include)
 target_link_libraries(horivo_base PUBLIC horivo_options)
+if(MINGW)
+  # Functions with buffers notice when one has run over; see src/base/stack_guard_win.cpp.
+  target_compile_options(horivo_base PUBLIC -fstack-protector-strong)
+endif()
 
 add_library(horivo_host STATIC ${host_sources})
 target_link_libraries(horivo_host PUBLIC horivo_base)
@@ -50,4 +58,13 @@ if(WIN32)
   target_link_libraries(horivo_map PRIVATE horivo_shell)
   target_include_directories(horivo_map INTERFACE ${CMAKE_SOURCE_DIR}/include)
   set_target_properties(horivo_map PROPERTIES PREFIX "")
+  if(MINGW)
+    add_custom_command(
+      TARGET horivo_map POST_BUILD
+      COMMAND ${CMAKE_SOURCE_DIR}/tools/set_load_config.py ${CMAKE_NM} $<TARGET_FILE:horivo_map>
+      VERBATIM)
+  elseif(MSVC)
+    # 0x800: what it is linked to is looked for in the system's folder alone.
+    target_link_options(horivo_map PRIVATE /DEPENDENTLOADFLAG:0x800)
+  endif()
 endif()

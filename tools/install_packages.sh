@@ -1,7 +1,7 @@
 #!/bin/bash
 # Installs the Debian packages that are still missing: tools/install_packages.sh PURPOSE...
-# where PURPOSE is build, run, demo or check. Asks for nothing; needs root or sudo only when something
-# is missing. Exits non-zero when a package could not be installed.
+# where PURPOSE is build, run, demo, check or fuzz. Asks for nothing; needs root or sudo only when
+# something is missing. Exits non-zero when a package could not be installed.
 set -euo pipefail
 
 # Both compilers, both generators, and the sources of the test framework.
@@ -11,10 +11,12 @@ build_packages=(cmake ninja-build g++ g++-mingw-w64-x86-64-posix googletest libg
 # libxcomposite1 it would draw OpenGL child windows another way, without fonts-wine the window's
 # font would be a stretched stand-in.
 run_packages=(wine wine64 fonts-wine xvfb faketime libgl1 libgl1-mesa-dri libxcomposite1
-    libxcursor1 libxfixes3 libxi6 libxinerama1 libxrandr2 libxrender1 procps util-linux)
+    libxcursor1 libxfixes3 libxi6 libxinerama1 libxrandr2 libxrender1 procps python3-pefile
+    util-linux)
 # What makes the sample photos.
 demo_packages=(imagemagick python3 fonts-vlgothic)
 check_packages=(clang-format clang-tidy python3)
+fuzz_packages=(clang)
 
 wanted=()
 for purpose in "$@"; do
@@ -23,8 +25,9 @@ for purpose in "$@"; do
         run) wanted+=("${run_packages[@]}") ;;
         demo) wanted+=("${demo_packages[@]}") ;;
         check) wanted+=("${check_packages[@]}") ;;
+        fuzz) wanted+=("${fuzz_packages[@]}") ;;
         *)
-            echo "install_packages: no such purpose: $purpose (build, run, demo, check)" >&2
+            echo "install_packages: no such purpose: $purpose (build, run, demo, check, fuzz)" >&2
             exit 2
             ;;
     esac

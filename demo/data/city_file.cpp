@@ -9,6 +9,7 @@
 namespace {
 
 constexpr char32_t kReplacement = 0xFFFD;  // stands for bytes that are no UTF-8
+constexpr char32_t kLastCharacter = 0x10FFFF;
 constexpr std::size_t kNameSize = sizeof CityRecord{}.cityName / sizeof(HorivoWideChar);
 
 struct ZoneNumber {
@@ -54,6 +55,12 @@ char32_t TakeCharacter(std::string_view& text) {
         character = character << 6U | (byteAt(i) & 0x3FU);
     }
     text.remove_prefix(length);
+    // The longer forms of shorter characters, a zero among them, and halves of pairs are no UTF-8.
+    constexpr char32_t kLeastOfLength[] = {0, 0, 0x80, 0x800, 0x10000};
+    const bool isHalf = character >= 0xD800 && character < 0xE000;
+    if (isHalf || character < kLeastOfLength[length] || character > kLastCharacter) {
+        return kReplacement;
+    }
     return character;
 }
 
@@ -94,9 +101,10 @@ std::optional<CityRecord> ReadCity(std::string_view line) {
     const std::string_view country = TakeUntil(line, '\t');
     const std::optional<double> latitude = ParseDegrees(TakeUntil(line, '\t'), 90.0);
     const std::optional<double> longitude = ParseDegrees(TakeUntil(line, '\t'), 180.0);
-    if (name.empty() || !latitude || !longitude) return std::nullopt;
+    if (!latitude || !longitude) return std::nullopt;
     CityRecord city{};
     StoreName(name, city.cityName);
+    if (city.cityName[0] == 0) return std::nullopt;
     StoreName(country, city.countryName);
     city.latitude = *latitude;
     city.longitude = *longitude;

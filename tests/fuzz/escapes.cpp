@@ -3,18 +3,14 @@
 
 #include <algorithm>
 #include <cstdint>
-#include <cstdlib>
 #include <cstring>
 #include <vector>
 
+#include "fuzz/check.h"
 #include "host/menu_key.h"
 #include "host/text_escapes.h"
 
 namespace {
-
-void Check(bool holds) {
-    if (!holds) std::abort();
-}
 
 void CheckMenuKey(std::vector<HorivoWideChar> text) {
     text.push_back('\0');

@@ -3,19 +3,15 @@
 
 #include <algorithm>
 #include <cstdint>
-#include <cstdlib>
 #include <memory>
 #include <vector>
 
+#include "fuzz/check.h"
 #include "host/unit_words.h"
 
 namespace {
 
 constexpr std::uint32_t kTable = 2;
-
-void Check(bool holds) {
-    if (!holds) std::abort();
-}
 
 void CheckWord(const CLangFile& file, std::uint32_t number) {
     const HorivoWideChar* word = UnitWord(file, kTable, number);

@@ -96,7 +96,13 @@ TEST_F(CityMarkersTest, HopelessInputFindsNothing) {
     EXPECT_EQ(Find({}, 1.0), -1) << "not a number, unplaced, farther than anything";
     EXPECT_THAT(Flags(&CityRecord::nearest), Each(0));
     EXPECT_THAT(Flags(&CityRecord::inRange), Each(0));
-    cities.push_back(TestCity(1, 1, 1, 0, 0));
+    const double infinity = std::numeric_limits<double>::infinity();
+    cities.push_back(TestCity(infinity, 1, 0, 0, 0));
+    cities.push_back(TestCity(1, -infinity, 0, 0, 0));
+    PlaceCityMarkers(Cities(), 3.0);
+    cities[0].markerPoint[0] = infinity;
+    EXPECT_EQ(FindCitiesNear({&cities[3], 2}, {}, 9.0, nullptr, 8, count), -1) << "no place";
+    cities[3] = TestCity(1, 1, 1, 0, 0);
     EXPECT_EQ(Find({}, kNaN), 3) << "the nearest does not depend on the radius";
 }
 

@@ -7,6 +7,8 @@
 
 namespace {
 
+using std::string_literals::operator""s;
+
 /// A record's name in a form that a failing test can print.
 std::u32string Text(const HorivoWideChar* name) {
     std::u32string text;
@@ -20,7 +22,7 @@ TEST(CityFile, ReadsGoodLinesAndLeavesBrokenOnesOut) {
         "Standard Time\tAmerica/Sao_Paulo\r\nLima\nLima\tPeru\t-12.05\n"
         "Lima\tPeru\tsouth\t-77.05\nLima\tPeru\t-12.05x\t-77.05\nLima\tPeru\t-91\t-77.05\n"
         "Lima\tPeru\t-12.05\t180.5\nLima\tPeru\tnan\t-77.05\n\tPeru\t-12.05\t-77.05\n"
-        "Nowhere\t\t1.5\t2\tNo Such Time");
+        "Nowhere\t\t1.5\t2\tNo Such Time\n\0Hidden\tPeru\t1\t1"s);
     ASSERT_EQ(cities.size(), 2U);
     EXPECT_EQ(Text(cities[0].cityName), U"S\u00E3o Paulo");
     EXPECT_EQ(Text(cities[0].countryName), U"Brazil");
@@ -38,6 +40,7 @@ TEST(CityFile, CutsLongNamesAtAWholeCharacter) {
         {plain + "\xF0\x9F\x8C\x8D", wide},
         {"a\xC3(\x80\xF5", U"a\uFFFD(\uFFFD\uFFFD"},
         {"a\xE2\x82", U"a\uFFFD"},
+        {"a\xE0\x80\x80 \xED\xA0\x80 \xF4\x90\x80\x80", U"a\uFFFD \uFFFD \uFFFD"},
     };
     for (const auto& [name, stored] : cases) {
         EXPECT_EQ(Text(ReadCities(name + "\tX\t1\t1").at(0).cityName), stored) << name;

@@ -32,4 +32,18 @@ TEST(FlyTo, TakesTheShortWayInEvenSteps) {
     }
 }
 
+TEST(FlyTo, NeverLeavesForAPlaceThatIsNone) {
+    const double nan = std::numeric_limits<double>::quiet_NaN();
+    const double infinity = std::numeric_limits<double>::infinity();
+    for (const ViewAngles& place : {ViewAngles{nan, 1.0}, ViewAngles{1.0, nan},
+                                    ViewAngles{infinity, 1.0}, ViewAngles{1.0, -infinity}}) {
+        FlyTo flight;
+        EXPECT_FALSE(flight.Start({40.0, 0.0}, place)) << place.tilt << ", " << place.spin;
+    }
+    FlyTo flight;
+    EXPECT_TRUE(flight.Start({40.0, 0.0}, {1e308, -1e308})) << "many turns, but a place";
+    while (flight.Step()) continue;
+    EXPECT_TRUE(flight.Current().spin >= 0.0 && flight.Current().spin < 360.0);
+}
+
 }  // namespace

@@ -29,6 +29,24 @@ TEST(SunPosition, AgreesWithAnEphemeris) {
     EXPECT_NEAR(hourAngle, -0.834, 0.022) << "not brought into a turn";
 }
 
+TEST(SunPosition, KeepsDayAndSeasonAsFarAsWindowsCounts) {
+    constexpr std::uint16_t kYears[] = {1601, 1800, 2500, 9999, 30827};
+    for (const std::uint16_t year : kYears) {
+        for (const auto& [month, season] : {std::pair{6, 1.0}, {12, -1.0}}) {
+            double hourAngle = 0.0;
+            double declination = 0.0;
+            SunPosition({year, static_cast<std::uint16_t>(month), 0, 21, 12, 0, 0, 0}, &hourAngle,
+                        &declination);
+            // The short series drifts by some degrees in ten thousand years, and so does the
+            // calendar; far beyond, only the range is left.
+            EXPECT_LE(std::abs(declination), 23.45) << year;
+            if (year > 9999) continue;
+            EXPECT_GT(declination * season, 22.5) << year;
+            EXPECT_LT(std::abs(std::remainder(hourAngle, 360.0)), 8.0) << year;
+        }
+    }
+}
+
 TEST(JulianDate, CountsEachDayOnceAndBeginsItAtNoon) {
     constexpr int kMonthDays[] = {31, 28, 31, 30, 31, 30, 31, 31, 30, 31, 30, 31};
     std::int32_t expected = 2415021;  // 1900 January 1
@@ -41,6 +59,8 @@ TEST(JulianDate, CountsEachDayOnceAndBeginsItAtNoon) {
             }
         }
     }
+    EXPECT_EQ(JulianDayNumber(1601, 1, 1), 2305814);
+    EXPECT_EQ(JulianDayNumber(9999, 12, 31), 5373484);
     EXPECT_EQ(ModifiedJulianDate(1858, 11, 17, 0, 0, 0), 0.0);
     EXPECT_DOUBLE_EQ(JulianDate(1957, 10, 4, 19, 26, 24), 2436116.31);  // first satellite
 }

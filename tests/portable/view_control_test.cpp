@@ -30,8 +30,9 @@ TEST_F(ViewControl, PickingAndProjectingMeetAtEverySizeZoomAndAngle) {
         int width, height;
         double tilt, spin;
         float distance;
-    } views[] = {
-        {1920, 1080, 95, 200, -4.1F}, {300, 900, 271, 359, -28.5F}, {1, 1, 10, 10, -12.2F}};
+    } views[] = {{1920, 1080, 95, 200, -4.1F},    {300, 900, 271, 359, -28.5F},
+                 {1, 1, 10, 10, -12.2F},          {8192, 4096, 0, 0, -4.1F},
+                 {65535, 65535, 90, 270, -12.2F}, {1, 65535, 180, 1, -6.0F}};
     for (const auto& v : views) {
         scene_.width = v.width;
         scene_.height = v.height;
@@ -48,6 +49,19 @@ TEST_F(ViewControl, PickingAndProjectingMeetAtEverySizeZoomAndAngle) {
             EXPECT_NEAR(window.x, v.width * across, 1e-6 * v.width);
             EXPECT_NEAR(window.y, v.height * 0.5, 1e-6 * v.height);
         }
+    }
+}
+
+TEST_F(ViewControl, ThereIsNothingToPickWithoutAHeight) {
+    for (const auto& [width, height] : {std::pair{0, 0}, {800, 0}, {0, 600}, {65535, 0}}) {
+        scene_.width = width;
+        scene_.height = height;
+        EXPECT_FALSE(PickGlobe(scene_, sphere_, 0.0, 0.0, true)) << width << "x" << height;
+    }
+    scene_.width = scene_.height = 65535;
+    for (const double far : {1e308, -1e308, std::numeric_limits<double>::infinity(),
+                             std::numeric_limits<double>::quiet_NaN()}) {
+        EXPECT_FALSE(PickGlobe(scene_, sphere_, far, far, true)) << far;
     }
 }
 

@@ -184,7 +184,8 @@ protected:
 };
 
 TEST_F(SizeTest, WindowsOfAnySizeLive) {
-    const POINT sizes[] = {{0, 0}, {1, 1}, {0, 50}, {50, 0}, {1, 500}, {1500, 1}, {2, 3}};
+    const POINT sizes[] = {{0, 0},   {1, 1},    {0, 50}, {50, 0},
+                           {1, 500}, {1500, 1}, {2, 3},  {8192, 4096}};
     for (const POINT& size : sizes) {
         SCOPED_TRACE(testing::Message() << size.x << " x " << size.y);
         const HWND window = CreateMap(size.x, size.y);

@@ -119,4 +119,31 @@ TEST_F(TextTest, WordsStandApartByTheirBlanks) {
     ReleaseDC(window, dc);
 }
 
+TEST_F(TextTest, UsersWithoutAnAnsiCodePageReadTheSame) {
+    using LocaleInfo = FakedImport<"GetLocaleInfoW", decltype(GetLocaleInfoW)>;
+    std::wstring answer;
+    const LocaleInfo locale(library.module, [&](LCID, LCTYPE, wchar_t* text, int room) {
+        const int length = static_cast<int>(answer.size()) + 1;
+        if (length > room) return 0;
+        std::copy_n(answer.c_str(), length, text);
+        return length;
+    });
+    // "0" is what Windows says for languages that have none; the others nobody should say.
+    for (const wchar_t* said : {L"0", L"65001", L"", L"x", L"99999999", L"9999999999"}) {
+        answer = said;
+        const int before = locale.Calls();
+        const HWND window = CreateTextMap();
+        const SpiedFrame& frame = FrameOf(window);
+        EXPECT_GT(locale.Calls(), before);
+        ASSERT_FALSE(drawn.empty());
+        EXPECT_EQ(drawn.front().text.size(), 28U) << drawn.front().text;
+        int ink = 0;
+        for (int x = drawn.front().x; x < drawn.front().x + 150; ++x)
+            ink += HasInk(frame, x, drawn.front().y) ? 1 : 0;
+        EXPECT_GT(ink, 30);
+        DestroyWindow(window);
+        library.FreeMap();
+    }
+}
+
 }  // namespace

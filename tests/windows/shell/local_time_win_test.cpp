@@ -240,4 +240,29 @@ TEST_F(LocalTimeTest, MoreZonesThanAreRememberedKeepTheirOwnRules) {
     }
 }
 
+TEST_F(LocalTimeTest, HoursThatASeasonSkipsOrRepeatsAreEachShownOnce) {
+    const struct {
+        const char* why;
+        const char* utc;
+        int offset;
+    } cases[] = {
+        {"the last minute before the skipped hour", "2024-03-31T00:59", 60},
+        {"the first after it", "2024-03-31T01:00", 120},
+        {"the repeated hour begins, the first time", "2024-10-27T00:00", 120},
+        {"and ends", "2024-10-27T00:59", 120},
+        {"the second time", "2024-10-27T01:00", 60},
+        {"its end", "2024-10-27T01:59", 60},
+        {"the last year of four digits", "9999-07-15T12:00", 120},
+        {"its last minute in UTC is in the next", "9999-12-31T23:30", 60},
+        {"the first year that Windows counts", "1601-01-02T00:00", 60},
+    };
+    for (const auto& c : cases) EXPECT_EQ(OffsetOf(NamelessZone(), c.utc), c.offset) << c.why;
+    // Before its first instant there is no time; what is shown instead is no garbage.
+    DYNAMIC_TIME_ZONE_INFORMATION west = NamelessZone();
+    west.Bias = 300;
+    SYSTEMTIME local = {};
+    const SYSTEMTIME first = ToSystemTime(ParseInstant("1601-01-01T00:00"));
+    if (UtcToZoneTime(first, west, *rules_, local)) EXPECT_EQ(local.wYear, 1600);
+}
+
 }  // namespace

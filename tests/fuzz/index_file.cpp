@@ -1,9 +1,9 @@
 // Feeds foreign bytes to the reader of photo index files and reads everything that comes out: the
 // limits that the header promises must hold, and the folders formed from it must stay in the tree.
 #include <cstdint>
-#include <cstdlib>
 #include <string_view>
 
+#include "fuzz/check.h"
 #include "photos/photo_index.h"
 #include "photos/photo_link.h"
 #include "photos/place_name.h"
@@ -13,10 +13,6 @@ namespace {
 constexpr std::size_t kMostBytes = 1U << 16U;
 constexpr std::size_t kLongestLine = 4095;
 constexpr WideView kRoot = u"R:\\photos\\";
-
-void Check(bool holds) {
-    if (!holds) std::abort();
-}
 
 /// Whether `folder` is exactly `levels` real names below the root.
 bool LiesBelowRoot(WideView folder, int levels) {

@@ -2,11 +2,18 @@
 // the line that ends with a backslash and fits a Windows path.
 
 #include <cstdint>
-#include <cstdlib>
 
+#include "fuzz/check.h"
 #include "interface/command_line_folder.h"
 
+namespace {
+
+constexpr std::size_t kMostBytes = 1U << 16U;  // Windows' command lines have 32767 characters
+
+}  // namespace
+
 extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size) {
+    if (size > kMostBytes) return 0;
     std::wstring line;  // a character of Windows' 16 bits from each two bytes
     for (std::size_t i = 0; i + 1 < size; i += 2) {
         line += static_cast<wchar_t>(data[i] | unsigned{data[i + 1]} << 8);
@@ -14,8 +21,8 @@ extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size
     const std::wstring folder = FolderOfCommandLine(line);
     if (folder.empty()) return 0;
     const bool quoted = line.front() == L'"';
-    const bool isPiece = line.compare(quoted ? 1 : 0, folder.size(), folder) == 0;
-    const bool endsInTime = !quoted || folder.find(L'"') == std::wstring::npos;
-    if (folder.size() > 259 || folder.back() != L'\\' || !isPiece || !endsInTime) std::abort();
+    Check(folder.size() <= 259 && folder.back() == L'\\');
+    Check(line.compare(quoted ? 1 : 0, folder.size(), folder) == 0);
+    Check(!quoted || folder.find(L'"') == std::wstring::npos);
     return 0;
 }
