@@ -7,6 +7,9 @@ else()
   target_compile_options(
     horivo_options INTERFACE -Wall -Wextra -Wpedantic -Wshadow -Wconversion -Werror
                              -ffp-contract=off)
+  # Two builds of one commit are alike, wherever they were made.
+  target_compile_options(horivo_options INTERFACE -ffile-prefix-map=${CMAKE_BINARY_DIR}=build
+                                                  -ffile-prefix-map=${CMAKE_SOURCE_DIR}=.)
 endif()
 if(WIN32)
   target_compile_definitions(horivo_options INTERFACE UNICODE _UNICODE _WIN32_WINNT=0x0A00
@@ -17,6 +20,8 @@ if(MINGW)
   target_link_options(horivo_options INTERFACE -static)
   # Unwind tables and hardened images at no cost at run time.
   target_link_options(horivo_options INTERFACE -Wl,--dynamicbase,--nxcompat,--high-entropy-va)
+  # Linked twice, alike: no time of the link in the image.
+  add_link_options(-Wl,--no-insert-timestamp)
 endif()
 if(HORIVO_SANITIZE)
   set(sanitizers -fsanitize=address,undefined -fno-sanitize-recover=all -fno-omit-frame-pointer)

@@ -38,6 +38,14 @@ typedef uint_least16_t HorivoWideChar;
 struct HWND__;
 struct _TIME_DYNAMIC_ZONE_INFORMATION;
 
+/* ---- Version ------------------------------------------------------------------------------- */
+
+/* Version of the library: the one place where it stands. The build takes the DLL's version
+ * resource and the package's name from here. The first number changes when a host has to. */
+#define HORIVO_MAP_VERSION_MAJOR 1
+#define HORIVO_MAP_VERSION_MINOR 0
+#define HORIVO_MAP_VERSION_PATCH 0
+
 #ifdef __cplusplus
 extern "C" {
 #endif

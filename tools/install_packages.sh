@@ -1,6 +1,6 @@
 #!/bin/bash
 # Installs the Debian packages that are still missing: tools/install_packages.sh PURPOSE...
-# where PURPOSE is build, run, demo or check. Asks for nothing; needs root or sudo only when something
+# where PURPOSE is build, run, demo, check or package. Asks for nothing; needs root or sudo only when something
 # is missing. Exits non-zero when a package could not be installed.
 set -euo pipefail
 
@@ -15,6 +15,8 @@ run_packages=(wine wine64 fonts-wine xvfb faketime libgl1 libgl1-mesa-dri libxco
 # What makes the sample photos.
 demo_packages=(imagemagick python3 fonts-vlgothic)
 check_packages=(clang-format clang-tidy python3)
+# The ZIP, hosts built from it in three languages, the reference, the second compiler.
+package_packages=(clang doxygen git lld llvm mono-mcs mono-runtime unzip xdotool)
 
 wanted=()
 for purpose in "$@"; do
@@ -23,8 +25,9 @@ for purpose in "$@"; do
         run) wanted+=("${run_packages[@]}") ;;
         demo) wanted+=("${demo_packages[@]}") ;;
         check) wanted+=("${check_packages[@]}") ;;
+        package) wanted+=("${package_packages[@]}") ;;
         *)
-            echo "install_packages: no such purpose: $purpose (build, run, demo, check)" >&2
+            echo "install_packages: no such purpose: $purpose (build, run, demo, check, package)" >&2
             exit 2
             ;;
     esac
