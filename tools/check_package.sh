@@ -23,8 +23,7 @@ diff <(awk '/^```$/ { shown = 0 } shown { print } /^```cpp$/ { shown = 1 }' "$pa
 for language in cpp c; do
     say "building examples/$language"
     cmake -S "$package/examples/$language" -B "$work/$language" -G Ninja -DCMAKE_BUILD_TYPE=Release \
-        "-DCMAKE_TOOLCHAIN_FILE=$root/cmake/mingw.cmake" "-Dhorivo_map_ROOT=$package" \
-        -DCMAKE_FIND_ROOT_PATH_MODE_PACKAGE=BOTH \
+        "-DCMAKE_TOOLCHAIN_FILE=$root/cmake/mingw.cmake" "-DCMAKE_PREFIX_PATH=$package" \
         "-DCMAKE_${language^^}_FLAGS=-Wall -Wextra -Wno-missing-field-initializers -Werror" \
         "-DCMAKE_EXE_LINKER_FLAGS=-static" >"$work/log" 2>&1 &&
         cmake --build "$work/$language" >>"$work/log" 2>&1 || {
@@ -50,6 +49,7 @@ done
 
 source tools/wine_env.sh
 wine_env_start package
+trap 'wine_env_end; rm -rf "$work"' EXIT
 # As on a machine that has never seen the map.
 rm -rf "$WINEPREFIX/drive_c/ProgramData/Zelmo"
 
