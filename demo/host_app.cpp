@@ -13,7 +13,11 @@
 namespace {
 
 constexpr UINT kZonesRead = WM_APP;  // to the hidden window
-constexpr UINT_PTR kPhotoTimer = 1;  // of the hidden window
+// Timers of the hidden window.
+constexpr UINT_PTR kZoneTimer = 1;
+constexpr UINT_PTR kPhotoTimer = 2;
+// Reading the zones takes some systems longer than the first picture, which should not wait.
+constexpr UINT kZoneMs = 500;
 constexpr UINT kPhotoMs = 60000;
 
 constexpr struct {
@@ -72,7 +76,16 @@ void HostApp::MakeHiddenWindow() {
                               0, 0, 0, 0, nullptr, nullptr, windowClass.hInstance, nullptr);
     if (hidden_ == nullptr) return;
     SetWindowLongPtrW(hidden_, GWLP_USERDATA, reinterpret_cast<LONG_PTR>(this));
-    times.Begin(hidden_, kZonesRead);
+    SetTimer(hidden_, kZoneTimer, kZoneMs, nullptr);
+}
+
+void HostApp::Ring(UINT_PTR timer) {
+    if (timer == kZoneTimer) {
+        KillTimer(hidden_, kZoneTimer);
+        times.Begin(hidden_, kZonesRead);
+    } else if (watch_ != nullptr) {
+        watch_->LookAgain();
+    }
 }
 
 LRESULT CALLBACK HostApp::HiddenProc(HWND window, UINT message, WPARAM wParam, LPARAM lParam) {
@@ -88,7 +101,7 @@ LRESULT CALLBACK HostApp::HiddenProc(HWND window, UINT message, WPARAM wParam, L
             app->FinishStart();
             return 0;
         case WM_TIMER:
-            if (app->watch_ != nullptr) app->watch_->LookAgain();
+            app->Ring(wParam);
             return 0;
         default:
             return DefWindowProcW(window, message, wParam, lParam);

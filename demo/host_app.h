@@ -45,7 +45,8 @@ public:
 private:
     static LRESULT CALLBACK HiddenProc(HWND window, UINT message, WPARAM wParam, LPARAM lParam);
     void MakeHiddenWindow();
-    /// Reads the time zones and looks at the photos: what the first picture need not wait for.
+    void Ring(UINT_PTR timer);
+    /// The zones are read: shows the times and begins to watch the photos.
     void FinishStart();
     void TellOfPhotos(std::int32_t signedIndex, std::int32_t newPhotos);
     void Dispatch(MSG& message);

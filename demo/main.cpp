@@ -11,6 +11,7 @@
 #include "resource_ids.h"
 #include "texts.h"
 #include "tour/clock_tour.h"
+#include "tour/start_watch.h"
 #include "tour/tour.h"
 #include "window/host_window.h"
 
@@ -45,6 +46,7 @@ void PreparePicture(const Options& options) {
 
 /// @return whether every picture was written
 bool TakeTourAndReport(HostApp& app, HostWindow& window, const Options& options) {
+    if (options.tourPart == TourPart::Start) return WatchStart(window.Map());
     const std::vector<std::wstring> failures =
         options.tourPart == TourPart::Clock
             ? TakeClockTour(app, window, options.tourFolder)

@@ -70,7 +70,6 @@ bool HostWindow::Open(SIZE mapSize, bool withList, std::uint32_t& status) {
     ShowWindow(handle_, maximized ? SW_SHOWMAXIMIZED : SW_SHOW);
     map_.Follow();
     SetFocus(map_.Window());
-    ShowTimes();
     return true;
 }
 

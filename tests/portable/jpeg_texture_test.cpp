@@ -3,7 +3,6 @@
 #include <gmock/gmock.h>
 
 #include "image/texture_limits.h"
-#include "support/allocation_log.h"
 #include "support/table.h"
 #include "support/texture_pixels.h"
 
@@ -107,22 +106,6 @@ TEST_F(JpegTextureTest, TheMapTextureShrinksToPowersOfTwoOrItsLimits) {
     EXPECT_FALSE(FitToLimits(empty, 64, 64) || empty.MakePowerOfTwo());
 }
 
-TEST_F(JpegTextureTest, LoadingAndShrinkingKeepOneBlock) {
-    if (!AllocationLog::IsSupported()) GTEST_SKIP() << "needs the address sanitizer";
-    CJpegTexture texture;
-    auto picture = std::make_unique<MemoryPicture>(NoiseImage(301, 200));
-    AllocationLog loading;
-    texture.Load(std::move(picture), 0, 0);
-    EXPECT_THAT(loading.Stop(), ElementsAre(304U * 200 * 3));
-
-    AllocationLog shrinking;
-    texture.Rescale(150, 70);
-    const std::vector<std::size_t> sizes = shrinking.Stop();
-    ASSERT_EQ(sizes.size(), 2U);
-    EXPECT_LE(sizes[0], 16U * 150 + 64) << "beside the block";
-    EXPECT_EQ(sizes[1], 150U * 70 * 3) << "the block, made smaller";
-}
-
 TEST_F(JpegTextureTest, RescaleRefusesWhatIsNoShrinkingAndTakesInThePadding) {
     const MemoryImage image = NoiseImage(30, 20);
     CJpegTexture texture;
@@ -149,20 +132,6 @@ TEST_F(JpegTextureTest, SaysWhatTheSizesMeanToOpenGl) {
     }
 }
 
-TEST_F(JpegTextureTest, CopiesArePixelsOfTheirOwn) {
-    const MemoryImage image = NoiseImage(8, 4);
-    CJpegTexture texture;
-    LoadImage(texture, image);
-    CJpegTexture copy(texture);
-    texture.ReplaceByBrightness(0, 255, 0);
-    const CJpegTexture& self = copy;
-    copy = self;
-    ExpectShows(copy, image);
-    copy = CJpegTexture();
-    EXPECT_EQ(copy.GetPixels(), nullptr);
-    EXPECT_THAT(Sizes(copy), ElementsAre(0, 0, 0, 0));
-}
-
 TEST_F(JpegTextureTest, WithoutMemoryEachOperationKeepsItsPromise) {
     Claimed<CJpegTexture> texture;
     LoadImage(texture, NoiseImage(4, 4));
@@ -177,19 +146,6 @@ TEST_F(JpegTextureTest, WithoutMemoryEachOperationKeepsItsPromise) {
     EXPECT_FALSE(texture.PadBuffer(kHugeSide, kHugeSide));
     EXPECT_EQ(texture.GetPixels(), nullptr);
     EXPECT_THAT(Sizes(texture), ElementsAre(0, 0, 0, 0));
-}
-
-TEST_F(JpegTextureTest, PadBufferPutsThePictureIntoTheTopRows) {
-    const MemoryImage image = NoiseImage(5, 4);
-    CJpegTexture texture;
-    LoadImage(texture, image);
-    EXPECT_FALSE(texture.PadBuffer(7, 8)) << "smaller";
-    EXPECT_TRUE(texture.PadBuffer(8, 4)) << "as it is";
-    ASSERT_TRUE(texture.PadBuffer(11, 9));
-    EXPECT_THAT(Sizes(texture), ElementsAre(5, 4, 11, 9));
-    for (int row = 0; row < 4; ++row) {
-        EXPECT_EQ(TextureColour(texture, 4, row - 5), ImageColour(image, 4, row)) << row;
-    }
 }
 
 }  // namespace

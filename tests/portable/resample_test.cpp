@@ -6,41 +6,11 @@
 #include <random>
 #include <vector>
 
+#include "support/plain_line.h"
+
 namespace {
 
 using Bytes = std::vector<std::uint8_t>;
-
-/// One line the plain way, pixel by pixel; steps in bytes.
-void PlainLine(const std::uint8_t* source, std::uint8_t* target, std::int64_t from, std::int64_t to,
-               std::int64_t sourceStep, std::int64_t targetStep) {
-    if (from <= to) {
-        for (std::int64_t i = 0; i < to && i * from / to < from; ++i) {
-            std::copy_n(source + i * from / to * sourceStep, 3, target);
-            target += targetStep;
-        }
-        return;
-    }
-    std::uint32_t sums[3] = {source[0], source[1], source[2]};
-    std::uint32_t count = 1;
-    std::int64_t current = 0;
-    const auto write = [&] {
-        for (int c = 0; c < 3; ++c) target[c] = static_cast<std::uint8_t>(sums[c] / count);
-    };
-    for (std::int64_t i = 0; i < from; ++i, source += sourceStep) {
-        const std::int64_t index = i * to / from;
-        if (index >= to) break;
-        if (index != current) {
-            write();
-            target += targetStep;
-            current = index;
-            std::fill_n(sums, 3, 0U);
-            count = 0;
-        }
-        for (int c = 0; c < 3; ++c) sums[c] += source[c];
-        ++count;
-    }
-    write();
-}
 
 /// Both passes over the whole block, one after the other.
 Bytes PlainShrink(Bytes block, std::int64_t width, std::int64_t height, std::int64_t newWidth,
@@ -86,19 +56,6 @@ TEST(Resample, CountsTheFirstPixelOfALineTwice) {
     EXPECT_EQ(Shrink(row, 1, 4, 1, 2), shrunk) << "columns as rows";
     EXPECT_EQ(Shrink(row, 4, 1, 4, 1), row) << "a line that keeps its length keeps its pixels";
     EXPECT_EQ(Shrink(row, 4, 1, 1, 1), (Bytes{46, 56, 66})) << "(2 * 10 + 41 + 70 + 101) / 5 ...";
-}
-
-TEST(Resample, RoundsDownAfterEachPassAndRowsFirst) {
-    const Bytes block = {
-        0, 1, 0, 0, 0, 4,  // first row
-        4, 2, 0, 1, 1, 1,  // second row
-    };
-    const Bytes one = {
-        1,  // (2 * 4 + 1) / 3 = 3, 3 / 3; columns first would give 0
-        0,  // 2 / 3 = 0, 5 / 3 = 1, 1 / 3; rounded once, 9 / 9 = 1
-        0,  // 4 / 3 = 1, 1 / 3 = 0, 2 / 3; columns first would give 1
-    };
-    EXPECT_EQ(Shrink(block, 2, 2, 1, 1), one);
 }
 
 TEST(Resample, GivesTheBytesOfThePlainTwoPasses) {

@@ -1,4 +1,4 @@
-#include "support/import_spy_win.h"
+#include "support/faked_import_win.h"
 
 namespace {
 
