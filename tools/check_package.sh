@@ -1,8 +1,8 @@
 #!/bin/bash
 # Tries the ZIP as another program's author would: tools/check_package.sh [ZIP]
 # Unpacks it in a folder of its own, builds the hosts of examples/ against it (C++ and C with
-# find_package, C# with Mono's compiler), runs the C++ one on a fresh Windows where it must show its
-# window with a map in it, and lets the sample host take a picture that must show a lit globe.
+# find_package, C# with Mono's compiler), runs those in C++ and C, and lets the sample host take a
+# picture that must show a lit globe.
 set -euo pipefail
 cd "$(dirname "${BASH_SOURCE[0]}")/.."
 root=$PWD
@@ -50,33 +50,35 @@ done
 source tools/wine_env.sh
 wine_env_start package
 trap 'wine_env_end; rm -rf "$work"' EXIT
-# As on a machine that has never seen the map.
-rm -rf "$WINEPREFIX/drive_c/ProgramData/Zelmo"
 
-say "running examples/cpp"
-cd "$work/cpp"
-WINEDEBUG=-all wine globe.exe &
-host=$!
-window=
-for _ in $(seq 120); do
-    window=$(xdotool search --onlyvisible --name '^My globe$' 2>/dev/null || true)
-    [ -z "$window" ] || break
-    kill -0 $host 2>/dev/null || break  # gone already: its code says why
-    sleep 0.5
-done
-if [ -z "$window" ]; then
-    wait $host || echo "no window; the host ended with $?"
-    exit 1
-fi
-sleep 3  # the map loads, paints and lives
-kill -0 $host 2>/dev/null || { echo "the host ended by itself"; exit 1; }
-# Shown only once CreateMapWindow has given a map.
-say "its window stands: $(xdotool getwindowgeometry "$window" | tr '\n' ' ')"
-[ -s "$WINEPREFIX/drive_c/ProgramData/Zelmo/Horivo/map.jpg" ]
-wine taskkill /IM globe.exe >/dev/null 2>&1 || true
-status=0
-wait $host || status=$?
-[ $status -eq 0 ] || { echo "closed, the host ended with $status"; exit 1; }
+# Runs a host of examples/ as on a machine that has never seen the map: its window must show, which
+# it does only once CreateMapWindow has given a map, live, and close with success.
+run_host() {
+    local data="$WINEPREFIX/drive_c/ProgramData/Zelmo" host window='' status=0
+    say "running examples/$1"
+    rm -rf "$data"
+    (cd "$work/$1" && exec wine globe.exe) &
+    host=$!
+    for _ in $(seq 120); do
+        window=$(xdotool search --onlyvisible --name '^My globe$' 2>/dev/null || true)
+        [ -z "$window" ] || break
+        kill -0 $host 2>/dev/null || break  # gone already: its code says why
+        sleep 0.5
+    done
+    if [ -z "$window" ]; then
+        wait $host || echo "no window; the host ended with $?"
+        return 1
+    fi
+    sleep 3  # the map loads, paints and lives
+    kill -0 $host 2>/dev/null || { echo "the host ended by itself"; return 1; }
+    say "its window stands: $(xdotool getwindowgeometry "$window" | tr '\n' ' ')"
+    [ -s "$data/Horivo/map.jpg" ]
+    wine taskkill /IM globe.exe >/dev/null 2>&1 || true
+    wait $host || status=$?
+    [ $status -eq 0 ] || { echo "closed, the host ended with $status"; return 1; }
+}
+run_host cpp
+run_host c
 
 say "the sample host of the package"
 mkdir "$work/pictures"
