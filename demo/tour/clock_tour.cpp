@@ -92,8 +92,9 @@ private:
 
     void WaitForTimes() {
         const DWORD start = GetTickCount();
-        while (!app_.times.Ready() && GetTickCount() - start < kZonesPatienceMs) PumpMessages(50);
-        Demand(app_.times.Ready(), L"no time zones");
+        while (!app_.data.times.Ready() && GetTickCount() - start < kZonesPatienceMs)
+            PumpMessages(50);
+        Demand(app_.data.times.Ready(), L"no time zones");
         driver_.LookWhenSettled();
     }
 
@@ -141,20 +142,21 @@ private:
         Photograph(L"clock-search");
         SetWindowTextW(field, L"");
         PumpMessages(kSettleMs);
-        Demand(window_.List().RowCount() == app_.cities.size(), L"search: cities stay away");
+        Demand(window_.List().RowCount() == app_.data.cities.size(), L"search: cities stay away");
         Demand(window_.List().Selected() == city, L"search: the selection is lost");
     }
 
     /// What is clicked on the map is chosen in the list, too.
     void VisitClickedCity() {
-        const CityRecord* city = FindCity(app_.cities, kClickedCity);
+        const CityRecord* city = FindCity(app_.data.cities, kClickedCity);
         if (city == nullptr || !FlyTo(driver_, *city)) {
             return Demand(false, std::wstring(L"no flight to ") + kClickedCity);
         }
         driver_.LookWhenSettled();
         const POINT point = driver_.PointAtCity(*city);
         driver_.Click(point.x, point.y);
-        Demand(window_.List().Selected() == city - app_.cities.data(), L"a click chooses no city");
+        Demand(window_.List().Selected() == city - app_.data.cities.data(),
+               L"a click chooses no city");
         Demand(driver_.Title().starts_with(kClickedCity), L"the title does not name the city");
         driver_.LookWhenSettled();
         Photograph(L"clock-click");
