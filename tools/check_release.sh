@@ -17,6 +17,5 @@ say "a second compiler"
 cmake --preset clang >/dev/null
 cmake --build --preset clang --target horivo_map horivo_host horivo_demo
 say "the reference of the public headers"
-mkdir -p build/reference
 doxygen docs/Doxyfile
 echo "The release is ready"
