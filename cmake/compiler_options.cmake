@@ -9,6 +9,9 @@ else()
   target_compile_options(
     horivo_options INTERFACE -Wall -Wextra -Wpedantic -Wshadow -Wconversion -Werror
                              -ffp-contract=off)
+  # Two builds of one commit are alike, wherever they were made.
+  target_compile_options(horivo_options INTERFACE -ffile-prefix-map=${CMAKE_BINARY_DIR}=build
+                                                  -ffile-prefix-map=${CMAKE_SOURCE_DIR}=.)
 endif()
 if(WIN32)
   target_compile_definitions(horivo_options INTERFACE UNICODE _UNICODE _WIN32_WINNT=0x0A00
@@ -19,6 +22,8 @@ if(MINGW)
   target_link_options(horivo_options INTERFACE -static)
   # Hardened images at no cost at run time. GCC has no control-flow protection for Windows.
   target_link_options(horivo_options INTERFACE -Wl,--dynamicbase,--nxcompat,--high-entropy-va)
+  # Linked twice, alike: no time of the link in the image.
+  add_link_options(-Wl,--no-insert-timestamp)
 endif()
 if(HORIVO_SANITIZE)
   # Conversions of numbers out of range are not among GCC's undefined behaviour.

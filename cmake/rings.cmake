@@ -53,7 +53,10 @@ if(WIN32)
   # The core declares a few doors (pictures, photo files) that the shell opens.
   target_link_libraries(horivo_core INTERFACE horivo_shell)
 
-  add_library(horivo_map SHARED ${face_sources} ${CMAKE_SOURCE_DIR}/src/interface/horivo_map.rc
+  string(REPLACE . , horivo_version_numbers ${PROJECT_VERSION}.0)
+  configure_file(${CMAKE_SOURCE_DIR}/src/interface/horivo_map.rc.in
+                 ${CMAKE_BINARY_DIR}/generated/horivo_map.rc @ONLY)
+  add_library(horivo_map SHARED ${face_sources} ${CMAKE_BINARY_DIR}/generated/horivo_map.rc
                                 ${CMAKE_SOURCE_DIR}/src/interface/horivo_map.def)
   target_link_libraries(horivo_map PRIVATE horivo_shell)
   target_include_directories(horivo_map INTERFACE ${CMAKE_SOURCE_DIR}/include)

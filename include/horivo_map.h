@@ -1,4 +1,5 @@
-/* Horivo Map: an interactive, lit globe of the Earth in a child window of the host.
+/** @file
+ * Horivo Map: an interactive, lit globe of the Earth in a child window of the host.
  *
  * All that a host includes, from C or C++. The header pulls in no windows.h; handles are declared
  * under their usual names and agree with it in any order of inclusion.
@@ -26,6 +27,7 @@
 #include <type_traits>
 #endif
 
+/** A UTF-16 character; on Windows wchar_t. */
 #ifdef _WIN32
 typedef wchar_t HorivoWideChar;
 #elif defined(__cplusplus)
@@ -38,61 +40,73 @@ typedef uint_least16_t HorivoWideChar;
 struct HWND__;
 struct _TIME_DYNAMIC_ZONE_INFORMATION;
 
+/* ---- Version ------------------------------------------------------------------------------- */
+
+/** Version of the library: the one place where it stands. The build takes the DLL's version
+ * resource and the package's name from here. The first number changes when a host has to. */
+/** @{ */
+#define HORIVO_MAP_VERSION_MAJOR 1
+#define HORIVO_MAP_VERSION_MINOR 0
+#define HORIVO_MAP_VERSION_PATCH 0
+/** @} */
+
 #ifdef __cplusplus
 extern "C" {
 #endif
 
 /* ---- Result codes -------------------------------------------------------------------------- */
 
-/* Success. */
+/** Success. */
 #define HORIVO_OK 0u
-/* The map picture cannot be read as a JPEG, or it would need more than a third of the memory. */
+/** The map picture cannot be read as a JPEG, or it would need more than a third of the memory. */
 #define HORIVO_BAD_PICTURE 0x20000003u
-/* The map picture is smaller than 16 x 16 pixels or has neither 3 nor 4 colour components. */
+/** The map picture is smaller than 16 x 16 pixels or has neither 3 nor 4 colour components. */
 #define HORIVO_UNFIT_PICTURE 0x20000004u
-/* Copying "map.jpg" to "map0.jpg" or back failed; GetLastSysError says why. */
+/** Copying "map.jpg" to "map0.jpg" or back failed; GetLastSysError says why. */
 #define HORIVO_COPY_FAILED 0x20000005u
-/* The window class could not be registered or no window could be made; GetLastSysError says why. */
+/** The window class was not registered, or Windows made no window; GetLastSysError says why. */
 #define HORIVO_CLASS_FAILED 0x20000006u
-/* OpenGL found no pixel format for the window; GetLastSysError says why. */
+/** OpenGL found no pixel format for the window; GetLastSysError says why. */
 #define HORIVO_NO_PIXEL_FORMAT 0x20000007u
-/* The pixel format was refused; GetLastSysError says why. */
+/** The pixel format was refused; GetLastSysError says why. */
 #define HORIVO_PIXEL_FORMAT_REFUSED 0x20000008u
-/* The OpenGL context could not be made current; GetLastSysError says why. */
+/** The OpenGL context could not be made current; GetLastSysError says why. */
 #define HORIVO_CONTEXT_FAILED 0x20000009u
 
 /* ---- Window messages ----------------------------------------------------------------------- */
 
-/* From the map to its parent: the user clicked a city.
+/** From the map to its parent: the user clicked a city.
  * wParam: index of the city in the host's table; lParam: address of its CityRecord.
  * From the host to the map: show this city (fly there, offer its photos).
  * wParam: not read; lParam: address of a CityRecord whose names are looked up in the table given to
  * InitMap (0, an unknown city or one without position: nothing happens). */
 #define HORIVO_MSG_CITY 0x80C8u
-/* From the map to the host's hidden main window (class HORIVO_HOST_WINDOW_CLASS), by SendMessage:
+/** From the map to the host's hidden main window (class HORIVO_HOST_WINDOW_CLASS), by SendMessage:
  * may the photos of this city's country be shown? wParam: city index, negative when no city lies
  * under the pointer and -index is only the nearest one; lParam: the map window. Answer 1 to allow;
  * every other answer, or no such window, is a refusal. */
 #define HORIVO_MSG_MAY_SHOW_PHOTOS 0x80D2u
-/* From the host to the map: photos of a city have changed on disk.
+/** From the host to the map: photos of a city have changed on disk.
  * wParam: city index as it came with HORIVO_MSG_MAY_SHOW_PHOTOS (sign included); lParam: number of
  * new photos, at least 1. */
 #define HORIVO_MSG_PHOTOS_CHANGED 0x80D3u
 
-/* Class name of the host's hidden main window. */
+/** Class name of the host's hidden main window. */
 #define HORIVO_HOST_WINDOW_CLASS L"zhv_MainHidden"
 
 /* ---- Local strings ------------------------------------------------------------------------- */
 
-/* The one text that the map asks of the host: the hint beside the add-photo button. Unset: none. */
+/** The one text that the map asks of the host: the hint beside the add-photo button; unset, none.
+ */
 #define HORIVO_TEXT_ADD_PHOTO 2
 
 /* ---- Time zones ---------------------------------------------------------------------------- */
 
-/* Every time zone of Windows by the name of its registry key, with the number that
- * CityRecord.timeZoneId uses for it. X(number, key) is expanded once a zone; the key is a narrow
- * string literal, L##key makes it wide. Numbers never change: the list was sorted once, zones that
- * Windows adds later go to its end. A zone that the running system lacks gives an empty time. */
+/** Every time zone of Windows by the name of its registry key, with the number that
+ * CityRecord::timeZoneId uses for it. X(number, name) is expanded once a zone; the name is a narrow
+ * string literal, `L##name` makes it wide. Numbers never change: the list was sorted once, zones
+ * that Windows adds later go to its end. A zone that the running system lacks gives an empty time.
+ */
 /* clang-format off */
 #define HORIVO_TIME_ZONES(X) \
     X(1, "AUS Central Standard Time") \
@@ -240,7 +254,7 @@ extern "C" {
 
 /* ---- The host's city table ----------------------------------------------------------------- */
 
-/* One city of the host's table: 376 bytes, little-endian, records packed back to back.
+/** One city of the host's table: 376 bytes, little-endian, records packed back to back.
  *
  * The host owns the array and keeps it valid from InitMap until FreeMap has returned. The library
  * reads the names, the position and the time-zone fields; it writes timeZone, markerPoint,
@@ -249,26 +263,27 @@ extern "C" {
  * A city has a position only when latitude and longitude are both non-zero (a NaN counts as
  * non-zero): a city exactly on the equator or on the prime meridian gets no marker and no label. */
 typedef struct CityRecord {
-    HorivoWideChar cityName[64];    /* name, NUL-terminated, at most 63 characters */
-    HorivoWideChar countryName[64]; /* country, NUL-terminated; with the name it finds the photos */
-    unsigned char hostBytes[8];     /* the host's own; never read, never written */
-    double latitude;                /* degrees, north positive; 0 means no position */
-    double longitude;               /* degrees, east positive; 0 means no position */
-    uint32_t timeZoneId;            /* HORIVO_TIME_ZONES number, 0 unknown; read when timeZone is
-                                       null */
-    uint32_t padding;
+    HorivoWideChar cityName[64]; /**< name, NUL-terminated, at most 63 characters */
+    HorivoWideChar
+        countryName[64];        /**< country, NUL-terminated; with the name it finds the photos */
+    unsigned char hostBytes[8]; /**< the host's own; never read, never written */
+    double latitude;            /**< degrees, north positive; 0 means no position */
+    double longitude;           /**< degrees, east positive; 0 means no position */
+    uint32_t timeZoneId;        /**< HORIVO_TIME_ZONES number, 0 unknown; read when timeZone is
+                                   null */
+    uint32_t padding;           /**< not read, not written */
     const struct _TIME_DYNAMIC_ZONE_INFORMATION*
-        timeZone;          /* DYNAMIC_TIME_ZONE_INFORMATION of the city, used as it is. Null:
+        timeZone;          /**< DYNAMIC_TIME_ZONE_INFORMATION of the city, used as it is. Null:
                               the library looks timeZoneId up and writes its own record here,
                               which lives until the library is unloaded; FreeMap puts null back
                               where the library wrote. */
-    double markerPoint[4]; /* out: x, y, z, 1 on the globe of radius 3, lifted by 1.0001 */
-    double windowPoint[4]; /* out: its last projection, window pixels, y upward */
-    double distanceSq;     /* out: squared distance to the last clicked point of the globe, globe
+    double markerPoint[4]; /**< out: x, y, z, 1 on the globe of radius 3, lifted by 1.0001 */
+    double windowPoint[4]; /**< out: its last projection, window pixels, y upward */
+    double distanceSq;     /**< out: squared distance to the last clicked point of the globe, globe
                               units; a country's photos are shown nearest city first by it */
-    unsigned char inRange; /* out: 1 while the city lies within reach of the pointed place */
-    unsigned char nearest; /* out: 1 for the one city nearest to the pointed place */
-    unsigned char tail[6];
+    unsigned char inRange; /**< out: 1 while the city lies within reach of the pointed place */
+    unsigned char nearest; /**< out: 1 for the one city nearest to the pointed place */
+    unsigned char tail[6]; /**< not read, not written */
 } CityRecord;
 
 #ifdef __cplusplus
@@ -292,6 +307,7 @@ _Static_assert(sizeof(CityRecord) == 376 && offsetof(CityRecord, latitude) == 26
 
 /* ---- Functions ----------------------------------------------------------------------------- */
 
+/** How the functions are declared: imported from the DLL, plain inside it. */
 #ifdef HORIVO_MAP_BUILD
 #define HORIVO_API
 #elif defined(_WIN32)
@@ -300,36 +316,42 @@ _Static_assert(sizeof(CityRecord) == 376 && offsetof(CityRecord, latitude) == 26
 #define HORIVO_API
 #endif
 
-/* Takes the host's city table and makes the library ready: finds the data folder
- * ("<common application data>\Zelmo\Horivo\", made when missing), registers the window class.
- * cities: the host's array, may be null; cityCount: number of records, below 0 counts as none.
- * Returns HORIVO_OK or HORIVO_CLASS_FAILED. A second call replaces the table and reports the class
- * that is already there. */
+/** Takes the host's city table and makes the library ready: finds the data folder
+ * (`Zelmo\Horivo` in the common application data folder, made when missing), registers the window
+ * class. A second call replaces the table and reports the class that is already there.
+ * @param cities     the host's array, may be null
+ * @param cityCount  number of records; below 0 counts as none
+ * @return HORIVO_OK or HORIVO_CLASS_FAILED */
 HORIVO_API uint32_t InitMap(CityRecord* cities, int32_t cityCount);
 
-/* Sets or replaces the localized text `id` (HORIVO_TEXT_ADD_PHOTO is the one that is read). The
- * text is copied; null is ignored and leaves an earlier text in place. */
+/** Sets or replaces a localized text.
+ * @param id    HORIVO_TEXT_ADD_PHOTO is the one that is read
+ * @param text  is copied; null is ignored and leaves an earlier text in place */
 HORIVO_API void SetLocalString(int32_t id, const HorivoWideChar* text);
 
-/* Creates a visible map window inside `parent`.
- * x, y, width, height: client coordinates of `parent`, pixels.
- * status: out; HORIVO_OK or one of the three OpenGL set-up codes. Null is tolerated.
- * Returns the window, owned by `parent` and destroyed with it; null when it was refused: *status
- * then holds the set-up code, or HORIVO_OK when Windows itself refused it (GetLastSysError). */
+/** Creates a visible map window inside `parent`.
+ * @param parent         gets HORIVO_MSG_CITY; owns the window and destroys it with itself
+ * @param x,y            place in the client area of `parent`, pixels
+ * @param width,height   pixels
+ * @param[out] status    HORIVO_OK or one of the three OpenGL set-up codes; null is tolerated
+ * @return the window; null when it was refused: *status then holds the set-up code, or HORIVO_OK
+ * when Windows itself refused it (GetLastSysError) */
 HORIVO_API struct HWND__* CreateMapWindow(struct HWND__* parent, int32_t x, int32_t y,
                                           int32_t width, int32_t height, uint32_t* status);
 
-/* Checks a newly installed "map.jpg" in the data folder, keeps a pristine copy as "map0.jpg" (or
+/** Checks a newly installed "map.jpg" in the data folder, keeps a pristine copy as "map0.jpg" (or
  * restores from it when "map.jpg" is bad), proves with a hidden window that the picture becomes
  * textures on this machine, and writes "map.jpg" back at quality 85 when it had to be shrunk.
- * May take seconds. Returns HORIVO_OK or one of the result codes above. */
+ * May take seconds.
+ * @return HORIVO_OK or one of the result codes above */
 HORIVO_API uint32_t InstallMap(void);
 
-/* Releases the textures, the window class and the lock. Call it when no map window is left; the
- * city array must live until it returns. Non-zero on success. */
+/** Releases the textures, the window class and the lock. Call it when no map window is left; the
+ * city array must live until it returns.
+ * @return non-zero on success */
 HORIVO_API uint32_t FreeMap(void);
 
-/* The operating system's error behind the last failure that says so; never reset. */
+/** The operating system's error behind the last failure that says so; never reset. */
 HORIVO_API uint32_t GetLastSysError(void);
 
 #ifdef __cplusplus

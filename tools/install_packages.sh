@@ -1,7 +1,7 @@
 #!/bin/bash
 # Installs the Debian packages that are still missing: tools/install_packages.sh PURPOSE...
-# where PURPOSE is build, run, demo, check or fuzz. Asks for nothing; needs root or sudo only when
-# something is missing. Exits non-zero when a package could not be installed.
+# where PURPOSE is build, run, demo, check, fuzz or package. Asks for nothing; needs root or sudo
+# only when something is missing. Exits non-zero when a package could not be installed.
 set -euo pipefail
 
 # Both compilers, both generators, and the sources of the test framework.
@@ -16,7 +16,9 @@ run_packages=(wine wine64 fonts-wine xvfb faketime libgl1 libgl1-mesa-dri libxco
 # What makes the sample photos.
 demo_packages=(imagemagick python3 fonts-vlgothic)
 check_packages=(clang-format clang-tidy python3)
-fuzz_packages=(clang)
+fuzz_packages=(clang libclang-rt-dev)
+# The ZIP, hosts built from it in three languages, the reference, the second compiler.
+package_packages=(clang doxygen git lld llvm mono-mcs mono-runtime unzip xdotool)
 
 wanted=()
 for purpose in "$@"; do
@@ -26,8 +28,10 @@ for purpose in "$@"; do
         demo) wanted+=("${demo_packages[@]}") ;;
         check) wanted+=("${check_packages[@]}") ;;
         fuzz) wanted+=("${fuzz_packages[@]}") ;;
+        package) wanted+=("${package_packages[@]}") ;;
         *)
-            echo "install_packages: no such purpose: $purpose (build, run, demo, check, fuzz)" >&2
+            echo "install_packages: no such purpose: $purpose (build, run, demo, check," \
+                "fuzz, package)" >&2
             exit 2
             ;;
     esac

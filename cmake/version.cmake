@@ -1,0 +1,12 @@
+# The version stands in the public header, where hosts read it; everything else takes it from here.
+set(version_header ${CMAKE_CURRENT_LIST_DIR}/../include/horivo_map.h)
+set_property(DIRECTORY APPEND PROPERTY CMAKE_CONFIGURE_DEPENDS ${version_header})
+set(horivo_version "")
+foreach(part MAJOR MINOR PATCH)
+  file(STRINGS ${version_header} line REGEX "^#define HORIVO_MAP_VERSION_${part} [0-9]+$")
+  if(NOT line MATCHES "([0-9]+)$")
+    message(FATAL_ERROR "horivo_map.h defines no HORIVO_MAP_VERSION_${part}")
+  endif()
+  list(APPEND horivo_version ${CMAKE_MATCH_1})
+endforeach()
+list(JOIN horivo_version . horivo_version)

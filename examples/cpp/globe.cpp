@@ -1,0 +1,40 @@
+// A window with a globe in it. Link horivo_map; put horivo_map.dll, map.jpg and, for the buttons
+// over the map, buttons.png beside the program.
+#include <windows.h>
+#include <shlobj.h>
+#include <string>
+#include "horivo_map.h"
+
+static CityRecord cities[] = {
+    {L"", L"", {}, 0, 0},  // the pointer resting on the first city of a table shows nothing
+    {L"Paris", L"France", {}, 48.8667, 2.3333, 91},     // 91: "Romance Standard Time"
+    {L"Tokyo", L"Japan", {}, 35.6544, 139.7447, 114}};  // 114: "Tokyo Standard Time"
+
+static LRESULT CALLBACK HostProc(HWND window, UINT message, WPARAM wParam, LPARAM lParam) {
+    HWND map = GetWindow(window, GW_CHILD);
+    if (message == WM_SIZE) MoveWindow(map, 0, 0, LOWORD(lParam), HIWORD(lParam), TRUE);
+    if (message == WM_SETFOCUS) SetFocus(map);
+    if (message == HORIVO_MSG_CITY) SetWindowTextW(window, cities[wParam].cityName);
+    if (message == WM_DESTROY) PostQuitMessage(0);
+    return DefWindowProcW(window, message, wParam, lParam);
+}
+
+int WINAPI WinMain(HINSTANCE instance, HINSTANCE, LPSTR, int) {
+    if (InitMap(cities, 3) != HORIVO_OK) return 1;
+    wchar_t data[MAX_PATH] = L"";  // InitMap has made the folder; a new picture is checked once
+    SHGetFolderPathW(nullptr, CSIDL_COMMON_APPDATA, nullptr, SHGFP_TYPE_CURRENT, data);
+    const std::wstring picture = std::wstring(data) + L"\\Zelmo\\Horivo\\map.jpg";
+    if (CopyFileW(L"map.jpg", picture.c_str(), TRUE) && InstallMap() != HORIVO_OK) return 2;
+
+    WNDCLASSW hostClass = {0, HostProc, 0, 0, instance, nullptr, nullptr, nullptr, nullptr, L"Host"};
+    RegisterClassW(&hostClass);
+    HWND host = CreateWindowW(L"Host", L"My globe", WS_OVERLAPPEDWINDOW | WS_CLIPCHILDREN, 80, 80,
+                              900, 700, nullptr, nullptr, instance, nullptr);
+    uint32_t status = HORIVO_OK;
+    if (!CreateMapWindow(host, 0, 0, 900, 700, &status)) return 3;
+    ShowWindow(host, SW_SHOWNORMAL);
+    for (MSG message; GetMessageW(&message, nullptr, 0, 0) > 0; DispatchMessageW(&message))
+        TranslateMessage(&message);
+    FreeMap();
+    return 0;
+}

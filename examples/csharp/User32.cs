@@ -1,0 +1,48 @@
+// What the host calls of Windows.
+using System;
+using System.Runtime.InteropServices;
+
+[UnmanagedFunctionPointer(CallingConvention.Winapi)]
+delegate IntPtr WindowProcedure(IntPtr window, uint message, IntPtr wParam, IntPtr lParam);
+
+[StructLayout(LayoutKind.Sequential, CharSet = CharSet.Unicode)]
+struct WindowClass {
+    public uint style;
+    public WindowProcedure procedure;
+    public int classExtra, windowExtra;
+    public IntPtr instance, icon, cursor, background;
+    public string menuName, className;
+}
+
+[StructLayout(LayoutKind.Sequential)]
+struct Message {
+    public IntPtr window;
+    public uint message;
+    public IntPtr wParam, lParam;
+    public uint time;
+    public int x, y;
+}
+
+static class User32 {
+    public const uint GwChild = 5, WmDestroy = 0x2, WmSize = 0x5, WmSetFocus = 0x7;
+    public const uint WsOverlappedWindow = 0xCF0000, WsClipChildren = 0x2000000;
+
+    [DllImport("user32.dll")] public static extern IntPtr GetWindow(IntPtr window, uint which);
+    [DllImport("user32.dll")]
+    public static extern bool MoveWindow(IntPtr window, int x, int y, int width, int height, bool paint);
+    [DllImport("user32.dll")] public static extern IntPtr SetFocus(IntPtr window);
+    [DllImport("user32.dll", CharSet = CharSet.Unicode)]
+    public static extern bool SetWindowTextW(IntPtr window, string text);
+    [DllImport("user32.dll")] public static extern void PostQuitMessage(int code);
+    [DllImport("user32.dll")]
+    public static extern IntPtr DefWindowProcW(IntPtr window, uint message, IntPtr wParam, IntPtr lParam);
+    [DllImport("user32.dll")] public static extern ushort RegisterClassW(ref WindowClass windowClass);
+    [DllImport("user32.dll", CharSet = CharSet.Unicode)]
+    public static extern IntPtr CreateWindowExW(uint exStyle, string className, string title, uint style,
+        int x, int y, int width, int height, IntPtr parent, IntPtr menu, IntPtr instance, IntPtr parameter);
+    [DllImport("user32.dll")] public static extern bool ShowWindow(IntPtr window, int how);
+    [DllImport("user32.dll")]
+    public static extern int GetMessageW(out Message message, IntPtr window, uint first, uint last);
+    [DllImport("user32.dll")] public static extern bool TranslateMessage(ref Message message);
+    [DllImport("user32.dll")] public static extern IntPtr DispatchMessageW(ref Message message);
+}

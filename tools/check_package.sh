@@ -1,0 +1,94 @@
+#!/bin/bash
+# Tries the ZIP as another program's author would: tools/check_package.sh [ZIP]
+# Unpacks it in a folder of its own, builds the hosts of examples/ against it (C++ and C with
+# find_package, C# with Mono's compiler), runs those in C++ and C, and lets the sample host take a
+# picture that must show a lit globe.
+set -euo pipefail
+cd "$(dirname "${BASH_SOURCE[0]}")/.."
+root=$PWD
+tools/install_packages.sh build run package
+zip=$(realpath "${1:-$(ls build/mingw/package/*.zip)}")
+work=$(mktemp -d "${TMPDIR:-/tmp}/horivo package.XXXXXX")  # with a blank, as people's folders have
+trap 'rm -rf "$work"' EXIT
+
+say() { echo "-- $*"; }
+
+unzip -q "$zip" -d "$work"
+package=$(echo "$work"/horivo_map-*)
+
+say "README shows the C++ host as it is"
+diff <(awk '/^```$/ { shown = 0 } shown { print } /^```cpp$/ { shown = 1 }' "$package/README.md") \
+    "$package/examples/cpp/globe.cpp"
+
+for language in cpp c; do
+    say "building examples/$language"
+    cmake -S "$package/examples/$language" -B "$work/$language" -G Ninja -DCMAKE_BUILD_TYPE=Release \
+        "-DCMAKE_TOOLCHAIN_FILE=$root/cmake/mingw.cmake" "-DCMAKE_PREFIX_PATH=$package" \
+        "-DCMAKE_${language^^}_FLAGS=-Wall -Wextra -Wno-missing-field-initializers -Werror" \
+        "-DCMAKE_EXE_LINKER_FLAGS=-static" >"$work/log" 2>&1 &&
+        cmake --build "$work/$language" >>"$work/log" 2>&1 || {
+        cat "$work/log"
+        exit 1
+    }
+done
+
+say "building examples/csharp, its record is that of the header"
+mcs -warnaserror -warn:4 -platform:x64 "-out:$work/csharp.exe" "$package"/examples/csharp/*.cs
+mcs -warnaserror "-out:$work/layout.exe" tools/csharp_layout.cs "$package/examples/csharp/HorivoMap.cs"
+mono "$work/layout.exe"
+
+say "the import library for Microsoft's linker serves it"
+clang --target=x86_64-pc-windows-msvc -nostdinc -c tools/import_library_user.c \
+    -o "$work/user.obj"
+lld-link -nodefaultlib -entry:start -subsystem:console "-out:$work/user.exe" "$work/user.obj" \
+    "$package/lib/horivo_map.lib"
+x86_64-w64-mingw32-objdump -p "$work/user.exe" | grep -A12 'DLL Name: horivo_map.dll' >"$work/imports"
+for function in $(sed -n 's/^    //p' src/interface/horivo_map.def); do
+    grep -qw "$function" "$work/imports" || { echo "$function is not imported"; exit 1; }
+done
+
+source tools/wine_env.sh
+wine_env_start package
+trap 'wine_env_end; rm -rf "$work"' EXIT
+
+# Runs a host of examples/ as on a machine that has never seen the map: its window must show, which
+# it does only once CreateMapWindow has given a map, live, and close with success.
+run_host() {
+    local data="$WINEPREFIX/drive_c/ProgramData/Zelmo" host window='' status=0
+    say "running examples/$1"
+    rm -rf "$data"
+    (cd "$work/$1" && exec wine globe.exe) &
+    host=$!
+    for _ in $(seq 120); do
+        window=$(xdotool search --onlyvisible --name '^My globe$' 2>/dev/null || true)
+        [ -z "$window" ] || break
+        kill -0 $host 2>/dev/null || break  # gone already: its code says why
+        sleep 0.5
+    done
+    if [ -z "$window" ]; then
+        wait $host || echo "no window; the host ended with $?"
+        return 1
+    fi
+    sleep 3  # the map loads, paints and lives
+    kill -0 $host 2>/dev/null || { echo "the host ended by itself"; return 1; }
+    say "its window stands: $(xdotool getwindowgeometry "$window" | tr '\n' ' ')"
+    [ -s "$data/Horivo/map.jpg" ]
+    wine taskkill /IM globe.exe >/dev/null 2>&1 || true
+    wait $host || status=$?
+    [ $status -eq 0 ] || { echo "closed, the host ended with $status"; return 1; }
+}
+run_host cpp
+run_host c
+
+say "the sample host of the package"
+mkdir "$work/pictures"
+TZ=UTC DONT_FAKE_MONOTONIC=1 faketime -f "@2026-06-21 20:00:00" \
+    wine "$package/bin/horivo_demo.exe" --tour "$work/pictures" --part june
+PYTHONPATH="$root/tools" python3 - "$work/pictures/10-june-evening.png" <<'END'
+import sys
+from check_pictures import Surface, check_globe, check_june, read_png
+picture = read_png(sys.argv[1])
+check_globe(picture)
+check_june(Surface(picture))
+END
+say "the package is as it should be"

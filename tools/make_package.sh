@@ -1,0 +1,19 @@
+#!/bin/bash
+# Packs the ZIP for hosts: tools/make_package.sh; build/mingw/package/ holds it. The same commit gives
+# the same bytes: files bear the time of the commit. Missing Debian packages are installed first.
+set -euo pipefail
+cd "$(dirname "${BASH_SOURCE[0]}")/.."
+tools/install_packages.sh build package
+cmake --preset mingw
+cmake --build --preset mingw --target horivo_map horivo_demo horivo_msvc_import_library
+
+# ZIP keeps local times: those of one place for all.
+export TZ=UTC
+SOURCE_DATE_EPOCH=${SOURCE_DATE_EPOCH:-$(git log -1 --format=%ct)}
+export SOURCE_DATE_EPOCH
+rm -rf build/mingw/package
+cpack --config build/mingw/CPackConfig.cmake
+rm -rf build/mingw/package/_CPack_Packages
+tools/settle_zip.py build/mingw/package/*.zip
+tools/check_version.py build/mingw/bin/horivo_map.dll build/mingw/package/*.zip
+ls -l build/mingw/package/*.zip
