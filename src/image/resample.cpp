@@ -4,6 +4,9 @@
 #include <memory>
 #include <new>
 
+#include "image/halve_rows.h"
+#include "image/red_blue.h"
+
 namespace {
 
 constexpr std::size_t kChannels = 3;
@@ -131,41 +134,126 @@ void WriteMeans(const std::uint32_t* sums, std::size_t bytes, std::size_t count,
     for (std::size_t i = 0; i < bytes; ++i) target[i] = mean(sums[i]);
 }
 
+/// Where the old rows lie and where each may be filtered to.
+struct RowPlaces {
+    const std::uint8_t* source;
+    std::ptrdiff_t sourceStride;
+    std::uint8_t* filtered;  ///< null: one row of the working memory serves them all
+    std::ptrdiff_t filteredStride;
+};
+
+/// Numbers that are needed while a block shrinks.
+class WorkingMemory {
+public:
+    /// @param spareRow  also room for one filtered row
+    WorkingMemory(std::size_t width, bool spareRow) noexcept
+        : bytes_(width * kChannels),
+          spareNumbers_(spareRow ? (bytes_ + sizeof(std::uint32_t) - 1) / sizeof(std::uint32_t)
+                                 : 0),
+          block_(new (std::nothrow) std::uint32_t[bytes_ + width + 1 + spareNumbers_]) {}
+
+    bool IsThere() const noexcept { return block_ != nullptr; }
+    /// One for each byte of a new row.
+    std::uint32_t* Sums() const noexcept { return block_.get() + spareNumbers_; }
+    /// One for each new column, and one more.
+    std::uint32_t* Starts() const noexcept { return Sums() + bytes_; }
+    std::uint8_t* SpareRow() const noexcept {
+        return reinterpret_cast<std::uint8_t*>(block_.get());
+    }
+
+private:
+    std::size_t bytes_;
+    std::size_t spareNumbers_;
+    std::unique_ptr<std::uint32_t[]> block_;
+};
+
+/// Writes the new rows, from the first to the last.
+class RowShrinker {
+public:
+    RowShrinker(const RowPlaces& places, BlockSize from, BlockSize to,
+                const WorkingMemory& memory) noexcept
+        : places_(places),
+          from_(from),
+          to_(to),
+          sums_(memory.Sums()),
+          filter_(from.width, to.width, memory.Starts()) {
+        if (places_.filtered == nullptr) places_.filtered = memory.SpareRow();
+    }
+
+    void WriteRow(std::size_t row, std::uint8_t* target) const noexcept {
+        const std::uint64_t begin = FirstSource(row, from_.height, to_.height);
+        const std::uint64_t end = FirstSource(row + 1, from_.height, to_.height);
+        const bool firstTwice = row == 0 && from_.height > to_.height;
+        const bool halves = end - begin == 2 && from_.width == 2 * to_.width;
+        if (firstTwice) {
+            WriteSums(begin, end, true, target);
+        } else if (end - begin == 1) {
+            filter_.Apply(Source(begin), target);
+        } else if (halves) {
+            HalveRows(Source(begin), Source(begin + 1), to_.width, target);
+        } else {
+            WriteSums(begin, end, false, target);
+        }
+    }
+
+private:
+    const std::uint8_t* Source(std::uint64_t row) const noexcept {
+        return places_.source + static_cast<std::ptrdiff_t>(row) * places_.sourceStride;
+    }
+
+    /// Both passes round by themselves: a row is filtered to bytes before it is added up.
+    void WriteSums(std::uint64_t begin, std::uint64_t end, bool firstTwice,
+                   std::uint8_t* target) const noexcept {
+        const std::size_t bytes = to_.width * kChannels;
+        std::memset(sums_, 0, bytes * sizeof *sums_);
+        for (std::uint64_t row = begin; row < end; ++row) {
+            std::uint8_t* const filtered =
+                places_.filtered + static_cast<std::ptrdiff_t>(row) * places_.filteredStride;
+            filter_.Apply(Source(row), filtered);
+            AddRow(filtered, bytes, sums_);
+            if (firstTwice && row == begin) AddRow(filtered, bytes, sums_);
+        }
+        WriteMeans(sums_, bytes, end - begin + (firstTwice ? 1 : 0), target);
+    }
+
+    RowPlaces places_;
+    BlockSize from_;
+    BlockSize to_;
+    std::uint32_t* sums_;
+    RowFilter filter_;
+};
+
+bool IsTooManyForOne(BlockSize from, BlockSize to) noexcept {
+    return from.width / to.width + 2 > MeanOf::kMaxCount ||
+           from.height / to.height + 2 > MeanOf::kMaxCount;
+}
+
 }  // namespace
 
-bool ShrinkPixels(std::uint8_t* pixels, BlockSize from, BlockSize to) noexcept {
-    if (from.width / to.width + 2 > MeanOf::kMaxCount ||
-        from.height / to.height + 2 > MeanOf::kMaxCount) {
-        return false;
-    }
-    const std::size_t sourceBytes = from.width * kChannels;
-    const std::size_t targetBytes = to.width * kChannels;
-    // The sums of a row of new pixels, then where their sources start.
-    const std::unique_ptr<std::uint32_t[]> block(new (std::nothrow)
-                                                     std::uint32_t[targetBytes + to.width + 1]);
-    if (block == nullptr) return false;
-    std::uint32_t* const sums = block.get();
-    const RowFilter filter(from.width, to.width, sums + targetBytes);
+// Row for row, so that memory is read and written once and in order.
 
-    // Row for row, so that memory is read and written once and in order. Both passes still round
-    // by themselves: a row is filtered to bytes, in its own place, before it is added up.
-    for (std::size_t target = 0; target < to.height; ++target) {
-        const std::uint64_t begin = FirstSource(target, from.height, to.height);
-        const std::uint64_t end = FirstSource(target + 1, from.height, to.height);
-        const bool twice = target == 0 && from.height > to.height;
-        std::uint8_t* const result = pixels + target * targetBytes;
-        if (end - begin == 1 && !twice) {
-            filter.Apply(pixels + begin * sourceBytes, result);
-            continue;
-        }
-        std::memset(sums, 0, targetBytes * sizeof *sums);
-        for (std::uint64_t source = begin; source < end; ++source) {
-            std::uint8_t* const row = pixels + source * sourceBytes;
-            filter.Apply(row, row);
-            AddRow(row, targetBytes, sums);
-            if (twice && source == begin) AddRow(row, targetBytes, sums);
-        }
-        WriteMeans(sums, targetBytes, end - begin + (twice ? 1 : 0), result);
+bool ShrinkPixels(std::uint8_t* pixels, BlockSize from, BlockSize to) noexcept {
+    if (IsTooManyForOne(from, to)) return false;
+    const WorkingMemory memory(to.width, false);
+    if (!memory.IsThere()) return false;
+    const auto stride = static_cast<std::ptrdiff_t>(from.width * kChannels);
+    const RowShrinker shrinker({pixels, stride, pixels, stride}, from, to, memory);
+    for (std::size_t row = 0; row < to.height; ++row) {
+        shrinker.WriteRow(row, pixels + row * to.width * kChannels);
+    }
+    return true;
+}
+
+bool ShrinkExchangingRedBlue(const std::uint8_t* firstRow, std::ptrdiff_t stride, BlockSize from,
+                             BlockSize to, std::uint8_t* target) noexcept {
+    if (IsTooManyForOne(from, to)) return false;
+    const WorkingMemory memory(to.width, true);
+    if (!memory.IsThere()) return false;
+    const RowShrinker shrinker({firstRow, stride, nullptr, 0}, from, to, memory);
+    for (std::size_t row = 0; row < to.height; ++row) {
+        std::uint8_t* const result = target + row * to.width * kChannels;
+        shrinker.WriteRow(row, result);
+        CopyExchangingRedBlue(result, to.width, result);
     }
     return true;
 }

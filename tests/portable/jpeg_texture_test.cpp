@@ -2,6 +2,8 @@
 
 #include <gmock/gmock.h>
 
+#include <cstring>
+
 #include "image/texture_limits.h"
 #include "support/allocation_log.h"
 #include "support/table.h"
@@ -107,6 +109,25 @@ TEST_F(JpegTextureTest, TheMapTextureShrinksToPowersOfTwoOrItsLimits) {
     EXPECT_FALSE(FitToLimits(empty, 64, 64) || empty.MakePowerOfTwo());
 }
 
+TEST_F(JpegTextureTest, ALoadThatShrinksGivesTheBytesOfLoadAndRescale) {
+    const int cases[][4] = {
+        {64, 32, 32, 16},     {64, 32, 64, 16}, {68, 34, 32, 16}, {1080, 540, 1024, 512},
+        {1000, 512, 64, 512}, {44, 16, 16, 8},  {42, 30, 32, 16}, {16, 300, 16, 16},
+    };
+    for (const auto& [width, height, maxWidth, maxHeight] : cases) {
+        MemoryImage image = NoiseImage(width, height);
+        image.bottomUp = width == 1000;
+        CGLTexture shrunk;
+        EXPECT_EQ(LoadImage(shrunk, image, maxWidth, maxHeight), kLoadedShrunk) << width;
+        CGLTexture plain;
+        LoadImage(plain, image);
+        EXPECT_TRUE(plain.Rescale(shrunk.GetWidth(), shrunk.GetHeight())) << width;
+        EXPECT_EQ(Sizes(shrunk), Sizes(plain)) << width;
+        const auto bytes = static_cast<std::size_t>(plain.GetWidth() * plain.GetHeight() * 3);
+        EXPECT_EQ(std::memcmp(shrunk.GetPixels(), plain.GetPixels(), bytes), 0) << width;
+    }
+}
+
 TEST_F(JpegTextureTest, LoadingAndShrinkingKeepOneBlock) {
     if (!AllocationLog::IsSupported()) GTEST_SKIP() << "needs the address sanitizer";
     CJpegTexture texture;
@@ -121,6 +142,15 @@ TEST_F(JpegTextureTest, LoadingAndShrinkingKeepOneBlock) {
     ASSERT_EQ(sizes.size(), 2U);
     EXPECT_LE(sizes[0], 16U * 150 + 64) << "beside the block";
     EXPECT_EQ(sizes[1], 150U * 70 * 3) << "the block, made smaller";
+
+    CGLTexture map;
+    picture = std::make_unique<MemoryPicture>(NoiseImage(256, 128));
+    AllocationLog loadingShrunk;
+    map.Load(std::move(picture), 128, 64);
+    const std::vector<std::size_t> shrunkSizes = loadingShrunk.Stop();
+    ASSERT_EQ(shrunkSizes.size(), 2U);
+    EXPECT_EQ(shrunkSizes[0], 128U * 64 * 3) << "the shrunk picture alone";
+    EXPECT_LE(shrunkSizes[1], 19U * 128 + 64) << "beside the block";
 }
 
 TEST_F(JpegTextureTest, RescaleRefusesWhatIsNoShrinkingAndTakesInThePadding) {

@@ -3,6 +3,7 @@
 #include <gmock/gmock.h>
 
 #include <array>
+#include <cstring>
 
 #include "support/texture_pixels.h"
 
@@ -24,6 +25,36 @@ struct Grid {
     CGLTexture& Tile(int index) { return *tiles[static_cast<std::size_t>(index)]; }
     bool Split(int columns, int rows) { return SplitIntoGrid(tiles.data(), columns, rows); }
 };
+
+/// The same cut by halving again and again, columns first.
+void Halve(CGLTexture* const* tiles, std::ptrdiff_t count, std::ptrdiff_t half, bool byColumns) {
+    if (count < 2) return;
+    ASSERT_TRUE(tiles[0]->Split(*tiles[half], byColumns));
+    Halve(tiles, count / 2, half / 2, byColumns);
+    Halve(tiles + half, count / 2, half / 2, byColumns);
+}
+
+TEST(TileGrid, GivesTheTilesOfRepeatedHalving) {
+    const int cases[][4] = {{64, 32, 4, 2}, {1001, 503, 4, 2}, {40, 27, 2, 4}, {28, 3, 8, 1}};
+    for (const auto& [width, height, columns, rows] : cases) {
+        Grid grid(NoiseImage(width, height));
+        ASSERT_TRUE(grid.Split(columns, rows));
+        Grid halved(NoiseImage(width, height));
+        Halve(halved.tiles.data(), columns, columns / 2, true);
+        for (int column = 0; column < columns; ++column) {
+            Halve(halved.tiles.data() + column, rows, columns * rows / 2, false);
+        }
+        for (int i = 0; i < columns * rows; ++i) {
+            const CGLTexture& tile = grid.Tile(i);
+            ASSERT_EQ(Sizes(tile), Sizes(halved.Tile(i))) << i << " of " << width;
+            const int bytes = tile.GetBufferWidth() * tile.GetBufferHeight() * 3;
+            EXPECT_EQ(std::memcmp(tile.GetPixels(), halved.Tile(i).GetPixels(),
+                                  static_cast<std::size_t>(bytes)),
+                      0)
+                << i << " of " << width;
+        }
+    }
+}
 
 TEST(TileGrid, TilesRejoinToThePicture) {
     const int cases[][4] = {{64, 32, 4, 2}, {8, 2, 4, 2},  {40, 24, 2, 4},
