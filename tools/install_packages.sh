@@ -1,6 +1,6 @@
 #!/bin/bash
 # Installs the Debian packages that are still missing: tools/install_packages.sh PURPOSE...
-# where PURPOSE is build, run, demo or check. Asks for nothing; needs root or sudo only when something
+# where PURPOSE is build, run, demo, check or bench. Asks for nothing; needs root or sudo only when something
 # is missing. Exits non-zero when a package could not be installed.
 set -euo pipefail
 
@@ -15,6 +15,8 @@ run_packages=(wine wine64 fonts-wine xvfb faketime libgl1 libgl1-mesa-dri libxco
 # What makes the sample photos.
 demo_packages=(imagemagick python3)
 check_packages=(clang-format clang-tidy python3)
+# Native benchmarks, large maps, the table and the plots.
+bench_packages=(libbenchmark-dev imagemagick python3 gnuplot-nox)
 
 wanted=()
 for purpose in "$@"; do
@@ -23,8 +25,9 @@ for purpose in "$@"; do
         run) wanted+=("${run_packages[@]}") ;;
         demo) wanted+=("${demo_packages[@]}") ;;
         check) wanted+=("${check_packages[@]}") ;;
+        bench) wanted+=("${bench_packages[@]}") ;;
         *)
-            echo "install_packages: no such purpose: $purpose (build, run, demo, check)" >&2
+            echo "install_packages: no such purpose: $purpose (build, run, demo, check, bench)" >&2
             exit 2
             ;;
     esac

@@ -1,6 +1,7 @@
 # To be sourced (bash): Windows programs for the rest of the calling script.
 #
 #   wine_env_start tests     the tests' Wine, on a virtual display
+#   wine_env_start bench     the benchmarks' Wine, on a virtual display
 #   wine_env_start tour      the sample host's Wine on its tour, on a virtual display
 #   wine_env_start desktop   the sample host's Wine on the user's display
 #
@@ -87,9 +88,9 @@ wine_env_begin_servers() {
 }
 
 # Wine: it leaves windows to a window manager. The virtual display has none, and each window that a
-# test closes would wait two seconds for its answer.
+# test or benchmark closes would wait two seconds for its answer.
 wine_env_settle_windows() {
-    [ "$1" != tests ] || wine reg add 'HKCU\Software\Wine\X11 Driver' /v Managed /d N /f
+    [[ "$1" != tests && "$1" != bench ]] || wine reg add 'HKCU\Software\Wine\X11 Driver' /v Managed /d N /f
 }
 
 wine_env_begin_display() {

@@ -1,8 +1,8 @@
 // The pointer's hit test over the host's city table, against one plain read of the table.
-#include <cmath>
 #include <cstring>
 #include <vector>
 
+#include "common/spread_cities.h"
 #include "globe/city_markers.h"
 #include "paired_benchmark.h"
 
@@ -11,18 +11,6 @@ namespace {
 constexpr double kRadius = 3.0;
 constexpr double kReach = 0.02;
 constexpr int kCapacity = 200;
-
-/// Cities spread evenly over the globe, on a spiral from pole to pole.
-std::vector<CityRecord> SpreadCities(int count) {
-    std::vector<CityRecord> cities(static_cast<std::size_t>(count));
-    for (int i = 0; i < count; ++i) {
-        CityRecord& city = cities[static_cast<std::size_t>(i)];
-        city.latitude = std::asin(1.0 - (2.0 * i + 1.0) / count) * 57.29577951;
-        city.longitude = std::fmod(i * 137.50776405, 360.0) - 180.0;
-    }
-    PlaceCityMarkers({cities.data(), count}, kRadius);
-    return cities;
-}
 
 /// Adds up every byte of the table, eight at a time.
 std::uint64_t ReadAll(const std::vector<CityRecord>& cities) {
@@ -41,6 +29,7 @@ std::uint64_t ReadAll(const std::vector<CityRecord>& cities) {
 void FindNear(benchmark::State& state) {
     const auto count = static_cast<int>(state.range(0));
     std::vector<CityRecord> cities = SpreadCities(count);
+    PlaceCityMarkers({cities.data(), count}, kRadius);
     const CityTable table{cities.data(), count};
     CityRecord* out[kCapacity];
     // Small tables take microseconds: repeated until the clock can see them.

@@ -4,7 +4,9 @@
 
 #include <algorithm>
 #include <cstddef>
+#include <string>
 #include <string_view>
+#include <vector>
 
 #include "base/windows_types.h"
 
@@ -20,3 +22,6 @@ struct FunctionName {
 /// Replaces the import `function` of `module` and says what stood there; null when the module does
 /// not import it.
 void* ReplaceImport(HMODULE module, std::string_view function, void* replacement);
+
+/// Names of the functions that `module` imports from `library` ("OPENGL32.dll"), by name.
+std::vector<std::string> ImportedNames(HMODULE module, std::string_view library);
