@@ -9,6 +9,7 @@ ROOT = Path(__file__).resolve().parent.parent
 DATA = ROOT / "build/bench/growth"
 NATIVE = ROOT / "build/bench/bin/growth_bench"
 FRAME = ROOT / "build/bench-mingw/bin/frame_bench.exe"
+FRAME_BUDGET_MS = 2000
 
 
 def native(what):
@@ -16,15 +17,15 @@ def native(what):
 
 
 def frame(width, height, labels, cities):
-    """Milliseconds of a frame and of the library's own part, peak of memory in MiB."""
-    command = ["wine", FRAME, *map(str, (width, height, labels, cities))]
+    """Milliseconds of the quickest frame and of the library's own part, peak of memory in MiB."""
+    command = ["wine", FRAME, *map(str, (width, height, labels, cities, FRAME_BUDGET_MS))]
     text = subprocess.run(command, check=True, stdout=subprocess.PIPE, stderr=subprocess.DEVNULL,
                           text=True, timeout=300).stdout
     lines = {line["road"]: line
              for line in map(json.loads, filter(lambda text: text[0] == "{", text.splitlines()))}
     if lines["frame/labels"]["value"] != labels:
         raise RuntimeError(f"{lines['frame/labels']['value']} labels instead of {labels}")
-    return (lines["frame"]["road_ms"], lines["frame_outside_gl/own"]["value"],
+    return (lines["frame"]["best_ms"], lines["frame_outside_gl/own"]["value"],
             lines["frame/peak"]["value"])
 
 

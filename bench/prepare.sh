@@ -6,7 +6,7 @@ bench_prepare() {
     tools/install_packages.sh build run bench
     {
         cmake --preset bench && cmake --build --preset bench
-        cmake --preset bench-mingw && cmake --build --preset bench-mingw
+        cmake --preset bench-mingw && cmake --build --preset bench-mingw --target horivo_bench
     } >build/bench.log 2>&1 || {
         tail -40 build/bench.log >&2
         return 1

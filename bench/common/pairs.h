@@ -38,6 +38,8 @@ public:
     }
     double FloorMs() const { return Quantile(floors_, 0.5); }
     double RoadMs() const { return Quantile(roads_, 0.5); }
+    /// Of the quickest round.
+    double BestRoadMs() const { return Quantile(roads_, 0.0); }
     /// The road's time in units of the floor's, within pairs; `share` as for Quantile.
     double TimeRatio(double share) const {
         std::vector<double> ratios(roads_.size());

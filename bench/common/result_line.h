@@ -9,9 +9,9 @@
 inline void PrintPairs(const std::string& road, const Pairs& pairs) {
     std::printf(
         "{\"road\": \"%s\", \"floor_ms\": %.4f, \"road_ms\": %.4f, \"ratio\": %.4f, "
-        "\"low\": %.4f, \"high\": %.4f}\n",
+        "\"low\": %.4f, \"high\": %.4f, \"best_ms\": %.4f}\n",
         road.c_str(), pairs.FloorMs(), pairs.RoadMs(), pairs.TimeRatio(0.5), pairs.TimeRatio(0.25),
-        pairs.TimeRatio(0.75));
+        pairs.TimeRatio(0.75), pairs.BestRoadMs());
     std::fflush(stdout);
 }
 

@@ -4,8 +4,8 @@
 #include <memory>
 #include <new>
 
-#include "image/halve_rows.h"
 #include "image/red_blue.h"
+#include "image/row_means.h"
 
 namespace {
 
@@ -81,15 +81,26 @@ private:
 
     /// Boxes of one or two pixels, without telling them apart: the mean of the first and the last.
     void WritePairs(const std::uint8_t* source, std::uint8_t* target) const noexcept {
-        for (std::size_t i = 1; i < size_; ++i) {
-            const std::uint8_t* const first = source + starts_[i] * kChannels;
-            const std::uint8_t* const last = source + (starts_[i + 1] - 1) * kChannels;
-            const int means[kChannels] = {(first[0] + last[0]) / 2, (first[1] + last[1]) / 2,
-                                          (first[2] + last[2]) / 2};
-            for (std::size_t c = 0; c < kChannels; ++c) {
-                target[i * kChannels + c] = static_cast<std::uint8_t>(means[c]);
-            }
+        for (std::size_t i = 1; i + 1 < size_; ++i) {
+            const std::uint32_t mean = MeanOfFourBytes(source + starts_[i] * kChannels,
+                                                       source + (starts_[i + 1] - 1) * kChannels);
+            std::memcpy(target + i * kChannels, &mean, kChannels);
         }
+        if (size_ < 2) return;
+        // Behind the last one there may be no fourth byte to read.
+        const std::size_t i = size_ - 1;
+        const std::size_t count = starts_[size_] - starts_[i];
+        WritePixel(source + starts_[i] * kChannels, count, 0,
+                   count == few_ ? meanOfFew_ : meanOfMany_, target + i * kChannels);
+    }
+
+    /// (a + b) / 2, rounded down, byte by byte.
+    static std::uint32_t MeanOfFourBytes(const std::uint8_t* a, const std::uint8_t* b) noexcept {
+        std::uint32_t first;
+        std::uint32_t second;
+        std::memcpy(&first, a, sizeof first);
+        std::memcpy(&second, b, sizeof second);
+        return (first & second) + (((first ^ second) >> 1U) & 0x7F7F7F7FU);
     }
 
     static void WritePixel(const std::uint8_t* source, std::size_t count, std::uint32_t seed,
@@ -138,18 +149,17 @@ void WriteMeans(const std::uint32_t* sums, std::size_t bytes, std::size_t count,
 struct RowPlaces {
     const std::uint8_t* source;
     std::ptrdiff_t sourceStride;
-    std::uint8_t* filtered;  ///< null: one row of the working memory serves them all
-    std::ptrdiff_t filteredStride;
+    std::uint8_t* filtered;  ///< by the same stride; null: two spare rows serve them in turns
 };
 
 /// Numbers that are needed while a block shrinks.
 class WorkingMemory {
 public:
-    /// @param spareRow  also room for one filtered row
-    WorkingMemory(std::size_t width, bool spareRow) noexcept
+    /// @param spareRows  also room for two filtered rows
+    WorkingMemory(std::size_t width, bool spareRows) noexcept
         : bytes_(width * kChannels),
-          spareNumbers_(spareRow ? (bytes_ + sizeof(std::uint32_t) - 1) / sizeof(std::uint32_t)
-                                 : 0),
+          spareNumbers_(spareRows ? (2 * bytes_ + sizeof(std::uint32_t) - 1) / sizeof(std::uint32_t)
+                                  : 0),
           block_(new (std::nothrow) std::uint32_t[bytes_ + width + 1 + spareNumbers_]) {}
 
     bool IsThere() const noexcept { return block_ != nullptr; }
@@ -157,7 +167,7 @@ public:
     std::uint32_t* Sums() const noexcept { return block_.get() + spareNumbers_; }
     /// One for each new column, and one more.
     std::uint32_t* Starts() const noexcept { return Sums() + bytes_; }
-    std::uint8_t* SpareRow() const noexcept {
+    std::uint8_t* SpareRows() const noexcept {
         return reinterpret_cast<std::uint8_t*>(block_.get());
     }
 
@@ -176,23 +186,22 @@ public:
           from_(from),
           to_(to),
           sums_(memory.Sums()),
-          filter_(from.width, to.width, memory.Starts()) {
-        if (places_.filtered == nullptr) places_.filtered = memory.SpareRow();
-    }
+          spareRows_(memory.SpareRows()),
+          filter_(from.width, to.width, memory.Starts()) {}
 
     void WriteRow(std::size_t row, std::uint8_t* target) const noexcept {
         const std::uint64_t begin = FirstSource(row, from_.height, to_.height);
         const std::uint64_t end = FirstSource(row + 1, from_.height, to_.height);
         const bool firstTwice = row == 0 && from_.height > to_.height;
-        const bool halves = end - begin == 2 && from_.width == 2 * to_.width;
-        if (firstTwice) {
-            WriteSums(begin, end, true, target);
+        if (firstTwice || end - begin > 2) {
+            WriteSums(begin, end, firstTwice, target);
         } else if (end - begin == 1) {
             filter_.Apply(Source(begin), target);
-        } else if (halves) {
+        } else if (from_.width == 2 * to_.width) {
             HalveRows(Source(begin), Source(begin + 1), to_.width, target);
         } else {
-            WriteSums(begin, end, false, target);
+            const std::uint8_t* const first = Filtered(begin);
+            MeanOfRows(first, Filtered(begin + 1), to_.width * kChannels, target);
         }
     }
 
@@ -201,15 +210,24 @@ private:
         return places_.source + static_cast<std::ptrdiff_t>(row) * places_.sourceStride;
     }
 
-    /// Both passes round by themselves: a row is filtered to bytes before it is added up.
+    /// The row after the first pass, which rounds to bytes by itself. It stays until the next but
+    /// one is asked for.
+    const std::uint8_t* Filtered(std::uint64_t row) const noexcept {
+        const auto at = static_cast<std::ptrdiff_t>(row);
+        std::uint8_t* const place =
+            places_.filtered != nullptr
+                ? places_.filtered + at * places_.sourceStride
+                : spareRows_ + at % 2 * static_cast<std::ptrdiff_t>(to_.width * kChannels);
+        filter_.Apply(Source(row), place);
+        return place;
+    }
+
     void WriteSums(std::uint64_t begin, std::uint64_t end, bool firstTwice,
                    std::uint8_t* target) const noexcept {
         const std::size_t bytes = to_.width * kChannels;
         std::memset(sums_, 0, bytes * sizeof *sums_);
         for (std::uint64_t row = begin; row < end; ++row) {
-            std::uint8_t* const filtered =
-                places_.filtered + static_cast<std::ptrdiff_t>(row) * places_.filteredStride;
-            filter_.Apply(Source(row), filtered);
+            const std::uint8_t* const filtered = Filtered(row);
             AddRow(filtered, bytes, sums_);
             if (firstTwice && row == begin) AddRow(filtered, bytes, sums_);
         }
@@ -220,6 +238,7 @@ private:
     BlockSize from_;
     BlockSize to_;
     std::uint32_t* sums_;
+    std::uint8_t* spareRows_;
     RowFilter filter_;
 };
 
@@ -237,7 +256,7 @@ bool ShrinkPixels(std::uint8_t* pixels, BlockSize from, BlockSize to) noexcept {
     const WorkingMemory memory(to.width, false);
     if (!memory.IsThere()) return false;
     const auto stride = static_cast<std::ptrdiff_t>(from.width * kChannels);
-    const RowShrinker shrinker({pixels, stride, pixels, stride}, from, to, memory);
+    const RowShrinker shrinker({pixels, stride, pixels}, from, to, memory);
     for (std::size_t row = 0; row < to.height; ++row) {
         shrinker.WriteRow(row, pixels + row * to.width * kChannels);
     }
@@ -249,7 +268,7 @@ bool ShrinkExchangingRedBlue(const std::uint8_t* firstRow, std::ptrdiff_t stride
     if (IsTooManyForOne(from, to)) return false;
     const WorkingMemory memory(to.width, true);
     if (!memory.IsThere()) return false;
-    const RowShrinker shrinker({firstRow, stride, nullptr, 0}, from, to, memory);
+    const RowShrinker shrinker({firstRow, stride, nullptr}, from, to, memory);
     for (std::size_t row = 0; row < to.height; ++row) {
         std::uint8_t* const result = target + row * to.width * kChannels;
         shrinker.WriteRow(row, result);

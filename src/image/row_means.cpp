@@ -1,4 +1,4 @@
-#include "image/halve_rows.h"
+#include "image/row_means.h"
 
 #include <emmintrin.h>  // SSE2: every x86-64 has it
 
@@ -13,12 +13,17 @@ __m128i MeanOfBytes(__m128i a, __m128i b) noexcept {
     return _mm_sub_epi8(roundedUp, _mm_and_si128(_mm_xor_si128(a, b), _mm_set1_epi8(1)));
 }
 
+__m128i Load(const std::uint8_t* from) noexcept {
+    return _mm_loadu_si128(reinterpret_cast<const __m128i*>(from));
+}
+
+void Store(std::uint8_t* to, __m128i bytes) noexcept {
+    _mm_storeu_si128(reinterpret_cast<__m128i*>(to), bytes);
+}
+
 /// Means of neighbouring pixels. Of 16 bytes those of the boxes count: 0 to 2, 6 to 8, 12 to 14.
 __m128i MeanOfNeighbours(const std::uint8_t* pixels) noexcept {
-    const auto load = [](const std::uint8_t* from) {
-        return _mm_loadu_si128(reinterpret_cast<const __m128i*>(from));
-    };
-    return MeanOfBytes(load(pixels), load(pixels + kChannels));
+    return MeanOfBytes(Load(pixels), Load(pixels + kChannels));
 }
 
 /// Three boxes a round. @return the new pixels that are done, from the first of the row on
@@ -37,12 +42,21 @@ std::size_t HalveInThrees(const std::uint8_t* first, const std::uint8_t* second,
             _mm_or_si128(_mm_and_si128(means, box0), _mm_and_si128(_mm_srli_si128(means, 3), box1));
         const __m128i boxes = _mm_or_si128(boxes01, _mm_and_si128(_mm_srli_si128(means, 6), box2));
         // The bytes behind the three boxes are written again by the next round.
-        _mm_storeu_si128(reinterpret_cast<__m128i*>(target + i * kChannels), boxes);
+        Store(target + i * kChannels, boxes);
     }
     return i;
 }
 
 }  // namespace
+
+void MeanOfRows(const std::uint8_t* first, const std::uint8_t* second, std::size_t bytes,
+                std::uint8_t* target) noexcept {
+    std::size_t i = 0;
+    for (; i + sizeof(__m128i) <= bytes; i += sizeof(__m128i)) {
+        Store(target + i, MeanOfBytes(Load(first + i), Load(second + i)));
+    }
+    for (; i < bytes; ++i) target[i] = static_cast<std::uint8_t>((first[i] + second[i]) / 2);
+}
 
 void HalveRows(const std::uint8_t* first, const std::uint8_t* second, std::size_t size,
                std::uint8_t* target) noexcept {
