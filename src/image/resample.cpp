@@ -5,127 +5,13 @@
 #include <new>
 
 #include "image/red_blue.h"
+#include "image/row_filter.h"
 #include "image/row_means.h"
 
 namespace {
 
 constexpr std::size_t kChannels = 3;
 constexpr std::size_t kMaxNarrowCount = 4096;  // 255 * 4096 * 4096 < 2^32
-
-/// Divides a sum of `count` bytes by that count with one multiplication.
-///
-/// Exact for counts up to 2^24: with r = floor(2^56 / count) + 1 = (2^56 + e) / count, e <= count,
-/// the product is too large by sum * e / count parts of 2^56. It stays below the next quotient as
-/// long as sum * e < 2^56, and 255 * count * count is. It fits 64 bits: 255 * (2^56 + count).
-class MeanOf {
-public:
-    static constexpr std::uint64_t kMaxCount = 1U << 24U;
-
-    explicit MeanOf(std::size_t count) noexcept : reciprocal_((1ULL << kShift) / count + 1) {}
-    std::uint8_t operator()(std::uint32_t sum) const noexcept {
-        return static_cast<std::uint8_t>((sum * reciprocal_) >> kShift);
-    }
-
-private:
-    static constexpr unsigned kShift = 56;
-    std::uint64_t reciprocal_;
-};
-
-/// Where the sources of target `target` begin when `from` pixels become `to`: the first i with
-/// i * to / from == target. JPEG sides go to 65535, whose products leave 32 bits.
-std::uint64_t FirstSource(std::uint64_t target, std::uint64_t from, std::uint64_t to) noexcept {
-    return (target * from + to - 1) / to;
-}
-
-/// Shrinks single rows.
-class RowFilter {
-public:
-    /// @param starts  room for to + 1 numbers, filled here; must outlive the filter
-    RowFilter(std::size_t from, std::size_t to, std::uint32_t* starts) noexcept
-        : size_(to),
-          few_(from / to),
-          keepsLength_(from == to),
-          atMostTwo_(from <= 2 * to),
-          starts_(starts),
-          meanOfFirst_(1),
-          meanOfFew_(few_),
-          meanOfMany_(few_ + 1) {
-        for (std::size_t i = 0; i <= to; ++i) {
-            starts[i] = static_cast<std::uint32_t>(FirstSource(i, from, to));
-        }
-        meanOfFirst_ = MeanOf(starts[1] + std::size_t{1});
-    }
-
-    /// `target` may be `source` or lie before it: a pixel is written after its sources were read.
-    void Apply(const std::uint8_t* source, std::uint8_t* target) const noexcept {
-        if (keepsLength_) {
-            if (target != source) std::memmove(target, source, size_ * kChannels);
-            return;
-        }
-        WritePixel(source, starts_[1], 1, meanOfFirst_, target);
-        if (atMostTwo_) {
-            WritePairs(source, target);
-        } else {
-            WriteBoxes(source, target);
-        }
-    }
-
-private:
-    void WriteBoxes(const std::uint8_t* source, std::uint8_t* target) const noexcept {
-        for (std::size_t i = 1; i < size_; ++i) {
-            const std::size_t count = starts_[i + 1] - starts_[i];
-            WritePixel(source + starts_[i] * kChannels, count, 0,
-                       count == few_ ? meanOfFew_ : meanOfMany_, target + i * kChannels);
-        }
-    }
-
-    /// Boxes of one or two pixels, without telling them apart: the mean of the first and the last.
-    void WritePairs(const std::uint8_t* source, std::uint8_t* target) const noexcept {
-        for (std::size_t i = 1; i + 1 < size_; ++i) {
-            const std::uint32_t mean = MeanOfFourBytes(source + starts_[i] * kChannels,
-                                                       source + (starts_[i + 1] - 1) * kChannels);
-            std::memcpy(target + i * kChannels, &mean, kChannels);
-        }
-        if (size_ < 2) return;
-        // Behind the last one there may be no fourth byte to read.
-        const std::size_t i = size_ - 1;
-        const std::size_t count = starts_[size_] - starts_[i];
-        WritePixel(source + starts_[i] * kChannels, count, 0,
-                   count == few_ ? meanOfFew_ : meanOfMany_, target + i * kChannels);
-    }
-
-    /// (a + b) / 2, rounded down, byte by byte.
-    static std::uint32_t MeanOfFourBytes(const std::uint8_t* a, const std::uint8_t* b) noexcept {
-        std::uint32_t first;
-        std::uint32_t second;
-        std::memcpy(&first, a, sizeof first);
-        std::memcpy(&second, b, sizeof second);
-        return (first & second) + (((first ^ second) >> 1U) & 0x7F7F7F7FU);
-    }
-
-    static void WritePixel(const std::uint8_t* source, std::size_t count, std::uint32_t seed,
-                           MeanOf mean, std::uint8_t* target) noexcept {
-        std::uint32_t sums[kChannels] = {source[0] * seed, source[1] * seed, source[2] * seed};
-        for (const std::uint8_t* end = source + count * kChannels; source != end;
-             source += kChannels) {
-            sums[0] += source[0];
-            sums[1] += source[1];
-            sums[2] += source[2];
-        }
-        target[0] = mean(sums[0]);
-        target[1] = mean(sums[1]);
-        target[2] = mean(sums[2]);
-    }
-
-    std::size_t size_;
-    std::size_t few_;  ///< pixels gathered by a new one; some gather one more
-    bool keepsLength_;
-    bool atMostTwo_;
-    const std::uint32_t* starts_;
-    MeanOf meanOfFirst_;
-    MeanOf meanOfFew_;
-    MeanOf meanOfMany_;
-};
 
 void AddRow(const std::uint8_t* row, std::size_t bytes, std::uint32_t* sums) noexcept {
     for (std::size_t i = 0; i < bytes; ++i) sums[i] += row[i];
