@@ -1,6 +1,7 @@
 #!/bin/bash
 # Builds and runs the sample host: ./demo.sh [--tour]
-# With a display a window opens: drag the globe, turn the wheel, click a place, press F, I, H or L.
+# With a display the world clock opens: search and choose a city, drag the globe, turn the wheel,
+# click a place; its menus and F1 tell the keys.
 # Without one, or with --tour, the same program drives itself on a virtual display and leaves
 # pictures in build/demo/. Missing Debian packages are installed first.
 set -euo pipefail
@@ -48,5 +49,11 @@ tour_at 12:00:00 --part pointer
 for size in 800x600 2560x1440; do
     tour_at 12:00:00 --part sizes --size "$size"
 done
+# The whole program in several languages, on monitors of two scalings.
+for scaling in 96:800x600 144:1280x800; do
+    wine reg add 'HKCU\Control Panel\Desktop' /v LogPixels /t REG_DWORD /d "${scaling%:*}" /f >/dev/null
+    tour_at 12:00:00 --part clock --size "${scaling#*:}"
+done
+wine reg delete 'HKCU\Control Panel\Desktop' /v LogPixels /f >/dev/null
 echo "Pictures of the tour:"
 ls build/demo/*.png

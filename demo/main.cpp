@@ -1,113 +1,91 @@
-// The sample host: a window with the map in it, made with the public header alone.
+// A world clock with the map in it: the sample host.
 
-#include <cstdint>
 #include <cstdio>
 #include <string>
-#include <vector>
 
-#include "city_file.h"
-#include "data_folder.h"
+#include "data/data_folder.h"
+#include "horivo_host.h"
 #include "horivo_map.h"
-#include "host_window.h"
-#include "host_windows.h"
+#include "host_app.h"
 #include "options.h"
-#include "tour.h"
+#include "resource_ids.h"
+#include "texts.h"
+#include "tour/clock_tour.h"
+#include "tour/tour.h"
+#include "window/host_window.h"
 
 namespace {
 
-constexpr wchar_t kTitle[] = L"Horivo Map";
-
-/// What a result code of the library means to the user.
-const wchar_t* ResultText(std::uint32_t code) {
-    switch (code) {
-        case HORIVO_OK:
-            return L"Windows refused the map window.";
-        case HORIVO_BAD_PICTURE:
-            return L"The map picture cannot be read, or it is too large for this machine.";
-        case HORIVO_UNFIT_PICTURE:
-            return L"The map picture is too small, or it has no colours.";
-        case HORIVO_COPY_FAILED:
-            return L"The map picture's backup copy could not be made or put back.";
-        case HORIVO_CLASS_FAILED:
-            return L"The map's window class or its test window could not be made.";
-        case HORIVO_NO_PIXEL_FORMAT:
-            return L"OpenGL has no pixel format for the map.";
-        case HORIVO_PIXEL_FORMAT_REFUSED:
-            return L"Windows refused OpenGL's pixel format for the map.";
-        case HORIVO_CONTEXT_FAILED:
-            return L"OpenGL could not be started for the map.";
-        default:
-            return L"The map library reported an unknown failure.";
-    }
-}
-
 /// Tells the user; on a tour, where nobody could answer a box, the one who started it.
-void Report(const Options& options, const std::wstring& text) {
+void Report(const Options& options, std::uint32_t textId) {
+    const std::wstring text = LocalText(textId);
+    WriteLogW(text.c_str());
     if (options.tourFolder.empty()) {
-        MessageBoxW(nullptr, text.c_str(), kTitle, MB_ICONERROR);
+        TellUser(nullptr, textId);
     } else {
         std::fwprintf(stderr, L"horivo_demo: %ls\n", text.c_str());
     }
 }
 
 void ReportResult(const Options& options, std::uint32_t code) {
-    wchar_t numbers[64] = {};
-    std::swprintf(numbers, 64, L" (0x%08X, system error %u)", static_cast<unsigned>(code),
-                  static_cast<unsigned>(GetLastSysError()));
-    Report(options, ResultText(code) + std::wstring(numbers));
+    char numbers[64] = {};
+    std::snprintf(numbers, sizeof numbers, "map result 0x%08X, system error %u",
+                  static_cast<unsigned>(code), static_cast<unsigned>(GetLastSysError()));
+    WriteLog(numbers);
+    Report(options, ResultTextId(code));
 }
 
-void PumpUntilQuit() {
-    MSG message;
-    while (GetMessageW(&message, nullptr, 0, 0) > 0) {
-        TranslateMessage(&message);
-        DispatchMessageW(&message);
-    }
+/// Puts a map picture where there is none; only a new one has to be checked.
+void PreparePicture(const Options& options) {
+    const MapPicture picture = PrepareMapPicture(ProgramFolder() + L"map.jpg");
+    if (picture == MapPicture::CouldNot) Report(options, IDS_PICTURE_NOT_INSTALLED);
+    if (picture != MapPicture::NewlyPut) return;
+    if (const std::uint32_t code = InstallMap(); code != HORIVO_OK) ReportResult(options, code);
 }
 
 /// @return whether every picture was written
-bool TakeTourAndReport(HWND host, const std::vector<CityRecord>& cities, const Options& options) {
+bool TakeTourAndReport(HostApp& app, HostWindow& window, const Options& options) {
     const std::vector<std::wstring> failures =
-        TakeTour(MapOf(host), cities, options.tourPart, options.tourFolder);
-    for (const std::wstring& failure : failures) Report(options, failure);
+        options.tourPart == TourPart::Clock
+            ? TakeClockTour(app, window, options.tourFolder)
+            : TakeTour(window.Map(), app.cities, options.tourPart, options.tourFolder);
+    for (const std::wstring& failure : failures) {
+        std::fwprintf(stderr, L"horivo_demo: %ls\n", failure.c_str());
+    }
     return failures.empty();
 }
 
 /// The map's life between InitMap and FreeMap.
-bool ShowMap(std::vector<CityRecord>& cities, const Options& options) {
-    const MapPicture picture = PrepareMapPicture(ProgramFolder() + L"map.jpg");
-    if (picture == MapPicture::CouldNot) Report(options, L"The map picture cannot be installed.");
-    if (picture == MapPicture::NewlyPut) {
-        if (const std::uint32_t code = InstallMap(); code != HORIVO_OK) ReportResult(options, code);
-    }
+bool ShowMap(HostApp& app, const Options& options) {
+    PreparePicture(options);
     std::uint32_t status = HORIVO_OK;
-    HWND host = MakeHostWindow(options.width, options.height, status);
-    if (host == nullptr) {
+    const bool withList = IsFeatureEnabled(kNoTimeTable) && !ShowsMapAlone(options);
+    HostWindow* window = app.OpenWindow({options.width, options.height}, withList, status);
+    if (window == nullptr) {
         ReportResult(options, status);
         return false;
     }
     if (options.tourFolder.empty()) {
-        PumpUntilQuit();
+        app.Run();
         return true;
     }
-    const bool complete = TakeTourAndReport(host, cities, options);
-    DestroyWindow(host);
+    const bool complete = TakeTourAndReport(app, *window, options);
+    SendMessageW(window->Handle(), WM_CLOSE, 0, 0);
     return complete;
 }
 
 int RunHost(const Options& options) {
-    std::vector<CityRecord> cities = ReadCities(ReadWholeFile(ProgramFolder() + L"cities.tsv"));
-    if (cities.empty()) Report(options, L"There are no cities in cities.tsv beside the program.");
-    if (const std::uint32_t code = InitMap(cities.data(), static_cast<std::int32_t>(cities.size()));
+    HostApp app;
+    if (app.cities.empty()) Report(options, IDS_NO_CITIES);
+    if (const std::uint32_t code =
+            InitMap(app.cities.data(), static_cast<std::int32_t>(app.cities.size()));
         code != HORIVO_OK) {
         ReportResult(options, code);
         return 1;
     }
-    SetLocalString(HORIVO_TEXT_ADD_PHOTO, L"Add your photo");
-    HWND hidden = MakeHiddenWindow(cities);
-    const bool complete = ShowMap(cities, options);
-    if (hidden != nullptr) DestroyWindow(hidden);
-    // The city table must outlive this call.
+    SetLocalString(HORIVO_TEXT_ADD_PHOTO, LocalText(IDS_ADD_PHOTO).c_str());
+    const bool complete = ShowMap(app, options);
+    // The cities, which the app owns, must outlive this call.
     FreeMap();
     return complete ? 0 : 1;
 }
@@ -117,8 +95,16 @@ int RunHost(const Options& options) {
 int WINAPI WinMain(HINSTANCE, HINSTANCE, LPSTR, int) {
     Options options;
     if (!ReadOptions(options)) {
-        Report(options, kUsage);
+        std::fwprintf(stderr, L"%ls\n", kUsage);
+        MessageBoxW(nullptr, kUsage, nullptr, MB_ICONERROR);
         return 2;
     }
-    return RunHost(options);
+    const INITCOMMONCONTROLSEX controls{sizeof controls, ICC_LISTVIEW_CLASSES | ICC_BAR_CLASSES};
+    InitCommonControlsEx(&controls);
+    CreateLogMutex();
+    ReadAdminFlags();
+    StartHostServices();
+    const int result = RunHost(options);
+    CloseLogMutex();
+    return result;
 }

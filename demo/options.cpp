@@ -1,6 +1,6 @@
 #include "options.h"
 
-#include "host_windows.h"
+#include "window/host_windows.h"
 
 #include <shellapi.h>
 
@@ -11,6 +11,8 @@ namespace {
 
 constexpr int kSmallest = 64;    // pixels
 constexpr int kLargest = 16384;  // pixels
+constexpr int kTourWidth = 1280;
+constexpr int kTourHeight = 800;
 
 std::vector<std::wstring> CommandLineWords() {
     int count = 0;
@@ -47,7 +49,8 @@ bool ReadPart(std::wstring_view text, Options& options) {
     } kParts[] = {{L"whole", TourPart::Whole},
                   {L"june", TourPart::JuneEvening},
                   {L"pointer", TourPart::Pointer},
-                  {L"sizes", TourPart::Sizes}};
+                  {L"sizes", TourPart::Sizes},
+                  {L"clock", TourPart::Clock}};
     for (const auto& known : kParts) {
         if (known.name != text) continue;
         options.tourPart = known.part;
@@ -57,6 +60,10 @@ bool ReadPart(std::wstring_view text, Options& options) {
 }
 
 }  // namespace
+
+bool ShowsMapAlone(const Options& options) {
+    return !options.tourFolder.empty() && options.tourPart != TourPart::Clock;
+}
 
 bool ReadOptions(Options& options) {
     const std::vector<std::wstring> words = CommandLineWords();
@@ -72,6 +79,10 @@ bool ReadOptions(Options& options) {
             read = ReadPart(value, options);
         }
         if (!read) return false;
+    }
+    if (!options.tourFolder.empty() && options.width == 0) {
+        options.width = kTourWidth;
+        options.height = kTourHeight;
     }
     // Every option has its value; the program's name stands alone.
     return words.size() % 2 == 1;

@@ -198,6 +198,35 @@ SIZE_STOPS = {
 }
 
 
+LANGUAGES = ["english", "german", "russian", "japanese"]
+SCALINGS = {100: 1.0, 150: 1.5}
+CLOCK_VIEWS = ["", "-menu-1", "-menu-2", "-menu-3", "-menu-4", "-keys", "-about"]
+
+
+def check_clock(pictures, scaling):
+    """The whole program: a list on the left and a globe on the right, each language another text."""
+    factor = SCALINGS[scaling]
+    titles = set()
+    for language in LANGUAGES:
+        picture = pictures[language, ""]
+        list_width = int(200 * factor)
+        dark = sum(1 for y in range(int(110 * factor), picture.height - int(40 * factor))
+                   for x in range(list_width) if max(picture.pixel(x, y)) < 100)
+        demand(dark > 2000, f"{language}: the list shows no text ({dark} dark pixels)")
+        lit = sum(1 for y in range(picture.height // 4, picture.height * 3 // 4, 4)
+                  for x in range(picture.width // 2, picture.width - PANEL, 4)
+                  if max(picture.pixel(x, y)) > SPACE)
+        seen = (picture.height // 8) * ((picture.width - PANEL - picture.width // 2) // 4)
+        demand(lit > 0.3 * seen, f"{language}: no globe beside the list")
+        titles.add(bytes(channel for y in range(int(26 * factor), int(40 * factor))
+                         for x in range(list_width) for channel in picture.pixel(x, y)))
+        for view in CLOCK_VIEWS[1:]:
+            demand(any(pictures[language, view].pixel(x, y) != picture.pixel(x, y)
+                       for y in range(0, picture.height, 2) for x in range(0, picture.width, 2)),
+                   f"{language}{view}: nothing has opened")
+    demand(len(titles) == len(LANGUAGES), "the menus of two languages look alike")
+
+
 def flat_stops():
     stops = dict(POINTER_STOPS)
     for name, checks in SIZE_STOPS.items():
@@ -244,6 +273,10 @@ def main():
     for name, (whole_globe, *checks) in flat_stops().items():
         run(f"{name}: what stands above the globe", lambda name=name, whole=whole_globe, checks=checks:
             check_all(read_png(folder / f"{name}.png"), whole, checks))
+    for scaling in SCALINGS:
+        run(f"the world clock at {scaling} %", lambda scaling=scaling: check_clock(
+            {(language, view): read_png(folder / f"clock-{language}{view}-{scaling}.png")
+             for language in LANGUAGES for view in CLOCK_VIEWS}, scaling))
     return 1 if faults else 0
 
 

@@ -21,7 +21,7 @@ tidy() {
 # Debian's clang does not find the C++ headers of Debian's MinGW by itself.
 mingw_headers=$(dirname "$(x86_64-w64-mingw32-g++-posix -print-file-name=include)")/include/c++
 echo "clang-tidy: portable files"
-find src demo/city_file.cpp -name '*.cpp' ! -name '*_win.cpp' | tidy -p build/native || failed=1
+find src demo/data/city_file.cpp -name '*.cpp' ! -name '*_win.cpp' | tidy -p build/native || failed=1
 echo "clang-tidy: Windows files"
 {
     find src -name '*_win.cpp'

@@ -6,14 +6,14 @@ set -euo pipefail
 
 # Both compilers, both generators, and the sources of the test framework.
 build_packages=(cmake ninja-build g++ g++-mingw-w64-x86-64-posix googletest libgl1-mesa-dev
-    libglu1-mesa-dev)
+    libglu1-mesa-dev python3)
 # Wine opens the X libraries by name at run time, so its package does not pull them in; without
 # libxcomposite1 it would draw OpenGL child windows another way, without fonts-wine the window's
 # font would be a stretched stand-in.
 run_packages=(wine wine64 fonts-wine xvfb faketime libgl1 libgl1-mesa-dri libxcomposite1
     libxcursor1 libxfixes3 libxi6 libxinerama1 libxrandr2 libxrender1 procps util-linux)
 # What makes the sample photos.
-demo_packages=(imagemagick python3)
+demo_packages=(imagemagick python3 fonts-vlgothic)
 check_packages=(clang-format clang-tidy python3)
 # Native benchmarks, large maps, the table and the plots.
 bench_packages=(libbenchmark-dev imagemagick python3 gnuplot-nox)

@@ -1,7 +1,6 @@
 # To be sourced (bash): Windows programs for the rest of the calling script.
 #
 #   wine_env_start tests     the tests' Wine, on a virtual display
-#   wine_env_start bench     the benchmarks' Wine, on a virtual display
 #   wine_env_start tour      the sample host's Wine on its tour, on a virtual display
 #   wine_env_start desktop   the sample host's Wine on the user's display
 #
@@ -87,10 +86,17 @@ wine_env_begin_servers() {
     setsid wine wineboot >/dev/null 2>&1 </dev/null 9>&-
 }
 
-# Wine: it leaves windows to a window manager. The virtual display has none, and each window that a
-# test or benchmark closes would wait two seconds for its answer.
+# Wine leaves windows to a window manager. The virtual display has none: each window that a test
+# closes would wait two seconds for its answer, and in pictures a window would have no title bar.
+# Debian's Wine does not look into its own folder of fonts: those for windows and their buttons are
+# put where it does. They have no Japanese; Windows would look for that in another font.
 wine_env_settle_windows() {
-    [[ "$1" != tests && "$1" != bench ]] || wine reg add 'HKCU\Software\Wine\X11 Driver' /v Managed /d N /f
+    cp /usr/share/wine/fonts/{tahoma,marlett}.ttf "$WINEPREFIX/drive_c/windows/Fonts/"
+    local fonts='HKLM\Software\Microsoft\Windows NT\CurrentVersion\FontLink\SystemLink'
+    wine reg add "$fonts" /v Tahoma /t REG_MULTI_SZ /d 'VL-PGothic-Regular.ttf,VL PGothic' /f
+    if [ "$1" != desktop ]; then
+        wine reg add 'HKCU\Software\Wine\X11 Driver' /v Managed /d N /f
+    fi
 }
 
 wine_env_begin_display() {

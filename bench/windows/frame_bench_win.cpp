@@ -10,7 +10,7 @@
 #include "gl_tape_win.h"
 #include "map_host_win.h"
 #include "peak_memory_win.h"
-#include "support/import_spy_win.h"
+#include "support/faked_import_win.h"
 
 namespace {
 

@@ -4,7 +4,7 @@
 #include <cctype>
 #include <utility>
 
-#include "support/import_spy_win.h"
+#include "support/faked_import_win.h"
 
 namespace {
 

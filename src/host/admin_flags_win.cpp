@@ -1,8 +1,5 @@
-#include "host/admin_flags_win.h"
-
-#include <atomic>
-
 #include "base/handles_win.h"
+#include "horivo_host.h"
 
 namespace {
 
@@ -18,9 +15,6 @@ constexpr AdminSwitch kSwitches[] = {
 };
 
 constexpr const wchar_t* kPolicyKey = L"Software\\Zelmo\\Horivo";
-
-// The one mask of the process; any thread may ask it.
-std::atomic<std::uint32_t> adminFlags = 0;
 
 UniqueRegistryKey OpenPolicyKey() noexcept {
     HKEY key = nullptr;
@@ -51,8 +45,8 @@ std::uint32_t QuerySwitches() noexcept {
 
 }  // namespace
 
-void ReadAdminFlags() noexcept { adminFlags = QuerySwitches(); }
+std::atomic<std::uint32_t> adminFlags = 0;
 
-std::uint32_t AdminFlags() noexcept { return adminFlags; }
+void ReadAdminFlags() noexcept { adminFlags = QuerySwitches(); }
 
 bool IsFeatureEnabled(std::uint32_t bits) noexcept { return (adminFlags & bits) == 0; }

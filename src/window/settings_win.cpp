@@ -1,7 +1,7 @@
 #include "window/settings_win.h"
 
 #include "base/windows_types.h"
-#include "host/admin_flags_win.h"
+#include "horivo_host.h"
 
 namespace {
 

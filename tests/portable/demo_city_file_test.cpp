@@ -3,7 +3,7 @@
 #include <fstream>
 #include <iterator>
 
-#include "../../demo/city_file.h"
+#include "data/city_file.h"
 
 namespace {
 

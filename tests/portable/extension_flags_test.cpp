@@ -36,12 +36,15 @@ TEST(CopyGlString, CutsAtTheFieldAndLeavesItAloneWithoutText) {
     EXPECT_EQ(field, std::string(255, 'x'));
 }
 
-TEST(ListNames, MeetAlsoAcrossTheWrap) {
+TEST(ListNames, AreAddressesAndMeetAlsoAcrossTheWrap) {
     EXPECT_TRUE(ListNamesOverlap(100, 256, 355, 2));
     EXPECT_FALSE(ListNamesOverlap(100, 256, 356, 2));
     EXPECT_TRUE(ListNamesOverlap(100, 256, 99, 2));
     EXPECT_FALSE(ListNamesOverlap(100, 256, 98, 2));
     EXPECT_TRUE(ListNamesOverlap(0xFFFFFFFFU, 256, 0, 2));
+    const int object = 0;
+    EXPECT_EQ(ListName(&object),
+              static_cast<std::uint32_t>(reinterpret_cast<std::uintptr_t>(&object)));
 }
 
 }  // namespace

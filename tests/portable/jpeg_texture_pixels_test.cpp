@@ -62,20 +62,6 @@ TEST_F(PixelsTest, ExchangingRedAndBlueSparesTheLastQuarterOfAFourByteRow) {
     EXPECT_THAT(Bytes(texture), ElementsAre(3, 2, 1, 0, 6, 5, 4, 0, 9, 8, 7, 0, 10, 11, 12, 0));
 }
 
-TEST_F(PixelsTest, SavesThePictureTopRowFirstAndKeepsTheTexture) {
-    const MemoryImage image = NoiseImage(13, 7);
-    LoadImage(texture, image, 64, 64);  // the buffer is larger than the picture
-    const std::vector<int> before = Bytes(texture);
-    EXPECT_TRUE(texture.SaveJpeg(L"map.jpg", 85));
-    EXPECT_EQ(Files().encoded.at(0).path, L"map.jpg");
-    EXPECT_EQ(Files().encoded[0].quality, 85);
-    EXPECT_EQ(Files().encoded[0].image.bytes, image.bytes);
-    EXPECT_EQ(Bytes(texture), before);
-    Files().canEncode = false;
-    EXPECT_FALSE(texture.SaveJpeg(L"map.jpg", 85));
-    EXPECT_EQ(Bytes(texture), before);
-}
-
 TEST_F(PixelsTest, AnEmptyTextureDoesNothing) {
     CJpegTexture empty;
     EXPECT_FALSE(empty.ConvertToRgba(1) || empty.SwapRedBlue() || empty.SaveJpeg(L"map.jpg", 85));

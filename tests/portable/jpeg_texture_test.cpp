@@ -5,7 +5,6 @@
 #include <cstring>
 
 #include "image/texture_limits.h"
-#include "support/allocation_log.h"
 #include "support/table.h"
 #include "support/texture_pixels.h"
 
@@ -128,31 +127,6 @@ TEST_F(JpegTextureTest, ALoadThatShrinksGivesTheBytesOfLoadAndRescale) {
     }
 }
 
-TEST_F(JpegTextureTest, LoadingAndShrinkingKeepOneBlock) {
-    if (!AllocationLog::IsSupported()) GTEST_SKIP() << "needs the address sanitizer";
-    CJpegTexture texture;
-    auto picture = std::make_unique<MemoryPicture>(NoiseImage(301, 200));
-    AllocationLog loading;
-    texture.Load(std::move(picture), 0, 0);
-    EXPECT_THAT(loading.Stop(), ElementsAre(304U * 200 * 3));
-
-    AllocationLog shrinking;
-    texture.Rescale(150, 70);
-    const std::vector<std::size_t> sizes = shrinking.Stop();
-    ASSERT_EQ(sizes.size(), 2U);
-    EXPECT_LE(sizes[0], 16U * 150 + 64) << "beside the block";
-    EXPECT_EQ(sizes[1], 150U * 70 * 3) << "the block, made smaller";
-
-    CGLTexture map;
-    picture = std::make_unique<MemoryPicture>(NoiseImage(256, 128));
-    AllocationLog loadingShrunk;
-    map.Load(std::move(picture), 128, 64);
-    const std::vector<std::size_t> shrunkSizes = loadingShrunk.Stop();
-    ASSERT_EQ(shrunkSizes.size(), 2U);
-    EXPECT_EQ(shrunkSizes[0], 128U * 64 * 3) << "the shrunk picture alone";
-    EXPECT_LE(shrunkSizes[1], 22U * 128 + 64) << "beside the block";
-}
-
 TEST_F(JpegTextureTest, RescaleRefusesWhatIsNoShrinkingAndTakesInThePadding) {
     const MemoryImage image = NoiseImage(30, 20);
     CJpegTexture texture;
@@ -179,20 +153,6 @@ TEST_F(JpegTextureTest, SaysWhatTheSizesMeanToOpenGl) {
     }
 }
 
-TEST_F(JpegTextureTest, CopiesArePixelsOfTheirOwn) {
-    const MemoryImage image = NoiseImage(8, 4);
-    CJpegTexture texture;
-    LoadImage(texture, image);
-    CJpegTexture copy(texture);
-    texture.ReplaceByBrightness(0, 255, 0);
-    const CJpegTexture& self = copy;
-    copy = self;
-    ExpectShows(copy, image);
-    copy = CJpegTexture();
-    EXPECT_EQ(copy.GetPixels(), nullptr);
-    EXPECT_THAT(Sizes(copy), ElementsAre(0, 0, 0, 0));
-}
-
 TEST_F(JpegTextureTest, WithoutMemoryEachOperationKeepsItsPromise) {
     Claimed<CJpegTexture> texture;
     LoadImage(texture, NoiseImage(4, 4));
@@ -207,19 +167,6 @@ TEST_F(JpegTextureTest, WithoutMemoryEachOperationKeepsItsPromise) {
     EXPECT_FALSE(texture.PadBuffer(kHugeSide, kHugeSide));
     EXPECT_EQ(texture.GetPixels(), nullptr);
     EXPECT_THAT(Sizes(texture), ElementsAre(0, 0, 0, 0));
-}
-
-TEST_F(JpegTextureTest, PadBufferPutsThePictureIntoTheTopRows) {
-    const MemoryImage image = NoiseImage(5, 4);
-    CJpegTexture texture;
-    LoadImage(texture, image);
-    EXPECT_FALSE(texture.PadBuffer(7, 8)) << "smaller";
-    EXPECT_TRUE(texture.PadBuffer(8, 4)) << "as it is";
-    ASSERT_TRUE(texture.PadBuffer(11, 9));
-    EXPECT_THAT(Sizes(texture), ElementsAre(5, 4, 11, 9));
-    for (int row = 0; row < 4; ++row) {
-        EXPECT_EQ(TextureColour(texture, 4, row - 5), ImageColour(image, 4, row)) << row;
-    }
 }
 
 }  // namespace

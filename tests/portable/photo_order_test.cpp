@@ -5,14 +5,13 @@
 #include <limits>
 #include <vector>
 
-#include "support/photo_tree.h"
-
 namespace {
 
 constexpr double kNan = std::numeric_limits<double>::quiet_NaN();
 
 CityRecord CityAt(double distance, unsigned char nearest = 0) {
-    CityRecord city = MakeCity(u"c", u"d");
+    CityRecord city = {};
+    city.latitude = city.longitude = 10.0;
     city.distanceSq = distance;
     city.nearest = nearest;
     return city;

@@ -43,19 +43,6 @@ TEST(Resample, CountsTheFirstPixelOfALineTwice) {
     EXPECT_EQ(Shrink(row, 4, 1, 1, 1), (Bytes{46, 56, 66})) << "(2 * 10 + 41 + 70 + 101) / 5 ...";
 }
 
-TEST(Resample, RoundsDownAfterEachPassAndRowsFirst) {
-    const Bytes block = {
-        0, 1, 0, 0, 0, 4,  // first row
-        4, 2, 0, 1, 1, 1,  // second row
-    };
-    const Bytes one = {
-        1,  // (2 * 4 + 1) / 3 = 3, 3 / 3; columns first would give 0
-        0,  // 2 / 3 = 0, 5 / 3 = 1, 1 / 3; rounded once, 9 / 9 = 1
-        0,  // 4 / 3 = 1, 1 / 3 = 0, 2 / 3; columns first would give 1
-    };
-    EXPECT_EQ(Shrink(block, 2, 2, 1, 1), one);
-}
-
 TEST(Resample, GivesTheBytesOfThePlainTwoPasses) {
     std::mt19937 random(20240621);
     const auto upTo = [&](std::size_t limit) { return random() % limit + 1; };

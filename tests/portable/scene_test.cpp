@@ -42,21 +42,6 @@ TEST_F(CSceneTest, ProjectsToTheSamePixelsAsGluWhateverTheCamerasRotation) {
     }
 }
 
-TEST_F(CSceneTest, ViewIsThirtyDegreesHighBetweenItsPlanes) {
-    scene_.position = {};
-    const double halfHeight = 30.0 * std::tan(kPi / 12.0);  // of the far plane
-    const CVector4 cases[][2] = {
-        {{0, 0, -1, 1}, {0, 0, -1, 1}},
-        {{0, 0, -30, 1}, {0, 0, 1, 1}},
-        {{0, halfHeight, -30, 1}, {0, 1, 1, 1}},
-        {{halfHeight * 4.0 / 3.0, 0, -30, 1}, {1, 0, 1, 1}},
-    };
-    for (const auto& [point, expected] : cases) {
-        const CVector4 n = scene_.ProjectToNormalized(point);
-        for (int i = 0; i < 4; ++i) EXPECT_NEAR(n[i], expected[i], 1e-12) << point.y << " " << i;
-    }
-}
-
 TEST_F(CSceneTest, MeasuresTheEdgeThatTheEyeSees) {
     globe_.radius = 3.0F;
     scene_.position = {};

@@ -56,38 +56,6 @@ TEST(TileGrid, GivesTheTilesOfRepeatedHalving) {
     }
 }
 
-TEST(TileGrid, TilesRejoinToThePicture) {
-    const int cases[][4] = {{64, 32, 4, 2}, {8, 2, 4, 2},  {40, 24, 2, 4},
-                            {64, 16, 8, 4}, {12, 5, 4, 1}, {5, 12, 1, 4}};
-    for (const auto& [width, height, columns, rows] : cases) {
-        const MemoryImage image = NoiseImage(width, height);
-        Grid grid(image);
-        ASSERT_TRUE(grid.Split(columns, rows));
-        const int tileWidth = width / columns;
-        const int tileHeight = height / rows;
-        for (int row = 0; row < height; ++row) {
-            for (int x = 0; x < tileWidth * columns; ++x) {
-                const int band = rows - 1 - row / tileHeight;  // counted from the bottom
-                const CGLTexture& tile = grid.Tile(x / tileWidth + columns * band);
-                ASSERT_EQ(TextureColour(tile, x % tileWidth, row % tileHeight),
-                          ImageColour(image, x, row))
-                    << width << " x " << height << ": " << x << ", " << row;
-            }
-        }
-    }
-}
-
-TEST(TileGrid, OddSizesLoseTheirLastColumnsAndRows) {
-    // 1001 x 503 lies in a buffer of 1004 x 503: a quarter of 251 x 251.
-    const MemoryImage image = NoiseImage(1001, 503);
-    Grid grid(image);
-    ASSERT_TRUE(grid.Split(4, 2));
-    for (int i = 0; i < 8; ++i) EXPECT_THAT(Sizes(grid.Tile(i)), ElementsAre(250, 251, 251, 251));
-    // The bottom row of the picture is row 0 of the buffer; tile 3 begins at column 753.
-    EXPECT_EQ(TextureColour(grid.Tile(3), 0, 250), ImageColour(image, 753, 502));
-    EXPECT_EQ(TextureColour(grid.Tile(4), 0, 250), ImageColour(image, 0, 502 - 251));
-}
-
 TEST(TileGrid, ASideThatWouldBecomeEmptyClearsAll) {
     const int cases[][3] = {{64, 1, 4}, {1, 64, 8}, {1, 1, 4}};
     for (const auto& [width, height, columns] : cases) {

@@ -18,18 +18,6 @@ TEST(Atan2Deg, FindsTheQuadrantAndTheAxes) {
     EXPECT_EQ(Frac(-3.0), 0.0);
 }
 
-TEST(CartesianToPolar, PutsTheAzimuthInOneTurn) {
-    for (const Row& row : Table("polar")) {
-        double r = 0.0;
-        double theta = 0.0;
-        double phi = 0.0;
-        CartesianToPolar(row.Real(0), row.Real(1), row.Real(2), r, theta, phi);
-        EXPECT_NEAR(r, row.Real(3), 1e-12) << row.why;
-        EXPECT_NEAR(theta, row.Real(4), 1e-10) << row.why;
-        EXPECT_NEAR(phi, row.Real(5), 1e-10) << row.why;
-    }
-}
-
 TEST(EquatorialToHorizontal, AgreesWithThePublishedExample) {
     // Venus from Washington, 1987 April 10, 19h 21m UT (Meeus, chapter 13).
     double altitude = 0.0;

@@ -46,21 +46,4 @@ TEST_F(Tuning, MeasuresThreeFramesAfterAWarmUp) {
     EXPECT_EQ(Step(50), TuneOutcome::Idle) << "it must not go on after the load";
 }
 
-TEST_F(Tuning, BecomesCoarserBelowTenFramesASecondOnly) {
-    const struct {
-        int factor;
-        std::uint32_t ms;
-        int after;
-    } cases[] = {{100, 100, 100}, {100, 101, 200}, {400, 3000, 800}, {800, 3000, 800}};
-    for (const auto& c : cases) {
-        ApplyPerfFactor(detail_, limits_, c.factor);
-        StartMeasuring(detail_);
-        for (int frame = 0; frame < 3; ++frame) Step(c.ms);
-        EXPECT_EQ(Step(c.ms) == TuneOutcome::Coarser, c.after != c.factor) << c.factor;
-        EXPECT_EQ(detail_.perfFactor, c.after);
-    }
-    EXPECT_FLOAT_EQ(FramesPerSecond(16), 62.5F);
-    EXPECT_GT(FramesPerSecond(0), 1000.0F);
-}
-
 }  // namespace

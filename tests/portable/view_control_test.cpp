@@ -25,21 +25,6 @@ protected:
     ViewState view_;
 };
 
-TEST_F(ViewControl, StartViewLooksAtFortyDegreesNorthOnTheGreenwichMeridian) {
-    const auto centre = PickGlobe(scene_, sphere_, 400.0, 300.0, true);
-    const auto right = PickGlobe(scene_, sphere_, 450.0, 300.0, true);
-    const auto above = PickGlobe(scene_, sphere_, 400.0, 350.0, true);
-    ASSERT_TRUE(centre && right && above);
-    EXPECT_NEAR(PointToLatLonDeg(*centre).latitude, 40.0, 1e-6);
-    EXPECT_NEAR(PointToLatLonDeg(*centre).longitude, 0.0, 1e-6);
-    EXPECT_NEAR(Length(*centre), kPlanetRadius, 1e-6);
-    EXPECT_GT(PointToLatLonDeg(*right).longitude, 1.0) << "east is to the right";
-    EXPECT_GT(PointToLatLonDeg(*above).latitude, 41.0) << "north is up";
-    EXPECT_GT(PickGlobe(scene_, sphere_, 400.0, 300.0, false)->z, 0.0) << "the near side";
-    scene_.position.z = std::numeric_limits<float>::quiet_NaN();
-    EXPECT_FALSE(PickGlobe(scene_, sphere_, 400.0, 300.0, true).has_value());
-}
-
 TEST_F(ViewControl, PickingAndProjectingMeetAtEverySizeZoomAndAngle) {
     const struct {
         int width, height;
@@ -72,14 +57,6 @@ TEST(DragView, KeepsTheGrabbedPointUnderThePointer) {
         const ViewAngles view = DragView(press, row.Real(4), row.Real(5));
         EXPECT_NEAR(view.tilt, row.Real(6), 1e-9) << row.why;
         EXPECT_NEAR(view.spin, row.Real(7), 1e-9) << row.why;
-    }
-}
-
-TEST(TurnView, LeftAndRightChangePlacesUpsideDown) {
-    for (const Row& row : Table("turn_view")) {
-        const ViewAngles view = TurnView({row.Real(0), row.Real(1)}, row.Real(2), row.Real(3));
-        EXPECT_EQ(view.tilt, row.Real(4)) << row.why;
-        EXPECT_EQ(view.spin, row.Real(5)) << row.why;
     }
 }
 

@@ -2,62 +2,67 @@
 
 #include <cstdint>
 #include <set>
+#include <tuple>
+#include <type_traits>
 
 #include "base/gl.h"
 #include "support/faked_import_win.h"
 
 namespace {
 
-/// Open entries by kind. A kind's entries are told apart by a number: handle, name or id.
-class Book {
-public:
-    template <class Thing>
-    Thing Enter(const char* kind, Thing thing) {
-        if (thing == Thing{}) return thing;  // the call failed: nothing was made
-        ++made_[kind];
-        open_[kind].insert(NumberOf(thing));
-        return thing;
-    }
-    template <class Thing>
-    void Strike(const char* kind, Thing thing) {
-        auto& entries = open_[kind];
-        if (const auto found = entries.find(NumberOf(thing)); found != entries.end())
-            entries.erase(found);
-    }
-    /// As Enter, for what may be made again under its name without being given back between.
-    void EnterOnce(const char* kind, GLuint name) {
-        Strike(kind, name);
-        Enter(kind, name);
-    }
-    CallLedger::Counts Open() const {
-        CallLedger::Counts counts;
-        for (const auto& [kind, entries] : open_) {
-            if (!entries.empty()) counts[kind] = entries.size();
-        }
-        return counts;
-    }
-    const CallLedger::Counts& Made() const { return made_; }
+/// Open entries by kind, each told apart by a number: handle, name or id.
+struct Book {
+    std::map<std::string, std::multiset<std::uint64_t>> open;
+    CallLedger::Counts made;
 
-private:
-    template <class Thing>
-    static std::uint64_t NumberOf(Thing thing) {
-        if constexpr (std::is_pointer_v<Thing>) {
-            return reinterpret_cast<std::uint64_t>(thing);
-        } else {
-            return thing;
-        }
+    void Enter(const char* kind, std::uint64_t number) {
+        if (number == 0) return;  // the call failed: nothing was made
+        ++made[kind];
+        open[kind].insert(number);
     }
-    std::map<std::string, std::multiset<std::uint64_t>> open_;
-    CallLedger::Counts made_;
+    void Strike(const char* kind, std::uint64_t number) {
+        auto& entries = open[kind];
+        if (const auto found = entries.find(number); found != entries.end()) entries.erase(found);
+    }
 };
 
-// A window's timers have small numbers, windows handles of 32 bits.
-std::uint64_t TimerKey(HWND window, UINT_PTR id) {
-    return reinterpret_cast<std::uint64_t>(window) << 8 | id;
+template <class Thing>
+std::uint64_t NumberOf(Thing thing) {
+    if constexpr (std::is_pointer_v<Thing>) {
+        return reinterpret_cast<std::uint64_t>(thing);
+    } else {
+        return thing;
+    }
 }
 
 template <FunctionName Name, class Function>
 using Hook = FakedImport<Name, Function, CallLedger>;
+
+/// Watches a function whose result is a new thing.
+template <FunctionName Name, class Function>
+struct Maker {
+    Maker(HMODULE module, Book& book, const char* kind)
+        : hook(module, [&book, kind](auto... arguments) {
+              const auto made = Hook<Name, Function>::Real(arguments...);
+              book.Enter(kind, NumberOf(made));
+              return made;
+          }) {}
+    Hook<Name, Function> hook;
+};
+
+/// Watches a function that gives back what its argument number `Which` names.
+template <FunctionName Name, std::size_t Which, class Function>
+struct Taker {
+    Taker(HMODULE module, Book& book, const char* kind)
+        : hook(module, [&book, kind](auto... arguments) {
+              book.Strike(kind, NumberOf(std::get<Which>(std::tuple(arguments...))));
+              return Hook<Name, Function>::Real(arguments...);
+          }) {}
+    Hook<Name, Function> hook;
+};
+
+// A window's timers have small numbers, windows handles of 32 bits.
+std::uint64_t TimerKey(HWND window, UINT_PTR id) { return NumberOf(window) << 8 | id; }
 
 }  // namespace
 
@@ -66,6 +71,19 @@ struct CallLedger::Hooks {
 
     HMODULE module;
     Book book;
+
+    Maker<"GetDC", decltype(GetDC)> getDc{module, book, "dc"};
+    Taker<"ReleaseDC", 1, decltype(ReleaseDC)> releaseDc{module, book, "dc"};
+    Maker<"CreateFontIndirectW", decltype(CreateFontIndirectW)> font{module, book, "gdi object"};
+    Taker<"DeleteObject", 0, decltype(DeleteObject)> deleteObject{module, book, "gdi object"};
+    Maker<"LoadCursorW", decltype(LoadCursorW)> loadCursor{module, book, "cursor"};
+    Taker<"DestroyCursor", 0, decltype(DestroyCursor)> destroyCursor{module, book, "cursor"};
+    Maker<"wglCreateContext", decltype(wglCreateContext)> context{module, book, "gl context"};
+    Taker<"wglDeleteContext", 0, decltype(wglDeleteContext)> deleteContext{module, book,
+                                                                           "gl context"};
+    Maker<"gluNewQuadric", decltype(gluNewQuadric)> quadric{module, book, "glu quadric"};
+    Taker<"gluDeleteQuadric", 0, decltype(gluDeleteQuadric)> deleteQuadric{module, book,
+                                                                           "glu quadric"};
 
     using SetTimerHook = Hook<"SetTimer", decltype(SetTimer)>;
     SetTimerHook setTimer{module, [this](HWND window, UINT_PTR id, UINT ms, TIMERPROC procedure) {
@@ -78,90 +96,15 @@ struct CallLedger::Hooks {
                                 book.Strike("timer", TimerKey(window, id));
                                 return KillTimerHook::Real(window, id);
                             }};
-    using GetDcHook = Hook<"GetDC", decltype(GetDC)>;
-    GetDcHook getDc{module,
-                    [this](HWND window) { return book.Enter("dc", GetDcHook::Real(window)); }};
-    using ReleaseDcHook = Hook<"ReleaseDC", decltype(ReleaseDC)>;
-    ReleaseDcHook releaseDc{module, [this](HWND window, HDC dc) {
-                                book.Strike("dc", dc);
-                                return ReleaseDcHook::Real(window, dc);
-                            }};
-    using BeginPaintHook = Hook<"BeginPaint", decltype(BeginPaint)>;
-    BeginPaintHook beginPaint{module, [this](HWND window, PAINTSTRUCT* paint) {
-                                  book.Enter("paint", window);
-                                  return BeginPaintHook::Real(window, paint);
-                              }};
-    using EndPaintHook = Hook<"EndPaint", decltype(EndPaint)>;
-    EndPaintHook endPaint{module, [this](HWND window, const PAINTSTRUCT* paint) {
-                              book.Strike("paint", window);
-                              return EndPaintHook::Real(window, paint);
-                          }};
-    using FontHook = Hook<"CreateFontIndirectW", decltype(CreateFontIndirectW)>;
-    FontHook createFont{module, [this](const LOGFONTW* font) {
-                            return book.Enter("gdi object", FontHook::Real(font));
-                        }};
-    using DeleteObjectHook = Hook<"DeleteObject", decltype(DeleteObject)>;
-    DeleteObjectHook deleteObject{module, [this](HGDIOBJ object) {
-                                      book.Strike("gdi object", object);
-                                      return DeleteObjectHook::Real(object);
-                                  }};
-    using LoadCursorHook = Hook<"LoadCursorW", decltype(LoadCursorW)>;
-    LoadCursorHook loadCursor{module, [this](HINSTANCE instance, LPCWSTR name) {
-                                  return book.Enter("cursor", LoadCursorHook::Real(instance, name));
-                              }};
-    using DestroyCursorHook = Hook<"DestroyCursor", decltype(DestroyCursor)>;
-    DestroyCursorHook destroyCursor{module, [this](HCURSOR cursor) {
-                                        book.Strike("cursor", cursor);
-                                        return DestroyCursorHook::Real(cursor);
-                                    }};
-    using ContextHook = Hook<"wglCreateContext", decltype(wglCreateContext)>;
-    ContextHook createContext{
-        module, [this](HDC dc) { return book.Enter("gl context", ContextHook::Real(dc)); }};
-    using DeleteContextHook = Hook<"wglDeleteContext", decltype(wglDeleteContext)>;
-    DeleteContextHook deleteContext{module, [this](HGLRC context) {
-                                        book.Strike("gl context", context);
-                                        return DeleteContextHook::Real(context);
-                                    }};
-    using NewListHook = Hook<"glNewList", decltype(glNewList)>;
-    NewListHook newList{module, [this](GLuint name, GLenum mode) {
-                            book.EnterOnce("gl list", name);
-                            NewListHook::Real(name, mode);
-                        }};
-    using FontListsHook = Hook<"wglUseFontBitmapsW", decltype(wglUseFontBitmapsW)>;
-    FontListsHook fontLists{module, [this](HDC dc, DWORD first, DWORD count, DWORD base) {
-                                for (DWORD i = 0; i < count; ++i)
-                                    book.EnterOnce("gl list", GLuint{base + i});
-                                return FontListsHook::Real(dc, first, count, base);
-                            }};
-    using DeleteListsHook = Hook<"glDeleteLists", decltype(glDeleteLists)>;
-    DeleteListsHook deleteLists{module, [this](GLuint first, GLsizei count) {
-                                    for (GLsizei i = 0; i < count; ++i)
-                                        book.Strike("gl list", first + static_cast<GLuint>(i));
-                                    DeleteListsHook::Real(first, count);
-                                }};
-    using TexturesHook = Hook<"glGenTextures", decltype(glGenTextures)>;
-    TexturesHook genTextures{module, [this](GLsizei count, GLuint* names) {
-                                 TexturesHook::Real(count, names);
-                                 for (GLsizei i = 0; i < count; ++i)
-                                     book.Enter("gl texture", names[i]);
-                             }};
-    using DeleteTexturesHook = Hook<"glDeleteTextures", decltype(glDeleteTextures)>;
-    DeleteTexturesHook deleteTextures{module, [this](GLsizei count, const GLuint* names) {
-                                          for (GLsizei i = 0; i < count; ++i)
-                                              book.Strike("gl texture", names[i]);
-                                          DeleteTexturesHook::Real(count, names);
-                                      }};
-    using QuadricHook = Hook<"gluNewQuadric", decltype(gluNewQuadric)>;
-    QuadricHook newQuadric{module,
-                           [this] { return book.Enter("glu quadric", QuadricHook::Real()); }};
-    using DeleteQuadricHook = Hook<"gluDeleteQuadric", decltype(gluDeleteQuadric)>;
-    DeleteQuadricHook deleteQuadric{module, [this](GLUquadric* quadric) {
-                                        book.Strike("glu quadric", quadric);
-                                        DeleteQuadricHook::Real(quadric);
-                                    }};
 };
 
 CallLedger::CallLedger(HMODULE module) : hooks_(std::make_unique<Hooks>(module)) {}
 CallLedger::~CallLedger() = default;
-CallLedger::Counts CallLedger::Held() const { return hooks_->book.Open(); }
-const CallLedger::Counts& CallLedger::Made() const { return hooks_->book.Made(); }
+CallLedger::Counts CallLedger::Held() const {
+    Counts counts;
+    for (const auto& [kind, entries] : hooks_->book.open) {
+        if (!entries.empty()) counts[kind] = entries.size();
+    }
+    return counts;
+}
+const CallLedger::Counts& CallLedger::Made() const { return hooks_->book.made; }

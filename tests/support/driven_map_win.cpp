@@ -1,29 +1,19 @@
 #include "support/driven_map_win.h"
 
 #include <algorithm>
-#include <cmath>
 #include <cstring>
-#include <numbers>
+#include <utility>
 
 #include "support/gl_spy_win.h"
 
 namespace {
 
 constexpr SYSTEMTIME kNoonInJuly = {2024, 7, 1, 1, 12, 0, 0, 0};
-constexpr double kGlobeRadius = 3.0;
 
 DrivenMapTest* driven = nullptr;
 WNDPROC plainParent = nullptr;
 
 std::wstring TextOrEmpty(const wchar_t* text) { return text != nullptr ? text : L""; }
-
-double Radians(double degrees) { return degrees * std::numbers::pi / 180.0; }
-
-void Turn(double& a, double& b, double degrees) {
-    const double turned = a * std::cos(Radians(degrees)) - b * std::sin(Radians(degrees));
-    b = a * std::sin(Radians(degrees)) + b * std::cos(Radians(degrees));
-    a = turned;
-}
 
 }  // namespace
 
@@ -57,7 +47,7 @@ DrivenMapTest::DrivenMapTest()
               return nullptr;
           }) {
     driven = this;
-    FixClock(library.module, kNoonInJuly);
+    FixedClock() = kNoonInJuly;
     SpiedGl().keepCalls = false;
     PutPatternMap(64, 32);
     PutSettings("lag_factor=8\r\n");  // a coarse globe: quick pictures
@@ -87,14 +77,15 @@ LRESULT CALLBACK DrivenMapTest::HiddenProc(HWND window, UINT message, WPARAM wPa
     if (driven == nullptr || message != HORIVO_MSG_MAY_SHOW_PHOTOS)
         return DefWindowProcW(window, message, wParam, lParam);
     driven->asked.push_back({message, wParam, lParam});
-    if (driven->whileAsked) driven->whileAsked();
+    if (const auto act = std::exchange(driven->whileAsked, nullptr)) act();
     return driven->consent;
 }
 
 LRESULT CALLBACK DrivenMapTest::ParentProc(HWND window, UINT message, WPARAM wParam,
                                            LPARAM lParam) {
     const LRESULT result = CallWindowProcW(plainParent, window, message, wParam, lParam);
-    if (driven != nullptr && message == HORIVO_MSG_CITY && driven->whileTold) driven->whileTold();
+    if (driven == nullptr || message != HORIVO_MSG_CITY) return result;
+    if (const auto act = std::exchange(driven->whileTold, nullptr)) act();
     return result;
 }
 
@@ -143,17 +134,15 @@ bool DrivenMapTest::TakeRepaintRequest() const {
 }
 
 POINT DrivenMapTest::PixelOf(double latitude, double longitude) {
-    const SeenView view = LookAtView();
-    double x = kGlobeRadius * std::cos(Radians(latitude)) * std::sin(Radians(longitude));
-    double y = kGlobeRadius * std::sin(Radians(latitude));
-    double z = kGlobeRadius * std::cos(Radians(latitude)) * std::cos(Radians(longitude));
-    Turn(z, x, view.spin);
-    Turn(y, z, view.tilt);
-    const double scale = view.height / 2.0 / std::tan(Radians(view.fovY / 2.0));
-    const double depth = -(view.distance + z);
-    const double right = view.width / 2.0 + x / depth * scale;
-    const double up = view.height / 2.0 + y / depth * scale;
-    return {std::lround(right), view.height - 1 - std::lround(up)};
+    return PixelOfPlace(LookAtView(), latitude, longitude);
+}
+
+SIZE DrivenMapTest::SizeOf(const std::string& text) const {
+    SIZE size = {};
+    const HDC dc = GetDC(window);  // its own: the font is in it
+    GetTextExtentPoint32A(dc, text.c_str(), static_cast<int>(text.size()), &size);
+    ReleaseDC(window, dc);
+    return size;
 }
 
 void DrivenMapTest::Pointer(UINT message, WPARAM buttons, POINT at) const {

@@ -8,7 +8,6 @@
 #include <vector>
 
 #include "support/faked_import_win.h"
-#include "support/fixed_clock_win.h"
 #include "support/map_host_win.h"
 #include "support/photo_disk_win.h"
 #include "support/seen_overlay_win.h"
@@ -50,6 +49,11 @@ protected:
     /// The client point that shows a place of the globe's front.
     POINT PixelOf(double latitude, double longitude);
 
+    /// Size of a text in the map's font, pixels.
+    SIZE SizeOf(const std::string& text) const;
+    int WidthOf(const std::string& text) const { return static_cast<int>(SizeOf(text).cx); }
+    int LineHeight() const { return static_cast<int>(SizeOf("M").cy); }
+
     void Pointer(UINT message, WPARAM buttons, POINT at) const;
     void Hover(POINT at) const { Pointer(WM_MOUSEMOVE, 0, at); }
     void Drag(POINT at) const { Pointer(WM_MOUSEMOVE, MK_LBUTTON, at); }
@@ -69,8 +73,8 @@ protected:
     bool hasHidden = true;
     LRESULT consent = 0;               ///< its answer
     std::vector<HostMessage> asked;    ///< what it was asked
-    std::function<void()> whileAsked;  ///< what the host does before it answers
-    std::function<void()> whileTold;   ///< what it does while its parent window hears of a city
+    std::function<void()> whileAsked;  ///< what the host does once before it answers
+    std::function<void()> whileTold;   ///< and once while its parent window hears of a city
 
     std::vector<OpenedPage> opened;  ///< pages, in order
     std::function<void()> whileOpening;

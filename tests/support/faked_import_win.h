@@ -1,11 +1,33 @@
 #pragma once
-// Lets a test answer for Windows: one imported function of the DLL at a time.
+// Lets a test watch a loaded module or answer for Windows, one imported function at a time. The
+// module is not changed on disk.
 
+#include <algorithm>
 #include <atomic>
+#include <cstddef>
 #include <functional>
+#include <string>
+#include <string_view>
 #include <utility>
+#include <vector>
 
-#include "support/import_spy_win.h"
+#include "base/windows_types.h"
+
+/// A function's name as a template argument: one hook a name.
+template <std::size_t Size>
+struct FunctionName {
+    char text[Size] = {};
+    // NOLINTNEXTLINE(google-explicit-constructor): a literal is to become a template argument
+    consteval FunctionName(const char (&name)[Size]) { std::copy_n(name, Size, text); }
+    constexpr std::string_view View() const { return {text, Size - 1}; }
+};
+
+/// Replaces the import `function` of `module` and says what stood there; null when the module does
+/// not import it.
+void* ReplaceImport(HMODULE module, std::string_view function, void* replacement);
+
+/// Names of the functions that `module` imports from `library` ("OPENGL32.dll"), by name.
+std::vector<std::string> ImportedNames(HMODULE module, std::string_view library);
 
 /// Answers an imported function of a module in place of the real one, for as long as this lives.
 /// One object at a time for a name and an owner; those of several owners stack, last in first out.

@@ -1,24 +1,14 @@
 #include <algorithm>
 #include <cmath>
-#include <cstdlib>
 
 #include "support/gl_listing_win.h"
+#include "support/gl_spy_win.h"
 
 namespace {
 
 bool IsCallOf(const std::string& call, std::string_view function) {
     return call.starts_with(function) &&
            (call.size() == function.size() || call[function.size()] == ' ');
-}
-
-std::vector<double> NumbersOf(const std::string& call) {
-    std::vector<double> numbers;
-    const char* at = call.c_str() + std::min(call.find(' '), call.size());
-    for (char* end = nullptr;; at = end) {
-        const double number = std::strtod(at, &end);
-        if (end == at) return numbers;
-        numbers.push_back(number);
-    }
 }
 
 }  // namespace
@@ -41,7 +31,7 @@ GlobeLists LastGlobeLists(const GlListing& calls) {
     std::vector<unsigned> names;
     for (const std::string& call : calls) {
         if (IsCallOf(call, "glNewList"))
-            names.push_back(static_cast<unsigned>(NumbersOf(call).at(0)));
+            names.push_back(static_cast<unsigned>(SpiedNumbers(call).at(0)));
     }
     if (names.size() < 2) return {};
     return {names[names.size() - 2], names.back()};
@@ -59,7 +49,7 @@ void GlWalk::ExpectNear(std::string_view function, std::initializer_list<double>
     const auto close = [=](double a, double b) { return std::abs(a - b) <= tolerance; };
     const std::string* next = Next();
     if (next != nullptr && IsCallOf(*next, function)) {
-        const std::vector<double> found = NumbersOf(*next);
+        const std::vector<double> found = SpiedNumbers(*next);
         if (std::equal(found.begin(), found.end(), numbers.begin(), numbers.end(), close)) return;
     }
     std::string expected = "about " + std::string(function);
@@ -67,17 +57,9 @@ void GlWalk::ExpectNear(std::string_view function, std::initializer_list<double>
     Fail(expected);
 }
 
-std::vector<double> GlWalk::Take(std::string_view function, std::initializer_list<double> prefix) {
+void GlWalk::Skip(std::string_view function) {
     const std::string* next = Next();
-    if (next != nullptr && IsCallOf(*next, function)) {
-        std::vector<double> found = NumbersOf(*next);
-        if (found.size() >= prefix.size() &&
-            std::equal(prefix.begin(), prefix.end(), found.begin())) {
-            return found;
-        }
-    }
-    Fail(std::string(function));
-    return {};
+    if (next == nullptr || !IsCallOf(*next, function)) Fail(std::string(function));
 }
 
 void GlWalk::ExpectEnd() {

@@ -1,32 +1,26 @@
 #include "support/gl_spy_win.h"
 
-#include <charconv>
 #include <sstream>
+#include <type_traits>
 
-#include "support/import_spy_win.h"
+#include "support/faked_import_win.h"
+#include "support/gl_listing_win.h"
 
 namespace {
 
 constexpr int kVectorLength = 4;  // all float arrays that the DLL hands to GL are colours or points
 
-void Append(std::string& line, double value) {
-    char text[40];
-    const auto end = std::to_chars(text, text + sizeof text, static_cast<float>(value)).ptr;
-    line.append(1, ' ').append(text, end);
-}
-template <class Number>
-requires std::is_arithmetic_v<Number>
-void AppendArgument(std::string& line, Number value) {
-    if constexpr (std::is_floating_point_v<Number>) {
-        Append(line, static_cast<double>(value));
+/// An argument of a call, as GlCall writes it.
+template <class Argument>
+void AppendArgument(std::string& line, Argument argument) {
+    if constexpr (std::is_arithmetic_v<Argument>) {
+        gl_listing_detail::Append(line, argument);
+    } else if constexpr (std::is_same_v<Argument, const GLfloat*>) {
+        for (int i = 0; i < kVectorLength; ++i) gl_listing_detail::Append(line, argument[i]);
     } else {
-        line.append(1, ' ').append(std::to_string(value));
+        gl_listing_detail::Append(line, GlAddress{});
     }
 }
-void AppendArgument(std::string& line, const GLfloat* values) {
-    for (int i = 0; i < kVectorLength; ++i) Append(line, static_cast<double>(values[i]));
-}
-void AppendArgument(std::string& line, const void*) { line += " *"; }
 
 /// The hook of one function: records, then calls the real one.
 template <FunctionName Name, class Signature>
@@ -49,6 +43,11 @@ void Install(HMODULE module, Result(APIENTRY*)(Arguments...)) {
     using Spy = Hook<Name, Result(Arguments...)>;
     void* before = ReplaceImport(module, Name.View(), reinterpret_cast<void*>(&Spy::Call));
     if (before != nullptr) Spy::real = reinterpret_cast<Result(APIENTRY*)(Arguments...)>(before);
+}
+
+template <FunctionName... Names, class... Functions>
+void InstallAll(HMODULE module, Functions... functions) {
+    (Install<Names>(module, functions), ...);
 }
 
 decltype(&SwapBuffers) realSwapBuffers = nullptr;
@@ -147,63 +146,26 @@ void SpyOnGl(HMODULE module) {
     InstallSpecial(module, "glGetString", &SpyGetString, realGetString);
     InstallSpecial(module, "glGetIntegerv", &SpyGetIntegerv, realGetIntegerv);
     InstallSpecial(module, "glGetError", &SpyGetError, realGetError);
-    Install<"glBegin">(module, glBegin);
-    Install<"glBindTexture">(module, glBindTexture);
-    Install<"glBlendFunc">(module, glBlendFunc);
-    Install<"glCallList">(module, glCallList);
-    Install<"glClear">(module, glClear);
-    Install<"glClearColor">(module, glClearColor);
-    Install<"glColor3d">(module, glColor3d);
-    Install<"glColor3f">(module, glColor3f);
-    Install<"glColor4d">(module, glColor4d);
-    Install<"glColor4f">(module, glColor4f);
-    Install<"glDeleteLists">(module, glDeleteLists);
-    Install<"glDeleteTextures">(module, glDeleteTextures);
-    Install<"glDisable">(module, glDisable);
-    Install<"glEnable">(module, glEnable);
-    Install<"glEnd">(module, glEnd);
-    Install<"glEndList">(module, glEndList);
-    Install<"glFlush">(module, glFlush);
-    Install<"glGenTextures">(module, glGenTextures);
-    Install<"glIsEnabled">(module, glIsEnabled);
-    Install<"glLightModelfv">(module, glLightModelfv);
-    Install<"glLightModeli">(module, glLightModeli);
-    Install<"glLightfv">(module, glLightfv);
-    Install<"glLighti">(module, glLighti);
-    Install<"glListBase">(module, glListBase);
-    Install<"glLoadIdentity">(module, glLoadIdentity);
-    Install<"glMaterialfv">(module, glMaterialfv);
-    Install<"glMateriali">(module, glMateriali);
-    Install<"glMatrixMode">(module, glMatrixMode);
-    Install<"glNewList">(module, glNewList);
-    Install<"glNormal3d">(module, glNormal3d);
-    Install<"glNormal3f">(module, glNormal3f);
-    Install<"glPixelStorei">(module, glPixelStorei);
-    Install<"glPointSize">(module, glPointSize);
-    Install<"glPolygonMode">(module, glPolygonMode);
-    Install<"glPopMatrix">(module, glPopMatrix);
-    Install<"glPushMatrix">(module, glPushMatrix);
-    Install<"glRasterPos3f">(module, glRasterPos3f);
-    Install<"glRotated">(module, glRotated);
-    Install<"glRotatef">(module, glRotatef);
-    Install<"glShadeModel">(module, glShadeModel);
-    Install<"glTexCoord2d">(module, glTexCoord2d);
-    Install<"glTexCoord2f">(module, glTexCoord2f);
-    Install<"glTexEnvfv">(module, glTexEnvfv);
-    Install<"glTexEnvi">(module, glTexEnvi);
-    Install<"glTexParameteri">(module, glTexParameteri);
-    Install<"glTranslatef">(module, glTranslatef);
-    Install<"glVertex2d">(module, glVertex2d);
-    Install<"glVertex2f">(module, glVertex2f);
-    Install<"glVertex3d">(module, glVertex3d);
-    Install<"glVertex3f">(module, glVertex3f);
-    Install<"glViewport">(module, glViewport);
-    Install<"gluDeleteQuadric">(module, gluDeleteQuadric);
-    Install<"gluNewQuadric">(module, gluNewQuadric);
-    Install<"gluOrtho2D">(module, gluOrtho2D);
-    Install<"gluPerspective">(module, gluPerspective);
-    Install<"gluQuadricDrawStyle">(module, gluQuadricDrawStyle);
-    Install<"gluSphere">(module, gluSphere);
+    InstallAll<"glBegin", "glBindTexture", "glBlendFunc", "glCallList", "glClear", "glClearColor",
+               "glColor3d", "glColor3f", "glColor4d", "glColor4f", "glDeleteLists",
+               "glDeleteTextures", "glDisable", "glEnable", "glEnd", "glEndList", "glFlush",
+               "glGenTextures", "glIsEnabled", "glLightModelfv", "glLightModeli", "glLightfv",
+               "glLighti", "glListBase", "glLoadIdentity", "glMaterialfv", "glMateriali",
+               "glMatrixMode", "glNewList", "glNormal3d", "glNormal3f", "glPixelStorei",
+               "glPointSize", "glPolygonMode", "glPopMatrix", "glPushMatrix", "glRasterPos3f",
+               "glRotated", "glRotatef", "glShadeModel", "glTexCoord2d", "glTexCoord2f",
+               "glTexEnvfv", "glTexEnvi", "glTexParameteri", "glTranslatef", "glVertex2d",
+               "glVertex2f", "glVertex3d", "glVertex3f", "glViewport", "gluDeleteQuadric",
+               "gluNewQuadric", "gluOrtho2D", "gluPerspective", "gluQuadricDrawStyle", "gluSphere">(
+        module, glBegin, glBindTexture, glBlendFunc, glCallList, glClear, glClearColor, glColor3d,
+        glColor3f, glColor4d, glColor4f, glDeleteLists, glDeleteTextures, glDisable, glEnable,
+        glEnd, glEndList, glFlush, glGenTextures, glIsEnabled, glLightModelfv, glLightModeli,
+        glLightfv, glLighti, glListBase, glLoadIdentity, glMaterialfv, glMateriali, glMatrixMode,
+        glNewList, glNormal3d, glNormal3f, glPixelStorei, glPointSize, glPolygonMode, glPopMatrix,
+        glPushMatrix, glRasterPos3f, glRotated, glRotatef, glShadeModel, glTexCoord2d, glTexCoord2f,
+        glTexEnvfv, glTexEnvi, glTexParameteri, glTranslatef, glVertex2d, glVertex2f, glVertex3d,
+        glVertex3f, glViewport, gluDeleteQuadric, gluNewQuadric, gluOrtho2D, gluPerspective,
+        gluQuadricDrawStyle, gluSphere);
 }
 
 std::vector<std::string> SpiedCalls(const std::string& function) {

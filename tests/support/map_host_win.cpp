@@ -2,9 +2,9 @@
 
 #include <shlobj.h>
 
-#include <cmath>
 #include <fstream>
 
+#include "support/faked_import_win.h"
 #include "support/gdiplus_pictures_win.h"
 #include "support/gl_spy_win.h"
 
@@ -12,6 +12,13 @@ namespace {
 
 constexpr wchar_t kHostClass[] = L"horivo test host";
 constexpr int kJpegQuality = 100;
+
+void WINAPI TellFixedTime(SYSTEMTIME* time) { *time = FixedClock(); }
+
+DWORD WINAPI TellNextTick() {
+    static DWORD tick = 0;
+    return ++tick;
+}
 
 template <class Function>
 void Resolve(HMODULE module, const char* name, Function& function) {
@@ -34,9 +41,16 @@ void MapLibrary::Unload() {
     module = nullptr;
 }
 
+SYSTEMTIME& FixedClock() {
+    static SYSTEMTIME time = {2026, 3, 5, 20, 12, 0, 0, 0};
+    return time;
+}
+
 MapHostTest::MapHostTest() {
     EmptyDataFolder();
     SpyOnGl(library.module);
+    ReplaceImport(library.module, "GetSystemTime", reinterpret_cast<void*>(&TellFixedTime));
+    ReplaceImport(library.module, "GetTickCount", reinterpret_cast<void*>(&TellNextTick));
     WNDCLASSW windowClass = {};
     windowClass.lpfnWndProc = HostProc;
     windowClass.hInstance = GetModuleHandleW(nullptr);
@@ -101,6 +115,16 @@ std::uint32_t MapHostTest::Init() {
 
 HWND MapHostTest::CreateMap(int width, int height) {
     return library.CreateMapWindow(host, 0, 0, width, height, &status);
+}
+
+HWND MapHostTest::CreateTexturedMap(int pictureWidth) {
+    PutPatternMap(pictureWidth, pictureWidth / 2);
+    Init();
+    SpiedGl().uploads.clear();
+    const HWND map = CreateMap();
+    // The compile that follows the last upload belongs to the same message.
+    EXPECT_TRUE(WaitForTiles());
+    return map;
 }
 
 bool MapHostTest::PumpUntil(const std::function<bool()>& done) {

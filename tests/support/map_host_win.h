@@ -38,8 +38,12 @@ struct HostMessage {
     LPARAM lParam = 0;
 };
 
-/// Fixture: an initialised library (InitMap called with `cities`) and a host window.
-/// The data folder is emptied first; tests put what they need there.
+/// What GetSystemTime answers to the library; a test moves it as it likes.
+SYSTEMTIME& FixedClock();
+
+/// Fixture: the loaded library and a host window. The library's clock stands at FixedClock(), and
+/// every picture seems to take no time: a loaded machine must not lower the globe's detail in the
+/// middle of a test. The data folder is emptied first; tests put what they need there.
 class MapHostTest : public testing::Test {
 protected:
     static constexpr std::chrono::seconds kPatience{60};  // a loaded machine is slow, not wrong
@@ -61,6 +65,8 @@ protected:
     std::uint32_t Init();
     /// A map window inside the host window.
     HWND CreateMap(int width = 400, int height = 300);
+    /// A map window with a small pattern on its globe, from an empty record on.
+    HWND CreateTexturedMap(int pictureWidth = 256);
     /// Pumps messages until `done`; false when patience ended first.
     static bool PumpUntil(const std::function<bool()>& done);
     /// Pumps what is in the queue.

@@ -89,18 +89,4 @@ std::unique_ptr<Picture> ConvertPicture(std::unique_ptr<Picture> picture, std::i
     return std::make_unique<MemoryPicture>(std::move(target));
 }
 
-bool EncodeJpeg(const PixelBlock& block, const std::wstring& path, int quality) {
-    if (!Files().canEncode) return false;
-    EncodedJpeg jpeg{path, quality, {}};
-    jpeg.image.width = block.width;
-    jpeg.image.height = block.height;
-    jpeg.image.format = block.bytesPerPixel == 4 ? kPixelFormat32bppArgb : kPixelFormat24bppRgb;
-    for (std::int32_t row = 0; row < block.height; ++row) {
-        const std::uint8_t* const bytes =
-            block.firstRow + static_cast<std::ptrdiff_t>(row) * block.stride;
-        jpeg.image.bytes.insert(jpeg.image.bytes.end(), bytes,
-                                bytes + block.width * block.bytesPerPixel);
-    }
-    Files().encoded.push_back(std::move(jpeg));
-    return true;
-}
+bool EncodeJpeg(const PixelBlock&, const std::wstring&, int) { return true; }

@@ -53,16 +53,8 @@ private:
     std::vector<std::uint8_t> rows_;  ///< as locked: with padding behind each row
 };
 
-struct EncodedJpeg {
-    std::wstring path;
-    int quality = 0;
-    MemoryImage image;
-};
-
 struct MemoryFiles {
     std::map<std::wstring, MemoryImage> pictures;
-    std::vector<EncodedJpeg> encoded;
-    bool canEncode = true;
 };
 
 MemoryFiles& Files();

@@ -70,6 +70,20 @@ std::optional<GlobeDirection> PlaceUnder(const SeenView& view, int x, int y) {
     return place;
 }
 
+POINT PixelOfPlace(const SeenView& view, double latitudeDeg, double longitudeDeg) {
+    const double level = kGlobeRadius * std::cos(Radians(latitudeDeg));
+    double x = level * std::sin(Radians(longitudeDeg));
+    double y = kGlobeRadius * std::sin(Radians(latitudeDeg));
+    double z = level * std::cos(Radians(longitudeDeg));
+    Turn(z, x, view.spin);
+    Turn(y, z, view.tilt);
+    const double scale = view.height / 2.0 / std::tan(Radians(view.fovY / 2.0));
+    const double depth = -(view.distance + z);
+    const double right = view.width / 2.0 + x / depth * scale;
+    const double up = view.height / 2.0 + y / depth * scale;
+    return {std::lround(right), view.height - 1 - std::lround(up)};
+}
+
 double AngleBetween(const GlobeDirection& a, const GlobeDirection& b) {
     const double dot = a.x * b.x + a.y * b.y + a.z * b.z;
     return std::acos(std::clamp(dot, -1.0, 1.0)) * 180.0 / std::numbers::pi;

@@ -6,6 +6,8 @@
 #include <string>
 #include <vector>
 
+#include "base/windows_types.h"
+
 /// Camera and globe of a picture.
 struct SeenView {
     double distance = 0.0;  ///< scene units, negative
@@ -28,6 +30,9 @@ struct GlobeDirection {
 
 /// What lies under a client point (y downward, as messages count); empty beside the globe.
 std::optional<GlobeDirection> PlaceUnder(const SeenView& view, int x, int y);
+
+/// The client point that shows a place of the globe's front.
+POINT PixelOfPlace(const SeenView& view, double latitudeDeg, double longitudeDeg);
 
 /// The angle between two places, degrees.
 double AngleBetween(const GlobeDirection& a, const GlobeDirection& b);

@@ -62,13 +62,6 @@ protected:
     }
     /// A client point by its distance from the panel's left edge and from the window's bottom.
     static POINT InPanel(int x, int y) { return {kPanelX + x, kHeight - 1 - y}; }
-    int LineHeight() const {
-        TEXTMETRICW metrics = {};
-        const HDC dc = GetDC(window);
-        GetTextMetricsW(dc, &metrics);
-        ReleaseDC(window, dc);
-        return static_cast<int>(metrics.tmHeight);
-    }
     double PhotosButtonY() const { return kHeight - 2 * LineHeight() - 32; }
 
 private:
@@ -85,15 +78,21 @@ private:
         }};
 };
 
-// Cells of the seven that are always there: place, and the lower left pixel of the lit look.
+// Cells of the seven that are always there: place, the lower left pixel of the lit look, and what
+// one press changes.
 constexpr struct {
     int key;
     int x, y;
     double u, v;
+    SeenView step;
 } kButtons[] = {
-    {VK_DOWN, 38, 6, 32, 0},     {VK_LEFT, 6, 38, 0, 32}, {VK_HOME, 38, 38, 32, 32},
-    {VK_RIGHT, 70, 38, 64, 32},  {VK_ADD, 6, 70, 0, 64},  {VK_UP, 38, 70, 32, 64},
-    {VK_SUBTRACT, 70, 70, 0, 0},
+    {VK_DOWN, 38, 6, 32, 0, {0, -1, 0}},
+    {VK_LEFT, 6, 38, 0, 32, {0, 0, 1}},
+    {VK_HOME, 38, 38, 32, 32, {}},
+    {VK_RIGHT, 70, 38, 64, 32, {0, 0, -1}},
+    {VK_ADD, 6, 70, 0, 64, {0.1, 0, 0}},
+    {VK_UP, 38, 70, 32, 64, {0, 1, 0}},
+    {VK_SUBTRACT, 70, 70, 0, 0, {-0.1, 0, 0}},
 };
 
 TEST_F(ButtonsTest, OnlyAFittingSheetMakesButtons) {
@@ -147,72 +146,56 @@ TEST_F(ButtonsTest, SheetIsUploadedFromItsLastRowUp) {
     EXPECT_EQ(alphaSum(64, 9, 96, 13), 0) << "the clear upper part of the next button";
 }
 
-TEST_F(ButtonsTest, PointerLightsTheButtonUnderItAndLeavingClearsIt) {
+TEST_F(ButtonsTest, EachShowsItsOwnLooksAndActs) {
     PutSheet();
     Open();
     for (const auto& b : kButtons) {
+        SCOPED_TRACE(b.key);
+        Key(window, VK_HOME);
         const SeenOverlay rest = Look();
         const SeenImage* image = At(rest, kPanelX + b.x, b.y);
-        ASSERT_NE(image, nullptr) << b.key;
-        EXPECT_EQ(image->s, b.u / 128) << b.key;
-        EXPECT_EQ(image->t, b.v / 256 + kUnlit) << b.key;
-        EXPECT_EQ(image->width, 32) << b.key;
-        EXPECT_EQ(image->height, 32) << b.key;
+        ASSERT_NE(image, nullptr);
+        EXPECT_EQ(image->s, b.u / 128);
+        EXPECT_EQ(image->t, b.v / 256 + kUnlit);
+        EXPECT_EQ(image->width, 32);
+        EXPECT_EQ(image->height, 32);
         // Left and bottom edge are inside, right and top edge are not.
-        Hover(InPanel(b.x, b.y));
-        EXPECT_TRUE(IsLit(b.x, b.y, b.v)) << b.key;
-        Hover(InPanel(b.x + 32, b.y));
-        EXPECT_FALSE(IsLit(b.x, b.y, b.v)) << b.key;
-        Hover(InPanel(b.x + 31, b.y + 31));
-        EXPECT_TRUE(IsLit(b.x, b.y, b.v)) << b.key;
-        Hover(InPanel(b.x, b.y + 32));
-        EXPECT_FALSE(IsLit(b.x, b.y, b.v)) << b.key;
-        Hover(InPanel(b.x + 5, b.y + 5));
+        const std::pair<POINT, bool> places[] = {{{b.x, b.y}, true},
+                                                 {{b.x + 32, b.y}, false},
+                                                 {{b.x + 31, b.y + 31}, true},
+                                                 {{b.x, b.y + 32}, false},
+                                                 {{b.x + 5, b.y + 5}, true}};
+        for (const auto& [place, lit] : places) {
+            Hover(InPanel(place.x, place.y));
+            EXPECT_EQ(IsLit(b.x, b.y, b.v), lit) << place.x - b.x << ' ' << place.y - b.y;
+        }
         TakeRepaintRequest();
         SendMessageW(window, WM_MOUSELEAVE, 0, 0);
-        EXPECT_TRUE(TakeRepaintRequest()) << b.key;
-        EXPECT_FALSE(IsLit(b.x, b.y, b.v)) << b.key;
-    }
-}
+        EXPECT_TRUE(TakeRepaintRequest());
+        EXPECT_FALSE(IsLit(b.x, b.y, b.v));
+        if (b.key == VK_HOME) continue;
 
-TEST_F(ButtonsTest, ArrowsAndZoomActAtOnceAndRepeatWhileHeld) {
-    PutSheet();
-    Open();
-    const struct {
-        int x, y;
-        double v;
-        SeenView step;  // a single one
-    } cases[] = {
-        {38, 6, 0, {0, -1, 0}},   {38, 70, 64, {0, 1, 0}},  {6, 38, 32, {0, 0, 1}},
-        {70, 38, 32, {0, 0, -1}}, {6, 70, 64, {0.1, 0, 0}}, {70, 70, 0, {-0.1, 0, 0}},
-    };
-    const auto expectSteps = [&](const SeenView& step, int times) {
-        const SeenView view = LookAtView();
-        EXPECT_NEAR(view.distance, -12.2 + times * step.distance, 1e-4);
-        EXPECT_NEAR(view.tilt, 40.0 + times * step.tilt, 1e-4);
-        EXPECT_NEAR(std::remainder(view.spin - times * step.spin, 360.0), 0.0, 1e-4);
-    };
-    for (const auto& c : cases) {
-        Key(window, VK_HOME);
-        const POINT at = InPanel(c.x + 10, c.y + 10);
-        Press(at);
-        EXPECT_TRUE(IsLit(c.x, c.y, c.v));
+        // Arrows and zoom act at once and again and again while they are held.
+        const auto expectSteps = [&](int times) {
+            const SeenView view = LookAtView();
+            EXPECT_NEAR(view.distance, -12.2 + times * b.step.distance, 1e-4);
+            EXPECT_NEAR(view.tilt, 40.0 + times * b.step.tilt, 1e-4);
+            EXPECT_NEAR(std::remainder(view.spin - times * b.step.spin, 360.0), 0.0, 1e-4);
+        };
+        Press(InPanel(b.x + 10, b.y + 10));
+        EXPECT_TRUE(IsLit(b.x, b.y, b.v));
         ASSERT_TRUE(Runs(kRepeatTimer));
         EXPECT_EQ(timers[kRepeatTimer], 30U);
-        expectSteps(c.step, 1);
+        expectSteps(1);
         Tick(kRepeatTimer);
-        Tick(kRepeatTimer);
-        expectSteps(c.step, 3);
         Drag({300, 300});  // neither turns the globe nor ends the repeat
-        expectSteps(c.step, 3);
         Tick(kRepeatTimer);
-        expectSteps(c.step, 4);
+        expectSteps(3);
         Release({300, 300});
         EXPECT_FALSE(Runs(kRepeatTimer));
         EXPECT_FALSE(Runs(kFlightTimer)) << "no click";
         Tick(kRepeatTimer);  // one that was under way
-        expectSteps(c.step, 4);
-        EXPECT_FALSE(IsLit(c.x, c.y, c.v));
+        expectSteps(3);
     }
     EXPECT_TRUE(messages.empty());
 }
@@ -266,6 +249,7 @@ TEST_F(ButtonsTest, LostCaptureEndsTheRepeat) {
 TEST_F(ButtonsTest, AddPhotoShowsWhileTheHostAcceptsAndOpensItsPage) {
     PutSheet();
     library.SetLocalString(HORIVO_TEXT_ADD_PHOTO, L"Add a photo");
+    library.SetLocalString(HORIVO_TEXT_ADD_PHOTO, nullptr);  // changes nothing
     Open();
     const double y = PhotosButtonY();
     const POINT button = InPanel(50, static_cast<int>(y) + 20);
@@ -289,12 +273,13 @@ TEST_F(ButtonsTest, AddPhotoShowsWhileTheHostAcceptsAndOpensItsPage) {
     seen = Look();
     const SeenText* hint = seen.Find("Add a photo");
     ASSERT_NE(hint, nullptr);
-    SIZE size = {};
-    const HDC dc = GetDC(window);
-    GetTextExtentPoint32W(dc, L"Add a photo", 11, &size);
-    ReleaseDC(window, dc);
-    EXPECT_EQ(hint->x + size.cx, kPanelX - 1);
+    EXPECT_EQ(hint->x + WidthOf("Add a photo"), kPanelX - 1);
     EXPECT_EQ(hint->y, y + 4 + (24 - LineHeight()) / 2.0);
+    library.SetLocalString(HORIVO_TEXT_ADD_PHOTO, std::wstring(400, L'w').c_str());
+    seen = Look();
+    hint = seen.Find(std::string(400, 'w'));
+    ASSERT_NE(hint, nullptr);
+    EXPECT_EQ(hint->x, 0.0) << "further left OpenGL would drop it";
 
     Press(button);
     EXPECT_THAT(opened, IsEmpty()) << "on release only";
@@ -317,23 +302,30 @@ TEST_F(ButtonsTest, AddPhotoShowsWhileTheHostAcceptsAndOpensItsPage) {
     EXPECT_EQ(seen.Find("Add a photo"), nullptr);
 }
 
-TEST_F(ButtonsTest, HintNeedsItsTextAndStaysInTheWindow) {
+TEST_F(ButtonsTest, PagingButtonsShowWhereTheyLeadSomewhere) {
     PutSheet();
-    Open();
+    photos.PutCity(L"France\\Paris", 17, 64, 32);
+    photos.PutCity(L"France\\Lyon", 4, 64, 32);
     consent = 1;
-    SendMessageW(window, HORIVO_MSG_CITY, 0, reinterpret_cast<LPARAM>(&cities[0]));
-    Key(window, VK_HOME);
-    Look();
-    Hover(InPanel(50, static_cast<int>(PhotosButtonY()) + 20));
-    const std::size_t withoutHint = Look().texts.size();
-    library.SetLocalString(HORIVO_TEXT_ADD_PHOTO, L"");
-    EXPECT_EQ(Look().texts.size(), withoutHint);
-    const std::wstring endless(400, L'w');
-    library.SetLocalString(HORIVO_TEXT_ADD_PHOTO, endless.c_str());
-    const SeenOverlay seen = Look();
-    const SeenText* hint = seen.Find(std::string(400, 'w'));
-    ASSERT_NE(hint, nullptr);
-    EXPECT_EQ(hint->x, 0.0) << "further left OpenGL would drop it";
+    Open();
+    const double y = kHeight - 2 * LineHeight() - 59 + 4;
+    const auto expectButtons = [&](bool previous, bool next) {
+        const SeenOverlay seen = Look();
+        EXPECT_EQ(At(seen, kPanelX + 40, y) != nullptr, previous);
+        EXPECT_EQ(At(seen, kPanelX + 59, y) != nullptr, next);
+    };
+    const auto show = [&](std::size_t city) {
+        SendMessageW(window, HORIVO_MSG_CITY, 0, reinterpret_cast<LPARAM>(&cities[city]));
+        Key(window, VK_HOME);
+    };
+    show(1);
+    expectButtons(false, false);
+    show(0);
+    expectButtons(false, true);
+    Click(InPanel(63, static_cast<int>(y) + 5));
+    expectButtons(true, false);
+    Click(InPanel(44, static_cast<int>(y) + 5));
+    expectButtons(true, true);
 }
 
 TEST_F(ButtonsTest, WindowMayGoWhileAPageOpens) {

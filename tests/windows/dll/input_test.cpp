@@ -3,94 +3,35 @@
 
 #include <cmath>
 
-#include "support/faked_import_win.h"
+#include "support/driven_map_win.h"
 #include "support/gl_spy_win.h"
-#include "support/map_host_win.h"
-#include "support/seen_view_win.h"
 
 namespace {
 
 constexpr int kWidth = 400;
 constexpr int kHeight = 300;
 constexpr LPARAM kHeldBit = LPARAM{1} << 30;
-constexpr WPARAM kFlightTimer = 2;
 constexpr double kSamePlace = 0.01;  // degrees; a pixel of the start view is a quarter of one
 
-/// A window with its map, and its view as the pictures show it.
-class InputTest : public MapHostTest {
+class InputTest : public DrivenMapTest {
 protected:
-    InputTest() {
-        SpiedGl().keepCalls = false;
-        PutPatternMap(64, 32);
-        Init();
-        window = CreateMap(kWidth, kHeight);
-        EXPECT_TRUE(WaitForTiles());
-        PumpPending();
-    }
+    InputTest() { Open(kWidth, kHeight); }
 
-    SeenView Look() {
-        SpiedGl().keepCalls = true;
-        SpiedGl().calls.clear();
-        Paint(window);
-        SpiedGl().keepCalls = false;
-        return ViewOfPicture(SpiedGl().calls);
-    }
-    void Press(int key, int times) {
+    void Keys(int key, int times) {
         for (int i = 0; i < times; ++i) Key(window, key);
     }
-    void Pointer(UINT message, WPARAM buttons, int x, int y) {
-        SendMessageW(window, message, buttons, MAKELPARAM(x, y));
-    }
-    void Down(int x, int y) { Pointer(WM_LBUTTONDOWN, MK_LBUTTON, x, y); }
-    void Move(int x, int y) { Pointer(WM_MOUSEMOVE, MK_LBUTTON, x, y); }
-    void Up(int x, int y) { Pointer(WM_LBUTTONUP, 0, x, y); }
-    void Wheel(int delta) {
-        SendMessageW(window, WM_MOUSEWHEEL, MAKEWPARAM(0, delta), MAKELPARAM(-5, 9999));
-    }
-    /// Runs a flight by its timer's messages. @return its number of steps
+    /// Runs a flight. @return its number of steps
     int Fly() {
         int steps = 0;
-        while (flies && steps < 1000) {
-            SendMessageW(window, WM_TIMER, kFlightTimer, 0);
-            ++steps;
-        }
+        for (; Runs(kFlightTimer) && steps < 1000; ++steps) Tick(kFlightTimer);
         return steps;
     }
-    bool TakeRepaintRequest() {
-        const bool wanted = GetUpdateRect(window, nullptr, FALSE) != FALSE;
-        ValidateRect(window, nullptr);
-        return wanted;
-    }
     void ExpectView(const SeenView& expected, const std::string& why) {
-        const SeenView view = Look();
+        const SeenView view = LookAtView();
         EXPECT_NEAR(view.tilt, expected.tilt, 1e-3) << why;
         EXPECT_NEAR(view.spin, expected.spin, 1e-3) << why;
         EXPECT_NEAR(view.distance, expected.distance, 1e-3) << why;
     }
-
-    HWND window = nullptr;
-    bool flies = false;  ///< the flight's timer runs
-    UINT flightPeriodMs = 0;
-
-private:
-    // Twenty pictures a second, whatever the machine does: the detail stays as it is.
-    DWORD ticks_ = 0;
-    FakedImport<"GetTickCount", decltype(GetTickCount)> clock_{library.module,
-                                                               [this] { return ticks_ += 50; }};
-    FakedImport<"SetTimer", decltype(SetTimer)> setTimer_{
-        library.module, [this](HWND target, UINT_PTR id, UINT period, TIMERPROC procedure) {
-            if (id == kFlightTimer) {
-                flies = true;
-                flightPeriodMs = period;
-                return id;  // the test drives it
-            }
-            return decltype(setTimer_)::Real(target, id, period, procedure);
-        }};
-    FakedImport<"KillTimer", decltype(KillTimer)> killTimer_{
-        library.module, [this](HWND target, UINT_PTR id) {
-            if (id == kFlightTimer) flies = false;
-            return decltype(killTimer_)::Real(target, id);
-        }};
 };
 
 TEST_F(InputTest, KeysTurnAndZoomTheWayTheyPush) {
@@ -116,29 +57,19 @@ TEST_F(InputTest, KeysTurnAndZoomTheWayTheyPush) {
         {"farthest", 0, VK_SUBTRACT, 200, {-28.5, 40.0, 0.0}},
     };
     for (const auto& c : cases) {
-        Press(VK_HOME, 1);
-        Press(VK_UP, c.raise);
+        Keys(VK_HOME, 1);
+        Keys(VK_UP, c.raise);
         ValidateRect(window, nullptr);
-        Press(c.key, c.times);
+        Keys(c.key, c.times);
         EXPECT_TRUE(TakeRepaintRequest()) << c.why;
         ExpectView(c.after, c.why);
     }
     for (const int home : {VK_CLEAR, VK_HOME}) {
-        Press(VK_UP, 5);
-        Press(VK_LEFT, 5);
-        Press(VK_ADD, 5);
-        Press(home, 1);
+        Keys(VK_UP, 5);
+        Keys(VK_LEFT, 5);
+        Keys(VK_ADD, 5);
+        Keys(home, 1);
         ExpectView({-12.2, 40.0, 0.0}, "home");
-    }
-}
-
-TEST_F(InputTest, NoPathThroughTheZoomPassesItsNearLimit) {
-    // Steps of 0.1 drift, after some forty of them by enough for one step too many.
-    for (const int steps : {1, 41, 100, 200}) {
-        Wheel(-120 * 100);
-        Press(VK_SUBTRACT, steps);
-        Press(VK_ADD, steps + 1);
-        ASSERT_GE(-4.0999, Look().distance) << steps;
     }
 }
 
@@ -157,25 +88,7 @@ TEST_F(InputTest, HeldKeysRepeatOnlyWhereThatMakesSense) {
     ExpectView({-11.7, 45.0, 5.0}, "held");
 }
 
-TEST_F(InputTest, DetailKeysStopAtTheirEnds) {
-    const FakedImport<"CreateThread", decltype(CreateThread)> threads(library.module);
-    // 100 to 50, and back over 100, 200, 400 to 800: a load for each step that changes something.
-    const struct {
-        int key;
-        int loads;
-    } cases[] = {{'H', 1}, {'H', 0}, {'L', 1}, {'L', 1}, {'L', 1}, {'L', 1}, {'L', 0}};
-    for (const auto& c : cases) {
-        const int before = threads.Calls();
-        const std::size_t uploads = SpiedGl().uploads.size();
-        Press(c.key, 1);
-        EXPECT_EQ(threads.Calls() - before, c.loads);
-        if (c.loads != 0) {
-            ASSERT_TRUE(WaitForTiles(uploads + 8));
-        }
-    }
-}
-
-TEST_F(InputTest, WheelZoomsByWholeNotches) {
+TEST_F(InputTest, WheelZoomsByWholeNotchesAndNothingPassesTheLimits) {
     const struct {
         const char* why;
         int delta;
@@ -186,11 +99,18 @@ TEST_F(InputTest, WheelZoomsByWholeNotches) {
         {"as far as it goes", 32767, -28.5},         {"as near as it goes", -32768, -4.1},
     };
     for (const auto& c : cases) {
-        Press(VK_HOME, 1);
+        Keys(VK_HOME, 1);
         ValidateRect(window, nullptr);
         Wheel(c.delta);
         EXPECT_TRUE(TakeRepaintRequest()) << c.why;
         ExpectView({c.distance, 40.0, 0.0}, c.why);
+    }
+    // Key steps of 0.1 drift, after some forty of them by enough for one step too many.
+    for (const int steps : {1, 41, 100, 200}) {
+        Wheel(-120 * 100);
+        Keys(VK_SUBTRACT, steps);
+        Keys(VK_ADD, steps + 1);
+        ASSERT_GE(-4.0999, LookAtView().distance) << steps;
     }
 }
 
@@ -209,77 +129,77 @@ TEST_F(InputTest, DragKeepsTheGrabbedPointUnderThePointer) {
         {"anywhere upside down", VK_UP, 140, {160, 100}, {230, 190}},
     };
     for (const auto& c : cases) {
-        Press(VK_HOME, 1);
-        Press(c.key, c.times);
-        const auto grabbed = PlaceUnder(Look(), c.from.x, c.from.y);
-        Down(c.from.x, c.from.y);
-        Move((c.from.x + c.to.x) / 2, c.from.y);
+        Keys(VK_HOME, 1);
+        Keys(c.key, c.times);
+        const auto grabbed = PlaceUnder(LookAtView(), c.from.x, c.from.y);
+        Press(c.from);
+        Drag({(c.from.x + c.to.x) / 2, c.from.y});
         ValidateRect(window, nullptr);
-        Move(c.to.x, c.to.y);
+        Drag(c.to);
         EXPECT_TRUE(TakeRepaintRequest()) << c.why;
-        const SeenView view = Look();
+        const SeenView view = LookAtView();
         const auto under = PlaceUnder(view, c.to.x, c.to.y);
         ASSERT_TRUE(grabbed && under) << c.why;
         // Turning both ways at once is exact where the way is a circle of latitude or longitude.
         const bool oneWay = c.from.x == c.to.x || c.from.y == c.to.y;
         EXPECT_LT(AngleBetween(*grabbed, *under), oneWay ? kSamePlace : 15.0) << c.why;
-        Move(c.from.x, c.from.y);
-        const auto back = PlaceUnder(Look(), c.from.x, c.from.y);
+        Drag(c.from);
+        const auto back = PlaceUnder(LookAtView(), c.from.x, c.from.y);
         ASSERT_TRUE(back);
         EXPECT_LT(AngleBetween(*grabbed, *back), kSamePlace) << c.why;
-        Up(c.from.x, c.from.y);
-        EXPECT_FALSE(flies) << c.why << ": a drag is no click";
+        Release(c.from);
+        EXPECT_FALSE(Runs(kFlightTimer)) << c.why << ": a drag is no click";
     }
 }
 
 TEST_F(InputTest, DragFollowsThePointerOutOfTheWindowAndBack) {
-    Press(VK_ADD, 60);  // the globe is larger than the window
-    const auto grabbed = PlaceUnder(Look(), 200, 5);
-    Down(200, 5);
+    Keys(VK_ADD, 60);  // the globe is larger than the window
+    const auto grabbed = PlaceUnder(LookAtView(), 200, 5);
+    Press({200, 5});
     EXPECT_EQ(GetCapture(), window);
-    Move(200, -20);  // taken as unsigned it would be far below the window
-    const auto under = PlaceUnder(Look(), 200, -20);
+    Drag({200, -20});  // taken as unsigned it would be far below the window
+    const auto under = PlaceUnder(LookAtView(), 200, -20);
     ASSERT_TRUE(grabbed && under);
     EXPECT_LT(AngleBetween(*grabbed, *under), kSamePlace);
-    const SeenView kept = Look();
-    Move(-3000, -3000);
+    const SeenView kept = LookAtView();
+    Drag({-3000, -3000});
     ExpectView(kept, "beside the globe a drag holds still");
-    Up(-3000, -3000);
+    Release({-3000, -3000});
     EXPECT_EQ(GetCapture(), nullptr);
 }
 
 TEST_F(InputTest, DragTurnsNothingWithoutAHold) {
-    const SeenView start = Look();
-    Down(3, 3);  // space beside the globe
-    Move(200, 150);
-    Move(230, 160);
+    const SeenView start = LookAtView();
+    Press({3, 3});  // space beside the globe
+    Drag({200, 150});
+    Drag({230, 160});
     ExpectView(start, "pressed in space");
-    Up(230, 160);
-    EXPECT_FALSE(flies) << "it was dragged all the same";
+    Release({230, 160});
+    EXPECT_FALSE(Runs(kFlightTimer)) << "it was dragged all the same";
 
-    Down(200, 150);
-    Pointer(WM_MOUSEMOVE, MK_LBUTTON | MK_CONTROL, 230, 160);
-    Pointer(WM_MOUSEMOVE, MK_LBUTTON | MK_RBUTTON, 240, 170);
+    Press({200, 150});
+    Pointer(WM_MOUSEMOVE, MK_LBUTTON | MK_CONTROL, {230, 160});
+    Pointer(WM_MOUSEMOVE, MK_LBUTTON | MK_RBUTTON, {240, 170});
     ExpectView(start, "not the left button alone");
-    Up(200, 150);
-    EXPECT_TRUE(flies) << "nothing was dragged: a click";
-    Press(VK_HOME, 1);
-    Move(230, 160);
+    Release({200, 150});
+    EXPECT_TRUE(Runs(kFlightTimer)) << "nothing was dragged: a click";
+    Keys(VK_HOME, 1);
+    Drag({230, 160});
     ExpectView(start, "the button is up");
 }
 
 TEST_F(InputTest, ClickFliesThePointToTheCentre) {
     const POINT clicks[] = {{200, 150}, {260, 150}, {200, 80}, {150, 200}};
     for (const POINT& click : clicks) {
-        const SeenView start = Look();
+        const SeenView start = LookAtView();
         const auto clicked = PlaceUnder(start, click.x, click.y);
-        Down(click.x, click.y);
-        Move(click.x, click.y);  // Windows sends moves that move nothing
-        Up(click.x, click.y);
-        ASSERT_TRUE(flies);
-        EXPECT_EQ(flightPeriodMs, 20U);
+        Press(click);
+        Drag(click);  // Windows sends moves that move nothing
+        Release(click);
+        ASSERT_TRUE(Runs(kFlightTimer));
+        EXPECT_EQ(timers[kFlightTimer], 20U);
         const int steps = Fly();
-        const SeenView end = Look();
+        const SeenView end = LookAtView();
         const double tiltWay = std::remainder(end.tilt - start.tilt, 360.0);
         const double spinWay = std::remainder(end.spin - start.spin, 360.0);
         const int expected = static_cast<int>(150.0 * std::hypot(tiltWay, spinWay) / 180.0 + 1e-6);
@@ -296,87 +216,34 @@ TEST_F(InputTest, ClickFliesThePointToTheCentre) {
 
 TEST_F(InputTest, FlightEndsByKeysAndNotByPresses) {
     const auto start = [this] {
-        Press(VK_HOME, 1);
-        Down(280, 150);
-        Up(280, 150);
-        EXPECT_TRUE(flies);
-        SendMessageW(window, WM_TIMER, kFlightTimer, 0);
+        Keys(VK_HOME, 1);
+        Press({280, 150});
+        Release({280, 150});
+        EXPECT_TRUE(Runs(kFlightTimer));
+        Tick(kFlightTimer);
     };
     for (const int key : {VK_UP, VK_HOME, VK_ADD, int{'I'}}) {
         start();
-        Press(key, 1);
-        EXPECT_FALSE(flies) << key;
-        const SeenView stopped = Look();
-        SendMessageW(window, WM_TIMER, kFlightTimer, 0);  // one that was under way already
+        Keys(key, 1);
+        EXPECT_FALSE(Runs(kFlightTimer)) << key;
+        const SeenView stopped = LookAtView();
+        Tick(kFlightTimer);  // one that was under way already
         ExpectView(stopped, "stopped");
     }
     start();
-    Press('Z', 1);
-    EXPECT_TRUE(flies) << "a key without a meaning";
-    Down(3, 3);
-    EXPECT_TRUE(flies) << "a press";
-    Up(3, 3);
+    Keys('Z', 1);
+    EXPECT_TRUE(Runs(kFlightTimer)) << "a key without a meaning";
+    Press({3, 3});
+    EXPECT_TRUE(Runs(kFlightTimer)) << "a press";
+    Release({3, 3});
     ValidateRect(window, nullptr);
-    Pointer(WM_MOUSEMOVE, 0, 100, 100);
+    Hover({100, 100});
     EXPECT_FALSE(TakeRepaintRequest()) << "a flight paints by its own steps";
-    SendMessageW(window, WM_TIMER, kFlightTimer, 0);
+    Tick(kFlightTimer);
     EXPECT_TRUE(TakeRepaintRequest());
-    EXPECT_TRUE(flies);
+    EXPECT_TRUE(Runs(kFlightTimer));
     DestroyWindow(window);
-    EXPECT_FALSE(flies) << "the timer goes with its window";
-}
-
-TEST_F(InputTest, FlightTakesTheShortWayRound) {
-    // From spin 350 to a place that lies 20 degrees on, over 0.
-    Press(VK_RIGHT, 10);
-    Press(VK_DOWN, 40);
-    Down(160, 150);
-    Up(160, 150);
-    SendMessageW(window, WM_TIMER, kFlightTimer, 0);
-    const double first = Look().spin;
-    EXPECT_TRUE(first > 350.0 || first < 20.0) << first;
-    EXPECT_LT(Fly(), 75) << "less than a quarter turn";
-}
-
-TEST_F(InputTest, LeavingIsTrackedOnceUntilThePointerHasLeft) {
-    const FakedImport<"TrackMouseEvent", decltype(TrackMouseEvent)> tracking(
-        library.module, [this](TRACKMOUSEEVENT* event) -> BOOL {
-            EXPECT_EQ(event->dwFlags, DWORD{TME_LEAVE});
-            EXPECT_EQ(event->hwndTrack, window);
-            return TRUE;
-        });
-    Pointer(WM_MOUSEMOVE, 0, 10, 10);
-    Pointer(WM_MOUSEMOVE, 0, 11, 10);
-    EXPECT_EQ(tracking.Calls(), 1);
-    ValidateRect(window, nullptr);
-    SendMessageW(window, WM_MOUSELEAVE, 0, 0);
-    EXPECT_TRUE(TakeRepaintRequest());
-    Pointer(WM_MOUSEMOVE, 0, 12, 10);
-    EXPECT_EQ(tracking.Calls(), 2);
-}
-
-TEST_F(InputTest, WindowWithoutAreaKeepsItsPicture) {
-    const SeenView before = Look();
-    SpiedGl().keepCalls = true;
-    SpiedGl().calls.clear();
-    for (const LPARAM size : {MAKELPARAM(0, 0), MAKELPARAM(400, 0), MAKELPARAM(0, 300)})
-        SendMessageW(window, WM_SIZE, SIZE_RESTORED, size);
-    EXPECT_TRUE(SpiedGl().calls.empty());
-    SetWindowPos(window, nullptr, 0, 0, kWidth, 0, SWP_NOZORDER | SWP_NOMOVE);
-    Move(50, 0);
-    Wheel(120);
-    Press(VK_UP, 1);
-    Down(5, 0);
-    Up(5, 0);
-    Paint(window);
-    EXPECT_TRUE(SpiedCalls("glViewport").empty());
-    SetWindowPos(window, nullptr, 0, 0, kWidth, kHeight, SWP_NOZORDER | SWP_NOMOVE);
-    Press(VK_HOME, 1);
-    const SeenView after = Look();
-    EXPECT_EQ(after.width, before.width);
-    EXPECT_EQ(after.height, before.height);
-    ExpectView(before, "as before");
-    EXPECT_EQ(SendMessageW(window, WM_ERASEBKGND, 0, 0), 1) << "nothing is erased";
+    EXPECT_FALSE(Runs(kFlightTimer)) << "the timer goes with its window";
 }
 
 }  // namespace

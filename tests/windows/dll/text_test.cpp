@@ -89,6 +89,11 @@ TEST_F(TextTest, WordsStandApartByTheirBlanks) {
     const HWND window = CreateTextMap();
     Key(window, 'I');
     const SpiedFrame& frame = FrameOf(window);
+    GLint depths[2] = {};
+    glGetIntegerv(GL_MODELVIEW_STACK_DEPTH, &depths[0]);
+    glGetIntegerv(GL_PROJECTION_STACK_DEPTH, &depths[1]);
+    EXPECT_EQ(depths[0] + depths[1], 2) << "building the lists leaves no matrix behind";
+    EXPECT_EQ(glGetError(), GLenum{GL_NO_ERROR});
     const HDC dc = GetDC(window);
     int seen = 0;
     for (const DrawnText& t : drawn) {
@@ -112,151 +117,6 @@ TEST_F(TextTest, WordsStandApartByTheirBlanks) {
     }
     EXPECT_EQ(seen, 2);
     ReleaseDC(window, dc);
-}
-
-TEST_F(TextTest, EmptyTextsLeaveTheMatricesAsTheyWere) {
-    constexpr int kRows = 64;
-    constexpr int kFrames = 1000;
-    SpiedGl().renderer = "GDI Generic";
-    CityRecord nameless = {};
-    nameless.latitude = 40.0;  // the middle of the start view
-    nameless.longitude = 0.001;
-    cities.assign(kRows, nameless);
-    cities[0].cityName[0] = L'C';
-    Init();
-    const HWND window = CreateMap(200, 120);
-    ASSERT_TRUE(WaitForTiles());
-    Key(window, 'I');
-    SendMessageW(window, HORIVO_MSG_CITY, 0, reinterpret_cast<LPARAM>(&cities[0]));
-    const SpiedFrame first = FrameOf(window);
-    EXPECT_EQ(cities[kRows - 1].inRange, 1) << "no label is asked for";
-    for (int i = 0; i < kFrames; ++i) {
-        Paint(window);
-        GLint depth = 0;
-        glGetIntegerv(GL_MODELVIEW_STACK_DEPTH, &depth);
-        ASSERT_EQ(depth, 1) << "frame " << i;
-        ASSERT_EQ(glGetError(), GLenum{GL_NO_ERROR}) << "frame " << i;
-    }
-    EXPECT_TRUE(SpiedGl().frame.pixels == first.pixels) << "the globe has changed";
-}
-
-// ---- What the driver says ---------------------------------------------------------------------
-
-/// A driver that says of itself what a test wants.
-class DriverTest : public TextTest {
-protected:
-    using GetString = FakedImport<"glGetString", decltype(glGetString)>;
-    using Proc = FakedImport<"wglGetProcAddress", decltype(wglGetProcAddress)>;
-
-    /// What the driver answers, null included; for all else the real driver does.
-    std::vector<std::pair<GLenum, const char*>> answers;
-    std::vector<std::string> procs;  ///< entry points that were asked for
-
-    /// A piece of text behind `caption`, as the information lines show it.
-    std::string TextBehind(const std::string& caption) const {
-        for (std::size_t i = 0; i + 1 < drawn.size(); ++i) {
-            if (drawn[i].text == caption) return IsCaption(drawn[i + 1]) ? "" : drawn[i + 1].text;
-        }
-        return "";
-    }
-
-private:
-    static bool IsCaption(const DrawnText& t) {
-        return t.text == ", Version: " || t.text == "Vendor: ";
-    }
-    const GetString getString_{library.module, [this](GLenum name) {
-                                   for (const auto& [of, answer] : answers) {
-                                       if (of == name)
-                                           return reinterpret_cast<const GLubyte*>(answer);
-                                   }
-                                   return GetString::Real(name);
-                               }};
-    const Proc getProc_{library.module, [this](LPCSTR name) {
-                            procs.emplace_back(name);
-                            return Proc::Real(name);
-                        }};
-};
-
-TEST_F(DriverTest, ShowsWhatTheDriverSaysAndNothingOfTheGenericOne) {
-    const std::string endless(400, 'x');
-    const struct {
-        const char* why;
-        const char* renderer;
-        const char* version;
-        const char* vendor;
-        std::string shownRenderer, shownVersion, shownVendor;
-    } cases[] = {
-        {"generic, nothing known yet", "GDI Generic", "1.1", "M", "", "", ""},
-        {"no renderer at all", nullptr, "1.2", "N", "", "", ""},
-        {"a name without the blank", "GDI", "2.0", "V", "GDI", "2.0", "V"},
-        {"a name that goes on", "GDIx", "2.1", "W", "GDIx", "2.1", "W"},
-        {"generic again: the last texts stay", "GDI ", "9", "9", "GDIx", "2.1", "W"},
-        {"some are missing", "R", nullptr, nullptr, "R", "2.1", "W"},
-        {"too long", endless.c_str(), "3", endless.c_str(), endless.substr(0, 255), "3",
-         endless.substr(0, 255)},
-    };
-    answers = {{GL_RENDERER, "GDI "}};
-    const HWND first = CreateTextMap();
-    Key(first, 'I');
-    DestroyWindow(first);
-    for (const auto& c : cases) {
-        answers = {{GL_RENDERER, c.renderer}, {GL_VERSION, c.version}, {GL_VENDOR, c.vendor}};
-        const HWND window = CreateMap(kWidth, kHeight);
-        ASSERT_NE(window, nullptr) << c.why;
-        FrameOf(window);
-        EXPECT_EQ(TextBehind("Renderer: "), c.shownRenderer) << c.why;
-        EXPECT_EQ(TextBehind(", Version: "), c.shownVersion) << c.why;
-        EXPECT_EQ(TextBehind("Vendor: "), c.shownVendor) << c.why;
-        DestroyWindow(window);
-    }
-}
-
-TEST_F(DriverTest, UsesAnExtensionOnlyWhereTheDriverNamesIt) {
-    using testing::Contains;
-    const struct {
-        const char* why;
-        const char* extensions;
-        bool clamps, compresses, separates, multitexture;
-    } cases[] = {
-        {"none", "", false, false, false, false},
-        {"clamp", "GL_EXT_texture_edge_clamp GL_X", true, false, false, false},
-        {"compression", "GL_X GL_ARB_texture_compression", false, true, false, false},
-        {"specular", "GL_EXT_separate_specular_color", false, false, true, false},
-        {"multitexture", "GL_ARB_multitexture", false, false, false, true},
-        {"the beginning of a longer name", "GL_ARB_texture_compression_x GL_ARB_multitexture2",
-         false, true, false, true},
-        {"nearly", "GL_EXT_texture_edge_clam GL_arb_multitexture", false, false, false, false},
-        {"all",
-         "GL_ARB_multitexture GL_ARB_texture_compression GL_EXT_texture_edge_clamp "
-         "GL_EXT_separate_specular_color",
-         true, true, true, true},
-        {"no answer: as before, and none asks further", nullptr, true, true, true, false},
-    };
-    PutSettings("lag_factor=8\r\ntex_compression=1\r\n");
-    DestroyWindow(CreateTextMap());  // from now on the tiles are there
-    SpiedGl().keepCalls = true;
-    for (const auto& c : cases) {
-        answers = {{GL_EXTENSIONS, c.extensions}};
-        SpiedGl().calls.clear();
-        SpiedGl().uploads.clear();
-        procs.clear();
-        const HWND window = CreateMap(50, 50);
-        Paint(window);
-        DestroyWindow(window);
-        EXPECT_EQ(SpiedCalls("glTexParameteri 3553 10242 33071").size(), c.clamps ? 8U : 0U)
-            << c.why;
-        EXPECT_EQ(SpiedCalls("glTexParameteri 3553 10243 33071").size(), c.clamps ? 8U : 0U)
-            << c.why;
-        ASSERT_GE(SpiedGl().uploads.size(), 8U) << c.why;
-        EXPECT_EQ(SpiedGl().uploads[0].internalFormat,
-                  c.compresses ? GLint{GL_COMPRESSED_RGB_ARB} : 3)
-            << c.why;
-        EXPECT_EQ(!SpiedCalls("glLightModeli 33272 33274").empty(), c.separates) << c.why;
-        EXPECT_EQ(!SpiedCalls("glLightModeli 33272 33273").empty(), c.separates) << c.why;
-        EXPECT_THAT(procs, Contains("wglGetExtensionsStringARB")) << c.why;
-        for (const char* proc : {"glActiveTextureARB", "glMultiTexCoord2fARB"})
-            EXPECT_EQ(std::count(procs.begin(), procs.end(), proc) > 0, c.multitexture) << c.why;
-    }
 }
 
 }  // namespace

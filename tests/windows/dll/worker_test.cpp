@@ -2,8 +2,9 @@
 // nothing is harmed and one right set of tiles comes out in the end.
 #include <gmock/gmock.h>
 
-#include <algorithm>
+#include <thread>
 
+#include "base/handles_win.h"
 #include "support/faked_import_win.h"
 #include "support/gl_spy_win.h"
 #include "support/map_host_win.h"
@@ -50,6 +51,13 @@ protected:
             if (child != kept) DestroyWindow(child);
         }
     }
+    /// Destroys a window while its worker stands at `place`.
+    void LoseWindowAt(At place) {
+        workers.HoldUp(place);
+        const HWND window = CreateMap();
+        ASSERT_TRUE(PumpUntilHeldUp());
+        DestroyWindow(window);
+    }
     static std::size_t Uploads() { return SpiedGl().uploads.size(); }
 
     /// A window with its tiles, which are kept to compare later ones with.
@@ -74,26 +82,12 @@ protected:
         Paint(window);
         EXPECT_GT(SpiedGl().frames, before) << why;
     }
-    /// A further load ends well.
-    void ExpectLoadsAgain(HWND window, const char* why) {
-        const std::size_t before = Uploads();
-        const int boxesBefore = boxes;
-        Key(window, Uploads() % 16 == 0 ? 'L' : 'H');
-        EXPECT_TRUE(Settle()) << why;
-        EXPECT_EQ(Uploads(), before + 8) << why;
-        EXPECT_EQ(boxes, boxesBefore) << why;
-    }
 
     int boxes = 0;
     std::vector<SpiedUpload> right;
     WorkerWatch workers{library.module};
-    HANDLE lock = nullptr;  ///< the library's mutex
 
 private:
-    DWORD now_ = 0;
-    /// Fifty pictures a second: the detail stays as it is.
-    FakedImport<"GetTickCount", decltype(GetTickCount)> clock_{library.module,
-                                                               [this] { return now_ += 20; }};
     FakedImport<"MessageBoxW", decltype(MessageBoxW)> box_{library.module,
                                                            [this](HWND, LPCWSTR, LPCWSTR, UINT) {
                                                                ++boxes;
@@ -105,49 +99,33 @@ private:
 
 TEST_F(WorkerTest, TheWindowDiesUnderItsWorker) {
     for (const At place : {At::LoadLock, At::Decode, At::SplitLock}) {
-        workers.HoldUp(place);
-        const HWND window = CreateMap();
-        ASSERT_TRUE(PumpUntilHeldUp());
-        DestroyWindow(window);
+        LoseWindowAt(place);
         workers.LetGo();
         EXPECT_TRUE(Settle());
         EXPECT_EQ(Uploads(), 0U);
         EXPECT_NE(library.FreeMap(), 0U);
+        Init();
+        // FreeMap waits for a worker that holds the picture.
+        LoseWindowAt(place);
+        workers.LetGoAtWait(kReleaseWait);
+        EXPECT_NE(library.FreeMap(), 0U);
+        workers.LetGo();
+        EXPECT_TRUE(Settle());
         Init();
     }
     EXPECT_EQ(boxes, 0);
     CreateLoadedMap();
 }
 
-TEST_F(WorkerTest, FreeMapWaitsForAWorkerThatHoldsThePicture) {
-    workers.HoldUp(At::Decode);
-    const HWND window = CreateMap();
-    ASSERT_TRUE(PumpUntilHeldUp());
-    DestroyWindow(window);
-    workers.LetGoAtWait(kReleaseWait);
-    EXPECT_NE(library.FreeMap(), 0U);
-    EXPECT_TRUE(Settle());
-    Init();
-    CreateLoadedMap();
-    EXPECT_EQ(boxes, 0);
-}
-
-TEST_F(WorkerTest, ALoadThatComesAfterFreeMapReadsNothing) {
-    workers.HoldUp(At::LoadLock);
-    const HWND window = CreateMap();
-    ASSERT_TRUE(PumpUntilHeldUp());
-    DestroyWindow(window);
+TEST_F(WorkerTest, AWorkerThatComesAfterFreeMapTouchesNothing) {
+    LoseWindowAt(At::LoadLock);
     EXPECT_NE(library.FreeMap(), 0U);
     workers.LetGo();
     EXPECT_TRUE(Settle());
     EXPECT_EQ(workers.MostDecoding(), 0) << "nobody would free it any more";
-}
 
-TEST_F(WorkerTest, AWorkerThatComesAfterFreeMapLeavesThePictureAlone) {
-    workers.HoldUp(At::SplitLock);
-    const HWND window = CreateMap();
-    ASSERT_TRUE(PumpUntilHeldUp());
-    DestroyWindow(window);
+    Init();
+    LoseWindowAt(At::SplitLock);
     EXPECT_NE(library.FreeMap(), 0U);
     Init();
     const HWND next = CreateMap();  // its load is through before the old split gets its turn
@@ -155,16 +133,15 @@ TEST_F(WorkerTest, AWorkerThatComesAfterFreeMapLeavesThePictureAlone) {
     right = SpiedGl().uploads;
     workers.LetGo();
     EXPECT_TRUE(Settle());
+    Key(next, 'L');
+    EXPECT_TRUE(Settle());
+    EXPECT_EQ(Uploads(), 16U);
     EXPECT_EQ(boxes, 0);
-    ExpectLoadsAgain(next, "after the old worker");
     ExpectOnlyRightSets("after the old worker");
 }
 
 TEST_F(WorkerTest, ALibraryFreedInVainKeepsNewWorkersFromTheOldOnesPicture) {
-    workers.HoldUp(At::Decode);
-    const HWND window = CreateMap();
-    ASSERT_TRUE(PumpUntilHeldUp());
-    DestroyWindow(window);
+    LoseWindowAt(At::Decode);
     workers.Shorten(kReleaseWait);
     EXPECT_NE(library.FreeMap(), 0U) << "gives up waiting";
     EXPECT_EQ(Init(), HORIVO_OK);
@@ -176,25 +153,8 @@ TEST_F(WorkerTest, ALibraryFreedInVainKeepsNewWorkersFromTheOldOnesPicture) {
     EXPECT_EQ(workers.MostDecoding(), 1) << "two at once would write into each other's pixels";
 }
 
-TEST_F(WorkerTest, TheLibraryStaysUntilItsLastWorkerHasLeft) {
-    workers.HoldUp(At::Decode);
-    const HWND window = CreateMap();
-    ASSERT_TRUE(PumpUntilHeldUp());
-    DestroyWindow(window);
-    workers.Shorten(kReleaseWait);
-    EXPECT_NE(library.FreeMap(), 0U);
-    library.Unload();
-    EXPECT_NE(GetModuleHandleW(L"horivo_map.dll"), nullptr);
-    workers.LetGo();
-    EXPECT_TRUE(workers.WaitUntilAllLeft());
-    EXPECT_EQ(GetModuleHandleW(L"horivo_map.dll"), nullptr);
-}
-
 TEST_F(WorkerTest, AHostMayForgetToFreeWhatItUnloads) {
-    workers.HoldUp(At::SplitLock);
-    const HWND window = CreateMap();
-    ASSERT_TRUE(PumpUntilHeldUp());
-    DestroyWindow(window);
+    LoseWindowAt(At::SplitLock);
     library.Unload();
     EXPECT_NE(GetModuleHandleW(L"horivo_map.dll"), nullptr);
     workers.LetGo();
@@ -209,7 +169,7 @@ TEST_F(WorkerTest, LoadsUnderWayEndInOneRightSet) {
     const struct {
         const char* why;
         const char* keys;
-    } cases[] = {{"coarser twice", "LL"}, {"finer and back", "HL"}, {"coarser and back", "LH"}};
+    } cases[] = {{"coarser twice", "LL"}, {"finer and back", "HL"}};
     for (const auto& c : cases) {
         for (const At place : {At::Nowhere, At::Decode, At::SplitLock}) {
             workers.HoldUp(place);
@@ -297,123 +257,92 @@ TEST_F(WorkerTest, AWorkerThatCannotBeStartedIsReported) {
     }
 }
 
-TEST_F(WorkerTest, APictureTooFlatToCutIsReported) {
-    PutPatternMap(64, 1);
-    const HWND window = CreateMap();
-    EXPECT_TRUE(Settle());
-    EXPECT_EQ(boxes, 1);
-    EXPECT_EQ(Uploads(), 0U);
-    ExpectLives(window, "with a bare globe");
-}
-
-/// The lock in the hands of another thread for as long as this lives.
-class LockHeld {
-public:
-    explicit LockHeld(HANDLE lock) : lock_(lock) {
-        thread_ = CreateThread(
-            nullptr, 0,
-            [](void* parameter) -> DWORD {
-                auto* self = static_cast<LockHeld*>(parameter);
-                WaitForSingleObject(self->lock_, INFINITE);
-                SetEvent(self->taken_);
-                WaitForSingleObject(self->done_, INFINITE);
-                ReleaseMutex(self->lock_);
-                return 0;
-            },
-            this, 0, nullptr);
-        WaitForSingleObject(taken_, INFINITE);
-    }
-    LockHeld(const LockHeld&) = delete;
-    LockHeld& operator=(const LockHeld&) = delete;
-    ~LockHeld() {
-        SetEvent(done_);
-        WaitForSingleObject(thread_, INFINITE);
-        for (HANDLE handle : {thread_, taken_, done_}) CloseHandle(handle);
-    }
-
-private:
-    HANDLE lock_;
-    HANDLE taken_ = CreateEventW(nullptr, TRUE, FALSE, nullptr);
-    HANDLE done_ = CreateEventW(nullptr, TRUE, FALSE, nullptr);
-    HANDLE thread_ = nullptr;
-};
-
-/// With the library's lock at hand.
+/// The library's lock at hand, and in the hands of another thread when a test wants it.
 class LockTest : public WorkerTest {
 protected:
     LockTest() {
-        library.FreeMap();
-        using Make = FakedImport<"CreateMutexW", decltype(CreateMutexW)>;
-        const Make make(library.module,
-                        [this](auto... arguments) { return lock = Make::Real(arguments...); });
-        Init();
         for (const DWORD wait : {kWorkerWait, kWindowWait, kReleaseWait}) workers.Shorten(wait);
     }
+    /// A library without a picture.
+    void Restart() {
+        DestroyMapsBut(nullptr);
+        library.FreeMap();
+        SpiedGl().uploads.clear();
+        boxes = 0;
+        using Make = FakedImport<"CreateMutexW", decltype(CreateMutexW)>;
+        const Make make(library.module,
+                        [this](auto... arguments) { return lock_ = Make::Real(arguments...); });
+        Init();
+    }
+    /// Does `act` while another thread holds the lock, which then gives it back or just dies.
+    void WhileLocked(const std::function<void()>& act, bool dies = false) {
+        std::thread holder([this, dies] {
+            WaitForSingleObject(lock_, INFINITE);
+            SetEvent(taken_.get());
+            WaitForSingleObject(done_.get(), INFINITE);
+            if (!dies) ReleaseMutex(lock_);
+        });
+        WaitForSingleObject(taken_.get(), INFINITE);
+        act();
+        SetEvent(done_.get());
+        holder.join();
+    }
+
+private:
+    HANDLE lock_ = nullptr;
+    const UniqueHandle taken_{CreateEventW(nullptr, FALSE, FALSE, nullptr)};
+    const UniqueHandle done_{CreateEventW(nullptr, FALSE, FALSE, nullptr)};
 };
 
-TEST_F(LockTest, ALoadThatWaitsTooLongIsLostWithoutAWord) {
-    HWND window = nullptr;
-    {
-        const LockHeld held(lock);
-        window = CreateMap(160, 120);
-        EXPECT_TRUE(Settle());
+TEST_F(LockTest, WhoeverWaitsTooLongGivesUpAndTheNextLoadWorks) {
+    enum class Waits { Load, Split, Window };
+    const struct {
+        Waits who;
+        int boxes;  // a load is lost without a word, a split is reported
+    } cases[] = {{Waits::Load, 0}, {Waits::Split, 1}, {Waits::Window, 0}};
+    for (const auto& c : cases) {
+        SCOPED_TRACE(static_cast<int>(c.who));
+        Restart();
+        HWND window = nullptr;
+        const auto settle = [this] { EXPECT_TRUE(Settle()); };
+        if (c.who == Waits::Load) {
+            WhileLocked([&] {
+                window = CreateMap(160, 120);
+                settle();
+            });
+        } else {
+            workers.HoldUp(At::SplitLock);
+            window = CreateMap(160, 120);
+            ASSERT_TRUE(PumpUntilHeldUp());
+        }
+        if (c.who == Waits::Split) {
+            WhileLocked([&] {
+                workers.LetGo();
+                settle();
+            });
+        } else if (c.who == Waits::Window) {
+            workers.LetGo();
+            ASSERT_TRUE(workers.WaitUntilAllLeft());
+            WhileLocked([] { PumpPending(); });
+        }
+        EXPECT_EQ(boxes, c.boxes);
+        EXPECT_EQ(Uploads(), 0U);
+        ExpectLives(window, "without a picture");
+        Key(window, 'L');
+        settle();
+        EXPECT_EQ(Uploads(), 8U);
     }
-    EXPECT_EQ(workers.Started(), 1);
-    EXPECT_EQ(boxes, 0);
-    EXPECT_EQ(Uploads(), 0U);
-    ExpectLives(window, "without a picture");
-    Key(window, 'L');
-    EXPECT_TRUE(Settle());
-    EXPECT_EQ(Uploads(), 8U);
-}
-
-TEST_F(LockTest, ASplitThatWaitsTooLongIsReported) {
-    workers.HoldUp(At::SplitLock);
-    const HWND window = CreateMap(160, 120);
-    ASSERT_TRUE(PumpUntilHeldUp());
-    {
-        const LockHeld held(lock);
-        workers.LetGo();
-        EXPECT_TRUE(Settle());
-    }
-    EXPECT_EQ(boxes, 1);
-    EXPECT_EQ(Uploads(), 0U);
-    Key(window, 'L');
-    EXPECT_TRUE(Settle());
-    EXPECT_EQ(Uploads(), 8U);
-}
-
-TEST_F(LockTest, TilesThatCannotBeTakenWaitForTheNextLoad) {
-    workers.HoldUp(At::SplitLock);
-    const HWND window = CreateMap(160, 120);
-    ASSERT_TRUE(PumpUntilHeldUp());
-    workers.LetGo();
-    ASSERT_TRUE(workers.WaitUntilAllLeft());
-    {
-        const LockHeld held(lock);
-        PumpPending();
-    }
-    EXPECT_EQ(boxes, 0);
-    EXPECT_EQ(Uploads(), 0U);
-    Key(window, 'L');
-    EXPECT_TRUE(Settle());
-    EXPECT_EQ(Uploads(), 8U);
-}
-
-TEST_F(LockTest, FreeMapGivesUpOnALockThatIsNeverReleased) {
-    DestroyWindow(CreateLoadedMap());
-    const LockHeld held(lock);
-    EXPECT_NE(library.FreeMap(), 0U);
+    DestroyMapsBut(nullptr);
+    WhileLocked([this] { EXPECT_NE(library.FreeMap(), 0U) << "it never waits for ever"; });
 }
 
 TEST_F(LockTest, ALockLeftByADeadThreadIsStillALock) {
-    const HANDLE thread = CreateThread(
-        nullptr, 0, [](void* mutex) -> DWORD { return WaitForSingleObject(mutex, INFINITE); }, lock,
-        0, nullptr);
-    WaitForSingleObject(thread, INFINITE);
-    CloseHandle(thread);
+    Restart();
+    WhileLocked([] {}, true);
     const HWND window = CreateLoadedMap();
-    ExpectLoadsAgain(window, "the lock was given back");
+    Key(window, 'L');
+    EXPECT_TRUE(Settle());
+    EXPECT_EQ(Uploads(), 16U) << "the lock was given back";
 }
 
 // ---- Messages that nobody expects -------------------------------------------------------------

@@ -5,7 +5,6 @@
 #include <filesystem>
 #include <fstream>
 
-#include "base/common_folder_win.h"
 #include "base/windows_types.h"
 
 namespace {
@@ -54,12 +53,6 @@ TEST_F(DataFolderTest, IsEmptyWhenThePathGetsTooLong) {
     fs::create_directory(longer, ignored);
     EXPECT_EQ(DataDirectoryBelow(longer), L"") << "260 characters leave no room for a terminator";
     EXPECT_EQ(DataDirectoryBelow(std::wstring(5000, L'x')), L"");
-}
-
-TEST(DataFolder, LiesBelowTheCommonData) {
-    ASSERT_TRUE(fs::is_directory(CommonAppDataFolder()));
-    EXPECT_EQ(MapDataDirectory(), CommonAppDataFolder() + L"\\Zelmo\\Horivo\\");
-    EXPECT_TRUE(fs::is_directory(MapDataDirectory()));
 }
 
 }  // namespace

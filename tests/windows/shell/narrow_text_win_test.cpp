@@ -1,9 +1,11 @@
+// Texts on their way into byte strings and glyph lists: code pages of one byte and of more.
 #include "base/narrow_text_win.h"
 
 #include <gtest/gtest.h>
 
-#include <cstring>
 #include <string>
+
+#include "render/font_characters_win.h"
 
 namespace {
 
@@ -56,12 +58,26 @@ TEST(NarrowText, LongTextsKeepTheirFirstBytes) {
     EXPECT_EQ(Narrow(kJapanese, city.c_str(), 64, 64).size(), 62U) << "63 is odd: 31 characters";
 }
 
-TEST(NarrowText, UsesTheCodePageOfTheSystem) {
-    char buffer[16];
-    const wchar_t* text = L"\u00B0";
-    const int written = NarrowText(text, -1, buffer, sizeof buffer);
-    EXPECT_EQ(std::string(buffer), Narrow(GetACP(), text, -1, 16));
-    EXPECT_EQ(static_cast<std::size_t>(written), std::strlen(buffer));
+TEST(CharacterOfCode, FollowsSingleByteCodePagesOnly) {
+    const struct {
+        const char* why;
+        UINT codePage;
+        unsigned code;
+        wchar_t character;
+    } cases[] = {
+        {"ASCII is ASCII", 1251, 'A', L'A'},
+        {"the euro sign of western Windows", 1252, 0x80, L'\u20AC'},
+        {"Latin-1 needs nothing", 1252, 0xE4, L'\u00E4'},
+        {"a Cyrillic capital", 1251, 0xC0, L'\u0410'},
+        {"the last code with a list", 1251, 0xFE, L'\u044E'},
+        {"the degree sign of the readout stays", 874, 0xB0, L'\u00B0'},
+        {"255 has no list", 1251, 0xFF, L'\u00FF'},
+        {"a byte without a character", 1253, 0xD2, L'\u00D2'},
+        {"Japanese has two bytes a character", 932, 0xB1, L'\u00B1'},
+        {"UTF-8 has more", CP_UTF8, 0xC3, L'\u00C3'},
+    };
+    for (const auto& c : cases)
+        EXPECT_EQ(CharacterOfCode(c.codePage, c.code), c.character) << c.why;
 }
 
 }  // namespace

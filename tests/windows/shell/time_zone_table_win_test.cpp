@@ -3,13 +3,9 @@
 #include <gtest/gtest.h>
 
 #include <algorithm>
-#include <cstring>
 #include <memory>
-#include <set>
 #include <string>
 #include <vector>
-
-#include "globe/city_clock_win.h"
 
 namespace {
 
@@ -32,12 +28,7 @@ std::uint32_t NumberOf(const std::wstring& key) {
     return found == zones.end() ? 0 : found->number;
 }
 
-class TimeZoneTableTest : public testing::Test {
-protected:
-    const std::unique_ptr<TimeZoneTable> table_ = std::make_unique<TimeZoneTable>();
-};
-
-TEST_F(TimeZoneTableTest, PublishedNumbersStay) {
+TEST(TimeZoneTable, PublishedNumbersStay) {
     // Hosts have stored these: a name put in between would move all that follow.
     EXPECT_EQ(NumberOf(L"AUS Central Standard Time"), 1U);
     EXPECT_EQ(NumberOf(L"Central Standard Time"), 30U);
@@ -45,67 +36,20 @@ TEST_F(TimeZoneTableTest, PublishedNumbersStay) {
     EXPECT_EQ(NumberOf(L"Yukon Standard Time"), 141U);
 }
 
-TEST_F(TimeZoneTableTest, EveryZoneOfTheSystemHasANumberAndFindsItself) {
+TEST(TimeZoneTable, EveryZoneOfTheSystemHasANumberAndFindsItself) {
+    const auto table = std::make_unique<TimeZoneTable>();
     DYNAMIC_TIME_ZONE_INFORMATION zone;
     DWORD count = 0;
     for (; EnumDynamicTimeZoneInformation(count, &zone) == ERROR_SUCCESS; ++count) {
-        const DYNAMIC_TIME_ZONE_INFORMATION* found = table_->Find(NumberOf(zone.TimeZoneKeyName));
+        const DYNAMIC_TIME_ZONE_INFORMATION* found = table->Find(NumberOf(zone.TimeZoneKeyName));
         ASSERT_NE(found, nullptr) << count;
         EXPECT_STREQ(found->TimeZoneKeyName, zone.TimeZoneKeyName);
         EXPECT_EQ(found->Bias, zone.Bias);
-        EXPECT_TRUE(table_->Owns(found));
+        EXPECT_TRUE(table->Owns(found));
     }
     EXPECT_GE(count, 130U);
-}
-
-TEST_F(TimeZoneTableTest, NumbersThatMeanNothingFindNothing) {
-    for (const std::uint32_t id : {0U, kTimeZoneCount + 1, 0xFFFFFFFFU, 0x80000000U}) {
-        EXPECT_EQ(table_->Find(id), nullptr) << id;
-    }
-    EXPECT_FALSE(table_->Owns(nullptr));
-}
-
-TEST_F(TimeZoneTableTest, OnlyWhatTheLibraryWroteIsTakenBack) {
-    const DYNAMIC_TIME_ZONE_INFORMATION own = {};
-    CityRecord cities[4] = {};
-    cities[0].timeZoneId = NumberOf(L"Tokyo Standard Time");
-    cities[1].timeZone = &own;
-    cities[1].timeZoneId = NumberOf(L"Tokyo Standard Time");
-    cities[3].timeZoneId = 9999;
-    for (CityRecord& city : cities) ResolveTimeZone(city, *table_);
-    EXPECT_TRUE(table_->Owns(cities[0].timeZone));
-    EXPECT_EQ(cities[1].timeZone, &own);
-    EXPECT_EQ(cities[2].timeZone, nullptr);
-    EXPECT_EQ(cities[3].timeZone, nullptr);
-    RestoreTimeZones({cities, 4}, *table_);
-    EXPECT_EQ(cities[0].timeZone, nullptr);
-    EXPECT_EQ(cities[1].timeZone, &own);
-    RestoreTimeZones({nullptr, 4}, *table_);
-    RestoreTimeZones({cities, -1}, *table_);
-}
-
-TEST_F(TimeZoneTableTest, ClockWritesTheTimeWhereThereIsAZoneAndNothingElse) {
-    SystemCityClock clock(*table_);
-    DYNAMIC_TIME_ZONE_INFORMATION broken = {};
-    broken.StandardDate.wMonth = broken.DaylightDate.wMonth = 99;
-    CityRecord tokyo = {};
-    tokyo.timeZoneId = NumberOf(L"Tokyo Standard Time");
-    CityRecord unknown = {};
-    CityRecord refused = {};
-    refused.timeZone = &broken;
-    const CityRecord before = tokyo;
-
-    clock.TakeTime();
-    char text[kLabelTextSize];
-    clock.WriteTime(unknown, text);
-    EXPECT_STREQ(text, "");
-    clock.WriteTime(refused, text);
-    EXPECT_STREQ(text, "Error!");
-    clock.WriteTime(tokyo, text);
-    EXPECT_NE(std::strchr(text, ':'), nullptr) << text;
-    EXPECT_TRUE(table_->Owns(tokyo.timeZone));
-    tokyo.timeZone = nullptr;
-    EXPECT_EQ(std::memcmp(&tokyo, &before, sizeof before), 0) << "only the zone may be written";
+    for (const std::uint32_t id : {0U, kTimeZoneCount + 1, 0xFFFFFFFFU, 0x80000000U})
+        EXPECT_EQ(table->Find(id), nullptr) << id;
 }
 
 }  // namespace

@@ -1,0 +1,60 @@
+#include "clock/city_times.h"
+
+namespace {
+
+constexpr std::int64_t kTicksPerMinute = 600'000'000;  // of 100 ns, the unit of FILETIME
+
+std::int64_t Ticks(const SYSTEMTIME& time) {
+    FILETIME file{};
+    SystemTimeToFileTime(&time, &file);
+    return static_cast<std::int64_t>(static_cast<std::uint64_t>(file.dwHighDateTime) << 32U |
+                                     file.dwLowDateTime);
+}
+
+}  // namespace
+
+std::int32_t MinutesBetween(const SYSTEMTIME& a, const SYSTEMTIME& b) {
+    return static_cast<std::int32_t>((Ticks(a) - Ticks(b)) / kTicksPerMinute);
+}
+
+CityTimes::~CityTimes() {
+    if (thread_ == nullptr) return;
+    WaitForSingleObject(thread_, INFINITE);
+    CloseHandle(thread_);
+}
+
+DWORD WINAPI CityTimes::ReadZones(void* self) {
+    auto* times = static_cast<CityTimes*>(self);
+    times->zones_.Prepare();
+    PostMessageW(times->window_, times->message_, 0, 0);
+    return 0;
+}
+
+void CityTimes::Begin(HWND window, UINT message) {
+    if (thread_ != nullptr) return;
+    window_ = window;
+    message_ = message;
+    thread_ = CreateThread(nullptr, 0, ReadZones, this, 0, nullptr);
+    // Without a thread the message comes all the same, and Finish reads the zones itself.
+    if (thread_ == nullptr) PostMessageW(window, message, 0, 0);
+}
+
+void CityTimes::Finish(std::vector<CityRecord>& cities) {
+    if (thread_ != nullptr) WaitForSingleObject(thread_, INFINITE);
+    for (CityRecord& city : cities) ResolveTimeZone(city, zones_);
+    ready_ = true;
+}
+
+bool CityTimes::At(const CityRecord& city, const SYSTEMTIME& utc, LocalTime& local) {
+    if (!ready_ || city.timeZone == nullptr) return false;
+    SYSTEMTIME time{};
+    if (!UtcToZoneTime(utc, *city.timeZone, rules_, time)) return false;
+    local = {time, MinutesBetween(time, utc)};
+    return true;
+}
+
+LocalTime CityTimes::Here(const SYSTEMTIME& utc) {
+    SYSTEMTIME time{};
+    if (!SystemTimeToTzSpecificLocalTime(nullptr, &utc, &time)) time = utc;
+    return {time, MinutesBetween(time, utc)};
+}

@@ -1,0 +1,119 @@
+#pragma once
+// Identifiers of the sample host's texts, menu, dialogs and accelerators in res_en.dll. The
+// language files in demo/languages use the same numbers as keys. Read by the resource compiler,
+// too: nothing but definitions.
+
+// Sections of the language files, and the names that LocalizeMenu and LocalizeDialog take.
+#define MENU_SECTION L"Menu"
+#define ABOUT_SECTION L"About"
+#define KEYS_SECTION L"Keys"
+
+// ---- String table. "%1" and "%2" stand for what the host puts in their place, as plain text.
+
+#define IDS_ADD_PHOTO 2  // HORIVO_TEXT_ADD_PHOTO: the map's own hint
+#define IDS_TITLE 10     // of windows and message boxes
+
+#define IDS_COLUMN_CITY 20
+#define IDS_COLUMN_TIME 21
+#define IDS_COLUMN_DATE 22
+#define IDS_COLUMN_OFFSET 23
+#define IDS_COLUMN_COUNTRY 24
+
+#define IDS_FILTER_HINT 30   // in the empty search field
+#define IDS_FILTER_LABEL 31  // names of the search field, the list and the map for assistive tools
+#define IDS_LIST_LABEL 32
+#define IDS_MAP_LABEL 33
+
+#define IDS_STATUS_CITIES 40        // %1 number of cities
+#define IDS_STATUS_CITIES_OF 41     // %1 cities found, %2 all cities
+#define IDS_STATUS_UPDATED 42       // %1 time of day
+#define IDS_STATUS_SINCE_UPDATE 43  // %1 number, %2 unit word
+#define IDS_STATUS_UTC 44           // %1 time of day
+#define IDS_STATUS_DIFFERENCE 45    // %1 number, %2 unit word: the chosen city against here
+
+// Message texts, at most 128 characters.
+#define IDS_NO_PHOTOS 60
+#define IDS_PICTURE_NOT_FOUND 61
+#define IDS_PICTURE_NOT_INSTALLED 62
+#define IDS_NO_CITIES 63
+#define IDS_FOLDER_FAILED 64
+#define IDS_MAP_WINDOW_REFUSED 65
+#define IDS_MAP_PICTURE_BAD 66      // HORIVO_BAD_PICTURE
+#define IDS_MAP_PICTURE_UNFIT 67    // HORIVO_UNFIT_PICTURE
+#define IDS_MAP_COPY_FAILED 68      // HORIVO_COPY_FAILED
+#define IDS_MAP_CLASS_FAILED 69     // HORIVO_CLASS_FAILED
+#define IDS_MAP_NO_FORMAT 70        // HORIVO_NO_PIXEL_FORMAT
+#define IDS_MAP_FORMAT_REFUSED 71   // HORIVO_PIXEL_FORMAT_REFUSED
+#define IDS_MAP_CONTEXT_FAILED 72   // HORIVO_CONTEXT_FAILED
+#define IDS_MAP_UNKNOWN_FAILURE 73  // any other code
+
+// Unit tables: the identifiers that StartHostServices registers.
+#define IDS_UNIT_SECONDS 257
+#define IDS_UNIT_MINUTES 258
+#define IDS_UNIT_HOURS 259
+#define IDS_UNIT_DAYS 260
+#define IDS_UNIT_WEEKS 261
+
+// ---- Menu and accelerators.
+
+#define IDR_MAIN_MENU 100
+#define IDR_ACCELERATORS 101
+
+#define IDM_NEW_WINDOW 40001
+#define IDM_CLOSE_WINDOW 40002
+#define IDM_OPEN_PHOTO_FOLDER 40003
+#define IDM_EXIT 40004
+
+#define IDM_FLY_TO_CITY 40010
+#define IDM_HOME_VIEW 40011
+#define IDM_ZOOM_IN 40012
+#define IDM_ZOOM_OUT 40013
+#define IDM_FINER_DETAIL 40014
+#define IDM_COARSER_DETAIL 40015
+#define IDM_FRAME_RATE 40016
+#define IDM_INFORMATION 40017
+#define IDM_SEARCH 40018  // puts the focus into the search field
+
+#define IDM_LANGUAGE_ENGLISH 40020
+#define IDM_LANGUAGE_GERMAN 40021
+#define IDM_LANGUAGE_SPANISH 40022
+#define IDM_LANGUAGE_FRENCH 40023
+#define IDM_LANGUAGE_RUSSIAN 40024
+#define IDM_LANGUAGE_JAPANESE 40025
+
+#define IDM_KEYS 40030
+#define IDM_ABOUT 40031
+
+// ---- Dialogs.
+
+#define IDD_ABOUT 200
+#define IDD_KEYS 201
+
+#define IDC_ABOUT_NAME 1001
+#define IDC_ABOUT_PURPOSE 1002
+#define IDC_ABOUT_USE 1003
+#define IDC_ABOUT_LICENCE 1004
+
+// The rows of the keys dialog: the key, then what it does.
+#define IDC_KEY_TURN 1101
+#define IDC_KEY_TURN_TEXT 1102
+#define IDC_KEY_ZOOM 1103
+#define IDC_KEY_ZOOM_TEXT 1104
+#define IDC_KEY_HOME 1105
+#define IDC_KEY_HOME_TEXT 1106
+#define IDC_KEY_FRAME_RATE 1107
+#define IDC_KEY_FRAME_RATE_TEXT 1108
+#define IDC_KEY_INFORMATION 1109
+#define IDC_KEY_INFORMATION_TEXT 1110
+#define IDC_KEY_DETAIL 1111
+#define IDC_KEY_DETAIL_TEXT 1112
+#define IDC_KEY_PAGE 1113
+#define IDC_KEY_PAGE_TEXT 1114
+#define IDC_KEY_ADD_PHOTO 1115
+#define IDC_KEY_ADD_PHOTO_TEXT 1116
+#define IDC_KEY_SEARCH 1117
+#define IDC_KEY_SEARCH_TEXT 1118
+#define IDC_KEY_FLY 1119
+#define IDC_KEY_FLY_TEXT 1120
+#define IDC_KEY_FOCUS 1121
+#define IDC_KEY_FOCUS_TEXT 1122

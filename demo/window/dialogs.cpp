@@ -1,0 +1,56 @@
+#include "window/dialogs.h"
+
+#include "horivo_host.h"
+#include "resource_ids.h"
+#include "texts.h"
+
+namespace {
+
+/// What a dialog of texts is opened with.
+struct TextDialog {
+    const wchar_t* section;  ///< its name in the language files
+    HFONT font;
+};
+
+BOOL CALLBACK GiveFont(HWND control, LPARAM font) {
+    SendMessageW(control, WM_SETFONT, static_cast<WPARAM>(font), FALSE);
+    return TRUE;
+}
+
+/// Over the middle of the owner: the template's own way would be the middle of the screen.
+void CenterOverOwner(HWND dialog) {
+    RECT owner{};
+    RECT own{};
+    if (!GetWindowRect(GetWindow(dialog, GW_OWNER), &owner) || !GetWindowRect(dialog, &own)) return;
+    const int x = (owner.left + owner.right - (own.right - own.left)) / 2;
+    const int y = (owner.top + owner.bottom - (own.bottom - own.top)) / 2;
+    SetWindowPos(dialog, nullptr, x, y, 0, 0, SWP_NOSIZE | SWP_NOZORDER | SWP_NOACTIVATE);
+}
+
+/// Texts in the user's language; any button and Escape end it. The parameter is its TextDialog.
+INT_PTR CALLBACK TextDialogProc(HWND dialog, UINT message, WPARAM wParam, LPARAM lParam) {
+    if (message == WM_INITDIALOG) {
+        const auto& text = *reinterpret_cast<const TextDialog*>(lParam);
+        LocalizeDialog(dialog, text.section);
+        // The template's font is one that every Windows has; the user's may have more scripts.
+        EnumChildWindows(dialog, GiveFont, reinterpret_cast<LPARAM>(text.font));
+        CenterOverOwner(dialog);
+        return TRUE;
+    }
+    if (message == WM_COMMAND && (LOWORD(wParam) == IDOK || LOWORD(wParam) == IDCANCEL)) {
+        EndDialog(dialog, LOWORD(wParam));
+        return TRUE;
+    }
+    return FALSE;
+}
+
+void ShowDialog(HWND owner, int id, const TextDialog& text) {
+    DialogBoxParamW(TextModule(), MAKEINTRESOURCEW(id), owner, TextDialogProc,
+                    reinterpret_cast<LPARAM>(&text));
+}
+
+}  // namespace
+
+void ShowAbout(HWND owner, HFONT font) { ShowDialog(owner, IDD_ABOUT, {ABOUT_SECTION, font}); }
+
+void ShowKeys(HWND owner, HFONT font) { ShowDialog(owner, IDD_KEYS, {KEYS_SECTION, font}); }

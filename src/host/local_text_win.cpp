@@ -1,0 +1,138 @@
+// Texts of the current language in strings, message boxes, dialogs and menus.
+
+#include <cwchar>
+
+#include "base/windows_types.h"
+#include "host/lang_record_win.h"
+#include "host/menu_key.h"
+#include "host/text_escapes.h"
+
+namespace {
+
+constexpr wchar_t kStringSection[] = L"StringTable";
+
+/// Longest texts, in characters without the terminator.
+constexpr int kMessageChars = 128;
+constexpr int kMessageCaptionChars = 32;
+constexpr std::size_t kDialogNameChars = 62;
+constexpr DWORD kDialogCaptionChars = 255;
+constexpr DWORD kControlTextChars = 2047;
+constexpr DWORD kMenuTextChars = 255;
+
+constexpr UINT kOpensSubmenu = 0xFFFFFFFF;  // in place of a menu item's identifier
+// A control without an identifier has -1; a template with 16-bit identifiers makes this of it.
+constexpr std::int32_t kNoControlId16 = 0xFFFF;
+
+/// A number as a key of a language file.
+struct NumberKey {
+    explicit NumberKey(std::int32_t number) noexcept { std::swprintf(text, 16, L"%d", number); }
+    wchar_t text[16];
+};
+
+bool ReadFrom(const wchar_t* path, const wchar_t* section, const wchar_t* key, wchar_t* text,
+              DWORD room) noexcept {
+    // An empty path would be Windows' own file.
+    return *path != L'\0' && GetPrivateProfileStringW(section, key, L"", text, room, path) != 0;
+}
+
+/// Reads a text from the language file, else from that of "en". @return whether one has it
+bool ReadText(const wchar_t* section, const wchar_t* key, wchar_t* text, DWORD room) noexcept {
+    return ReadFrom(LangFile().langFilePath, section, key, text, room) ||
+           ReadFrom(LangFile().fallbackFilePath, section, key, text, room);
+}
+
+bool IsEmpty(const wchar_t* text) noexcept { return text == nullptr || *text == L'\0'; }
+
+/// Whether a control is one of those that get a text.
+bool TakesText(HWND control, std::int32_t id) noexcept {
+    if (id < 1 || id == kNoControlId16) return false;
+    wchar_t className[32];
+    if (GetClassNameW(control, className, 32) == 0) return false;
+    return lstrcmpiW(className, L"Button") == 0 || lstrcmpiW(className, L"Static") == 0;
+}
+
+BOOL CALLBACK LocalizeControl(HWND control, LPARAM parameter) noexcept {
+    const auto* section = reinterpret_cast<const wchar_t*>(parameter);
+    const auto id = static_cast<std::int32_t>(GetWindowLongPtrW(control, GWLP_ID));
+    wchar_t text[kControlTextChars + 1];
+    if (TakesText(control, id) &&
+        ReadText(section, NumberKey(id).text, text, kControlTextChars + 1)) {
+        SetWindowTextW(control, text);
+    }
+    return TRUE;
+}
+
+/// Gives one menu item its text. @return whether there was one
+bool LocalizeItem(HMENU menu, UINT position, const wchar_t* key, const wchar_t* section) noexcept {
+    wchar_t text[kMenuTextChars + 1];
+    if (!ReadText(section, key, text, kMenuTextChars + 1)) return false;
+    MENUITEMINFOW item = {};
+    item.cbSize = sizeof item;
+    item.fMask = MIIM_STRING;
+    item.dwTypeData = text;
+    return SetMenuItemInfoW(menu, position, TRUE, &item) != FALSE;
+}
+
+}  // namespace
+
+std::int32_t LoadLocalString(HINSTANCE__* module, std::uint32_t id, HorivoWideChar* buffer,
+                             std::int32_t size, const HorivoWideChar* section) noexcept {
+    if (buffer == nullptr || size < 1) return 0;
+    if (section == nullptr) section = kStringSection;
+    const wchar_t* path = LangFile().langFilePath;
+    std::int32_t length = 0;
+    if (*section != L'\0' && *path != L'\0') {
+        const NumberKey key(static_cast<std::int32_t>(id));
+        const DWORD read = GetPrivateProfileStringW(section, key.text, L"", buffer,
+                                                    static_cast<DWORD>(size), path);
+        length = Unescape(buffer, static_cast<std::int32_t>(read));
+    }
+    // Without a module LoadStringW would read the program's own strings.
+    if (length == 0 && module != nullptr) length = LoadStringW(module, id, buffer, size);
+    if (length == 0) buffer[0] = L'\0';
+    return length;
+}
+
+std::int32_t LocalMessageBox(HWND__* owner, HINSTANCE__* module, std::uint32_t textId,
+                             std::uint32_t captionId, const HorivoWideChar* section) noexcept {
+    wchar_t text[kMessageChars + 1];
+    wchar_t caption[kMessageCaptionChars + 1];
+    LoadLocalString(module, textId, text, kMessageChars + 1, section);
+    LoadLocalString(module, captionId, caption, kMessageCaptionChars + 1, section);
+    return MessageBoxW(owner, text, caption, MB_OK);
+}
+
+bool LocalizeDialog(HWND__* dialog, const HorivoWideChar* dialogName) noexcept {
+    if (IsEmpty(dialogName) || *LangFile().langFilePath == L'\0') return false;
+    // Null stands for the desktop, whose children are everybody's windows.
+    if (IsWindow(dialog) == FALSE) return false;
+    wchar_t section[kDialogNameChars + 1];
+    StoreText(section, dialogName, kDialogNameChars);
+    wchar_t caption[kDialogCaptionChars + 1];
+    if (ReadText(section, L"Caption", caption, kDialogCaptionChars + 1)) {
+        SetWindowTextW(dialog, caption);
+    }
+    EnumChildWindows(dialog, LocalizeControl, reinterpret_cast<LPARAM>(section));
+    return true;
+}
+
+bool LocalizeMenu(HMENU__* menu, const HorivoWideChar* section) noexcept {
+    if (IsEmpty(section) || *LangFile().langFilePath == L'\0') return false;
+    bool changed = false;
+    const int count = GetMenuItemCount(menu);
+    for (int position = 0; position < count; ++position) {
+        const UINT id = GetMenuItemID(menu, position);
+        const auto item = static_cast<UINT>(position);
+        if (id == kOpensSubmenu) {
+            wchar_t key[kMenuKeyChars + 1] = {};
+            GetMenuStringW(menu, item, key, kMenuKeyChars + 1, MF_BYPOSITION);
+            MenuKey(key);
+            const bool inside = LocalizeMenu(GetSubMenu(menu, position), section);
+            changed = LocalizeItem(menu, item, key, section) || inside || changed;
+        } else {
+            const NumberKey key(static_cast<std::int32_t>(id));
+            changed = LocalizeItem(menu, item, key.text, section) || changed;
+        }
+    }
+    return changed;
+}

@@ -1,0 +1,86 @@
+// The diagnostic log. It is opened and closed for every line, so that lines of several threads and
+// programs follow one another.
+
+#include <cstdio>
+#include <cstring>
+
+#include "base/handles_win.h"
+#include "base/narrow_text.h"
+#include "horivo_host.h"
+#include "host/program_path_win.h"
+
+namespace {
+
+constexpr wchar_t kMutexName[] = L"horivo_log_mutex";
+constexpr wchar_t kFileName[] = L"horivo.log";
+constexpr int kPathRoom = 600;         // characters; more than Windows gives for the folder
+constexpr int kProgramNameRoom = 512;  // bytes; names have up to 255 characters
+constexpr int kPrefixRoom = 600;       // bytes; time and numbers take 38 besides the program's name
+constexpr int kWideMessageRoom = 2048;  // bytes of a converted message, terminator included
+
+/// Null until the host creates it.
+UniqueHandle logMutex;
+
+bool IsLogging() noexcept { return !IsFeatureEnabled(kLogging); }
+
+bool FormLogPath(wchar_t (&path)[kPathRoom]) noexcept {
+    wchar_t folder[MAX_PATH + 1];
+    const DWORD length = GetTempPathW(MAX_PATH + 1, folder);
+    if (length == 0 || length > MAX_PATH) return false;
+    return std::swprintf(path, kPathRoom, L"%ls%ls", folder, kFileName) > 0;
+}
+
+/// Opens or makes the file; whatever is written goes to its end.
+UniqueFile OpenLog() noexcept {
+    wchar_t path[kPathRoom];
+    if (!FormLogPath(path)) return UniqueFile();
+    return UniqueFile(CreateFileW(path, FILE_APPEND_DATA,
+                                  FILE_SHARE_READ | FILE_SHARE_WRITE | FILE_SHARE_DELETE, nullptr,
+                                  OPEN_ALWAYS, FILE_ATTRIBUTE_NORMAL, nullptr));
+}
+
+void Write(HANDLE file, const char* text) noexcept {
+    DWORD written = 0;
+    WriteFile(file, text, static_cast<DWORD>(std::strlen(text)), &written, nullptr);
+}
+
+void WritePrefix(HANDLE file) noexcept {
+    SYSTEMTIME now;
+    GetLocalTime(&now);
+    const std::wstring_view name = FindProgramPath().fileName;
+    char program[kProgramNameRoom];
+    NarrowText(name.data(), static_cast<std::int32_t>(name.size()), program, kProgramNameRoom);
+    char prefix[kPrefixRoom];
+    std::snprintf(prefix, sizeof prefix, "%02d:%02d:%02d.%03d 0x%08X:0x%08X %s: ", now.wHour,
+                  now.wMinute, now.wSecond, now.wMilliseconds,
+                  static_cast<unsigned>(GetCurrentProcessId()),
+                  static_cast<unsigned>(GetCurrentThreadId()), program);
+    Write(file, prefix);
+}
+
+}  // namespace
+
+bool CreateLogMutex() noexcept {
+    if (!logMutex) logMutex.reset(CreateMutexW(nullptr, FALSE, kMutexName));
+    return logMutex != nullptr;
+}
+
+void CloseLogMutex() noexcept { logMutex.reset(); }
+
+void WriteLog(const char* message) noexcept {
+    if (!IsLogging() || message == nullptr) return;
+    // Without a mutex the wait fails at once, and the line is written all the same.
+    const MutexHold hold = AcquireMutex(logMutex.get(), INFINITE);
+    const UniqueFile file = OpenLog();
+    if (!file.IsOpen()) return;
+    WritePrefix(file.Get());
+    Write(file.Get(), message);
+    Write(file.Get(), "\r\n");
+}
+
+void WriteLogW(const HorivoWideChar* message) noexcept {
+    if (!IsLogging() || message == nullptr) return;
+    char text[kWideMessageRoom];
+    NarrowText(message, -1, text, kWideMessageRoom);
+    WriteLog(text);
+}

@@ -1,0 +1,109 @@
+#include "host/unit_words.h"
+
+#include <algorithm>
+
+namespace {
+
+constexpr std::uint32_t kModulus = 100;  // words depend on the last two digits at most
+
+constexpr HorivoWideChar kBuiltInWords[kUnitTables][2] = {{'s'}, {'m'}, {'h'}, {'d'}, {'w'}};
+
+bool IsDigit(HorivoWideChar c) noexcept { return c >= '0' && c <= '9'; }
+
+/// Takes a decimal number off the front of `text`. Numbers beyond 99 end at 100, however long.
+/// @return whether there was one, of 0 to 99
+bool TakeNumber(const HorivoWideChar*& text, std::uint32_t& number) noexcept {
+    const bool found = IsDigit(*text);
+    for (number = 0; IsDigit(*text); ++text) {
+        number = std::min(number * 10 + static_cast<std::uint32_t>(*text - '0'), kModulus);
+    }
+    return found && number < kModulus;
+}
+
+/// Takes "7" or "2-4" off the front of `text`, as far as it goes. @return whether it is a range
+bool TakeRange(const HorivoWideChar*& text, UnitRange& range) noexcept {
+    std::uint32_t low = 0;
+    if (!TakeNumber(text, low)) return false;
+    std::uint32_t high = low;
+    if (*text == '-' && !TakeNumber(++text, high)) return false;
+    range = {static_cast<std::uint8_t>(low), static_cast<std::uint8_t>(high)};
+    return low <= high;
+}
+
+/// Reads one table; `used_` characters of its buffer are taken.
+class UnitTableReader {
+public:
+    UnitTableReader(CLangFile& file, std::uint32_t table, const HorivoWideChar* text) noexcept
+        : ranges_(file.unitRanges[table]),
+          texts_(file.unitTexts[table]),
+          buffer_(file.unitBuffer[table]),
+          count_(file.unitCount[table]),
+          text_(text) {}
+
+    void Read() noexcept {
+        count_ = 0;
+        if (*TakeWord() == '\0') return;
+        while (*text_ == ';' && used_ < kUnitChars) {
+            ++text_;
+            const std::uint16_t stored = TakeRanges();
+            // What the list left over shows whether it went wrong.
+            if (*text_ != ' ') return;
+            ++text_;
+            const HorivoWideChar* word = TakeWord();
+            std::fill(texts_ + count_, texts_ + stored, word);
+            count_ = stored;
+        }
+    }
+
+private:
+    /// Copies the word up to the next ";" as far as there is room.
+    const HorivoWideChar* TakeWord() noexcept {
+        const HorivoWideChar* word = buffer_ + used_;
+        for (; *text_ != '\0' && *text_ != ';' && used_ < kUnitChars - 1; ++text_) {
+            buffer_[used_++] = *text_;
+        }
+        buffer_[used_++] = '\0';
+        return word;
+    }
+
+    /// Stores the ranges of a list behind those in use. @return how many are stored then
+    std::uint16_t TakeRanges() noexcept {
+        std::uint16_t stored = count_;
+        UnitRange range{};
+        while (TakeRange(text_, range) && stored < kUnitRanges) {
+            ranges_[stored++] = range;
+            if (*text_ != ',') break;
+            ++text_;
+        }
+        return stored;
+    }
+
+    UnitRange* ranges_;
+    const HorivoWideChar** texts_;
+    HorivoWideChar* buffer_;
+    std::uint16_t& count_;
+    const HorivoWideChar* text_;
+    std::uint32_t used_ = 0;
+};
+
+}  // namespace
+
+void ParseUnitTable(CLangFile& file, std::uint32_t table, const HorivoWideChar* text) noexcept {
+    UnitTableReader(file, table, text).Read();
+}
+
+const HorivoWideChar* UnitWord(const CLangFile& file, std::uint32_t table,
+                               std::uint32_t number) noexcept {
+    if (table >= kUnitTables) return nullptr;
+    const std::uint32_t rest = number % kModulus;
+    // From the last to the first: a later group makes exceptions from an earlier one.
+    for (std::uint32_t i = file.unitCount[table]; i-- > 0;) {
+        const UnitRange& range = file.unitRanges[table][i];
+        if (range.low <= rest && rest <= range.high) {
+            if (file.unitTexts[table][i] != nullptr) return file.unitTexts[table][i];
+            break;
+        }
+    }
+    const HorivoWideChar* word = file.unitBuffer[table];
+    return *word != '\0' ? word : kBuiltInWords[table];
+}

@@ -1,0 +1,46 @@
+#include "support/gl_stand_in.h"
+
+#include <cstddef>
+#include <cstdint>
+#include <numeric>
+
+GlState& Gl() {
+    static GlState state;
+    return state;
+}
+
+void glPushMatrix() { ++Gl().matrixDepth; }
+void glPopMatrix() { --Gl().matrixDepth; }
+
+GLenum glGetError() {
+    ++Gl().errorsAsked;
+    if (Gl().errors.empty()) return Gl().steadyError;
+    const GLenum error = Gl().errors.front();
+    Gl().errors.pop_front();
+    return error;
+}
+
+void glGenTextures(GLsizei count, GLuint* names) {
+    GLuint next = 1;  // like drivers: the lowest names that are free
+    for (GLsizei i = 0; i < count; ++i) {
+        while (!Gl().textures.insert(next).second) ++next;
+        names[i] = next;
+    }
+}
+
+void glDeleteTextures(GLsizei count, const GLuint* names) {
+    for (GLsizei i = 0; i < count; ++i) Gl().textures.erase(names[i]);
+}
+
+void glTexImage2D(GLenum, GLint, GLint, GLsizei width, GLsizei height, GLint, GLenum format, GLenum,
+                  const GLvoid* pixels) {
+    // Reads exactly the bytes that OpenGL would read, so that the sanitizer sees short buffers.
+    const auto* bytes = static_cast<const std::uint8_t*>(pixels);
+    const std::ptrdiff_t size = std::ptrdiff_t{width} * height * (format == GL_RGBA ? 4 : 3);
+    Gl().pixelSum = std::accumulate(bytes, bytes + size, Gl().pixelSum);
+    if (++Gl().uploads == Gl().failingUpload) Gl().errors.push_back(GL_OUT_OF_MEMORY);
+}
+
+void glCallLists(GLsizei count, GLenum, const GLvoid* lists) {
+    Gl().texts.emplace_back(static_cast<const char*>(lists), static_cast<std::size_t>(count));
+}
