@@ -61,7 +61,7 @@ BENCHMARK(FindNear)
     ->Arg(50000)
     ->Arg(140000)
     ->UseManualTime()
-    ->Iterations(2 * kBenchPairs)
+    ->Iterations(benchmark::IterationCount{2} * kBenchPairs)
     ->Unit(benchmark::kMillisecond);
 
 }  // namespace

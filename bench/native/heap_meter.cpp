@@ -28,6 +28,7 @@ void Uncount(void* block) noexcept { held -= malloc_usable_size(block); }
 
 }  // namespace
 
+// NOLINTBEGIN(readability-inconsistent-declaration-parameter-name): the C library's are reserved
 extern "C" {
 
 void* malloc(std::size_t bytes) { return Count(__libc_malloc(bytes)); }
@@ -43,6 +44,7 @@ void* realloc(void* block, std::size_t bytes) {
 }
 
 }  // extern "C"
+// NOLINTEND(readability-inconsistent-declaration-parameter-name)
 
 HeapMeter::HeapMeter() noexcept : start_(held) { peak = held.load(); }
 
