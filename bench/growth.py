@@ -8,7 +8,7 @@ from pathlib import Path
 ROOT = Path(__file__).resolve().parent.parent
 DATA = ROOT / "build/bench/growth"
 NATIVE = ROOT / "build/bench/bin/growth_bench"
-FRAME = ROOT / "build/bench-mingw/bin/frame_bench.exe"
+FRAME = ROOT / "build/bench-mingw/bin/bench/frame_bench.exe"
 FRAME_BUDGET_MS = 2000
 
 

@@ -4,6 +4,7 @@
 
 #include <algorithm>
 #include <chrono>
+#include <cmath>
 #include <cstddef>
 #include <vector>
 
@@ -22,11 +23,15 @@ double MillisecondsOf(Work&& work) {
 /// The value that a share of the values lies below; 0.5 is the median. `values` not empty.
 inline double Quantile(std::vector<double> values, double share) {
     std::sort(values.begin(), values.end());
-    return values[static_cast<std::size_t>(share * static_cast<double>(values.size() - 1) + 0.5)];
+    const auto last = static_cast<double>(values.size() - 1);
+    return values[static_cast<std::size_t>(std::lround(share * last))];
 }
 
-/// Short roads get more pairs than that, as many as fit into this time.
-inline constexpr double kBenchBudgetMs = 3000.0;
+/// How long a comparison may take: short roads get more pairs, as many as fit into the time.
+struct PairBudget {
+    int leastPairs = kBenchPairs;
+    double ms = 3000.0;
+};
 inline constexpr int kMostPairs = 300;
 
 /// Times of a road and of its floor, pair by pair.
@@ -56,12 +61,12 @@ private:
 /// Pairs of `floor()` and `road()`, each giving the milliseconds of the part that counts. A pair is
 /// floor, road, road, floor: what one finds as the other left it, memory above all, meets both.
 template <class Floor, class Road>
-Pairs MeasurePairs(Floor&& floor, Road&& road, double budgetMs = kBenchBudgetMs) {
+Pairs MeasurePairs(Floor&& floor, Road&& road, PairBudget budget = {}) {
     floor();
     road();  // both have touched their memory before the first pair counts
     Pairs pairs;
     double spentMs = 0.0;
-    for (int i = 0; i < kBenchPairs || (spentMs < budgetMs && i < kMostPairs); ++i) {
+    for (int i = 0; i < budget.leastPairs || (spentMs < budget.ms && i < kMostPairs); ++i) {
         double floorMs = floor();
         double roadMs = road();
         roadMs += road();

@@ -54,16 +54,20 @@ void FindNear(benchmark::State& state) {
             });
         });
 }
-BENCHMARK(FindNear)
-    ->Name("find_cities")
-    ->Arg(1000)
-    ->Arg(10000)
-    ->Arg(50000)
-    ->Arg(140000)
-    ->UseManualTime()
-    ->Iterations(benchmark::IterationCount{2} * kBenchPairs)
-    ->Unit(benchmark::kMillisecond);
 
 }  // namespace
 
-BENCHMARK_MAIN();
+int main(int argc, char** argv) {
+    benchmark::RegisterBenchmark("find_cities", FindNear)
+        ->Arg(1000)
+        ->Arg(10000)
+        ->Arg(50000)
+        ->Arg(140000)
+        ->UseManualTime()
+        ->Iterations(benchmark::IterationCount{2} * kBenchPairs)
+        ->Unit(benchmark::kMillisecond);
+    benchmark::Initialize(&argc, argv);
+    benchmark::RunSpecifiedBenchmarks();
+    benchmark::Shutdown();
+    return 0;
+}

@@ -19,7 +19,7 @@ public:
     /// Runs the message loop until a frame with the map's tiles was shown; false after a minute.
     bool PumpUntilTextured();
     /// Runs it until nothing has come for `quietMs`.
-    void PumpUntilQuiet(DWORD quietMs);
+    static void PumpUntilQuiet(DWORD quietMs);
     /// Paints one frame now.
     void Paint() const;
 
