@@ -1,7 +1,7 @@
 #!/bin/bash
 # Installs the Debian packages that are still missing: tools/install_packages.sh PURPOSE...
-# where PURPOSE is build, run, demo, check or bench. Asks for nothing; needs root or sudo only when something
-# is missing. Exits non-zero when a package could not be installed.
+# where PURPOSE is build, run, demo, check or bench. Asks for nothing; needs root or sudo only when
+# something is missing. Exits non-zero when a package could not be installed.
 set -euo pipefail
 
 # Both compilers, both generators, and the sources of the test framework.

@@ -32,8 +32,10 @@ std::vector<CityRecord> MakeCities(int count, int labels) {
     for (int i = 0; i < labels; ++i) {
         CityRecord& city = cities[static_cast<std::size_t>(i)];
         std::swprintf(city.cityName, 64, L"Springfield %d", i);
-        city.latitude = kMiddleLatitude - kCityStepDeg * (i / kCitiesInRow);
-        city.longitude = kMiddleLongitude + kCityStepDeg * (i % kCitiesInRow - kCitiesInRow / 2);
+        const int row = i / kCitiesInRow;
+        const int column = i % kCitiesInRow - kCitiesInRow / 2;
+        city.latitude = kMiddleLatitude - kCityStepDeg * row;
+        city.longitude = kMiddleLongitude + kCityStepDeg * column;
     }
     return cities;
 }
@@ -145,7 +147,7 @@ Pairs MeasureFrames(const BenchHost& host, HMODULE library, PairBudget budget) {
     PrintValue("frame/commands", "calls", static_cast<double>(tape.Size()));
     HGLRC context = wglGetCurrentContext();
     HDC dc = GetDC(host.Map());
-    const Pairs pairs = MeasurePairs(
+    Pairs pairs = MeasurePairs(
         [&] {
             wglMakeCurrent(dc, context);
             return MillisecondsOf([&] { tape.Play(dc); });
