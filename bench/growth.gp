@@ -1,5 +1,5 @@
 # Plots what bench/growth.py measured: gnuplot -e "data='FOLDER'; picture='FILE.png'" bench/growth.gp
-set terminal pngcairo size 1200,1500 font "sans,11"
+set terminal pngcairo size 1000,1250 font "sans,10"
 set output picture
 set multiplot layout 4,2 title "Horivo Map: how time and memory grow"
 set key top left
@@ -31,8 +31,8 @@ set xlabel "window, megapixels"
 set title "Frame with 417 cities under Wine"
 plot data."/windows.dat" using 1:2 notitle
 set ylabel "MiB"
-set title "Peak of the process"
-plot data."/windows.dat" using 1:4 title "against the window's size"
+set title "Peak of the process up to the first picture"
+plot data."/first_pictures.dat" using 1:2 notitle
 
 set xlabel "labels"
 set ylabel "ms"

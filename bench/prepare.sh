@@ -15,7 +15,8 @@ bench_prepare() {
     local large=build/bench/data/map_8192.jpg
     [ -s $large ] || convert assets/map.jpg -resize '8192x4096!' -quality 90 $large
     wine_env_start bench
-    local folder="$WINEPREFIX/drive_c/ProgramData/Zelmo/Horivo"
-    mkdir -p "$folder"
-    cp assets/map.jpg "$folder/map.jpg"
+    library_folder="$WINEPREFIX/drive_c/ProgramData/Zelmo/Horivo"
+    mkdir -p "$library_folder"
+    cp assets/map.jpg "$library_folder/map.jpg"
+    rm -f "$library_folder/horivo.ini"
 }

@@ -44,6 +44,7 @@ public:
     double FloorMs() const { return Quantile(floors_, 0.5); }
     double RoadMs() const { return Quantile(roads_, 0.5); }
     /// Of the quickest round.
+    double BestFloorMs() const { return Quantile(floors_, 0.0); }
     double BestRoadMs() const { return Quantile(roads_, 0.0); }
     /// The road's time in units of the floor's, within pairs; `share` as for Quantile.
     double TimeRatio(double share) const {
