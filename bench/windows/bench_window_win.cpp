@@ -17,8 +17,8 @@ void RegisterOnce() {
 
 BenchWindow::BenchWindow(int width, int height) {
     RegisterOnce();
-    window_ = CreateWindowW(kClass, L"bench", WS_POPUP, 0, 0, width, height, nullptr, nullptr,
-                            GetModuleHandleW(nullptr), nullptr);
+    window_ = CreateWindowExW(0, kClass, L"bench", WS_POPUP, 0, 0, width, height, nullptr, nullptr,
+                              GetModuleHandleW(nullptr), nullptr);
     ShowWindow(window_, SW_SHOWNA);
     dc_ = GetDC(window_);
 }

@@ -116,8 +116,9 @@ HWND MakeBareWindow(HWND map) {
     RegisterClassW(&windowClass);
     RECT client;
     GetClientRect(map, &client);
-    return CreateWindowW(windowClass.lpszClassName, L"", WS_CHILD | WS_VISIBLE, 0, 0, client.right,
-                         client.bottom, GetParent(map), nullptr, windowClass.hInstance, nullptr);
+    return CreateWindowExW(0, windowClass.lpszClassName, L"", WS_CHILD | WS_VISIBLE, 0, 0,
+                           client.right, client.bottom, GetParent(map), nullptr,
+                           windowClass.hInstance, nullptr);
 }
 
 /// A frame whose OpenGL calls cost nothing, against the painting of an empty window: what is left

@@ -21,8 +21,8 @@ BenchHost::BenchHost(std::vector<CityRecord>& cities, int width, int height) {
     windowClass.hInstance = GetModuleHandleW(nullptr);
     windowClass.lpszClassName = kClass;
     RegisterClassW(&windowClass);
-    host_ = CreateWindowW(kClass, L"bench", WS_POPUP, 0, 0, width, height, nullptr, nullptr,
-                          windowClass.hInstance, nullptr);
+    host_ = CreateWindowExW(0, kClass, L"bench", WS_POPUP, 0, 0, width, height, nullptr, nullptr,
+                            windowClass.hInstance, nullptr);
     ShowWindow(host_, SW_SHOWNA);
     InitMap(cities.data(), static_cast<std::int32_t>(cities.size()));
     std::uint32_t status = 0;
