@@ -1,12 +1,12 @@
 #!/bin/bash
 # Format and static analysis: tools/check_style.sh
-# clang-format looks at every C++ file. clang-tidy looks at src/ and demo/: the portable files as
-# this machine compiles them, the Windows files with clang as a cross-compiler for the same target
-# as MinGW. Exits non-zero when either has something to say.
+# clang-format looks at every C++ file. clang-tidy looks at src/, demo/ and bench/: the portable
+# files as this machine compiles them, the Windows files with clang as a cross-compiler for the same
+# target as MinGW. Exits non-zero when either has something to say.
 set -uo pipefail
 cd "$(dirname "${BASH_SOURCE[0]}")/.."
-tools/install_packages.sh build check || exit 1
-cmake --preset native >/dev/null && cmake --preset mingw >/dev/null || exit 1
+tools/install_packages.sh build check bench || exit 1
+for preset in native mingw bench bench-mingw; do cmake --preset $preset >/dev/null || exit 1; done
 
 failed=0
 mapfile -t all_files < <(find src include demo tests bench -name '*.cpp' -o -name '*.h' 2>/dev/null)
@@ -20,15 +20,21 @@ tidy() {
 
 # Debian's clang does not find the C++ headers of Debian's MinGW by itself.
 mingw_headers=$(dirname "$(x86_64-w64-mingw32-g++-posix -print-file-name=include)")/include/c++
+tidy_windows() {
+    tidy "$@" --extra-arg-before=--target=x86_64-w64-mingw32 --extra-arg=-nostdinc++ \
+        --extra-arg="-isystem$mingw_headers" \
+        --extra-arg="-isystem$mingw_headers/x86_64-w64-mingw32"
+}
+
 echo "clang-tidy: portable files"
 find src demo/data/city_file.cpp -name '*.cpp' ! -name '*_win.cpp' | tidy -p build/native || failed=1
+find bench/native -name '*.cpp' | tidy -p build/bench || failed=1
 echo "clang-tidy: Windows files"
 {
     find src -name '*_win.cpp'
     find demo -name '*.cpp' ! -name city_file.cpp
-} | tidy -p build/mingw --extra-arg-before=--target=x86_64-w64-mingw32 --extra-arg=-nostdinc++ \
-    --extra-arg="-isystem$mingw_headers" \
-    --extra-arg="-isystem$mingw_headers/x86_64-w64-mingw32" || failed=1
+} | tidy_windows -p build/mingw || failed=1
+find bench/windows -name '*.cpp' | tidy_windows -p build/bench-mingw || failed=1
 
 [ $failed -eq 0 ] && echo "Style: clean"
 exit $failed

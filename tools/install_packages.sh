@@ -1,7 +1,7 @@
 #!/bin/bash
 # Installs the Debian packages that are still missing: tools/install_packages.sh PURPOSE...
-# where PURPOSE is build, run, demo, check, fuzz or package. Asks for nothing; needs root or sudo
-# only when something is missing. Exits non-zero when a package could not be installed.
+# where PURPOSE is build, run, demo, check, fuzz, package or bench. Asks for nothing; needs root or
+# sudo only when something is missing. Exits non-zero when a package could not be installed.
 set -euo pipefail
 
 # Both compilers, both generators, and the sources of the test framework.
@@ -19,6 +19,8 @@ check_packages=(clang-format clang-tidy python3)
 fuzz_packages=(clang libclang-rt-dev)
 # The ZIP, hosts built from it in three languages, the reference, the second compiler.
 package_packages=(clang doxygen git lld llvm mono-mcs mono-runtime unzip xdotool)
+# Native benchmarks, large maps, the table and the plots.
+bench_packages=(libbenchmark-dev imagemagick python3 gnuplot-nox)
 
 wanted=()
 for purpose in "$@"; do
@@ -29,9 +31,9 @@ for purpose in "$@"; do
         check) wanted+=("${check_packages[@]}") ;;
         fuzz) wanted+=("${fuzz_packages[@]}") ;;
         package) wanted+=("${package_packages[@]}") ;;
+        bench) wanted+=("${bench_packages[@]}") ;;
         *)
-            echo "install_packages: no such purpose: $purpose (build, run, demo, check," \
-                "fuzz, package)" >&2
+            echo "install_packages: no such purpose: $purpose" >&2
             exit 2
             ;;
     esac

@@ -4,9 +4,9 @@
 
 namespace {
 
-constexpr DWORD kLookMs = 150;        // between two looks: several steps of a flight
+constexpr DWORD kLookMs = 150;         // between two looks: several steps of a flight
 constexpr DWORD kPatienceMs = 180000;  // a machine with ten other things to do needs one minute
-constexpr int kEqualLooks = 3;        // between loading and splitting the line is gone for a moment
+constexpr int kEqualLooks = 3;  // between loading and splitting the line is gone for a moment
 constexpr int kDragSteps = 12;
 constexpr int kCrowdSteps = 24;     // of the search to each side
 constexpr int kCrowdPart = 8;       // of the height: how far to each side

@@ -10,12 +10,13 @@ constexpr double kHalfPi = 1.5707963267948966;
 
 /// By how much the part of a normal that lies along the Sun is stretched before normalising. Ten
 /// narrows the line between day and night to a tenth of that of a plain sphere; tuned by eye.
-constexpr double kSunStretch = 10.0;
+constexpr float kSunStretch = 10.0F;
 
 }  // namespace
 
 PlanetMesh::PlanetMesh(const MeshDetail& detail, float radius, const CVector4& sun)
-    : radius_(radius), sun_(sun) {
+    : radius_(radius),
+      sun_{static_cast<float>(sun.x), static_cast<float>(sun.y), static_cast<float>(sun.z)} {
     const std::int32_t slices = detail.sphereSlices;
     const std::int32_t bands = detail.sphereStacks / 2;
     if (slices < kMeshQuarters || bands < 1) return;
@@ -51,14 +52,12 @@ void PlanetMesh::FillRow(Hemisphere hemisphere, std::int32_t quarter, std::int32
         const float z = parallel.cosine * meridian->sine;
         // Turning the Sun onto an axis, stretching that axis and turning back comes to this sum. It
         // only ever lengthens the vector, so there is no zero length to guard against.
-        const double towardsSun = x * sun_.x + y * sun_.y + z * sun_.z;
-        const double pull = (kSunStretch - 1.0) * towardsSun;
-        const double nx = x + pull * sun_.x;
-        const double ny = y + pull * sun_.y;
-        const double nz = z + pull * sun_.z;
-        const double scale = 1.0 / std::sqrt(nx * nx + ny * ny + nz * nz);
-        row[i] = {{static_cast<float>(nx * scale), static_cast<float>(ny * scale),
-                   static_cast<float>(nz * scale)},
-                  {radius_ * x, radius_ * y, radius_ * z}};
+        const float towardsSun = x * sun_.x + y * sun_.y + z * sun_.z;
+        const float pull = (kSunStretch - 1.0F) * towardsSun;
+        const float nx = x + pull * sun_.x;
+        const float ny = y + pull * sun_.y;
+        const float nz = z + pull * sun_.z;
+        const float scale = 1.0F / std::sqrt(nx * nx + ny * ny + nz * nz);
+        row[i] = {{nx * scale, ny * scale, nz * scale}, {radius_ * x, radius_ * y, radius_ * z}};
     }
 }

@@ -56,7 +56,10 @@ private:
     std::int32_t bands_ = 0;
     std::int32_t segments_ = 0;
     float radius_;
-    CVector4 sun_;
+    /// Single precision is what OpenGL gets; twice that would cost time and show nowhere.
+    struct {
+        float x, y, z;
+    } sun_;
     /// x and z on the equator, westwards from longitude 180; the first once more at the end.
     std::vector<Direction> meridians_;
     /// Distances from the axis and from the equator's plane, equator to pole.

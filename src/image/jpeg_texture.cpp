@@ -46,12 +46,14 @@ void CJpegTexture::Clear(bool resetSize) noexcept {
     bytesPerPixel_ = 0;
 }
 
-void CJpegTexture::ResetSizes() noexcept {
-    width_ = 0;
-    height_ = 0;
-    bufferWidth_ = 0;
-    bufferHeight_ = 0;
+void CJpegTexture::SetSizes(const TextureSizes& sizes) noexcept {
+    width_ = sizes.width;
+    height_ = sizes.height;
+    bufferWidth_ = sizes.bufferWidth;
+    bufferHeight_ = sizes.bufferHeight;
 }
+
+void CJpegTexture::ResetSizes() noexcept { SetSizes({}); }
 
 bool CJpegTexture::HasBorder() const noexcept { return width_ >= 3 && width_ % 4 == 2; }
 
@@ -106,41 +108,40 @@ bool CJpegTexture::PadBuffer(int newBufferWidth, int newBufferHeight) noexcept {
     return true;
 }
 
+bool CJpegTexture::Allocate(const TextureSizes& sizes, std::int32_t bytesPerPixel) noexcept {
+    Clear(true);
+    bytesPerPixel_ = bytesPerPixel;
+    pixels_ = AllocateBlock(BlockBytes(sizes.bufferWidth, sizes.bufferHeight, bytesPerPixel));
+    if (pixels_ == nullptr) return false;
+    SetSizes(sizes);
+    return true;
+}
+
+bool CJpegTexture::KeepFront(const TextureSizes& sizes) noexcept {
+    pixels_ =
+        ResizeBlock(pixels_, BlockBytes(sizes.bufferWidth, sizes.bufferHeight, bytesPerPixel_));
+    SetSizes(pixels_ != nullptr ? sizes : TextureSizes{});
+    return pixels_ != nullptr;
+}
+
 bool CJpegTexture::Split(CJpegTexture& other, bool byColumns) noexcept {
     if (pixels_ == nullptr || &other == this) return false;
-    other.Clear(true);
-    other.bytesPerPixel_ = bytesPerPixel_;
-    other.width_ = byColumns ? width_ / 2 : width_;
-    other.bufferWidth_ = byColumns ? bufferWidth_ / 2 : bufferWidth_;
-    other.height_ = byColumns ? height_ : height_ / 2;
-    other.bufferHeight_ = byColumns ? bufferHeight_ : bufferHeight_ / 2;
+    TextureSizes half{width_, height_, bufferWidth_, bufferHeight_};
+    (byColumns ? half.width : half.height) /= 2;
+    (byColumns ? half.bufferWidth : half.bufferHeight) /= 2;
     // A half of nothing counts as memory that was not there.
-    const std::size_t halfBytes =
-        BlockBytes(other.bufferWidth_, other.bufferHeight_, bytesPerPixel_);
-    other.pixels_ = AllocateBlock(halfBytes);
-    if (other.pixels_ == nullptr) {
-        other.ResetSizes();
-        return false;
-    }
+    if (!other.Allocate(half, bytesPerPixel_)) return false;
 
     const std::size_t rowBytes = BlockBytes(bufferWidth_, 1, bytesPerPixel_);
-    const std::size_t halfRowBytes = BlockBytes(other.bufferWidth_, 1, bytesPerPixel_);
-    const std::uint8_t* const start =
-        pixels_ +
-        (byColumns ? halfRowBytes : static_cast<std::size_t>(other.bufferHeight_) * rowBytes);
-    for (std::size_t row = 0; row < static_cast<std::size_t>(other.bufferHeight_); ++row) {
+    const std::size_t halfRowBytes = BlockBytes(half.bufferWidth, 1, bytesPerPixel_);
+    const auto height = static_cast<std::size_t>(half.bufferHeight);
+    const std::uint8_t* const start = pixels_ + (byColumns ? halfRowBytes : height * rowBytes);
+    for (std::size_t row = 0; row < height; ++row) {
         std::memcpy(other.pixels_ + row * halfRowBytes, start + row * rowBytes, halfRowBytes);
         // What stays moves up in the same round: it ends before the rows still to be copied.
         if (byColumns) {
             std::memmove(pixels_ + row * halfRowBytes, pixels_ + row * rowBytes, halfRowBytes);
         }
     }
-
-    width_ = other.width_;
-    height_ = other.height_;
-    bufferWidth_ = other.bufferWidth_;
-    bufferHeight_ = other.bufferHeight_;
-    pixels_ = ResizeBlock(pixels_, halfBytes);
-    if (pixels_ == nullptr) ResetSizes();
-    return pixels_ != nullptr;
+    return KeepFront(half);
 }

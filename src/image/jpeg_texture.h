@@ -13,6 +13,14 @@ inline constexpr int kLoadedUnchanged = 1;
 inline constexpr int kLoadedShrunk = 3;   ///< contains kLoadShrunkBit
 inline constexpr int kLoadShrunkBit = 2;  ///< the picture was scaled down and is worth saving back
 
+/// Sides of a picture and of the buffer that it lies in, pixels.
+struct TextureSizes {
+    std::int32_t width = 0;
+    std::int32_t height = 0;
+    std::int32_t bufferWidth = 0;
+    std::int32_t bufferHeight = 0;
+};
+
 /// A picture in memory, ready for OpenGL.
 ///
 /// `pixels`: bufferHeight rows of bufferWidth x bytesPerPixel bytes, tightly packed, bottom row
@@ -64,6 +72,12 @@ public:
     bool PadBuffer(int newBufferWidth, int newBufferHeight) noexcept;
     /// Moves the right half (`byColumns`) or the top half into `other`, which is cleared first.
     bool Split(CJpegTexture& other, bool byColumns) noexcept;
+    /// Takes a block for pixels that the caller is going to write. @return false without memory or
+    /// for an empty buffer: the sizes are 0 then
+    bool Allocate(const TextureSizes& sizes, std::int32_t bytesPerPixel) noexcept;
+    /// Takes smaller sizes; the bytes at the front of the block stay as they are, the rest is given
+    /// back. @return false without memory: the sizes are 0 and the pixels are gone then
+    bool KeepFront(const TextureSizes& sizes) noexcept;
 
     /// Widens a 3-byte picture to 4 bytes with a constant alpha.
     bool ConvertToRgba(std::uint8_t alpha) noexcept;
@@ -81,6 +95,7 @@ public:
     bool SwapRedBlue() noexcept;
 
 protected:
+    void SetSizes(const TextureSizes& sizes) noexcept;
     /// Sets the four sizes to 0; the bytes per pixel stay.
     void ResetSizes() noexcept;
 
@@ -107,4 +122,10 @@ class CGLTexture : public CJpegTexture {
 public:
     /// @return kLoadFailed, kLoadedUnchanged or kLoadedShrunk
     int Load(std::unique_ptr<Picture> picture, int maxWidth, int maxHeight) override;
+
+private:
+    /// Filters the rows of a picture above the limits straight into the shrunk texture, without the
+    /// whole one between; the bytes are those of Load and Rescale. @return false, and the texture
+    /// is empty, when there is nothing to shrink or it takes the detour over the whole one
+    bool LoadShrunk(Picture& picture, int maxWidth, int maxHeight);
 };

@@ -8,6 +8,8 @@
 #include "image/jpeg_texture.h"
 #include "image/picture.h"
 #include "image/pixel_block.h"
+#include "image/red_blue.h"
+#include "image/resample.h"
 
 namespace {
 
@@ -34,22 +36,27 @@ public:
     const std::uint8_t* Row(std::int32_t fromTop) const noexcept {
         return rows_.firstRow + fromTop * rows_.stride;
     }
+    /// Bytes from a row to the one below.
+    std::ptrdiff_t Stride() const noexcept { return rows_.stride; }
 
 private:
     Picture& picture_;
     PixelRows rows_;
 };
 
-void CopyExchangingRedBlue(const std::uint8_t* source, std::int32_t width,
-                           std::uint8_t* target) noexcept {
-    for (const std::uint8_t* end = source + static_cast<std::size_t>(width) * kRgbBytes;
-         source != end; source += kRgbBytes, target += kRgbBytes) {
-        const std::uint8_t blue = source[0];
-        const std::uint8_t green = source[1];
-        target[0] = source[2];
-        target[1] = green;
-        target[2] = blue;
+/// Makes `picture` one of 3 bytes a pixel; false when it is none or cannot become one.
+bool MakeRgb(std::unique_ptr<Picture>& picture) {
+    if (picture == nullptr || !picture->IsOk()) return false;
+    if (picture->GetPixelFormat() != kPixelFormat24bppRgb) {
+        picture = ConvertPicture(std::move(picture), kPixelFormat24bppRgb);
     }
+    return picture != nullptr;
+}
+
+/// Largest 8 * 2^n that is neither above `size` nor above the first 16 * 2^n to reach `limit`.
+std::int64_t FittedSide(std::int64_t size, std::int64_t limit) noexcept {
+    const std::int64_t side = DoubledSide(size, limit);
+    return side > size ? side / 2 : side;
 }
 
 }  // namespace
@@ -66,12 +73,8 @@ int CJpegTexture::LoadFromFile(const std::wstring& path, int maxWidth, int maxHe
 
 int CJpegTexture::Load(std::unique_ptr<Picture> picture, int maxWidth, int maxHeight) {
     Clear(true);
-    if (picture == nullptr || !picture->IsOk()) return kLoadFailed;
     try {
-        if (picture->GetPixelFormat() != kPixelFormat24bppRgb) {
-            picture = ConvertPicture(std::move(picture), kPixelFormat24bppRgb);
-            if (picture == nullptr) return kLoadFailed;
-        }
+        if (!MakeRgb(picture)) return kLoadFailed;
         if (ChooseBuffer(picture->GetWidth(), picture->GetHeight(), maxWidth, maxHeight) &&
             CopyRows(*picture)) {
             return kLoadedUnchanged;
@@ -112,7 +115,8 @@ bool CJpegTexture::CopyRows(Picture& picture) {
     const std::size_t pictureBytes = BlockBytes(width_, 1, bytesPerPixel_);
     for (std::int32_t row = 0; row < height_; ++row) {
         std::uint8_t* const target = pixels_ + static_cast<std::size_t>(row) * rowBytes;
-        CopyExchangingRedBlue(rows.Row(height_ - 1 - row), width_, target);
+        CopyExchangingRedBlue(rows.Row(height_ - 1 - row), static_cast<std::size_t>(width_),
+                              target);
         std::memset(target + pictureBytes, 0, rowBytes - pictureBytes);
     }
     const std::size_t used = static_cast<std::size_t>(height_) * rowBytes;
@@ -141,14 +145,44 @@ bool CJpegTexture::SaveJpeg(const std::wstring& path, int quality) {
 }
 
 int CGLTexture::Load(std::unique_ptr<Picture> picture, int maxWidth, int maxHeight) {
+    Clear(true);
+    const bool limited = maxWidth >= 1 && maxHeight >= 1;
+    try {
+        if (!MakeRgb(picture)) return kLoadFailed;
+        if (limited && LoadShrunk(*picture, maxWidth, maxHeight)) return kLoadedShrunk;
+    } catch (...) {  // no memory for the conversion or the lock
+        return kLoadFailed;
+    }
     if (CJpegTexture::Load(std::move(picture), 0, 0) == kLoadFailed) return kLoadFailed;
-    if (maxWidth < 1 || maxHeight < 1) return kLoadedUnchanged;
-    std::int64_t targetWidth = DoubledSide(width_, maxWidth);
-    std::int64_t targetHeight = DoubledSide(height_, maxHeight);
-    if (targetWidth > width_) targetWidth /= 2;
-    if (targetHeight > height_) targetHeight /= 2;
+    if (!limited) return kLoadedUnchanged;
+    const std::int64_t targetWidth = FittedSide(width_, maxWidth);
+    const std::int64_t targetHeight = FittedSide(height_, maxHeight);
     if (targetWidth == width_ && targetHeight == height_) return kLoadedUnchanged;
     // Deliberate: also when a picture below 8 pixels was refused, and kept as it is.
     Rescale(static_cast<int>(targetWidth), static_cast<int>(targetHeight));
     return kLoadedShrunk;
+}
+
+bool CGLTexture::LoadShrunk(Picture& picture, int maxWidth, int maxHeight) {
+    const std::int32_t width = picture.GetWidth();
+    const std::int32_t height = picture.GetHeight();
+    const std::int64_t targetWidth = FittedSide(width, maxWidth);
+    const std::int64_t targetHeight = FittedSide(height, maxHeight);
+    if (targetWidth > width || targetHeight > height) return false;
+    if (targetWidth == width && targetHeight == height) return false;
+    // Rows of other widths are padded to a multiple of 4 before they are filtered.
+    if (width % 4 != 0) return false;
+
+    const LockedRows rows(picture);
+    if (!rows.IsLocked()) return false;
+    const auto newWidth = static_cast<std::int32_t>(targetWidth);
+    const auto newHeight = static_cast<std::int32_t>(targetHeight);
+    const BlockSize from{static_cast<std::size_t>(width), static_cast<std::size_t>(height)};
+    const BlockSize to{static_cast<std::size_t>(newWidth), static_cast<std::size_t>(newHeight)};
+    if (Allocate({newWidth, newHeight, newWidth, newHeight}, kRgbBytes) &&
+        ShrinkExchangingRedBlue(rows.Row(height - 1), -rows.Stride(), from, to, pixels_)) {
+        return true;
+    }
+    Clear(true);
+    return false;
 }

@@ -1,32 +1,82 @@
 #include "image/tile_grid.h"
 
 #include <cstddef>
+#include <cstring>
 
 #include "image/jpeg_texture.h"
+#include "image/pixel_block.h"
 
 namespace {
 
-/// Cuts tile 0 into `count` tiles that stand `2 * half / count` apart, by halving.
-bool Halve(CGLTexture* const* tiles, std::ptrdiff_t count, std::ptrdiff_t half,
-           bool byColumns) noexcept {
-    if (count < 2 || half == 0) return true;
-    if (!tiles[0]->Split(*tiles[half], byColumns)) return false;
-    return Halve(tiles, count / 2, half / 2, byColumns) &&
-           Halve(tiles + half, count / 2, half / 2, byColumns);
+void ClearFrom(int first, CGLTexture* const* tiles, int count) noexcept {
+    for (int i = first; i < count; ++i) tiles[i]->Clear(true);
+}
+
+/// Where piece `index` of `count` begins when a side of `size` is halved again and again. A halving
+/// of an odd side drops its last pixel, so that pieces need not follow each other closely.
+int PieceStart(int size, int count, int index) noexcept {
+    int start = 0;
+    while (count > 1) {
+        size /= 2;
+        count /= 2;
+        if (index < count) continue;
+        start += size;
+        index -= count;
+    }
+    return start;
+}
+
+/// Copies the rows of one band into its tiles, each row read once and in order. The picture itself
+/// may be the first tile: its part of a row then moves to the front of its block.
+void CopyBand(const CGLTexture& picture, int firstRow, CGLTexture* const* tiles, int columns,
+              const TextureSizes& tile) noexcept {
+    const std::int32_t channels = picture.GetBytesPerPixel();
+    const std::size_t rowBytes = BlockBytes(picture.GetBufferWidth(), 1, channels);
+    const std::size_t tileRowBytes = BlockBytes(tile.bufferWidth, 1, channels);
+    const auto height = static_cast<std::size_t>(tile.bufferHeight);
+    const std::uint8_t* source =
+        picture.GetPixels() + static_cast<std::size_t>(firstRow) * rowBytes;
+    for (std::size_t row = 0; row < height; ++row, source += rowBytes) {
+        for (int column = 0; column < columns; ++column) {
+            const int start = PieceStart(picture.GetBufferWidth(), columns, column);
+            std::memmove(tiles[column]->GetPixels() + row * tileRowBytes,
+                         source + BlockBytes(start, 1, channels), tileRowBytes);
+        }
+    }
+}
+
+/// Moves the topmost band of what is left of the picture, from `firstRow` on, into `tiles`.
+bool MoveBand(CGLTexture& picture, int firstRow, CGLTexture* const* tiles, int columns,
+              const TextureSizes& tile) noexcept {
+    for (int column = 0; column < columns; ++column) {
+        if (tiles[column] == &picture) continue;
+        if (!tiles[column]->Allocate(tile, picture.GetBytesPerPixel())) return false;
+    }
+    CopyBand(picture, firstRow, tiles, columns, tile);
+    if (firstRow == 0) return picture.KeepFront(tile);
+    return picture.KeepFront({picture.GetWidth(), firstRow, picture.GetBufferWidth(), firstRow});
 }
 
 }  // namespace
 
+// From the top band down: what is left of the picture is then the front of its block, and each band
+// gives its memory back before the next one takes some. The bottom left tile is what remains.
 bool SplitIntoGrid(CGLTexture* const* tiles, int columns, int rows) noexcept {
-    const std::ptrdiff_t count = static_cast<std::ptrdiff_t>(columns) * rows;
-    for (std::ptrdiff_t i = 1; i < count; ++i) tiles[i]->Clear(true);
-    if (!Halve(tiles, columns, columns / 2, true)) return false;
-
-    bool done = true;
-    for (std::ptrdiff_t column = 0; done && column < columns; ++column) {
-        done = Halve(tiles + column, rows, count / 2, false);
+    const int count = columns * rows;
+    ClearFrom(1, tiles, count);
+    CGLTexture& picture = *tiles[0];
+    if (picture.GetPixels() == nullptr) return false;
+    const TextureSizes tile{picture.GetWidth() / columns, picture.GetHeight() / rows,
+                            picture.GetBufferWidth() / columns, picture.GetBufferHeight() / rows};
+    const std::int32_t bufferHeight = picture.GetBufferHeight();
+    for (int band = rows - 1; band >= 0; --band) {
+        CGLTexture* const* const bandTiles = tiles + static_cast<std::ptrdiff_t>(columns) * band;
+        const int firstRow = PieceStart(bufferHeight, rows, band);
+        if (MoveBand(picture, firstRow, bandTiles, columns, tile)) continue;
+        // Nothing was cut off yet where memory ran out at the first band.
+        const bool isWhole = band == rows - 1 && tile.bufferHeight > 0;
+        ClearFrom(isWhole ? 1 : 0, tiles, count);
+        return false;
     }
-    if (done) return true;
-    for (std::ptrdiff_t i = 0; i < count; ++i) tiles[i]->Clear(true);
-    return false;
+    return true;
 }

@@ -2,6 +2,8 @@
 
 #include <gmock/gmock.h>
 
+#include <cstring>
+
 #include "image/texture_limits.h"
 #include "support/table.h"
 #include "support/texture_pixels.h"
@@ -104,6 +106,25 @@ TEST_F(JpegTextureTest, TheMapTextureShrinksToPowersOfTwoOrItsLimits) {
     }
     CGLTexture empty;
     EXPECT_FALSE(FitToLimits(empty, 64, 64) || empty.MakePowerOfTwo());
+}
+
+TEST_F(JpegTextureTest, ALoadThatShrinksGivesTheBytesOfLoadAndRescale) {
+    const int cases[][4] = {
+        {64, 32, 32, 16},     {64, 32, 64, 16}, {68, 34, 32, 16}, {1080, 540, 1024, 512},
+        {1000, 512, 64, 512}, {44, 16, 16, 8},  {42, 30, 32, 16}, {16, 300, 16, 16},
+    };
+    for (const auto& [width, height, maxWidth, maxHeight] : cases) {
+        MemoryImage image = NoiseImage(width, height);
+        image.bottomUp = width == 1000;
+        CGLTexture shrunk;
+        EXPECT_EQ(LoadImage(shrunk, image, maxWidth, maxHeight), kLoadedShrunk) << width;
+        CGLTexture plain;
+        LoadImage(plain, image);
+        EXPECT_TRUE(plain.Rescale(shrunk.GetWidth(), shrunk.GetHeight())) << width;
+        EXPECT_EQ(Sizes(shrunk), Sizes(plain)) << width;
+        const auto bytes = static_cast<std::size_t>(plain.GetWidth() * plain.GetHeight() * 3);
+        EXPECT_EQ(std::memcmp(shrunk.GetPixels(), plain.GetPixels(), bytes), 0) << width;
+    }
 }
 
 TEST_F(JpegTextureTest, RescaleRefusesWhatIsNoShrinkingAndTakesInThePadding) {

@@ -14,6 +14,20 @@ const IMAGE_IMPORT_DESCRIPTOR* FirstImport(HMODULE module) {
     return reinterpret_cast<const IMAGE_IMPORT_DESCRIPTOR*>(At(module, directory.VirtualAddress));
 }
 
+/// Hands `visit` the name and the slot of every function that `import` names.
+template <class Visit>
+void VisitFunctions(HMODULE module, const IMAGE_IMPORT_DESCRIPTOR& import, Visit&& visit) {
+    const auto* names =
+        reinterpret_cast<const IMAGE_THUNK_DATA64*>(At(module, import.OriginalFirstThunk));
+    auto* slot = reinterpret_cast<void**>(At(module, import.FirstThunk));
+    for (; names->u1.AddressOfData != 0; ++names, ++slot) {
+        if (IMAGE_SNAP_BY_ORDINAL64(names->u1.Ordinal)) continue;
+        const auto* byName = reinterpret_cast<const IMAGE_IMPORT_BY_NAME*>(
+            At(module, static_cast<DWORD>(names->u1.AddressOfData)));
+        visit(std::string_view(reinterpret_cast<const char*>(byName->Name)), slot);
+    }
+}
+
 void* Swap(void** slot, void* replacement) {
     DWORD protection = 0;
     VirtualProtect(slot, sizeof *slot, PAGE_READWRITE, &protection);
@@ -26,17 +40,21 @@ void* Swap(void** slot, void* replacement) {
 }  // namespace
 
 void* ReplaceImport(HMODULE module, std::string_view function, void* replacement) {
+    void** found = nullptr;
     for (const auto* import = FirstImport(module); import->Name != 0; ++import) {
-        const auto* names =
-            reinterpret_cast<const IMAGE_THUNK_DATA64*>(At(module, import->OriginalFirstThunk));
-        auto* slots = reinterpret_cast<void**>(At(module, import->FirstThunk));
-        for (; names->u1.AddressOfData != 0; ++names, ++slots) {
-            if (IMAGE_SNAP_BY_ORDINAL64(names->u1.Ordinal)) continue;
-            const auto* byName = reinterpret_cast<const IMAGE_IMPORT_BY_NAME*>(
-                At(module, static_cast<DWORD>(names->u1.AddressOfData)));
-            if (function == reinterpret_cast<const char*>(byName->Name))
-                return Swap(slots, replacement);
-        }
+        VisitFunctions(module, *import, [&](std::string_view name, void** slot) {
+            if (found == nullptr && name == function) found = slot;
+        });
     }
-    return nullptr;
+    return found != nullptr ? Swap(found, replacement) : nullptr;
+}
+
+std::vector<std::string> ImportedNames(HMODULE module, std::string_view library) {
+    std::vector<std::string> names;
+    for (const auto* import = FirstImport(module); import->Name != 0; ++import) {
+        if (library != reinterpret_cast<const char*>(At(module, import->Name))) continue;
+        VisitFunctions(module, *import,
+                       [&](std::string_view name, void**) { names.emplace_back(name); });
+    }
+    return names;
 }

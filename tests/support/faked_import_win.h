@@ -6,8 +6,10 @@
 #include <atomic>
 #include <cstddef>
 #include <functional>
+#include <string>
 #include <string_view>
 #include <utility>
+#include <vector>
 
 #include "base/windows_types.h"
 
@@ -23,6 +25,9 @@ struct FunctionName {
 /// Replaces the import `function` of `module` and says what stood there; null when the module does
 /// not import it.
 void* ReplaceImport(HMODULE module, std::string_view function, void* replacement);
+
+/// Names of the functions that `module` imports from `library` ("OPENGL32.dll"), by name.
+std::vector<std::string> ImportedNames(HMODULE module, std::string_view library);
 
 /// Answers an imported function of a module in place of the real one, for as long as this lives.
 /// One object at a time for a name and an owner; those of several owners stack, last in first out.

@@ -1,0 +1,16 @@
+// The way of a host from its start to the first frame with the whole map in it: first_picture
+// [WIDTH HEIGHT]. bench/table.py starts it in turns with bare_map.
+#include <cstdlib>
+
+#include "map_host_win.h"
+#include "shown_line_win.h"
+
+int wmain(int count, wchar_t** arguments) {
+    std::vector<CityRecord> noCities;
+    const int width = count > 2 ? _wtoi(arguments[1]) : 1920;
+    const int height = count > 2 ? _wtoi(arguments[2]) : 1080;
+    BenchHost host(noCities, width, height);
+    if (!host.PumpUntilTextured()) return 1;
+    PrintShown();
+    std::_Exit(0);  // what comes after the picture is not measured
+}

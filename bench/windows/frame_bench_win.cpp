@@ -1,0 +1,192 @@
+// One frame of the map, against the bare OpenGL commands of the same frame: frame_bench [WIDTH
+// HEIGHT [LABELS [CITIES [BUDGET_MS]]]]
+#include <algorithm>
+#include <cstdio>
+#include <cstdlib>
+#include <vector>
+
+#include "common/result_line.h"
+#include "common/spread_cities.h"
+#include "gl_tape_win.h"
+#include "map_host_win.h"
+#include "peak_memory_win.h"
+#include "support/faked_import_win.h"
+
+namespace {
+
+constexpr DWORD kQuietMs = 2000;  // the library measures itself after a load, and may load again
+constexpr int kFrameBudgetMs = 8000;
+constexpr int kFewPairs = 3;     // when a budget is named: for a plot, whose points are many
+constexpr int kOwnFrames = 500;  // frames without OpenGL behind a figure: each takes microseconds
+
+// A little below what the middle of a new window shows, and how far apart the cities stand there.
+constexpr double kMiddleLatitude = 39.8;
+constexpr double kMiddleLongitude = 0.05;
+constexpr double kCityStepDeg = 0.01;
+constexpr int kCitiesInRow = 8;
+
+/// `labels` cities within reach of the window's middle, the others all over the globe. The nearest
+/// ones are the highest on screen: a column that began above the window would not be drawn.
+std::vector<CityRecord> MakeCities(int count, int labels) {
+    std::vector<CityRecord> cities = SpreadCities(count);
+    for (int i = 0; i < labels; ++i) {
+        CityRecord& city = cities[static_cast<std::size_t>(i)];
+        std::swprintf(city.cityName, 64, L"Springfield %d", i);
+        const int row = i / kCitiesInRow;
+        const int column = i % kCitiesInRow - kCitiesInRow / 2;
+        city.latitude = kMiddleLatitude - kCityStepDeg * row;
+        city.longitude = kMiddleLongitude + kCityStepDeg * column;
+    }
+    return cities;
+}
+
+// ---- Heap -----------------------------------------------------------------------------------
+
+int allocations = 0;
+
+decltype(&std::malloc) realMalloc = nullptr;
+decltype(&std::calloc) realCalloc = nullptr;
+decltype(&std::realloc) realRealloc = nullptr;
+
+void* CountedMalloc(std::size_t bytes) {
+    ++allocations;
+    return realMalloc(bytes);
+}
+void* CountedCalloc(std::size_t count, std::size_t bytes) {
+    ++allocations;
+    return realCalloc(count, bytes);
+}
+void* CountedRealloc(void* block, std::size_t bytes) {
+    ++allocations;
+    return realRealloc(block, bytes);
+}
+
+template <class Function>
+void Hook(HMODULE module, const char* name, Function* replacement, Function*& real) {
+    real = reinterpret_cast<Function*>(
+        ReplaceImport(module, name, reinterpret_cast<void*>(replacement)));
+}
+
+/// Allocations of the library in `frames` frames; -1 when they cannot be seen.
+int CountAllocations(const BenchHost& host, HMODULE library, int frames) {
+    Hook(library, "malloc", CountedMalloc, realMalloc);
+    Hook(library, "calloc", CountedCalloc, realCalloc);
+    Hook(library, "realloc", CountedRealloc, realRealloc);
+    if (realMalloc == nullptr || realCalloc == nullptr || realRealloc == nullptr) return -1;
+    for (int i = 0; i < frames; ++i) host.Paint();
+    ReplaceImport(library, "malloc", reinterpret_cast<void*>(realMalloc));
+    ReplaceImport(library, "calloc", reinterpret_cast<void*>(realCalloc));
+    ReplaceImport(library, "realloc", reinterpret_cast<void*>(realRealloc));
+    return allocations;
+}
+
+// ---- Without OpenGL -------------------------------------------------------------------------
+
+std::intptr_t Nothing() { return 0; }
+std::intptr_t Done() { return 1; }
+
+/// Puts empty functions in place of all of OpenGL that the library calls.
+void TakeOpenGlAway(HMODULE library) {
+    for (const char* name : {"OPENGL32.dll", "GLU32.dll"}) {
+        for (const std::string& function : ImportedNames(library, name)) {
+            const bool succeeds = function == "wglMakeCurrent";
+            ReplaceImport(library, function, reinterpret_cast<void*>(succeeds ? Done : Nothing));
+        }
+    }
+    ReplaceImport(library, "SwapBuffers", reinterpret_cast<void*>(Done));
+}
+
+LRESULT CALLBACK BareProc(HWND window, UINT message, WPARAM wParam, LPARAM lParam) {
+    if (message != WM_PAINT) return DefWindowProcW(window, message, wParam, lParam);
+    PAINTSTRUCT paint;
+    BeginPaint(window, &paint);
+    RECT client;
+    GetClientRect(window, &client);
+    EndPaint(window, &paint);
+    return 0;
+}
+
+/// A child window that paints nothing, of the map's size.
+HWND MakeBareWindow(HWND map) {
+    WNDCLASSW windowClass = {};
+    windowClass.style = CS_OWNDC;
+    windowClass.lpfnWndProc = BareProc;
+    windowClass.hInstance = GetModuleHandleW(nullptr);
+    windowClass.lpszClassName = L"horivo bench bare";
+    RegisterClassW(&windowClass);
+    RECT client;
+    GetClientRect(map, &client);
+    return CreateWindowExW(0, windowClass.lpszClassName, L"", WS_CHILD | WS_VISIBLE, 0, 0,
+                           client.right, client.bottom, GetParent(map), nullptr,
+                           windowClass.hInstance, nullptr);
+}
+
+/// A frame whose OpenGL calls cost nothing, against the painting of an empty window: what is left
+/// is the library's own work.
+Pairs MeasureOwnWork(const BenchHost& host, HMODULE library) {
+    TakeOpenGlAway(library);
+    HWND bare = MakeBareWindow(host.Map());
+    Pairs pairs;
+    for (int i = 0; i < kOwnFrames; ++i) {
+        const double bareMs = MillisecondsOf([&] {
+            InvalidateRect(bare, nullptr, FALSE);
+            UpdateWindow(bare);
+        });
+        ShowWindow(bare, SW_HIDE);
+        pairs.Add(bareMs, MillisecondsOf([&] { host.Paint(); }));
+        ShowWindow(bare, SW_SHOWNA);
+    }
+    return pairs;
+}
+
+// ---- With OpenGL ----------------------------------------------------------------------------
+
+/// Frames of the library and the bare commands of one, in turns on the same window.
+Pairs MeasureFrames(const BenchHost& host, HMODULE library, PairBudget budget) {
+    GlTape tape;
+    tape.Record({library, GetModuleHandleW(L"glu32.dll")}, [&] { host.Paint(); });
+    PrintValue("frame/commands", "calls", static_cast<double>(tape.Size()));
+    HGLRC context = wglGetCurrentContext();
+    HDC dc = GetDC(host.Map());
+    Pairs pairs = MeasurePairs(
+        [&] {
+            wglMakeCurrent(dc, context);
+            return MillisecondsOf([&] { tape.Play(dc); });
+        },
+        [&] { return MillisecondsOf([&] { host.Paint(); }); }, budget);
+    ReleaseDC(host.Map(), dc);
+    return pairs;
+}
+
+}  // namespace
+
+int wmain(int count, wchar_t** arguments) {
+    const auto argument = [&](int i, int standard) {
+        return count > i ? _wtoi(arguments[i]) : standard;
+    };
+    const int width = argument(1, 800);
+    const int height = argument(2, 600);
+    const int labels = argument(3, 64);
+    std::vector<CityRecord> cities = MakeCities(argument(4, 417), labels);
+    HMODULE library = GetModuleHandleW(L"horivo_map.dll");
+    BenchHost host(cities, width, height);
+    if (!host.PumpUntilTextured()) return 1;
+    BenchHost::PumpUntilQuiet(kQuietMs);
+    SendMessageW(host.Map(), WM_MOUSEMOVE, 0, MAKELPARAM(width / 2, height / 2));
+    host.Paint();
+    const auto shown = std::count_if(cities.begin(), cities.end(),
+                                     [](const CityRecord& city) { return city.inRange != 0; });
+    PrintValue("frame/labels", "labels", static_cast<double>(shown));
+
+    const bool isForPlot = count > 5;
+    const PairBudget budget{isForPlot ? kFewPairs : kBenchPairs,
+                            static_cast<double>(argument(5, kFrameBudgetMs))};
+    PrintPairs("frame", MeasureFrames(host, library, budget));
+    PrintValue("frame/peak", "MiB", PeakMiB());
+    PrintValue("frame/allocations", "blocks", CountAllocations(host, library, 20));
+    const Pairs own = MeasureOwnWork(host, library);
+    PrintPairs("frame_outside_gl", own);
+    PrintValue("frame_outside_gl/own", "ms", own.RoadMs() - own.FloorMs());
+    PrintValue("frame_outside_gl/own_best", "ms", own.BestRoadMs() - own.BestFloorMs());
+    std::_Exit(0);  // without OpenGL there is nothing to take down
+}

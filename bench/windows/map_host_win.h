@@ -1,0 +1,29 @@
+#pragma once
+// The least host that the library needs: a window, the map in it, a message loop.
+
+#include <cstdint>
+#include <vector>
+
+#include "base/windows_types.h"
+#include "horivo_map.h"
+
+class BenchHost {
+public:
+    /// @param cities  must outlive the host; may be empty
+    BenchHost(std::vector<CityRecord>& cities, int width, int height);
+    BenchHost(const BenchHost&) = delete;
+    BenchHost& operator=(const BenchHost&) = delete;
+    ~BenchHost();
+
+    HWND Map() const { return map_; }
+    /// Runs the message loop until a frame with the map's tiles was shown; false after a minute.
+    bool PumpUntilTextured();
+    /// Runs it until nothing has come for `quietMs`.
+    static void PumpUntilQuiet(DWORD quietMs);
+    /// Paints one frame now.
+    void Paint() const;
+
+private:
+    HWND host_ = nullptr;
+    HWND map_ = nullptr;
+};

@@ -1,0 +1,81 @@
+#include "image/row_filter.h"
+
+#include <cstring>
+
+namespace {
+
+constexpr std::size_t kChannels = 3;
+
+/// (a + b) / 2, rounded down, byte by byte.
+std::uint32_t MeanOfFourBytes(const std::uint8_t* a, const std::uint8_t* b) noexcept {
+    std::uint32_t first;
+    std::uint32_t second;
+    std::memcpy(&first, a, sizeof first);
+    std::memcpy(&second, b, sizeof second);
+    return (first & second) + (((first ^ second) >> 1U) & 0x7F7F7F7FU);
+}
+
+void WritePixel(const std::uint8_t* source, std::size_t count, std::uint32_t seed, MeanOf mean,
+                std::uint8_t* target) noexcept {
+    std::uint32_t sums[kChannels] = {source[0] * seed, source[1] * seed, source[2] * seed};
+    for (const std::uint8_t* end = source + count * kChannels; source != end; source += kChannels) {
+        sums[0] += source[0];
+        sums[1] += source[1];
+        sums[2] += source[2];
+    }
+    target[0] = mean(sums[0]);
+    target[1] = mean(sums[1]);
+    target[2] = mean(sums[2]);
+}
+
+}  // namespace
+
+RowFilter::RowFilter(std::size_t from, std::size_t to, std::uint32_t* starts) noexcept
+    : size_(to),
+      few_(from / to),
+      keepsLength_(from == to),
+      atMostTwo_(from <= 2 * to),
+      starts_(starts),
+      meanOfFirst_(1),
+      meanOfFew_(few_),
+      meanOfMany_(few_ + 1) {
+    for (std::size_t i = 0; i <= to; ++i) {
+        starts[i] = static_cast<std::uint32_t>(FirstSource(i, from, to));
+    }
+    meanOfFirst_ = MeanOf(starts[1] + std::size_t{1});
+}
+
+void RowFilter::Apply(const std::uint8_t* source, std::uint8_t* target) const noexcept {
+    if (keepsLength_) {
+        if (target != source) std::memmove(target, source, size_ * kChannels);
+        return;
+    }
+    WritePixel(source, starts_[1], 1, meanOfFirst_, target);
+    if (atMostTwo_) {
+        WritePairs(source, target);
+    } else {
+        WriteBoxes(source, target);
+    }
+}
+
+void RowFilter::WriteBox(const std::uint8_t* source, std::size_t i,
+                         std::uint8_t* target) const noexcept {
+    const std::size_t count = starts_[i + 1] - starts_[i];
+    WritePixel(source + starts_[i] * kChannels, count, 0, count == few_ ? meanOfFew_ : meanOfMany_,
+               target + i * kChannels);
+}
+
+void RowFilter::WriteBoxes(const std::uint8_t* source, std::uint8_t* target) const noexcept {
+    for (std::size_t i = 1; i < size_; ++i) WriteBox(source, i, target);
+}
+
+// Boxes of one or two pixels, without telling them apart: the mean of the first and the last.
+void RowFilter::WritePairs(const std::uint8_t* source, std::uint8_t* target) const noexcept {
+    for (std::size_t i = 1; i + 1 < size_; ++i) {
+        const std::uint32_t mean = MeanOfFourBytes(source + starts_[i] * kChannels,
+                                                   source + (starts_[i + 1] - 1) * kChannels);
+        std::memcpy(target + i * kChannels, &mean, kChannels);
+    }
+    // Behind the last one there may be no fourth byte to read.
+    if (size_ > 1) WriteBox(source, size_ - 1, target);
+}

@@ -1,0 +1,54 @@
+#pragma once
+
+#include <cstddef>
+#include <cstdint>
+
+/// Divides a sum of `count` bytes by that count with one multiplication.
+///
+/// Exact for counts up to 2^24: with r = floor(2^56 / count) + 1 = (2^56 + e) / count, e <= count,
+/// the product is too large by sum * e / count parts of 2^56. It stays below the next quotient as
+/// long as sum * e < 2^56, and 255 * count * count is. It fits 64 bits: 255 * (2^56 + count).
+class MeanOf {
+public:
+    static constexpr std::uint64_t kMaxCount = 1U << 24U;
+
+    explicit MeanOf(std::size_t count) noexcept : reciprocal_((1ULL << kShift) / count + 1) {}
+    std::uint8_t operator()(std::uint32_t sum) const noexcept {
+        return static_cast<std::uint8_t>((sum * reciprocal_) >> kShift);
+    }
+
+private:
+    static constexpr unsigned kShift = 56;
+    std::uint64_t reciprocal_;
+};
+
+/// Where the sources of target `target` begin when `from` pixels become `to`: the first i with
+/// i * to / from == target. JPEG sides go to 65535, whose products leave 32 bits.
+inline std::uint64_t FirstSource(std::uint64_t target, std::uint64_t from,
+                                 std::uint64_t to) noexcept {
+    return (target * from + to - 1) / to;
+}
+
+/// Shrinks single rows of 3-byte pixels with the box filter; the first pixel counts twice.
+class RowFilter {
+public:
+    /// @param starts  room for to + 1 numbers, filled here; must outlive the filter
+    RowFilter(std::size_t from, std::size_t to, std::uint32_t* starts) noexcept;
+
+    /// `target` may be `source` or lie before it: a pixel is written after its sources were read.
+    void Apply(const std::uint8_t* source, std::uint8_t* target) const noexcept;
+
+private:
+    void WriteBox(const std::uint8_t* source, std::size_t i, std::uint8_t* target) const noexcept;
+    void WriteBoxes(const std::uint8_t* source, std::uint8_t* target) const noexcept;
+    void WritePairs(const std::uint8_t* source, std::uint8_t* target) const noexcept;
+
+    std::size_t size_;
+    std::size_t few_;  ///< pixels gathered by a new one; some gather one more
+    bool keepsLength_;
+    bool atMostTwo_;
+    const std::uint32_t* starts_;
+    MeanOf meanOfFirst_;
+    MeanOf meanOfFew_;
+    MeanOf meanOfMany_;
+};

@@ -1,0 +1,76 @@
+#include "image/row_means.h"
+
+#include <emmintrin.h>  // SSE2: every x86-64 has it
+
+namespace {
+
+constexpr std::size_t kChannels = 3;
+constexpr std::size_t kBoxBytes = 2 * kChannels;
+
+/// Whole bytes of (a + b) / 2, rounded down.
+__m128i MeanOfBytes(__m128i a, __m128i b) noexcept {
+    const __m128i roundedUp = _mm_avg_epu8(a, b);
+    return _mm_sub_epi8(roundedUp, _mm_and_si128(_mm_xor_si128(a, b), _mm_set1_epi8(1)));
+}
+
+__m128i Load(const std::uint8_t* from) noexcept {
+    return _mm_loadu_si128(reinterpret_cast<const __m128i*>(from));
+}
+
+void Store(std::uint8_t* to, __m128i bytes) noexcept {
+    _mm_storeu_si128(reinterpret_cast<__m128i*>(to), bytes);
+}
+
+/// Means of neighbouring pixels. Of 16 bytes those of the boxes count: 0 to 2, 6 to 8, 12 to 14.
+__m128i MeanOfNeighbours(const std::uint8_t* pixels) noexcept {
+    return MeanOfBytes(Load(pixels), Load(pixels + kChannels));
+}
+
+/// Three boxes a round. @return the new pixels that are done, from the first of the row on
+std::size_t HalveInThrees(const std::uint8_t* first, const std::uint8_t* second, std::size_t size,
+                          std::uint8_t* target) noexcept {
+    constexpr std::size_t kBoxes = 3;
+    constexpr std::size_t kRoom = 6;  // new pixels whose bytes a round may read or write
+    const __m128i box0 = _mm_setr_epi32(0x00FFFFFF, 0, 0, 0);
+    const __m128i box1 = _mm_slli_si128(box0, 3);
+    const __m128i box2 = _mm_slli_si128(box0, 6);
+    std::size_t i = 0;
+    for (; i + kRoom <= size; i += kBoxes) {
+        const __m128i means = MeanOfBytes(MeanOfNeighbours(first + i * kBoxBytes),
+                                          MeanOfNeighbours(second + i * kBoxBytes));
+        const __m128i boxes01 =
+            _mm_or_si128(_mm_and_si128(means, box0), _mm_and_si128(_mm_srli_si128(means, 3), box1));
+        const __m128i boxes = _mm_or_si128(boxes01, _mm_and_si128(_mm_srli_si128(means, 6), box2));
+        // The bytes behind the three boxes are written again by the next round.
+        Store(target + i * kChannels, boxes);
+    }
+    return i;
+}
+
+}  // namespace
+
+void MeanOfRows(const std::uint8_t* first, const std::uint8_t* second, std::size_t bytes,
+                std::uint8_t* target) noexcept {
+    std::size_t i = 0;
+    for (; i + sizeof(__m128i) <= bytes; i += sizeof(__m128i)) {
+        Store(target + i, MeanOfBytes(Load(first + i), Load(second + i)));
+    }
+    for (; i < bytes; ++i) target[i] = static_cast<std::uint8_t>((first[i] + second[i]) / 2);
+}
+
+void HalveRows(const std::uint8_t* first, const std::uint8_t* second, std::size_t size,
+               std::uint8_t* target) noexcept {
+    for (std::size_t i = HalveInThrees(first, second, size, target); i < size; ++i) {
+        const std::uint8_t* const a = first + i * kBoxBytes;
+        const std::uint8_t* const b = second + i * kBoxBytes;
+        for (std::size_t c = 0; c < kChannels; ++c) {
+            const int means = (a[c] + a[c + kChannels]) / 2 + (b[c] + b[c + kChannels]) / 2;
+            target[i * kChannels + c] = static_cast<std::uint8_t>(means / 2);
+        }
+    }
+    for (std::size_t c = 0; c < kChannels; ++c) {
+        const int means =
+            (2 * first[c] + first[c + kChannels]) / 3 + (2 * second[c] + second[c + kChannels]) / 3;
+        target[c] = static_cast<std::uint8_t>(means / 2);
+    }
+}
