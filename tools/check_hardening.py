@@ -13,8 +13,8 @@ import pefile
 
 LOAD_FROM_SYSTEM_FOLDER = 0x800
 LOAD_CONFIG = pefile.DIRECTORY_ENTRY["IMAGE_DIRECTORY_ENTRY_LOAD_CONFIG"]
-# The few functions with buffers; below it, the option was lost for most of the sources.
-FEWEST_GUARDED = 20
+# Functions with buffers; below it, the option was lost for most of the sources.
+FEWEST_GUARDED = 100
 
 
 def image_faults(image):

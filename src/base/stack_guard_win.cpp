@@ -27,7 +27,7 @@ namespace {
 constexpr std::uint64_t kScatter = 0x9E3779B97F4A7C15;  // 2^64 / golden ratio: spreads every bit
 
 // Before all other constructors, and unguarded itself: its own guard would change under its feet.
-[[gnu::constructor(101), gnu::no_stack_protector]] void ChooseStackGuard() {
+__attribute__((constructor(101), no_stack_protector)) void ChooseStackGuard() {
     LARGE_INTEGER counter = {};
     FILETIME time = {};
     QueryPerformanceCounter(&counter);

@@ -11,7 +11,7 @@ extern "C" std::uintptr_t __stack_chk_guard;
 namespace {
 
 /// Writes over the end of its own buffer, in a way that the compiler cannot foresee.
-[[gnu::noinline]] int Overrun(volatile std::size_t length) {
+[[gnu::noinline]] int Overrun(std::size_t length) {
     char buffer[16] = {};
     char* volatile start = buffer;
     std::memset(start, 'x', length);
