@@ -27,7 +27,8 @@ void Resolve(HMODULE module, const char* name, Function& function) {
 
 }  // namespace
 
-MapLibrary::MapLibrary() : module(LoadLibraryW(L"horivo_map.dll")) {
+void MapLibrary::Load() {
+    module = LoadLibraryW(L"horivo_map.dll");
     Resolve(module, "InitMap", InitMap);
     Resolve(module, "SetLocalString", SetLocalString);
     Resolve(module, "CreateMapWindow", CreateMapWindow);
@@ -48,9 +49,7 @@ SYSTEMTIME& FixedClock() {
 
 MapHostTest::MapHostTest() {
     EmptyDataFolder();
-    SpyOnGl(library.module);
-    ReplaceImport(library.module, "GetSystemTime", reinterpret_cast<void*>(&TellFixedTime));
-    ReplaceImport(library.module, "GetTickCount", reinterpret_cast<void*>(&TellNextTick));
+    Watch();
     WNDCLASSW windowClass = {};
     windowClass.lpfnWndProc = HostProc;
     windowClass.hInstance = GetModuleHandleW(nullptr);
@@ -61,6 +60,12 @@ MapHostTest::MapHostTest() {
     host = CreateWindowW(kHostClass, L"host", WS_POPUP, 20, 20, 900, 700, nullptr, nullptr,
                          windowClass.hInstance, this);
     ShowWindow(host, SW_SHOWNA);
+}
+
+void MapHostTest::Watch() const {
+    SpyOnGl(library.module);
+    ReplaceImport(library.module, "GetSystemTime", reinterpret_cast<void*>(&TellFixedTime));
+    ReplaceImport(library.module, "GetTickCount", reinterpret_cast<void*>(&TellNextTick));
 }
 
 MapHostTest::~MapHostTest() {

@@ -16,10 +16,11 @@
 /// The loaded DLL and its six functions.
 class MapLibrary {
 public:
-    MapLibrary();
+    MapLibrary() { Load(); }
     MapLibrary(const MapLibrary&) = delete;
     MapLibrary& operator=(const MapLibrary&) = delete;
     ~MapLibrary() { Unload(); }
+    void Load();
     void Unload();
 
     HMODULE module = nullptr;
@@ -61,6 +62,8 @@ protected:
     static void PutSettings(const std::string& text);
     static std::filesystem::path MapPath() { return DataFolder() / "map.jpg"; }
 
+    /// Puts clock and spies between a library that was loaded anew and Windows.
+    void Watch() const;
     /// Calls InitMap with `cities` as they are now.
     std::uint32_t Init();
     /// A map window inside the host window.
