@@ -7,6 +7,7 @@
 #include "support/faked_import_win.h"
 #include "support/gdiplus_pictures_win.h"
 #include "support/gl_spy_win.h"
+#include "support/worker_watch_win.h"
 
 namespace {
 
@@ -149,6 +150,16 @@ void MapHostTest::PumpPending() {
 
 bool MapHostTest::WaitForTiles(std::size_t uploads) {
     return PumpUntil([=] { return SpiedGl().uploads.size() >= uploads; });
+}
+
+bool MapHostTest::Settle(const WorkerWatch& workers) {
+    int started = -1;
+    while (started != workers.Started()) {
+        started = workers.Started();
+        if (!PumpUntil([&] { return workers.HaveAllLeft(); })) return false;
+        PumpPending();
+    }
+    return true;
 }
 
 void MapHostTest::Paint(HWND window) {

@@ -13,6 +13,8 @@
 #include "base/windows_types.h"
 #include "horivo_map.h"
 
+class WorkerWatch;
+
 /// The loaded DLL and its six functions.
 class MapLibrary {
 public:
@@ -76,6 +78,9 @@ protected:
     static void PumpPending();
     /// Pumps until the planet of the (newest) window carries its tiles, by the spy's uploads.
     bool WaitForTiles(std::size_t uploads = 8);
+    /// Pumps until all workers have left and none of their messages starts another; false when one
+    /// stays.
+    static bool Settle(const WorkerWatch& workers);
     /// Paints at once.
     static void Paint(HWND window);
     /// Presses and releases a key.

@@ -1,5 +1,5 @@
 // Weeks in the life of a map, pressed into minutes: nothing that it holds may grow.
-#include <gmock/gmock.h>
+#include <gtest/gtest.h>
 
 #include <cstdlib>
 #include <random>
@@ -13,8 +13,6 @@ namespace {
 
 constexpr int kWidth = 160;
 constexpr int kHeight = 120;
-constexpr int kSamples = 50;
-constexpr int kSamplesToFull = 5;  // samples between two stretches at the full map and detail
 
 enum class Detail { Coarse, Full };
 
@@ -46,12 +44,7 @@ protected:
     }
     /// Lets workers and messages come to an end.
     void Settle() {
-        int started = -1;
-        while (started != workers.Started()) {
-            started = workers.Started();
-            ASSERT_TRUE(PumpUntil([this] { return workers.HaveAllLeft(); })) << "a worker hangs";
-            PumpPending();
-        }
+        ASSERT_TRUE(MapHostTest::Settle(workers)) << "a worker hangs";
         SpiedGl().uploads.clear();
     }
     SpiedFrame HomeView() {
@@ -73,16 +66,17 @@ protected:
         growth.Follow(&calls, &memory);
         Reopen(Detail::Coarse);
         const SpiedFrame fresh = HomeView();
+        const int samples = LengthOfRun(50, 20);
+        const int stretch = LengthOfRun(5, 10);  // samples between two at full map and detail
         int done = 0;
-        for (int sample = 1; sample <= kSamples && !HasFatalFailure(); ++sample) {
-            if (sample % kSamplesToFull == 0) {
+        for (int sample = 1; sample <= samples && !HasFatalFailure(); ++sample) {
+            if (sample % stretch == 0) {
                 Reopen(Detail::Full);
-                for (int i = 0; i < std::max(1, rounds * kSamplesToFull / kSamples / 100); ++i) {
-                    round(done++);
-                }
+                const int end = done + std::max(1, rounds * stretch / samples / 100);
+                while (done < end) round(done++);
                 Reopen(Detail::Coarse);
             }
-            while (done < rounds / kSamples * sample) round(done++);
+            while (done < rounds / samples * sample) round(done++);
             Settle();
             growth.Take(done);
         }
