@@ -29,6 +29,7 @@ protected:
         HWND window = nullptr;
         SpiedFrame alone = {};  ///< what it shows while no other lives
     };
+    const WorkerWatch workers{library.module};
     Slot slots[3] = {{200, 150}, {110, 180}, {160, 90}};
 
     WindowOrdersTest() {
@@ -108,7 +109,6 @@ protected:
 private:
     std::mt19937 chance_{SeedOfRun()};
     int order_[3] = {0, 1, 2};
-    const WorkerWatch workers_{library.module};
     const CallLedger ledger_{library.module};
     FailingImports failing_{library.module, kRefusals};
 };
@@ -120,7 +120,7 @@ TEST_F(WindowOrdersTest, EachLooksAsIfItWereAlone) {
         for (int step = 0; step < 12 && !HasFailure(); ++step) {
             const int slot = Chance(3);
             road += ' ' + std::to_string(slot) + ' ' + Act(slots[slot]) + ',';
-            ASSERT_TRUE(Settle(workers_)) << road;
+            ASSERT_TRUE(Settle(workers)) << road;
             ExpectEachAsIfAlone(road);
         }
         for (Slot& slot : slots) {
