@@ -23,6 +23,11 @@ double NoiseOf(std::string_view what) {
     return what.starts_with("library heap") ? 256 : 2;
 }
 
+void PrintAll(const std::vector<double>& values) {
+    for (const double value : values) std::printf(" %.0f", value);
+    std::printf("\n");
+}
+
 double Largest(const std::vector<double>& values, std::size_t first, std::size_t last) {
     return *std::max_element(values.begin() + static_cast<std::ptrdiff_t>(first),
                              values.begin() + static_cast<std::ptrdiff_t>(last));
@@ -84,6 +89,7 @@ void GrowthWatch::ExpectFlat() const {
         const double after = Largest(values, middle, values.size());
         std::printf("%-28s %12.0f %12.0f %12.0f %12.0f\n", what.c_str(), values[settled], before,
                     after, values.back());
+        if (what == kProcessMemory && IsFullRun()) PrintAll(values);
         EXPECT_LE(after, before + NoiseOf(what)) << name_ << ": " << what << " grows";
     }
     std::fflush(stdout);

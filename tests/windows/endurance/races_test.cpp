@@ -296,7 +296,8 @@ TEST_F(RacesTest, AnythingAgainstAnything) {
                 dog_.Steps(), before.kernelHandles, after.kernelHandles, before.gdiObjects,
                 after.gdiObjects);
     EXPECT_LE(after.kernelHandles, before.kernelHandles + 6);
-    EXPECT_LE(after.gdiObjects, before.gdiObjects + 2);
+    // Wine keeps some of a thread's objects that dealt with a window.
+    EXPECT_LE(after.gdiObjects, before.gdiObjects + 10);
 }
 
 }  // namespace
