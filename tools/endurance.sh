@@ -1,8 +1,9 @@
 #!/bin/bash
-# Soak and races: tools/endurance.sh [short|full] [GTEST_FILTER]
+# Soak, races, failures of every call, any order of windows, the worst renderer:
+# tools/endurance.sh [short|full] [GTEST_FILTER]
 #   short  minutes: what every change has to pass
-#   full   the better part of an hour for the soak, ten minutes more for the races
-# The filter ("Soak*", "Race*") chooses among the tests. Each runs in a process of its own, from
+#   full   the soak for the better part of an hour, the races for ten minutes, each call fails
+# The filter ("*Soak*", "Races*", "Failures*") chooses among the tests. Each runs in a process of its own, from
 # copies of the programs, in a Wine of its own: meanwhile the tree may be built and tested.
 # HORIVO_SEED=NUMBER repeats a run whose seed was printed.
 set -uo pipefail
@@ -26,14 +27,16 @@ wine_env_start endurance || exit 1
 folder=$(mktemp -d build/endurance.XXXXXX)
 cp build/mingw/tests/bin/horivo_{endurance_tests.exe,map.dll} "$folder"
 export HORIVO_ENDURANCE=$form
-run() { tools/run_under_wine.sh "$folder/horivo_endurance_tests.exe" "$@"; }
+program=$folder/horivo_endurance_tests.exe
+if [ "$form" = full ]; then limit=2h; else limit=5m; fi  # for one test; far more than it needs
 
 failed=()
-tests=$(run --gtest_list_tests "--gtest_filter=$filter" |
+tests=$(tools/run_under_wine.sh "$program" --gtest_list_tests "--gtest_filter=$filter" |
     tr -d '\r' | awk '/^[A-Z][A-Za-z]*\.$/ { suite = $1 } /^  / { print suite $1 }')
 for test in $tests; do
     echo "==== $test ($form)"
-    run "--gtest_filter=$test" --gtest_brief=1 </dev/null || failed+=("$test")
+    timeout -k 10 "$limit" tools/run_under_wine.sh "$program" "--gtest_filter=$test" \
+        --gtest_brief=1 </dev/null || failed+=("$test")
 done
 rm -rf "$folder"
 
