@@ -84,7 +84,7 @@ TEST_F(WorstRendererTest, MapIsShrunkToFitAndAllWorks) {
     ExpectOldUploadsOnly();
 
     SpiedGl().uploads.clear();
-    Key(window, 'L');
+    Key(window, 'H');
     EXPECT_TRUE(WaitForTiles());
     ExpectOldUploadsOnly();
 }
