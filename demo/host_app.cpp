@@ -8,27 +8,17 @@
 #include "horivo_host.h"
 #include "resource_ids.h"
 #include "texts.h"
-#include "window/host_window.h"
+#include "user_messages.h"
 
 namespace {
 
 constexpr UINT kZonesRead = WM_APP;  // to the hidden window
-constexpr UINT_PTR kPhotoTimer = 1;  // of the hidden window
+// Timers of the hidden window.
+constexpr UINT_PTR kZoneTimer = 1;
+constexpr UINT_PTR kPhotoTimer = 2;
+// Reading the zones takes some systems longer than the first picture, which should not wait.
+constexpr UINT kZoneMs = 500;
 constexpr UINT kPhotoMs = 60000;
-
-constexpr struct {
-    std::uint32_t code;
-    std::uint32_t textId;
-} kResultTexts[] = {
-    {HORIVO_OK, IDS_MAP_WINDOW_REFUSED},
-    {HORIVO_BAD_PICTURE, IDS_MAP_PICTURE_BAD},
-    {HORIVO_UNFIT_PICTURE, IDS_MAP_PICTURE_UNFIT},
-    {HORIVO_COPY_FAILED, IDS_MAP_COPY_FAILED},
-    {HORIVO_CLASS_FAILED, IDS_MAP_CLASS_FAILED},
-    {HORIVO_NO_PIXEL_FORMAT, IDS_MAP_NO_FORMAT},
-    {HORIVO_PIXEL_FORMAT_REFUSED, IDS_MAP_FORMAT_REFUSED},
-    {HORIVO_CONTEXT_FAILED, IDS_MAP_CONTEXT_FAILED},
-};
 
 /// The host window that a message belongs to: its map, its controls or itself.
 HWND TopWindowOf(HWND window) {
@@ -37,28 +27,18 @@ HWND TopWindowOf(HWND window) {
 
 }  // namespace
 
-void TellUser(HWND owner, std::uint32_t textId) {
-    LocalMessageBox(owner, TextModule(), textId, IDS_TITLE);
-}
-
-std::uint32_t ResultTextId(std::uint32_t code) {
-    for (const auto& entry : kResultTexts) {
-        if (entry.code == code) return entry.textId;
-    }
-    return IDS_MAP_UNKNOWN_FAILURE;
-}
-
-HostApp::HostApp() : settings(ReadSettings()) {
+HostApp::HostApp() : data{{}, {}, ReadSettings()} {
     // The user's own needs no search through all languages that Windows knows.
-    SetLanguage(settings.language.empty() ? nullptr : ChosenLanguage().abbreviation);
+    SetLanguage(data.settings.language.empty() ? nullptr
+                                               : FindLanguage(data.settings.language).abbreviation);
     accelerators_ = LoadAcceleratorsW(TextModule(), MAKEINTRESOURCEW(IDR_ACCELERATORS));
-    cities = ReadCities(ReadWholeFile(ProgramFolder() + L"cities.tsv"));
+    data.cities = ReadCities(ReadWholeFile(ProgramFolder() + L"cities.tsv"));
     MakeHiddenWindow();
 }
 
 HostApp::~HostApp() {
     if (hidden_ != nullptr) DestroyWindow(hidden_);
-    WriteSettings(settings);
+    WriteSettings(data.settings);
 }
 
 void HostApp::MakeHiddenWindow() {
@@ -72,7 +52,16 @@ void HostApp::MakeHiddenWindow() {
                               0, 0, 0, 0, nullptr, nullptr, windowClass.hInstance, nullptr);
     if (hidden_ == nullptr) return;
     SetWindowLongPtrW(hidden_, GWLP_USERDATA, reinterpret_cast<LONG_PTR>(this));
-    times.Begin(hidden_, kZonesRead);
+    SetTimer(hidden_, kZoneTimer, kZoneMs, nullptr);
+}
+
+void HostApp::Ring(UINT_PTR timer) {
+    if (timer == kZoneTimer) {
+        KillTimer(hidden_, kZoneTimer);
+        data.times.Begin(hidden_, kZonesRead);
+    } else if (watch_ != nullptr) {
+        watch_->LookAgain();
+    }
 }
 
 LRESULT CALLBACK HostApp::HiddenProc(HWND window, UINT message, WPARAM wParam, LPARAM lParam) {
@@ -81,14 +70,14 @@ LRESULT CALLBACK HostApp::HiddenProc(HWND window, UINT message, WPARAM wParam, L
     switch (message) {
         case HORIVO_MSG_MAY_SHOW_PHOTOS:
             return IsFeatureEnabled(kNoPhotos) &&
-                           MayShowPhotos(app->cities, static_cast<std::int32_t>(wParam))
+                           MayShowPhotos(app->data.cities, static_cast<std::int32_t>(wParam))
                        ? 1
                        : 0;
         case kZonesRead:
             app->FinishStart();
             return 0;
         case WM_TIMER:
-            if (app->watch_ != nullptr) app->watch_->LookAgain();
+            app->Ring(wParam);
             return 0;
         default:
             return DefWindowProcW(window, message, wParam, lParam);
@@ -96,11 +85,11 @@ LRESULT CALLBACK HostApp::HiddenProc(HWND window, UINT message, WPARAM wParam, L
 }
 
 void HostApp::FinishStart() {
-    times.Finish(cities);
+    data.times.Finish(data.cities);
     for (HostWindow* window : windows) window->ShowTimes();
     if (IsFeatureEnabled(kNoPhotos)) {
         watch_ = std::make_unique<FolderWatch>(
-            PhotoFolder(), cities,
+            PhotoFolder(), data.cities,
             [this](std::int32_t index, std::int32_t photos) { TellOfPhotos(index, photos); });
         SetTimer(hidden_, kPhotoTimer, kPhotoMs, nullptr);
     }
@@ -117,11 +106,23 @@ void HostApp::TellOfPhotos(std::int32_t signedIndex, std::int32_t newPhotos) {
 }
 
 HostWindow* HostApp::OpenWindow(SIZE mapSize, bool withList, std::uint32_t& status) {
-    auto window = std::make_unique<HostWindow>(*this);
-    if (!window->Open(mapSize, withList, status)) return nullptr;
+    auto window = std::make_unique<HostWindow>(data, *this);
+    if (!window->Open({mapSize, withList, windows.empty()}, status)) return nullptr;
     // From here on it belongs to its window handle, which calls Forget when it goes.
     windows.push_back(window.release());
     return windows.back();
+}
+
+void HostApp::OpenAnother(HWND asker, bool withList) {
+    std::uint32_t status = HORIVO_OK;
+    if (OpenWindow({0, 0}, withList, status) == nullptr) TellUser(asker, ResultTextId(status));
+}
+
+void HostApp::CloseAll() {
+    // A copy: each window that closes leaves the list.
+    for (HostWindow* window : std::vector<HostWindow*>(windows)) {
+        SendMessageW(window->Handle(), WM_CLOSE, 0, 0);
+    }
 }
 
 void HostApp::Forget(HostWindow* window) {
@@ -132,7 +133,7 @@ void HostApp::Forget(HostWindow* window) {
 }
 
 void HostApp::ChooseLanguage(const Language& language) {
-    settings.language = language.abbreviation;
+    data.settings.language = language.abbreviation;
     SetLanguage(language.abbreviation);
     SetLocalString(HORIVO_TEXT_ADD_PHOTO, LocalText(IDS_ADD_PHOTO).c_str());
     SetWindowTextW(hidden_, LocalText(IDS_TITLE).c_str());

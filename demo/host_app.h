@@ -1,51 +1,45 @@
 #pragma once
-// What all windows of the program share.
+// The program itself: its windows, its language, its hidden window and its message loop.
 
 #include <cstdint>
 #include <memory>
-#include <string>
 #include <vector>
 
-#include "clock/city_times.h"
 #include "data/folder_watch.h"
-#include "data/settings.h"
-#include "horivo_map.h"
-#include "language.h"
+#include "program_data.h"
+#include "window/host_window.h"
 #include "window/host_windows.h"
-
-class HostWindow;
+#include "window/program.h"
 
 /// The program between its start and its end. The main thread's alone.
-class HostApp {
+class HostApp : public Program {
 public:
     HostApp();
     HostApp(const HostApp&) = delete;
     HostApp& operator=(const HostApp&) = delete;
-    ~HostApp();
+    ~HostApp() override;
 
     /// Opens one more window with the map in it.
     /// @param mapSize  of the map, pixels; both 0: as the user left the window
     /// @return null when it was refused; `status` is then the library's code
     HostWindow* OpenWindow(SIZE mapSize, bool withList, std::uint32_t& status);
-    /// To be called by a window that goes: the last one ends the message loop.
-    void Forget(HostWindow* window);
-
-    /// Changes the language of everything that is open, and remembers it.
-    void ChooseLanguage(const Language& language);
-    const Language& ChosenLanguage() const { return FindLanguage(settings.language); }
+    void OpenAnother(HWND asker, bool withList) override;
+    void CloseAll() override;
+    /// The last window that goes ends the message loop.
+    void Forget(HostWindow* window) override;
+    void ChooseLanguage(const Language& language) override;
 
     /// The message loop. @return when the last window has gone
     void Run();
 
-    std::vector<CityRecord> cities;
-    CityTimes times;
-    HostSettings settings;
+    ProgramData data;
     std::vector<HostWindow*> windows;
 
 private:
     static LRESULT CALLBACK HiddenProc(HWND window, UINT message, WPARAM wParam, LPARAM lParam);
     void MakeHiddenWindow();
-    /// Reads the time zones and looks at the photos: what the first picture need not wait for.
+    void Ring(UINT_PTR timer);
+    /// The zones are read: shows the times and begins to watch the photos.
     void FinishStart();
     void TellOfPhotos(std::int32_t signedIndex, std::int32_t newPhotos);
     void Dispatch(MSG& message);
@@ -54,8 +48,3 @@ private:
     HACCEL accelerators_ = nullptr;
     std::unique_ptr<FolderWatch> watch_;
 };
-
-/// Tells the user of a failure, in a box over `owner`.
-void TellUser(HWND owner, std::uint32_t textId);
-/// The text for a result code of the library.
-std::uint32_t ResultTextId(std::uint32_t code);

@@ -11,8 +11,9 @@
 #include "resource_ids.h"
 #include "texts.h"
 #include "tour/clock_tour.h"
+#include "tour/start_watch.h"
 #include "tour/tour.h"
-#include "window/host_window.h"
+#include "user_messages.h"
 
 namespace {
 
@@ -45,10 +46,11 @@ void PreparePicture(const Options& options) {
 
 /// @return whether every picture was written
 bool TakeTourAndReport(HostApp& app, HostWindow& window, const Options& options) {
+    if (options.tourPart == TourPart::Start) return WatchStart(window.Map());
     const std::vector<std::wstring> failures =
         options.tourPart == TourPart::Clock
             ? TakeClockTour(app, window, options.tourFolder)
-            : TakeTour(window.Map(), app.cities, options.tourPart, options.tourFolder);
+            : TakeTour(window.Map(), app.data.cities, options.tourPart, options.tourFolder);
     for (const std::wstring& failure : failures) {
         std::fwprintf(stderr, L"horivo_demo: %ls\n", failure.c_str());
     }
@@ -76,9 +78,9 @@ bool ShowMap(HostApp& app, const Options& options) {
 
 int RunHost(const Options& options) {
     HostApp app;
-    if (app.cities.empty()) Report(options, IDS_NO_CITIES);
+    if (app.data.cities.empty()) Report(options, IDS_NO_CITIES);
     if (const std::uint32_t code =
-            InitMap(app.cities.data(), static_cast<std::int32_t>(app.cities.size()));
+            InitMap(app.data.cities.data(), static_cast<std::int32_t>(app.data.cities.size()));
         code != HORIVO_OK) {
         ReportResult(options, code);
         return 1;

@@ -46,11 +46,9 @@ bool ReadPart(std::wstring_view text, Options& options) {
     constexpr struct {
         std::wstring_view name;
         TourPart part;
-    } kParts[] = {{L"whole", TourPart::Whole},
-                  {L"june", TourPart::JuneEvening},
-                  {L"pointer", TourPart::Pointer},
-                  {L"sizes", TourPart::Sizes},
-                  {L"clock", TourPart::Clock}};
+    } kParts[] = {{L"whole", TourPart::Whole},     {L"june", TourPart::JuneEvening},
+                  {L"pointer", TourPart::Pointer}, {L"sizes", TourPart::Sizes},
+                  {L"clock", TourPart::Clock},     {L"start", TourPart::Start}};
     for (const auto& known : kParts) {
         if (known.name != text) continue;
         options.tourPart = known.part;
@@ -62,7 +60,8 @@ bool ReadPart(std::wstring_view text, Options& options) {
 }  // namespace
 
 bool ShowsMapAlone(const Options& options) {
-    return !options.tourFolder.empty() && options.tourPart != TourPart::Clock;
+    return !options.tourFolder.empty() && options.tourPart != TourPart::Clock &&
+           options.tourPart != TourPart::Start;
 }
 
 bool ReadOptions(Options& options) {

@@ -13,7 +13,8 @@ struct Options {
 };
 
 inline constexpr wchar_t kUsage[] =
-    L"horivo_demo [--size WIDTHxHEIGHT] [--tour FOLDER [--part whole|june|pointer|sizes|clock]]";
+    L"horivo_demo [--size WIDTHxHEIGHT] [--tour FOLDER [--part "
+    L"whole|june|pointer|sizes|clock|start]]";
 
 /// Whether the map is to fill the window, without the list.
 bool ShowsMapAlone(const Options& options);

@@ -17,22 +17,16 @@
 #define IDS_COLUMN_TIME 21
 #define IDS_COLUMN_DATE 22
 #define IDS_COLUMN_OFFSET 23
-#define IDS_COLUMN_COUNTRY 24
 
-#define IDS_FILTER_HINT 30   // in the empty search field
-#define IDS_FILTER_LABEL 31  // names of the search field, the list and the map for assistive tools
+#define IDS_FILTER_LABEL 31  // names of the search field and the list for assistive tools
 #define IDS_LIST_LABEL 32
-#define IDS_MAP_LABEL 33
 
-#define IDS_STATUS_CITIES 40        // %1 number of cities
-#define IDS_STATUS_CITIES_OF 41     // %1 cities found, %2 all cities
-#define IDS_STATUS_UPDATED 42       // %1 time of day
-#define IDS_STATUS_SINCE_UPDATE 43  // %1 number, %2 unit word
-#define IDS_STATUS_UTC 44           // %1 time of day
-#define IDS_STATUS_DIFFERENCE 45    // %1 number, %2 unit word: the chosen city against here
+#define IDS_STATUS_CITIES 40      // %1 number of cities
+#define IDS_STATUS_CITIES_OF 41   // %1 cities found, %2 all cities
+#define IDS_STATUS_UTC 44         // %1 time of day
+#define IDS_STATUS_DIFFERENCE 45  // %1 number, %2 unit word: the chosen city against here
 
 // Message texts, at most 128 characters.
-#define IDS_NO_PHOTOS 60
 #define IDS_PICTURE_NOT_FOUND 61
 #define IDS_PICTURE_NOT_INSTALLED 62
 #define IDS_NO_CITIES 63

@@ -15,8 +15,8 @@ struct LocalTime {
     std::int32_t offsetMinutes;  ///< of that clock ahead of UTC
 };
 
-/// Asks Windows for the time zones without keeping the first picture waiting: on some systems that
-/// takes longer than the picture itself.
+/// Asks Windows for the time zones without keeping the windows waiting: some systems take a good
+/// part of a second for them.
 class CityTimes {
 public:
     CityTimes() = default;

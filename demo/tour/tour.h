@@ -13,7 +13,8 @@ enum class TourPart {
     JuneEvening,  ///< one view, for a clock that stands on a 21st of June in the evening
     Pointer,      ///< what the pointer shows: buttons, labels, photos; best with Europe by day
     Sizes,        ///< what must find room in a window of any size; the size is part of the names
-    Clock         ///< the whole program in several languages; the scaling is part of the names
+    Clock,        ///< the whole program in several languages; the scaling is part of the names
+    Start         ///< no picture: how long the first one takes
 };
 
 /// Drives `map` with real messages and writes a PNG file for each stop.

@@ -8,9 +8,9 @@
 #include "clock/time_texts.h"
 #include "data/data_folder.h"
 #include "horivo_host.h"
-#include "host_app.h"
 #include "resource_ids.h"
 #include "texts.h"
+#include "user_messages.h"
 #include "window/dialogs.h"
 #include "window/host_menu.h"
 
@@ -39,7 +39,8 @@ std::wstring DifferenceFromHere(const SYSTEMTIME& utc, const LocalTime& there) {
 
 }  // namespace
 
-HostWindow::HostWindow(HostApp& app) : app_(app), list_(app.cities, app.times) {}
+HostWindow::HostWindow(ProgramData& data, Program& program)
+    : data_(data), program_(program), list_(data.cities, data.times) {}
 
 void HostWindow::RegisterOnce() {
     WNDCLASSEXW windowClass{};
@@ -53,9 +54,9 @@ void HostWindow::RegisterOnce() {
     RegisterClassExW(&windowClass);
 }
 
-bool HostWindow::Open(SIZE mapSize, bool withList, std::uint32_t& status) {
+bool HostWindow::Open(const WindowStart& start, std::uint32_t& status) {
     status = HORIVO_OK;
-    withList_ = withList;
+    withList_ = start.withList;
     RegisterOnce();
     CreateWindowExW(0, kClass, L"", kStyle, CW_USEDEFAULT, CW_USEDEFAULT, CW_USEDEFAULT,
                     CW_USEDEFAULT, nullptr, nullptr, GetModuleHandleW(nullptr), this);
@@ -65,12 +66,11 @@ bool HostWindow::Open(SIZE mapSize, bool withList, std::uint32_t& status) {
         DestroyWindow(handle_);
         return false;
     }
-    GivePlace(mapSize);
-    const bool maximized = mapSize.cx == 0 && app_.settings.maximized;
+    GivePlace(start);
+    const bool maximized = start.mapSize.cx == 0 && data_.settings.maximized;
     ShowWindow(handle_, maximized ? SW_SHOWMAXIMIZED : SW_SHOW);
     map_.Follow();
     SetFocus(map_.Window());
-    ShowTimes();
     return true;
 }
 
@@ -80,17 +80,18 @@ bool HostWindow::Build(std::uint32_t& status) {
     const RECT area{0, 0, look_->Pixels(kMapWidth), look_->Pixels(kMapHeight)};
     if (!map_.Create(handle_, area, status)) return false;
     if (!list_.Create(handle_) || !status_.Create(handle_)) return false;
-    list_.SortBy(static_cast<CityColumn>(app_.settings.sortColumn), app_.settings.sortDescending);
+    list_.SortBy(static_cast<CityColumn>(data_.settings.sortColumn), data_.settings.sortDescending);
     list_.Show(withList_);
     ApplyLanguage();
     SetTimer(handle_, kClockTimer, kClockMs, nullptr);
     return true;
 }
 
-void HostWindow::GivePlace(SIZE mapSize) {
+void HostWindow::GivePlace(const WindowStart& start) {
+    SIZE mapSize = start.mapSize;
     if (mapSize.cx == 0) {
-        RECT place = app_.settings.place;
-        if (app_.windows.empty() && FitToScreen(place)) {
+        RECT place = data_.settings.place;
+        if (start.isFirst && FitToScreen(place)) {
             SetWindowPos(handle_, nullptr, place.left, place.top, place.right - place.left,
                          place.bottom - place.top, SWP_NOZORDER | SWP_NOACTIVATE);
             return;
@@ -138,7 +139,7 @@ void HostWindow::UseScaling(UINT dpi) {
 }
 
 void HostWindow::ApplyLanguage() {
-    GiveMenu(handle_, app_.ChosenLanguage().command, IsFeatureEnabled(kNoPhotos));
+    GiveMenu(handle_, FindLanguage(data_.settings.language).command, IsFeatureEnabled(kNoPhotos));
     list_.SetTexts();
     ShowTitle();
     ShowTimes();
@@ -149,8 +150,8 @@ void HostWindow::ShowTitle() {
     std::wstring title = LocalText(IDS_TITLE);
     const std::int32_t selected = list_.Selected();
     if (selected >= 0) {
-        title =
-            std::wstring(app_.cities[static_cast<std::size_t>(selected)].cityName) + L" - " + title;
+        title = std::wstring(data_.cities[static_cast<std::size_t>(selected)].cityName) + L" - " +
+                title;
     }
     SetWindowTextW(handle_, title.c_str());
 }
@@ -159,9 +160,9 @@ void HostWindow::ShowTimes() {
     const SYSTEMTIME utc = UniversalTime();
     shownMinute_ = utc.wMinute;
     list_.Refresh(utc);
-    const std::wstring all = std::to_wstring(app_.cities.size());
+    const std::wstring all = std::to_wstring(data_.cities.size());
     const std::wstring shown = std::to_wstring(list_.RowCount());
-    const std::wstring count = list_.RowCount() == app_.cities.size()
+    const std::wstring count = list_.RowCount() == data_.cities.size()
                                    ? LocalText(IDS_STATUS_CITIES, all)
                                    : LocalText(IDS_STATUS_CITIES_OF, shown, all);
     status_.SetTexts(SelectedCityText(utc), count, LocalText(IDS_STATUS_UTC, TimeText(utc)),
@@ -170,10 +171,10 @@ void HostWindow::ShowTimes() {
 
 std::wstring HostWindow::SelectedCityText(const SYSTEMTIME& utc) const {
     if (list_.Selected() < 0) return {};
-    const CityRecord& city = app_.cities[static_cast<std::size_t>(list_.Selected())];
+    const CityRecord& city = data_.cities[static_cast<std::size_t>(list_.Selected())];
     std::wstring text = std::wstring(city.cityName) + L", " + city.countryName;
     LocalTime there{};
-    if (app_.times.At(city, utc, there)) {
+    if (data_.times.At(city, utc, there)) {
         for (const std::wstring& part :
              {TimeText(there.time), DateText(there.time), DifferenceFromHere(utc, there)}) {
             text += L"  \x2022  " + part;
@@ -206,11 +207,11 @@ void HostWindow::FlyToSelected() {
     if (list_.Selected() < 0 || map_.Window() == nullptr) return;
     SendMessageW(
         map_.Window(), HORIVO_MSG_CITY, 0,
-        reinterpret_cast<LPARAM>(&app_.cities[static_cast<std::size_t>(list_.Selected())]));
+        reinterpret_cast<LPARAM>(&data_.cities[static_cast<std::size_t>(list_.Selected())]));
 }
 
 void HostWindow::CityClicked(std::int32_t index) {
-    if (index < 0 || static_cast<std::size_t>(index) >= app_.cities.size()) return;
+    if (index < 0 || static_cast<std::size_t>(index) >= data_.cities.size()) return;
     list_.Select(index);
     ShowTitle();
     ShowTimes();
@@ -225,17 +226,14 @@ void HostWindow::OpenPhotoFolder() {
 
 void HostWindow::Do(std::uint32_t command) {
     for (const Language& language : Languages()) {
-        if (language.command == command) app_.ChooseLanguage(language);
+        if (language.command == command) program_.ChooseLanguage(language);
     }
     for (int i = 0; i < MapKeyRepeats(command) && map_.Window() != nullptr; ++i) {
         SendMessageW(map_.Window(), WM_KEYDOWN, static_cast<WPARAM>(MapKeyOf(command)), 1);
     }
-    std::uint32_t status = HORIVO_OK;
     switch (command) {
         case IDM_NEW_WINDOW:
-            if (app_.OpenWindow({0, 0}, withList_, status) == nullptr) {
-                TellUser(handle_, ResultTextId(status));
-            }
+            program_.OpenAnother(handle_, withList_);
             break;
         case IDM_CLOSE_WINDOW:
             SendMessageW(handle_, WM_CLOSE, 0, 0);
@@ -244,10 +242,7 @@ void HostWindow::Do(std::uint32_t command) {
             OpenPhotoFolder();
             break;
         case IDM_EXIT:
-            // A copy: each window that closes leaves the list.
-            for (HostWindow* window : std::vector<HostWindow*>(app_.windows)) {
-                SendMessageW(window->Handle(), WM_CLOSE, 0, 0);
-            }
+            program_.CloseAll();
             break;
         case IDM_SEARCH:
             SetFocus(list_.Field());
@@ -271,8 +266,8 @@ void HostWindow::KeepPlace() const {
     WINDOWPLACEMENT placement{};
     placement.length = sizeof placement;
     if (!GetWindowPlacement(handle_, &placement)) return;
-    app_.settings.place = placement.rcNormalPosition;
-    app_.settings.maximized = IsZoomed(handle_) != FALSE;
-    app_.settings.sortColumn = static_cast<int>(list_.SortColumn());
-    app_.settings.sortDescending = list_.SortDescending();
+    data_.settings.place = placement.rcNormalPosition;
+    data_.settings.maximized = IsZoomed(handle_) != FALSE;
+    data_.settings.sortColumn = static_cast<int>(list_.SortColumn());
+    data_.settings.sortDescending = list_.SortDescending();
 }

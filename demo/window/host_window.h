@@ -4,28 +4,34 @@
 #include <cstdint>
 #include <memory>
 
-#include "horivo_map.h"
+#include "program_data.h"
 #include "window/city_list.h"
 #include "window/dpi.h"
 #include "window/host_windows.h"
 #include "window/map_pane.h"
+#include "window/program.h"
 #include "window/status_line.h"
 
-class HostApp;
+/// How a window comes up.
+struct WindowStart {
+    SIZE mapSize;   ///< of the map, pixels; both 0: where and as large as the user left the window
+    bool withList;  ///< of the cities
+    bool isFirst;   ///< only the first takes the place that the user left
+};
 
 /// Lives as long as its window handle, which deletes it.
 class HostWindow {
 public:
-    explicit HostWindow(HostApp& app);
+    /// @param data, program  must outlive the window
+    HostWindow(ProgramData& data, Program& program);
     HostWindow(const HostWindow&) = delete;
     HostWindow& operator=(const HostWindow&) = delete;
     ~HostWindow() = default;
 
     /// Makes and shows the window.
-    /// @param mapSize  of the map, pixels; both 0: where and as large as the user left the window
     /// @param status  out: the library's code when the map was refused
     /// @return false when it was refused; the object is then still the caller's
-    bool Open(SIZE mapSize, bool withList, std::uint32_t& status);
+    bool Open(const WindowStart& start, std::uint32_t& status);
 
     HWND Handle() const { return handle_; }
     HWND Map() const { return map_.Window(); }
@@ -45,7 +51,7 @@ private:
     static void RegisterOnce();
 
     bool Build(std::uint32_t& status);
-    void GivePlace(SIZE mapSize);
+    void GivePlace(const WindowStart& start);
     void LimitSize(MINMAXINFO& limits) const;
     void Arrange();
     RECT MapArea() const;
@@ -67,7 +73,8 @@ private:
     static constexpr int kMapAtLeast = 160;
     static constexpr int kHeightAtLeast = 240;
 
-    HostApp& app_;
+    ProgramData& data_;
+    Program& program_;
     HWND handle_ = nullptr;
     HWND focus_ = nullptr;  ///< child that gets the focus back
     std::unique_ptr<ScaledLook> look_;

@@ -2,7 +2,6 @@
 
 #include <algorithm>
 
-#include "host_app.h"
 #include "window/host_window.h"
 
 namespace {
@@ -22,7 +21,7 @@ LRESULT CALLBACK HostWindow::Proc(HWND handle, UINT message, WPARAM wParam, LPAR
     if (self == nullptr) return DefWindowProcW(handle, message, wParam, lParam);
     if (message == WM_NCDESTROY) {
         SetWindowLongPtrW(handle, GWLP_USERDATA, 0);
-        self->app_.Forget(self);
+        self->program_.Forget(self);
         delete self;
         return DefWindowProcW(handle, message, wParam, lParam);
     }

@@ -60,13 +60,13 @@ void CALLBACK LookForBox(HWND, UINT, UINT_PTR, DWORD) {
 }
 
 TEST_F(LanguageTest, AMessageBoxShowsTextAndCaption) {
-    Write(L"de", L"[Box]\r\n60=" + std::wstring(300, L'x') + L"\r\n10=" + std::wstring(300, L'y'));
+    Write(L"de", L"[Box]\r\n63=" + std::wstring(300, L'x') + L"\r\n10=" + std::wstring(300, L'y'));
     SetLanguage(L"DEU");
     const UINT_PTR timer = SetTimer(nullptr, 0, 20, LookForBox);
-    EXPECT_EQ(LocalMessageBox(nullptr, Resources(), IDS_NO_PHOTOS, IDS_TITLE), IDOK);
-    EXPECT_EQ(seenBox.text, L"There are no photos of this place.");
+    EXPECT_EQ(LocalMessageBox(nullptr, Resources(), IDS_NO_CITIES, IDS_TITLE), IDOK);
+    EXPECT_EQ(seenBox.text, L"There are no cities in cities.tsv beside the program.");
     EXPECT_EQ(seenBox.caption, L"Horivo World Clock");
-    EXPECT_EQ(LocalMessageBox(nullptr, Resources(), IDS_NO_PHOTOS, IDS_TITLE, L"Box"), IDOK);
+    EXPECT_EQ(LocalMessageBox(nullptr, Resources(), IDS_NO_CITIES, IDS_TITLE, L"Box"), IDOK);
     EXPECT_EQ(seenBox.text, std::wstring(128, L'x'));
     EXPECT_EQ(seenBox.caption, std::wstring(32, L'y'));
     KillTimer(nullptr, timer);
