@@ -37,3 +37,7 @@ if(HORIVO_SANITIZE)
   # The standard library checks its indices and iterators too.
   target_compile_definitions(horivo_options INTERFACE _GLIBCXX_ASSERTIONS)
 endif()
+if(HORIVO_SANITIZE_THREADS)
+  target_compile_options(horivo_options INTERFACE -fsanitize=thread)
+  target_link_options(horivo_options INTERFACE -fsanitize=thread)
+endif()

@@ -6,6 +6,10 @@
 
 namespace {
 
+// Not a static of the function: the guard of one keeps handles and memory of MinGW's thread library
+// for good, anew with each time that the DLL is loaded and unloaded.
+constinit std::wstring knownFolder;
+
 std::wstring QueryCommonAppData() {
     wchar_t path[MAX_PATH] = {};
     const HRESULT result =
@@ -16,6 +20,7 @@ std::wstring QueryCommonAppData() {
 }  // namespace
 
 const std::wstring& CommonAppDataFolder() {
-    static const std::wstring folder = QueryCommonAppData();
-    return folder;
+    // An answer that failed for want of memory is no answer to keep.
+    if (knownFolder.empty()) knownFolder = QueryCommonAppData();
+    return knownFolder;
 }

@@ -3,5 +3,6 @@
 #include <string>
 
 /// The folder of the data that all users share, without a backslash at its end; empty when the
-/// system has none. Asked once and kept for the life of the library. Throws std::bad_alloc.
+/// system has none. Asked until it answers, then kept for the life of the library. Window thread.
+/// Throws std::bad_alloc.
 const std::wstring& CommonAppDataFolder();

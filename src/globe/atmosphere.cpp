@@ -27,8 +27,10 @@ void SetAirMaterial(float alpha) {
     }
 }
 
+/// Issues one shell; nothing when GLU has no memory for it.
 void DrawShell(double radius, const MeshDetail& detail) {
     GLUquadric* quadric = gluNewQuadric();
+    if (quadric == nullptr) return;
     gluSphere(quadric, radius, detail.sphereSlices, detail.sphereStacks);
     gluDeleteQuadric(quadric);
 }

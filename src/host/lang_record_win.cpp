@@ -42,16 +42,20 @@ void Initialise(CLangFile& file) noexcept {
     StoreProgram(file);
 }
 
-struct InitialisedRecord {
-    InitialisedRecord() noexcept { Initialise(file); }
-    CLangFile file = {};
-};
+BOOL CALLBACK InitialiseOnce(INIT_ONCE*, void* file, void**) noexcept {
+    Initialise(*static_cast<CLangFile*>(file));
+    return TRUE;
+}
 
 }  // namespace
 
 CLangFile& MutableLangFile() noexcept {
-    static InitialisedRecord record;
-    return record.file;
+    // Windows' own guard: that of a static keeps handles and memory of MinGW's thread library for
+    // good, anew with each time that the DLL is loaded and unloaded.
+    static INIT_ONCE once = INIT_ONCE_STATIC_INIT;
+    static CLangFile file = {};
+    InitOnceExecuteOnce(&once, InitialiseOnce, &file, nullptr);
+    return file;
 }
 
 void StoreText(HorivoWideChar* field, std::wstring_view text, std::size_t longest) noexcept {

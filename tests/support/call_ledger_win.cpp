@@ -1,68 +1,28 @@
 #include "support/call_ledger_win.h"
 
-#include <cstdint>
-#include <set>
-#include <tuple>
-#include <type_traits>
-
 #include "base/gl.h"
-#include "support/faked_import_win.h"
+#include "support/ledger_book_win.h"
 
 namespace {
 
-/// Open entries by kind, each told apart by a number: handle, name or id.
-struct Book {
-    std::map<std::string, std::multiset<std::uint64_t>> open;
-    CallLedger::Counts made;
-
-    void Enter(const char* kind, std::uint64_t number) {
-        if (number == 0) return;  // the call failed: nothing was made
-        ++made[kind];
-        open[kind].insert(number);
-    }
-    void Strike(const char* kind, std::uint64_t number) {
-        auto& entries = open[kind];
-        if (const auto found = entries.find(number); found != entries.end()) entries.erase(found);
-    }
-};
-
-template <class Thing>
-std::uint64_t NumberOf(Thing thing) {
-    if constexpr (std::is_pointer_v<Thing>) {
-        return reinterpret_cast<std::uint64_t>(thing);
-    } else {
-        return thing;
-    }
-}
-
+using Hooks = LedgerHooks<CallLedger>;
 template <FunctionName Name, class Function>
-using Hook = FakedImport<Name, Function, CallLedger>;
-
-/// Watches a function whose result is a new thing.
+using Hook = Hooks::Hook<Name, Function>;
 template <FunctionName Name, class Function>
-struct Maker {
-    Maker(HMODULE module, Book& book, const char* kind)
-        : hook(module, [&book, kind](auto... arguments) {
-              const auto made = Hook<Name, Function>::Real(arguments...);
-              book.Enter(kind, NumberOf(made));
-              return made;
-          }) {}
-    Hook<Name, Function> hook;
-};
-
-/// Watches a function that gives back what its argument number `Which` names.
+using Maker = Hooks::Maker<Name, Function>;
 template <FunctionName Name, std::size_t Which, class Function>
-struct Taker {
-    Taker(HMODULE module, Book& book, const char* kind)
-        : hook(module, [&book, kind](auto... arguments) {
-              book.Strike(kind, NumberOf(std::get<Which>(std::tuple(arguments...))));
-              return Hook<Name, Function>::Real(arguments...);
-          }) {}
-    Hook<Name, Function> hook;
-};
+using Taker = Hooks::Taker<Name, Which, Function>;
 
 // A window's timers have small numbers, windows handles of 32 bits.
-std::uint64_t TimerKey(HWND window, UINT_PTR id) { return NumberOf(window) << 8 | id; }
+std::uint64_t TimerKey(HWND window, UINT_PTR id) { return Hooks::NumberOf(window) << 8 | id; }
+
+/// A list that is recorded anew is still one list.
+void EnterLists(LedgerBook& book, GLuint first, GLsizei count) {
+    for (GLuint name = first; name < first + static_cast<GLuint>(count); ++name) {
+        book.Strike("gl list", name);
+        book.Enter("gl list", name);
+    }
+}
 
 }  // namespace
 
@@ -70,13 +30,20 @@ struct CallLedger::Hooks {
     explicit Hooks(HMODULE theModule) : module(theModule) {}
 
     HMODULE module;
-    Book book;
+    LedgerBook book;
 
     Maker<"GetDC", decltype(GetDC)> getDc{module, book, "dc"};
     Taker<"ReleaseDC", 1, decltype(ReleaseDC)> releaseDc{module, book, "dc"};
     Maker<"CreateFontIndirectW", decltype(CreateFontIndirectW)> font{module, book, "gdi object"};
     Taker<"DeleteObject", 0, decltype(DeleteObject)> deleteObject{module, book, "gdi object"};
-    Maker<"LoadCursorW", decltype(LoadCursorW)> loadCursor{module, book, "cursor"};
+    using LoadCursorHook = Hook<"LoadCursorW", decltype(LoadCursorW)>;
+    LoadCursorHook loadCursor{module, [this](HINSTANCE owner, LPCWSTR name) {
+                                  const HCURSOR cursor = LoadCursorHook::Real(owner, name);
+                                  // A window class never gives its arrow back: it is the system's.
+                                  if (name != IDC_ARROW)
+                                      book.Enter("cursor", reinterpret_cast<std::uint64_t>(cursor));
+                                  return cursor;
+                              }};
     Taker<"DestroyCursor", 0, decltype(DestroyCursor)> destroyCursor{module, book, "cursor"};
     Maker<"wglCreateContext", decltype(wglCreateContext)> context{module, book, "gl context"};
     Taker<"wglDeleteContext", 0, decltype(wglDeleteContext)> deleteContext{module, book,
@@ -96,15 +63,38 @@ struct CallLedger::Hooks {
                                 book.Strike("timer", TimerKey(window, id));
                                 return KillTimerHook::Real(window, id);
                             }};
+
+    using GenTextures = Hook<"glGenTextures", decltype(glGenTextures)>;
+    GenTextures genTextures{module, [this](GLsizei count, GLuint* names) {
+                                GenTextures::Real(count, names);
+                                for (GLsizei i = 0; i < count; ++i)
+                                    book.Enter("gl texture", names[i]);
+                            }};
+    using DeleteTextures = Hook<"glDeleteTextures", decltype(glDeleteTextures)>;
+    DeleteTextures deleteTextures{module, [this](GLsizei count, const GLuint* names) {
+                                      for (GLsizei i = 0; i < count; ++i)
+                                          book.Strike("gl texture", names[i]);
+                                      DeleteTextures::Real(count, names);
+                                  }};
+    using NewList = Hook<"glNewList", decltype(glNewList)>;
+    NewList newList{module, [this](GLuint name, GLenum mode) {
+                        EnterLists(book, name, 1);
+                        NewList::Real(name, mode);
+                    }};
+    using FontLists = Hook<"wglUseFontBitmapsW", decltype(wglUseFontBitmapsW)>;
+    FontLists fontLists{module, [this](HDC dc, DWORD first, DWORD count, DWORD base) {
+                            EnterLists(book, base, static_cast<GLsizei>(count));
+                            return FontLists::Real(dc, first, count, base);
+                        }};
+    using DeleteLists = Hook<"glDeleteLists", decltype(glDeleteLists)>;
+    DeleteLists deleteLists{module, [this](GLuint first, GLsizei count) {
+                                for (GLsizei i = 0; i < count; ++i)
+                                    book.Strike("gl list", first + static_cast<GLuint>(i));
+                                DeleteLists::Real(first, count);
+                            }};
 };
 
 CallLedger::CallLedger(HMODULE module) : hooks_(std::make_unique<Hooks>(module)) {}
 CallLedger::~CallLedger() = default;
-CallLedger::Counts CallLedger::Held() const {
-    Counts counts;
-    for (const auto& [kind, entries] : hooks_->book.open) {
-        if (!entries.empty()) counts[kind] = entries.size();
-    }
-    return counts;
-}
-const CallLedger::Counts& CallLedger::Made() const { return hooks_->book.made; }
+CallLedger::Counts CallLedger::Held() const { return hooks_->book.Held(); }
+const CallLedger::Counts& CallLedger::Made() const { return hooks_->book.Made(); }

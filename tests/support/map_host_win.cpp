@@ -7,6 +7,7 @@
 #include "support/faked_import_win.h"
 #include "support/gdiplus_pictures_win.h"
 #include "support/gl_spy_win.h"
+#include "support/worker_watch_win.h"
 
 namespace {
 
@@ -27,7 +28,8 @@ void Resolve(HMODULE module, const char* name, Function& function) {
 
 }  // namespace
 
-MapLibrary::MapLibrary() : module(LoadLibraryW(L"horivo_map.dll")) {
+void MapLibrary::Load() {
+    module = LoadLibraryW(L"horivo_map.dll");
     Resolve(module, "InitMap", InitMap);
     Resolve(module, "SetLocalString", SetLocalString);
     Resolve(module, "CreateMapWindow", CreateMapWindow);
@@ -48,9 +50,7 @@ SYSTEMTIME& FixedClock() {
 
 MapHostTest::MapHostTest() {
     EmptyDataFolder();
-    SpyOnGl(library.module);
-    ReplaceImport(library.module, "GetSystemTime", reinterpret_cast<void*>(&TellFixedTime));
-    ReplaceImport(library.module, "GetTickCount", reinterpret_cast<void*>(&TellNextTick));
+    Watch();
     WNDCLASSW windowClass = {};
     windowClass.lpfnWndProc = HostProc;
     windowClass.hInstance = GetModuleHandleW(nullptr);
@@ -61,6 +61,12 @@ MapHostTest::MapHostTest() {
     host = CreateWindowW(kHostClass, L"host", WS_POPUP, 20, 20, 900, 700, nullptr, nullptr,
                          windowClass.hInstance, this);
     ShowWindow(host, SW_SHOWNA);
+}
+
+void MapHostTest::Watch() const {
+    SpyOnGl(library.module);
+    ReplaceImport(library.module, "GetSystemTime", reinterpret_cast<void*>(&TellFixedTime));
+    ReplaceImport(library.module, "GetTickCount", reinterpret_cast<void*>(&TellNextTick));
 }
 
 MapHostTest::~MapHostTest() {
@@ -144,6 +150,16 @@ void MapHostTest::PumpPending() {
 
 bool MapHostTest::WaitForTiles(std::size_t uploads) {
     return PumpUntil([=] { return SpiedGl().uploads.size() >= uploads; });
+}
+
+bool MapHostTest::Settle(const WorkerWatch& workers) {
+    int started = -1;
+    while (started != workers.Started()) {
+        started = workers.Started();
+        if (!PumpUntil([&] { return workers.HaveAllLeft(); })) return false;
+        PumpPending();
+    }
+    return true;
 }
 
 void MapHostTest::Paint(HWND window) {

@@ -13,13 +13,16 @@
 #include "base/windows_types.h"
 #include "horivo_map.h"
 
+class WorkerWatch;
+
 /// The loaded DLL and its six functions.
 class MapLibrary {
 public:
-    MapLibrary();
+    MapLibrary() { Load(); }
     MapLibrary(const MapLibrary&) = delete;
     MapLibrary& operator=(const MapLibrary&) = delete;
     ~MapLibrary() { Unload(); }
+    void Load();
     void Unload();
 
     HMODULE module = nullptr;
@@ -61,6 +64,8 @@ protected:
     static void PutSettings(const std::string& text);
     static std::filesystem::path MapPath() { return DataFolder() / "map.jpg"; }
 
+    /// Puts clock and spies between a library that was loaded anew and Windows.
+    void Watch() const;
     /// Calls InitMap with `cities` as they are now.
     std::uint32_t Init();
     /// A map window inside the host window.
@@ -73,6 +78,9 @@ protected:
     static void PumpPending();
     /// Pumps until the planet of the (newest) window carries its tiles, by the spy's uploads.
     bool WaitForTiles(std::size_t uploads = 8);
+    /// Pumps until all workers have left and none of their messages starts another; false when one
+    /// stays.
+    static bool Settle(const WorkerWatch& workers);
     /// Paints at once.
     static void Paint(HWND window);
     /// Presses and releases a key.

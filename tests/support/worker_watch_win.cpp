@@ -53,9 +53,11 @@ bool WorkerWatch::IsHeldUp() const {
 }
 
 int WorkerWatch::Inside() const {
-    return static_cast<int>(std::count_if(threads_.begin(), threads_.end(), [](HANDLE thread) {
-        return WaitForSingleObject(thread, 0) != WAIT_OBJECT_0;
-    }));
+    // Long runs count handles: those of threads that have ended must not pile up here.
+    std::erase_if(threads_, [](HANDLE thread) {
+        return WaitForSingleObject(thread, 0) == WAIT_OBJECT_0 && CloseHandle(thread) != FALSE;
+    });
+    return static_cast<int>(threads_.size());
 }
 
 bool WorkerWatch::WaitUntilAllLeft() const {

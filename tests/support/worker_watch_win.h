@@ -71,7 +71,7 @@ private:
     Event heldUp_;
     Event open_;
     std::atomic<At> place_ = At::Nowhere;
-    std::vector<HANDLE> threads_;
+    mutable std::vector<HANDLE> threads_;  ///< those that were inside when last looked at
     int starts_ = 0;
     int failAt_ = 0;
     std::atomic<int> workerWaits_ = 0;

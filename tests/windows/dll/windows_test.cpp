@@ -2,29 +2,13 @@
 // alone, and a host with an OpenGL context of its own keeps it.
 #include <gmock/gmock.h>
 
-#include <cstdlib>
-#include <limits>
-
 #include "support/call_ledger_win.h"
 #include "support/faked_import_win.h"
+#include "support/frame_compare_win.h"
 #include "support/gl_spy_win.h"
 #include "support/map_host_win.h"
 
 namespace {
-
-/// Number of pixels that look different, not counting shades that nobody could tell apart.
-int DifferentPixels(const SpiedFrame& a, const SpiedFrame& b) {
-    constexpr int kShade = 12;
-    if (a.width != b.width || a.height != b.height) return std::numeric_limits<int>::max();
-    int different = 0;
-    for (std::size_t i = 0; i < a.pixels.size(); i += 3) {
-        bool differs = false;
-        for (std::size_t c = i; c < i + 3; ++c)
-            differs = differs || std::abs(a.pixels[c] - b.pixels[c]) > kShade;
-        if (differs) ++different;
-    }
-    return different;
-}
 
 class WindowsTest : public MapHostTest {
 protected:

@@ -31,16 +31,7 @@ protected:
         SpiedGl().keepPixels = true;
     }
 
-    /// Pumps until all workers have left and none of their messages starts another.
-    bool Settle() const {
-        int started = -1;
-        while (started != workers.Started()) {
-            started = workers.Started();
-            if (!PumpUntil([this] { return workers.HaveAllLeft(); })) return false;
-            PumpPending();
-        }
-        return true;
-    }
+    bool Settle() const { return MapHostTest::Settle(workers); }
     bool PumpUntilHeldUp() const {
         return PumpUntil([this] { return workers.IsHeldUp(); });
     }

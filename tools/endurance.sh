@@ -1,0 +1,47 @@
+#!/bin/bash
+# Soak, races, failures of every call, any order of windows, the worst renderer:
+# tools/endurance.sh [short|full] [GTEST_FILTER]
+#   short  minutes: what every change has to pass
+#   full   the soak for the better part of an hour, the races for ten minutes, each call fails
+# The filter ("*Soak*", "Races*", "Failures*") chooses among the tests. Each runs in a process of its own, from
+# copies of the programs, in a Wine of its own: meanwhile the tree may be built and tested.
+# HORIVO_SEED=NUMBER repeats a run whose seed was printed.
+set -uo pipefail
+cd "$(dirname "${BASH_SOURCE[0]}")/.."
+
+form=${1:-short}
+filter=${2:-*}
+case $form in
+    short | full) ;;
+    *)
+        echo "usage: tools/endurance.sh [short|full] [GTEST_FILTER]" >&2
+        exit 2
+        ;;
+esac
+
+tools/install_packages.sh build run || exit 1
+cmake --preset mingw >/dev/null && ninja -C build/mingw horivo_endurance_tests || exit 1
+source tools/wine_env.sh
+wine_env_start endurance || exit 1
+
+folder=$(mktemp -d build/endurance.XXXXXX)
+cp build/mingw/tests/bin/horivo_{endurance_tests.exe,map.dll} "$folder"
+export HORIVO_ENDURANCE=$form
+program=$folder/horivo_endurance_tests.exe
+if [ "$form" = full ]; then limit=2h; else limit=5m; fi  # for one test; far more than it needs
+
+failed=()
+tests=$(tools/run_under_wine.sh "$program" --gtest_list_tests "--gtest_filter=$filter" |
+    tr -d '\r' | awk '/^[A-Z][A-Za-z]*\.$/ { suite = $1 } /^  / { print suite $1 }')
+for test in $tests; do
+    echo "==== $test ($form)"
+    timeout -k 10 "$limit" tools/run_under_wine.sh "$program" "--gtest_filter=$test" \
+        --gtest_brief=1 </dev/null || failed+=("$test")
+done
+rm -rf "$folder"
+
+if [ ${#failed[@]} -gt 0 ]; then
+    echo "FAILED: ${failed[*]}"
+    exit 1
+fi
+[ -n "$tests" ]
