@@ -6,21 +6,19 @@
 
 namespace {
 
-// Not a static of the function: the guard of one keeps handles and memory of MinGW's thread library
-// for good, anew with each time that the DLL is loaded and unloaded.
-constinit std::wstring knownFolder;
+// Plain characters: the guard of a static with a constructor keeps handles and memory of MinGW's
+// thread library for good, anew with each time that the DLL is loaded and unloaded.
+wchar_t knownFolder[MAX_PATH] = {};
 
-std::wstring QueryCommonAppData() {
-    wchar_t path[MAX_PATH] = {};
-    const HRESULT result =
-        SHGetFolderPathW(nullptr, CSIDL_COMMON_APPDATA, nullptr, SHGFP_TYPE_CURRENT, path);
-    return SUCCEEDED(result) ? std::wstring(path) : std::wstring();
+bool QueryCommonAppData(wchar_t (&folder)[MAX_PATH]) noexcept {
+    return SUCCEEDED(
+        SHGetFolderPathW(nullptr, CSIDL_COMMON_APPDATA, nullptr, SHGFP_TYPE_CURRENT, folder));
 }
 
 }  // namespace
 
-const std::wstring& CommonAppDataFolder() {
+std::wstring CommonAppDataFolder() {
     // An answer that failed for want of memory is no answer to keep.
-    if (knownFolder.empty()) knownFolder = QueryCommonAppData();
+    if (knownFolder[0] == L'\0' && !QueryCommonAppData(knownFolder)) knownFolder[0] = L'\0';
     return knownFolder;
 }

@@ -4,7 +4,7 @@
 #include "photos/photo_files.h"
 
 WideString PhotoRoot() {
-    const std::wstring& common = CommonAppDataFolder();
+    const std::wstring common = CommonAppDataFolder();
     return common.empty() ? WideString() : common + L"\\Zelmo\\City Photos\\";
 }
 

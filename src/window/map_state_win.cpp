@@ -8,6 +8,15 @@ MapState*& StateSlot() noexcept {
     return state;
 }
 
+/// The largest that a library can leave behind, and its lock. No worker runs any more: each holds a
+/// reference to the library.
+void ReleasePicture(TextureRoad& road) noexcept {
+    road.store.ClearMap();
+    road.store.ClearTiles(true);
+    road.sceneMutex.reset();
+    road.lockOfOldWorker.reset();
+}
+
 }  // namespace
 
 MapState& Map() {
@@ -22,7 +31,11 @@ void DestroyMapState() noexcept {
     // A host that unloads without FreeMap or with a window still alive leaves these behind; ending
     // them here would call GDI+ and OpenGL under the loader's lock.
     const bool clean = state->gdiplus == nullptr && state->windows.Count() == 0;
-    if (clean) delete state;
+    if (clean) {
+        delete state;
+    } else {
+        ReleasePicture(state->textures);
+    }
     state = nullptr;
 }
 

@@ -78,7 +78,7 @@ protected:
             }
             while (done < rounds / samples * sample) round(done++);
             Settle();
-            growth.Take(done);
+            growth.Take(done, sample % stretch == 0);
         }
         growth.ExpectFlat();
         if (samePicture) {
