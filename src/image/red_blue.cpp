@@ -5,23 +5,36 @@
 namespace {
 
 constexpr std::size_t kChannels = 3;
+constexpr std::size_t kPixels = 5;  // that fit into 16 bytes; the last byte waits for its round
+
+__m128i LoadAt(const std::uint8_t* pixels, std::size_t i) noexcept {
+    return _mm_loadu_si128(reinterpret_cast<const __m128i*>(pixels + i * kChannels));
+}
+
+/// Bytes 0 and 2 of each of five pixels exchanged; the last byte stays.
+__m128i Exchanged(__m128i pixels) noexcept {
+    const __m128i first = _mm_setr_epi8(-1, 0, 0, -1, 0, 0, -1, 0, 0, -1, 0, 0, -1, 0, 0, 0);
+    const __m128i last = _mm_slli_si128(first, 2);
+    const __m128i kept = _mm_xor_si128(_mm_or_si128(first, last), _mm_set1_epi8(-1));
+    const __m128i ends = _mm_or_si128(_mm_and_si128(_mm_srli_si128(pixels, 2), first),
+                                      _mm_and_si128(_mm_slli_si128(pixels, 2), last));
+    return _mm_or_si128(_mm_and_si128(pixels, kept), ends);
+}
 
 }  // namespace
 
 void CopyExchangingRedBlue(const std::uint8_t* source, std::size_t count,
                            std::uint8_t* target) noexcept {
-    constexpr std::size_t kPixels = 5;  // that fit into 16 bytes; the last byte waits for its round
-    const __m128i first = _mm_setr_epi8(-1, 0, 0, -1, 0, 0, -1, 0, 0, -1, 0, 0, -1, 0, 0, 0);
-    const __m128i last = _mm_slli_si128(first, 2);
-    const __m128i kept = _mm_xor_si128(_mm_or_si128(first, last), _mm_set1_epi8(-1));
     std::size_t i = 0;
-    for (; i + kPixels < count; i += kPixels) {
-        const auto* const from = reinterpret_cast<const __m128i*>(source + i * kChannels);
-        const __m128i pixels = _mm_loadu_si128(from);
-        const __m128i ends = _mm_or_si128(_mm_and_si128(_mm_srli_si128(pixels, 2), first),
-                                          _mm_and_si128(_mm_slli_si128(pixels, 2), last));
-        _mm_storeu_si128(reinterpret_cast<__m128i*>(target + i * kChannels),
-                         _mm_or_si128(_mm_and_si128(pixels, kept), ends));
+    if (count > kPixels) {
+        // In place, the next bytes are read before these are written: a read that overlaps a write
+        // just made would wait for it.
+        __m128i pixels = LoadAt(source, 0);
+        for (; i + 2 * kPixels < count; i += kPixels) {
+            const __m128i next = LoadAt(source, i + kPixels);
+            _mm_storeu_si128(reinterpret_cast<__m128i*>(target + i * kChannels), Exchanged(pixels));
+            pixels = next;
+        }
     }
     for (; i < count; ++i) {
         const std::uint8_t* const pixel = source + i * kChannels;
