@@ -18,7 +18,7 @@ public:
     HWND Map() const { return map_; }
     /// Runs the message loop until a frame with the map's tiles was shown; false after a minute.
     bool PumpUntilTextured();
-    /// Runs it until nothing has come for `quietMs`.
+    /// Runs it until nothing has come for `quietMs`, at most three times as long.
     static void PumpUntilQuiet(DWORD quietMs);
     /// Paints one frame now.
     void Paint() const;
