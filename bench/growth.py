@@ -29,8 +29,8 @@ def frame(width, height, labels, cities):
     """Milliseconds of the quickest frame and of the library's own part, peak of memory in MiB."""
     lines = {line["road"]: line
              for line in windows(FRAME, width, height, labels, cities, FRAME_BUDGET_MS)}
-    # Without labels to be measured, a city that happens to stand in the middle does not matter.
-    if labels and lines["frame/labels"]["value"] != labels:
+    # Of very many cities one or two more stand near the middle of the window by themselves.
+    if lines["frame/labels"]["value"] < labels:
         raise RuntimeError(f"{lines['frame/labels']['value']} labels instead of {labels}")
     return (lines["frame"]["best_ms"], lines["frame_outside_gl/own_best"]["value"],
             lines["frame/peak"]["value"])
