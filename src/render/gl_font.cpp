@@ -9,8 +9,9 @@
 
 namespace {
 
-constexpr GLsizei kListCount = 256;           // names, one a character code
-constexpr unsigned kFirstUnmeasured = 128;    // from here on widths count as 0
+constexpr GLsizei kListCount = 256;  // names, one a character code
+// Deliberate: from here on widths count as 0.
+constexpr unsigned kFirstUnmeasured = 128;
 constexpr std::int32_t kTextCapacity = 2048;  // bytes of converted text with its terminator
 
 /// The caller counts wide characters, and a conversion may have yielded fewer bytes.
