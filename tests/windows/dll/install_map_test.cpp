@@ -179,6 +179,10 @@ TEST_F(InstallMapTest, HalvesTheLimitUntilTheTilesFitAndKeepsIt) {
     ASSERT_TRUE(WaitForTiles());
     EXPECT_THAT(TakeUploadWidths(), testing::Each(64));
     EXPECT_TRUE(ReadFileBytes(MapPath()) == original) << "only the self-test writes the picture";
+    Pattern(128, 64);
+    EXPECT_EQ(library.InstallMap(), HORIVO_OK);
+    ASSERT_TRUE(WaitForTiles(16)) << "eight in the test window, eight in the live one";
+    EXPECT_THAT(TakeUploadWidths(), testing::Each(32));
     DestroyWindow(window);
     // Below 257 nothing is left to halve: it ends, and still succeeds.
     SpiedGl().refuseAbove = 4;

@@ -12,7 +12,7 @@
 
 namespace {
 
-constexpr DWORD kReason = 4321;  // a system error that nobody else reports
+DWORD reason = 4321;  // a system error that nobody else reports; another for each refusal
 
 /// A function of Windows that fails as Windows does, for as long as this lives.
 template <FunctionName Name, class Function>
@@ -21,7 +21,7 @@ template <FunctionName Name, class Result, class... Arguments>
 struct Failing<Name, Result(Arguments...)> : FakedImport<Name, Result(Arguments...)> {
     explicit Failing(HMODULE module)
         : FakedImport<Name, Result(Arguments...)>(module, [](Arguments...) {
-              SetLastError(kReason);
+              SetLastError(reason);
               return Result{};
           }) {}
 };
@@ -36,11 +36,12 @@ protected:
     /// Creates a window while one function of Windows fails.
     template <FunctionName Name, class Function>
     void ExpectRefusal(Function*, std::uint32_t code) {
+        ++reason;
         const CallLedger ledger(library.module);
         const Failing<Name, Function> failing(library.module);
         EXPECT_EQ(CreateMap(), nullptr) << Name.View();
         EXPECT_EQ(status, code) << Name.View();
-        EXPECT_EQ(library.GetLastSysError(), kReason) << Name.View();
+        EXPECT_EQ(library.GetLastSysError(), reason) << Name.View();
         EXPECT_EQ(wglGetCurrentContext(), nullptr) << Name.View();
         EXPECT_EQ(ledger.Held(), CallLedger::Counts{}) << Name.View();
     }
@@ -79,10 +80,10 @@ TEST_F(ResultCodesTest, RefusedWindowsSayWhyAndLeaveNothingBehind) {
     EXPECT_EQ(library.CreateMapWindow(nullptr, 0, 0, 100, 100, &status), nullptr)
         << "a child needs a parent";
     EXPECT_EQ(status, HORIVO_OK) << "an old code is not repeated";
-    const DWORD reason = library.GetLastSysError();
-    EXPECT_TRUE(reason != 0 && reason != kReason) << reason;
+    const DWORD answer = library.GetLastSysError();
+    EXPECT_TRUE(answer != 0 && answer != reason) << answer;
     ExpectWindowLives(library.CreateMapWindow(host, 0, 0, 200, 100, nullptr));
-    EXPECT_EQ(library.GetLastSysError(), reason) << "success does not wipe the last error";
+    EXPECT_EQ(library.GetLastSysError(), answer) << "success does not wipe the last error";
 }
 
 TEST_F(ResultCodesTest, CallsBeforeInitAndAfterFreeAreRefused) {
@@ -117,7 +118,7 @@ TEST_F(ResultCodesTest, SecondInitReplacesTheCitiesAndReportsTheClass) {
     {
         const Failing<"RegisterClassExW", decltype(RegisterClassExW)> failing(library.module);
         EXPECT_EQ(Init(), HORIVO_CLASS_FAILED);
-        EXPECT_EQ(library.GetLastSysError(), kReason);
+        EXPECT_EQ(library.GetLastSysError(), reason);
         library.FreeMap();
     }
     const FakedImport<"CreateMutexW", decltype(CreateMutexW)> mutexes(library.module);
