@@ -75,5 +75,6 @@ DWORD WorkerWatch::WaitFor(HANDLE handle, DWORD wait) {
         if (number <= 2) Pass(number == 1 ? At::LoadLock : At::SplitLock);
     }
     if (wait == letGoAt_) LetGo();
-    return Wait::Real(handle, hurry_ ? 0 : wait);
+    // Waits without an end are those of the C++ runtime, which counts on them.
+    return Wait::Real(handle, hurry_ && wait != INFINITE ? 0 : wait);
 }

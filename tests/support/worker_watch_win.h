@@ -41,7 +41,7 @@ public:
     /// The most workers that ever decoded at the same time.
     int MostDecoding() const { return mostDecoding_; }
 
-    /// From now on, or no longer, every wait ends at once, successful or not.
+    /// From now on, or no longer, every wait that has an end ends at once, successful or not.
     void HurryWaits(bool hurry) { hurry_ = hurry; }
     /// The next wait of this many milliseconds lets the held-up workers go first.
     void LetGoAtWait(DWORD wait) { letGoAt_ = wait; }
