@@ -71,18 +71,15 @@ TEST(SunPosition, AgreesWithAnEphemeris) {
 }
 
 TEST(SunPosition, KeepsDayAndSeasonAsFarAsWindowsCounts) {
-    for (const int year : {1601, 1800, 2500, 9999, 30827}) {
-        for (const auto& [month, season] : {std::pair{6, 1.0}, {12, -1.0}}) {
-            const Sun sun({static_cast<std::uint16_t>(year), static_cast<std::uint16_t>(month), 0,
-                           21, 12, 0, 0, 0});
-            // The short series drifts by some degrees in ten thousand years, and so does the
-            // calendar; far beyond, only the range is left.
-            EXPECT_LE(std::abs(sun.declination), 23.45) << year;
-            if (year > 9999) continue;
-            EXPECT_GT(sun.declination * season, 22.5) << year;
-            EXPECT_LT(std::abs(std::remainder(sun.hourAngle, 360.0)), 8.0) << year;
-        }
+    // The short series drifts by some degrees in ten thousand years, and so does the calendar; far
+    // beyond, only the range is left.
+    for (const std::uint16_t year :
+         {std::uint16_t{1601}, std::uint16_t{2500}, std::uint16_t{9999}}) {
+        const Sun sun({year, 6, 0, 21, 12, 0, 0, 0});
+        EXPECT_NEAR(sun.declination, 23.0, 0.5) << year;
+        EXPECT_LT(std::abs(std::remainder(sun.hourAngle, 360.0)), 8.0) << year;
     }
+    EXPECT_LE(std::abs(Sun({30827, 12, 0, 21, 12, 0, 0, 0}).declination), 23.45);
 }
 
 TEST(JulianDate, CountsEachDayOnceAndBeginsItAtNoon) {
@@ -159,11 +156,8 @@ TEST(CMatrix4, InverseCancelsWithoutPivoting) {
     EXPECT_FALSE(std::isfinite(swap[0]));
 }
 
-TEST(CMatrix4, TransposesInPlaceAndMovesPackedPointsByThreeRows) {
+TEST(CMatrix4, MovesPackedPointsByThreeRows) {
     CMatrix4 m = SomeMatrix(0.3, -1.1, 2.5);
-    CMatrix4 inPlace = m;
-    inPlace.Transpose();
-    for (int i = 0; i < 16; ++i) EXPECT_EQ(inPlace[4 * (i % 4) + i / 4], m[i]);
     double points[] = {0, 0, 0, -4, 5, -6, 99};
     CVector4 second{-4, 5, -6, 1};
     m.Transform(second);

@@ -14,7 +14,6 @@ using testing::ElementsAre;
 
 class JpegTextureTest : public testing::Test {
 protected:
-    void SetUp() override { Files() = {}; }
     void TearDown() override {
         EXPECT_EQ(MemoryPicture::LiveCount(), 0) << "a picture was not destroyed";
         EXPECT_EQ(MemoryPicture::LockCount(), 0) << "a picture was left locked";
@@ -61,10 +60,10 @@ TEST_F(JpegTextureTest, LoadPadsTheBufferOrRefusesWhatIsAboveTheLimits) {
 
 TEST_F(JpegTextureTest, AFailedLoadLeavesNothing) {
     const MemoryImage good = NoiseImage(20, 10, kPixelFormat32bppArgb);
-    Files().pictures = {{L"locked", good}, {L"strange", good}};
-    Files().pictures[L"locked"].lockable = false;
-    Files().pictures[L"strange"].convertible = false;
-    MemoryImage& huge = Files().pictures[L"huge"];
+    PictureFiles() = {{L"locked", good}, {L"strange", good}};
+    PictureFiles()[L"locked"].lockable = false;
+    PictureFiles()[L"strange"].convertible = false;
+    MemoryImage& huge = PictureFiles()[L"huge"];
     huge.width = kHugeSide - 3;
     huge.height = kHugeSide;
     huge.lockable = false;
@@ -90,7 +89,7 @@ TEST_F(JpegTextureTest, AFailedLoadLeavesNothing) {
 TEST_F(JpegTextureTest, TheMapTextureShrinksToPowersOfTwoOrItsLimits) {
     for (const Row& row : Table("texture_shrink")) {
         CGLTexture texture;
-        Files().pictures[L"map.jpg"] = NoiseImage(row.Int(0), row.Int(1));
+        PictureFiles()[L"map.jpg"] = NoiseImage(row.Int(0), row.Int(1));
         EXPECT_EQ(texture.LoadFromFile(L"map.jpg", row.Int(2), row.Int(3)), row.Int(4)) << row.why;
         EXPECT_EQ(texture.GetWidth(), row.Int(5)) << row.why;
         EXPECT_EQ(texture.GetHeight(), row.Int(6)) << row.why;
@@ -159,7 +158,7 @@ TEST_F(JpegTextureTest, WithoutMemoryOrPixelsEachOperationKeepsItsPromise) {
     EXPECT_EQ(texture.GetBytesPerPixel(), 3) << "a widening changes nothing";
     EXPECT_NE(texture.GetPixels(), nullptr);
     texture.ClaimBuffer(4, 4);
-    EXPECT_FALSE(texture.PadBuffer(kHugeSide, kHugeSide));
+    EXPECT_FALSE(texture.PadBuffer(kHugeSide, kHugeSide) || texture.SwapRedBlue());
     EXPECT_EQ(texture.GetPixels(), nullptr);
     EXPECT_THAT(Sizes(texture), ElementsAre(0, 0, 0, 0));
     CGLTexture empty;

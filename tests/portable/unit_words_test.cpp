@@ -38,7 +38,7 @@ TEST(UnitWords, AFaultKeepsWhatStoodBeforeIt) {
         {"the last range that fits wins", u"x;0-99 y;5 z", 5, u"z", 2},
         {"a turned range ends the list", u"x;1,5-3 y", 1, u"y", 1},
         {"a number too large ends the list", u"x;1,100 y;2 z", 2, u"z", 2},
-        {"however large", u"x;1,99999999999999999999999999 y", 1, u"y", 1},
+        {"also one that 32 bits would take for 5", u"x;1,4294967301 y", 1, u"y", 1},
         {"a missing second number", u"x;1,5- y", 1, u"y", 1},
         {"a letter in the list ends the table", u"x;1 y;2,a z;3 z", 2, u"x", 1},
         {"a group without ranges has a word all the same", u"x; y;2 z", 2, u"z", 1},

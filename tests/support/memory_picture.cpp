@@ -56,14 +56,14 @@ PixelRows MemoryPicture::LockForReading() {
 
 void MemoryPicture::Unlock() noexcept { --liveLocks; }
 
-MemoryFiles& Files() {
-    static MemoryFiles files;
+std::map<std::wstring, MemoryImage>& PictureFiles() {
+    static std::map<std::wstring, MemoryImage> files;
     return files;
 }
 
 std::unique_ptr<Picture> OpenPicture(const std::wstring& path) {
-    const auto found = Files().pictures.find(path);
-    if (found != Files().pictures.end()) return std::make_unique<MemoryPicture>(found->second);
+    const auto found = PictureFiles().find(path);
+    if (found != PictureFiles().end()) return std::make_unique<MemoryPicture>(found->second);
     MemoryImage missing;
     missing.readable = false;
     return std::make_unique<MemoryPicture>(missing);

@@ -140,7 +140,10 @@ TEST_F(LocalTimeTest, CitiesKeepTheTimeOfTheTzDatabase) {
     const auto zones = std::make_unique<TimeZoneTable>();
     const auto courses = LoadCourses();
     const auto instants = Instants();
-    const auto differences = RowsOf("tests/data/zone_differences.tsv");
+    std::map<std::string, std::vector<std::vector<std::string>>> differences;  // by city
+    for (const auto& row : RowsOf("tests/data/zone_differences.tsv")) {
+        differences[row.at(0)].push_back(row);
+    }
     const bool underWine =
         GetProcAddress(GetModuleHandleW(L"ntdll.dll"), "wine_get_version") != nullptr;
     const auto cities = RowsOf("assets/cities.tsv");
@@ -151,9 +154,8 @@ TEST_F(LocalTimeTest, CitiesKeepTheTimeOfTheTzDatabase) {
         for (const std::string& instant : instants) {
             const int right = std::prev(courses.at(city.at(5)).upper_bound(instant))->second;
             int known = right;
-            for (const auto& row : differences) {
-                const bool here = row.at(0) == city[0] && instant >= row.at(1);
-                if (here && instant < row.at(2)) known = std::stoi(row.at(3));
+            for (const auto& row : differences[city[0]]) {
+                if (instant >= row.at(1) && instant < row.at(2)) known = std::stoi(row.at(3));
             }
             const int offset = OffsetOf(*zone, instant.c_str());
             // A system with a newer table than Wine's may be right where Wine is not.
