@@ -4,8 +4,8 @@
 namespace {
 
 TEST_F(LanguageTest, BeginsWithTheProgramAndTheUsersLanguage) {
-    SetDirectory(folder_.c_str());
     Write(L"en", L"");
+    SetDirectory(folder_.c_str());
     RegisterResources();
     SetLanguage(L"en");
     InitLangFile();
