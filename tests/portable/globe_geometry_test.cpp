@@ -156,8 +156,11 @@ TEST(CMatrix4, InverseCancelsWithoutPivoting) {
     EXPECT_FALSE(std::isfinite(swap[0]));
 }
 
-TEST(CMatrix4, MovesPackedPointsByThreeRows) {
+TEST(CMatrix4, TransposesInPlaceAndMovesPackedPointsByThreeRows) {
     CMatrix4 m = SomeMatrix(0.3, -1.1, 2.5);
+    CMatrix4 inPlace = m;
+    inPlace.Transpose();
+    for (int i = 0; i < 16; ++i) EXPECT_EQ(inPlace[4 * (i % 4) + i / 4], m[i]);
     double points[] = {0, 0, 0, -4, 5, -6, 99};
     CVector4 second{-4, 5, -6, 1};
     m.Transform(second);
