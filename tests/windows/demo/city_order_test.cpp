@@ -50,12 +50,13 @@ TEST(CityOrderTest, ColumnsSortAndCitiesWithoutATimeComeLast) {
         return names;
     };
     // At 20:15 UTC it is 5:15 on the 22nd in Tokyo, 16:15 in New York, 1:45 on the 22nd in Kolkata.
-    EXPECT_THAT(sorted(CityColumn::Name, false),
-                ElementsAre(L"Atlantis", L"Kolkata", L"New York", L"Tokyo"));
+    EXPECT_THAT(sorted(CityColumn::Name, true),
+                ElementsAre(L"Tokyo", L"New York", L"Kolkata", L"Atlantis"));
+    EXPECT_THAT(sorted(CityColumn::Date, false),
+                ElementsAre(L"New York", L"Kolkata", L"Tokyo", L"Atlantis"))
+        << "cities of one day by name";
     EXPECT_THAT(sorted(CityColumn::Time, false),
                 ElementsAre(L"Kolkata", L"Tokyo", L"New York", L"Atlantis"));
-    EXPECT_THAT(sorted(CityColumn::Date, false),
-                ElementsAre(L"New York", L"Kolkata", L"Tokyo", L"Atlantis"));
     EXPECT_THAT(sorted(CityColumn::Offset, true),
                 ElementsAre(L"Tokyo", L"Kolkata", L"New York", L"Atlantis"));
     EXPECT_EQ(rows[1].local.offsetMinutes, 330);

@@ -10,6 +10,7 @@ TEST_F(LanguageTest, AStringComesFromTheFileElseFromTheResources) {
     Write(L"de",
           L"[StringTable]\r\n20=Stadt\\nzwei\\\\\r\n22=\r\n90=nur hier\r\n[Other]\r\n20=Ort\r\n");
     EXPECT_EQ(Load(Resources(), IDS_COLUMN_CITY), L"City") << "no language file yet";
+    EXPECT_EQ(Load(nullptr, IDS_COLUMN_CITY), L"") << "nor resources";
     SetLanguage(L"DEU");
     EXPECT_EQ(Load(Resources(), IDS_COLUMN_CITY), L"Stadt\nzwei\\");
     EXPECT_EQ(Load(Resources(), IDS_COLUMN_CITY, L"Other"), L"Ort");
