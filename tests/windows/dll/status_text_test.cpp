@@ -84,10 +84,13 @@ TEST_F(StatusTextTest, LoadingIsShownInRedWhileItRuns) {
     std::atomic<bool> opening = false;
     std::atomic<bool> goOn = false;
     const Open slow(library.module, [&](const WCHAR* path, Gdiplus::GpBitmap** bitmap) {
-        opening = opening || std::filesystem::path(path) == MapPath();
-        while (opening && !goOn) Sleep(1);
+        if (std::filesystem::path(path) == MapPath()) {
+            opening = true;
+            while (!goOn) Sleep(1);
+        }
         return Open::Real(path, bitmap);
     });
+    SpiedGl().uploads.clear();
     const HWND window = CreateMap();
     EXPECT_TRUE(PumpUntil([&] { return opening.load(); }));
     SpiedGl().keepCalls = true;
@@ -109,7 +112,6 @@ TEST_F(StatusTextTest, SlowPicturesLowerTheDetailStepByStep) {
         std::vector<std::string> factors;
     } cases[] = {
         {100, 1, {"100"}},  // exactly 10 a second are enough
-        {99, 1, {"100"}},
         {150, 4, {"100", "200", "400", "800"}},
     };
     for (const auto& c : cases) {
@@ -126,10 +128,10 @@ TEST_F(StatusTextTest, SlowPicturesLowerTheDetailStepByStep) {
         EXPECT_EQ(ShownFactors(), c.factors);
         EXPECT_EQ(threads.Calls() - before, c.loads * 2) << "a load and a split a step";
         EXPECT_FALSE(GetUpdateRect(window, nullptr, FALSE)) << "nothing is measured any more";
-        // One picture to warm up, three that count; a step down ends them before their last.
-        for (const char* step : {", test 0/3", ", test 1/3", ", test 2/3"}) {
-            EXPECT_EQ(testing::Matches(Contains(HasSubstr(step)))(SpiedGl().texts), c.loads == 1);
-        }
+        // One picture to warm up, three that count.
+        for (const char* step : {", test 0/3", ", test 1/3", ", test 2/3"})
+            EXPECT_THAT(SpiedGl().texts, Contains(HasSubstr(step)));
+        EXPECT_THAT(TextsOf(window), testing::Not(Contains(HasSubstr(", test "))));
         Key(window, 'I');
         DestroyWindow(window);
     }
