@@ -281,6 +281,14 @@ TEST_F(PhotoPanelTest, HostileNamesShowNothingFromOutsideTheirFolder) {
     AddCity(L"..", L".. ", 45.0, 3.0);
     AddCity(L"..\\Spain\\Nice", L"France", 46.0, 3.0);
     Open();
+    using Create = FakedImport<"CreateFileW", decltype(CreateFileW)>;
+    const Create files(library.module, [](const wchar_t* path, DWORD access, DWORD share,
+                                          SECURITY_ATTRIBUTES* security, DWORD disposition,
+                                          DWORD flags, HANDLE like) {
+        EXPECT_EQ(std::wstring(path).find(L".."), std::wstring::npos);
+        EXPECT_EQ(access & (GENERIC_WRITE | DELETE), 0U) << "the tree is only read";
+        return Create::Real(path, access, share, security, disposition, flags, like);
+    });
     for (std::size_t tricky = 3; tricky < cities.size(); ++tricky) {
         Show(tricky);
         EXPECT_THAT(Photos(), IsEmpty()) << tricky;
