@@ -3,9 +3,9 @@
  * dialogs and menus, administrative switches, the diagnostic log.
  *
  * They are a static library, horivo_host; the DLL exports none of them. Each module that links it
- * (the host's program, the DLL) has a record of its own. The DLL's record keeps its initial state,
- * save for the switches, which it reads with its settings; nothing that the map shows depends on
- * it. The one text that the map shows in the user's language comes through SetLocalString.
+ * has records of its own; the DLL takes only the switches and the time zones along and reads the
+ * switches with its settings. The one text that the map shows in the user's language comes through
+ * SetLocalString.
  *
  * For C++20. The header pulls in no windows.h; handles are declared under their usual names and
  * agree with it in any order of inclusion.
@@ -94,7 +94,8 @@ extern HorivoWideChar monthNames[12][24];
 
 /** Loads "res_en.dll" from the program's directory as a data file, registers it with the unit
  * tables 257 to 261 and selects the language "en". Only the first call does anything.
- * @return whether the module is there; without it strings come from the language files alone. */
+ * @return whether the module is there; without it strings come from the language files alone, and
+ *         units have no words, because SetLanguage reads unit tables only with a module. */
 bool StartHostServices() noexcept;
 
 /** Puts the record into its initial state. It starts there; a host need not call this. */

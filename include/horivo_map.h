@@ -276,11 +276,13 @@ typedef struct CityRecord {
         timeZone;          /**< DYNAMIC_TIME_ZONE_INFORMATION of the city, used as it is. Null:
                               the library looks timeZoneId up and writes its own record here,
                               which lives until the library is unloaded; FreeMap puts null back
-                              where the library wrote. */
+                              where the library wrote, in the table of the last InitMap. Clear it
+                              yourself in a record that you hand over again after unloading. */
     double markerPoint[4]; /**< out: x, y, z, 1 on the globe of radius 3, lifted by 1.0001 */
     double windowPoint[4]; /**< out: its last projection, window pixels, y upward */
-    double distanceSq;     /**< out: squared distance to the last clicked point of the globe, globe
-                              units; a country's photos are shown nearest city first by it */
+    double distanceSq;     /**< out: squared distance to the place last pointed at, clicked or
+                              flown to by HORIVO_MSG_CITY, globe units. A country's photos are shown
+                              nearest city first by it, as it is when the country is chosen */
     unsigned char inRange; /**< out: 1 while the city lies within reach of the pointed place */
     unsigned char nearest; /**< out: 1 for the one city nearest to the pointed place */
     unsigned char tail[6]; /**< not read, not written */

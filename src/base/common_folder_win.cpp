@@ -11,8 +11,8 @@ namespace {
 wchar_t knownFolder[MAX_PATH] = {};
 
 bool QueryCommonAppData(wchar_t (&folder)[MAX_PATH]) noexcept {
-    return SUCCEEDED(
-        SHGetFolderPathW(nullptr, CSIDL_COMMON_APPDATA, nullptr, SHGFP_TYPE_CURRENT, folder));
+    return SUCCEEDED(SHGetFolderPathW(nullptr, CSIDL_COMMON_APPDATA | CSIDL_FLAG_CREATE, nullptr,
+                                      SHGFP_TYPE_CURRENT, folder));
 }
 
 }  // namespace

@@ -13,7 +13,7 @@ class CGLTexture;
 struct PlanetInputs {
     const MeshDetail& detail;
     const ExtensionFlags& extensions;
-    const std::int32_t& texCompression;  ///< 1: store tiles compressed where GL can
+    const std::int32_t& texCompression;  ///< not 0: store tiles compressed where GL can
     const SYSTEMTIME& sceneTime;         ///< UTC instant of the Sun, read at every `Compile`
     const CityTable& cities;
 };

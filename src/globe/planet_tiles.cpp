@@ -3,19 +3,9 @@
 
 #include "globe/planet.h"
 #include "image/jpeg_texture.h"
+#include "render/pending_errors.h"
 
 namespace {
-
-/// More errors than a context can hold at once. Without a current context glGetError reports for
-/// ever, and an unbounded wait for "no error" would hang the host.
-constexpr int kMaxPendingErrors = 32;
-
-/// Takes the errors that others left behind, so that they are not blamed on the next call.
-void DrainErrors() {
-    for (int round = 0; round < kMaxPendingErrors; ++round) {
-        if (glGetError() == GL_NO_ERROR) return;
-    }
-}
 
 GLint InternalFormat(std::int32_t bytesPerPixel, bool compressed) {
     if (!compressed) return bytesPerPixel;  // the old form of the parameter: a number of channels

@@ -42,19 +42,13 @@ void Initialise(CLangFile& file) noexcept {
     StoreProgram(file);
 }
 
-BOOL CALLBACK InitialiseOnce(INIT_ONCE*, void* file, void**) noexcept {
-    Initialise(*static_cast<CLangFile*>(file));
-    return TRUE;
-}
-
 }  // namespace
 
 CLangFile& MutableLangFile() noexcept {
-    // Windows' own guard: that of a static keeps handles and memory of MinGW's thread library for
-    // good, anew with each time that the DLL is loaded and unloaded.
-    static INIT_ONCE once = INIT_ONCE_STATIC_INIT;
-    static CLangFile file = {};
-    InitOnceExecuteOnce(&once, InitialiseOnce, &file, nullptr);
+    struct InitialFile : CLangFile {
+        InitialFile() noexcept : CLangFile() { Initialise(*this); }
+    };
+    static InitialFile file;
     return file;
 }
 

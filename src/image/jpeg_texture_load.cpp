@@ -44,9 +44,13 @@ private:
     PixelRows rows_;
 };
 
+bool IsGood(const std::unique_ptr<Picture>& picture) noexcept {
+    return picture != nullptr && picture->IsOk();
+}
+
 /// Makes `picture` one of 3 bytes a pixel; false when it is none or cannot become one.
 bool MakeRgb(std::unique_ptr<Picture>& picture) {
-    if (picture == nullptr || !picture->IsOk()) return false;
+    if (!IsGood(picture)) return false;
     if (picture->GetPixelFormat() != kPixelFormat24bppRgb) {
         picture = ConvertPicture(std::move(picture), kPixelFormat24bppRgb);
     }
@@ -74,9 +78,10 @@ int CJpegTexture::LoadFromFile(const std::wstring& path, int maxWidth, int maxHe
 int CJpegTexture::Load(std::unique_ptr<Picture> picture, int maxWidth, int maxHeight) {
     Clear(true);
     try {
-        if (!MakeRgb(picture)) return kLoadFailed;
-        if (ChooseBuffer(picture->GetWidth(), picture->GetHeight(), maxWidth, maxHeight) &&
-            CopyRows(*picture)) {
+        // The size is judged first: a conversion decodes the whole picture.
+        if (IsGood(picture) &&
+            ChooseBuffer(picture->GetWidth(), picture->GetHeight(), maxWidth, maxHeight) &&
+            MakeRgb(picture) && CopyRows(*picture)) {
             return kLoadedUnchanged;
         }
     } catch (...) {  // no memory for the conversion or the lock

@@ -4,9 +4,12 @@
 
 #include "horivo_map.h"
 #include "interface/command_line_folder.h"
+#include "interface/create_window_win.h"
 #include "interface/data_folder_win.h"
 #include "interface/install_map_win.h"
+#include "window/hover_win.h"
 #include "window/map_state_win.h"
+#include "window/overlay_win.h"
 #include "window/window_proc_win.h"
 
 namespace {
@@ -25,7 +28,7 @@ void FindFolders(HostData& host) {
 }
 
 /// Asks for the version of Windows.
-/// Deliberate: the answer is not used; the call is what hosts of old were known by.
+/// Deliberate: the answer is not used.
 void QueryWindowsVersion() noexcept {
     OSVERSIONINFOW version = {};
     version.dwOSVersionInfoSize = sizeof version;
@@ -49,23 +52,28 @@ std::uint32_t RegisterMapClass(HostData& host) noexcept {
 
 std::uint32_t Initialise(MapState& map, CityRecord* cities, std::int32_t cityCount) {
     FindFolders(map.host);
-    map.host.cities = {cities, cityCount};
+    map.host.cities = {cities, cities != nullptr ? cityCount : 0};
     QueryWindowsVersion();
     if (!map.textures.sceneMutex) map.textures.sceneMutex = std::move(map.textures.lockOfOldWorker);
     if (!map.textures.sceneMutex)
         map.textures.sceneMutex.reset(CreateMutexW(nullptr, FALSE, nullptr));
-    if (map.gdiplus == nullptr) map.gdiplus = std::make_unique<GdiplusUse>();
+    if (map.gdiplus == nullptr || !map.gdiplus->IsStarted())
+        map.gdiplus = std::make_unique<GdiplusUse>();
+    CancelHover(map);  // its city is one of the old table
+    TakeNewTable(map);
     return RegisterMapClass(map.host);
 }
 
 void ReleaseTextures(MapState& map) noexcept {
-    const HANDLE mutex = map.textures.sceneMutex.get();
+    UniqueHandle& oldLock = map.textures.lockOfOldWorker;
+    // A host that frees twice: the worker of the first time may still be at it.
+    const HANDLE mutex = map.textures.sceneMutex ? map.textures.sceneMutex.get() : oldLock.get();
     const MutexHold hold = AcquireMutex(mutex, kReleaseWaitMs);
     // From here on a worker that was started before leaves the textures alone.
     ++map.textures.freed;
     // Without a lock no worker can have run; on a time-out one still does and nothing is released.
     if (!hold && mutex != nullptr) {
-        map.textures.lockOfOldWorker = DuplicateOf(mutex);
+        if (map.textures.sceneMutex) oldLock = DuplicateOf(mutex);
         return;
     }
     map.textures.store.ClearMap();
@@ -77,7 +85,13 @@ void ReleaseTextures(MapState& map) noexcept {
 extern "C" {
 
 std::uint32_t InitMap(CityRecord* cities, std::int32_t cityCount) try {
-    return Initialise(Map(), cities, cityCount);
+    MapState& map = Map();
+    try {
+        return Initialise(map, cities, cityCount);
+    } catch (...) {
+        map.host.lastSysError = ERROR_NOT_ENOUGH_MEMORY;
+        return HORIVO_CLASS_FAILED;
+    }
 } catch (...) {
     return HORIVO_CLASS_FAILED;
 }
@@ -92,11 +106,7 @@ void SetLocalString(std::int32_t id, const HorivoWideChar* text) try {
 HWND CreateMapWindow(HWND parent, std::int32_t x, std::int32_t y, std::int32_t width,
                      std::int32_t height, std::uint32_t* status) try {
     MapState& map = Map();
-    map.host.createStatus = HORIVO_OK;  // Windows may refuse the window before it is asked
-    const HWND window = CreateWindowExW(0, kMapWindowClass, kMapWindowTitle, kMapWindowStyle, x, y,
-                                        width, height, parent, nullptr, LibraryModule(), nullptr);
-    if (window == nullptr && map.host.createStatus == HORIVO_OK)
-        map.host.lastSysError = GetLastError();
+    const HWND window = MakeMapWindow(map, {x, y, width, height, kMapWindowStyle, parent});
     if (status != nullptr) *status = map.host.createStatus;
     return window;
 } catch (...) {

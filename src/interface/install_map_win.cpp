@@ -4,10 +4,10 @@
 #include <string>
 
 #include "image/jpeg_probe_win.h"
+#include "interface/create_window_win.h"
 #include "interface/install_check.h"
 #include "window/loader_win.h"
 #include "window/texture_road.h"
-#include "window/window_proc_win.h"
 
 namespace {
 
@@ -59,17 +59,13 @@ void ClearTextures(MapState& map) noexcept {
 
 /// Creates the hidden window, whose creation walks the whole road of the picture.
 std::uint32_t TryTestWindow(MapState& map) {
-    map.host.createStatus = HORIVO_OK;
-    const HWND window =
-        CreateWindowExW(0, kMapWindowClass, kMapWindowTitle, kTestStyle, 0, 0, kTestWidth,
-                        kTestHeight, nullptr, nullptr, LibraryModule(), nullptr);
+    const HWND window = MakeMapWindow(map, {0, 0, kTestWidth, kTestHeight, kTestStyle, nullptr});
     if (window != nullptr) {
         DestroyWindow(window);
         return HORIVO_OK;
     }
     if (map.host.createStatus != HORIVO_OK) return map.host.createStatus;
-    map.host.lastSysError = GetLastError();  // Windows itself refused: not a success
-    return HORIVO_CLASS_FAILED;
+    return HORIVO_CLASS_FAILED;  // Windows itself refused: not a success
 }
 
 /// Sets `installTest` for a scope.

@@ -6,6 +6,7 @@
 
 #include "photos/button_sheet.h"
 #include "photos/panel_layout.h"
+#include "photos/photo_paging.h"
 #include "render/overlay_button.h"
 
 namespace {
@@ -22,7 +23,7 @@ constexpr std::int32_t kKeyInsert = 45;
 constexpr std::int32_t kKeyAdd = 107;
 constexpr std::int32_t kKeySubtract = 109;
 
-constexpr float kHiddenY = -32.0F;  // below the window, out of reach of the pointer too
+constexpr float kHiddenY = -32.0F;  // below the window
 
 struct ButtonSpec {
     std::int32_t id;
@@ -45,7 +46,7 @@ constexpr ButtonSpec kButtons[] = {
     {kKeySubtract, 70, 70, 0, 0, 32, 32},
     {kKeyInsert, 4, kHiddenY, 0, 96, 100, 24},
     {kKeyPrior, 40, kHiddenY, 64, 64, 9, 19},
-    // Reaches behind the photos button, which it covers there; its picture is clear in that part.
+    // Reaches over the photos button, where it is hit first; its picture is clear in that part.
     {kKeyNext, 59, kHiddenY, 64, 0, 9, 32},
 };
 static_assert(kButtons[kPhotosButton].id == kKeyInsert && kButtons[kNextButton].id == kKeyNext &&
@@ -76,6 +77,15 @@ void MapButtons::CreateButtons(const std::uint8_t* sheet) {
     DestroyButtons();
     if (sheet == nullptr) return;
     UploadSheet(sheet);
+    try {
+        AddButtons();
+    } catch (...) {
+        DestroyButtons();  // some of them would pass for all
+        throw;
+    }
+}
+
+void MapButtons::AddButtons() {
     for (const ButtonSpec& spec : kButtons) {
         std::unique_ptr<C2DButton2> button = NewButton(spec, texture_);
         group_.AddChild(button.get());
@@ -114,8 +124,8 @@ void MapButtons::PlacePhotoButtons(const ButtonLayout& layout, std::int32_t line
     if (group_.GetChildCount() == 0) return;
     const std::int32_t pagingY = layout.windowHeight - TitleStripHeight(lineHeight) + 4;
     const std::int32_t photosY = layout.windowHeight - 2 * lineHeight - 32;
-    const bool hasNext = layout.firstShown + layout.shownCount < layout.photoCount;
-    const bool hasPrevious = layout.photoCount > 0 && layout.firstShown > 0;
+    const bool hasNext = HasNextPhotos(layout.firstShown, layout.shownCount, layout.photoCount);
+    const bool hasPrevious = HasPreviousPhotos(layout.firstShown, layout.photoCount);
     ButtonAt(group_, kNextButton)->position.y = ShownAt(hasNext, pagingY);
     ButtonAt(group_, kPreviousButton)->position.y = ShownAt(hasPrevious, pagingY);
     ButtonAt(group_, kPhotosButton)->position.y = ShownAt(layout.offerPhotos, photosY);

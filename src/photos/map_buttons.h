@@ -34,6 +34,8 @@ public:
     /// Deletes buttons and texture.
     void DestroyButtons() noexcept;
 
+    /// Places the photo buttons. @param lineHeight  of the font, pixels
+    void PlacePhotoButtons(const ButtonLayout& layout, std::int32_t lineHeight) noexcept;
     /// Places the photo buttons, draws all buttons and, while the pointer is over the add-photo
     /// button, the hint to the left of the panel.
     /// @param hint  null or empty for none; not kept
@@ -49,7 +51,7 @@ public:
 
 private:
     void UploadSheet(const std::uint8_t* sheet) noexcept;
-    void PlacePhotoButtons(const ButtonLayout& layout, std::int32_t lineHeight) noexcept;
+    void AddButtons();
     void DrawGroup();
     void DrawHint(const ButtonLayout& layout, const CGLFont& font,
                   const HorivoWideChar* hint) const;

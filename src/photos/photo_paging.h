@@ -21,8 +21,8 @@ constexpr bool HasPreviousPhotos(std::int32_t firstShown, std::int32_t count) no
     return count > 0 && firstShown > 0;
 }
 
-/// The first photo of the next page: 16 further, but never past the last photo; `firstShown` when
-/// no photos follow.
+/// The first photo of the next page, but never past the last photo; `firstShown` when no photos
+/// follow. Deliberate: 16 further, also when fewer had room.
 std::int32_t NextFirstShown(std::int32_t firstShown, std::int32_t shown,
                             std::int32_t count) noexcept;
 

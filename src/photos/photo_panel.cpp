@@ -105,6 +105,7 @@ void BuildPhotoPanel(PhotoPanel& panel, const CityTable& cities, WideView countr
 void ShowPhotoPanel(PhotoPanel& panel, const CityTable& cities, WideString name, WideString key) {
     panel.placeName = std::move(name);
     panel.heading = std::move(key);
+    panel.photoSet.ranks.clear();
     BuildPhotoPanel(panel, cities, panel.placeName, panel.heading, true);
 }
 

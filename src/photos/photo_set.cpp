@@ -38,7 +38,10 @@ private:
 void MoveTo(PhotoSet& set, WideView country, WideView city) {
     WideString newCountry(CutText(country, kLongestName));
     WideString newCity(CutText(city, kLongestName));
-    if (newCity != set.city || newCountry != set.country) set.firstShown = 0;
+    if (newCity != set.city || newCountry != set.country) {
+        set.firstShown = 0;
+        set.ranks.clear();
+    }
     set.country = std::move(newCountry);
     set.city = std::move(newCity);
 }
@@ -48,10 +51,12 @@ void ReadPhotos(PhotoSet& set, const CityTable& cities, std::string_view bytes, 
                 const WideString& city) {
     const bool ofCountry = city.empty();
     CityFinder finder(cities, country);
+    // Each line asks the disk for its photo, while the window waits.
+    constexpr int kMostLines = 20000;
     PhotoIndexReader reader(bytes, ofCountry ? PhotoIndexKind::Country : PhotoIndexKind::City);
     PhotoIndexEntry entry;
     WideString path;
-    while (reader.Next(entry)) {
+    for (int line = 0; line < kMostLines && reader.Next(entry); ++line) {
         const WideString& photoCity = ofCountry ? entry.city : city;
         if (!GetPhotoPath(country, photoCity, entry.photoNumber, path)) continue;
         if (!PhotoFileExists(path)) continue;
@@ -66,6 +71,14 @@ void ReadPhotos(PhotoSet& set, const CityTable& cities, std::string_view bytes, 
     }
 }
 
+/// Whether the header alone tells that a photo is too large: then it is not even opened.
+bool IsTooLarge(const WideString& path) noexcept {
+    std::int32_t width = 0;
+    std::int32_t height = 0;
+    return ReadPhotoSize(path, width, height) &&
+           (width > kThumbnailMaxWidth || height > kThumbnailMaxHeight);
+}
+
 void SortPhotos(PhotoSet& set, const CityTable& cities) {
     using Keyed = std::pair<PhotoOrderKey, std::unique_ptr<PhotoRecord>>;
     const std::span<const CityRecord> records = cities.Records();
@@ -74,7 +87,9 @@ void SortPhotos(PhotoSet& set, const CityTable& cities) {
     for (auto& photo : set.photos) {
         const CityRecord& city = records[static_cast<std::size_t>(photo->cityIndex)];
         const auto key = MakePhotoOrderKey(city, photo->cityIndex, photo->photoNumber);
-        keyed.emplace_back(key, std::move(photo));
+        PhotoOrderKey ranked = set.ranks.try_emplace(photo->cityIndex, key).first->second;
+        ranked.photoNumber = photo->photoNumber;
+        keyed.emplace_back(ranked, std::move(photo));
     }
     std::stable_sort(keyed.begin(), keyed.end(), [](const Keyed& a, const Keyed& b) {
         return IsShownBefore(a.first, b.first);
@@ -120,7 +135,6 @@ std::int32_t LoadPhotoSet(PhotoSet& set, const CityTable& cities, WideView count
 }
 
 std::int32_t LoadThumbnails(PhotoSet& set, const CityTable& cities) {
-    // The sizes stay: paging back needs the heights of photos that were shown.
     for (PhotoRecord* record : set.loaded) record->thumbnail.Clear(false);
     set.loaded.clear();
     set.byNumber.clear();
@@ -129,7 +143,7 @@ std::int32_t LoadThumbnails(PhotoSet& set, const CityTable& cities) {
     for (; next < set.photos.size() && set.loaded.size() < kMostThumbnails; ++next) {
         PhotoRecord& record = *set.photos[next];
         if (!GetPhotoPath(cities, record.cityIndex, record.photoNumber, path)) continue;
-        if (!record.LoadThumbnail(ToWstring(path))) continue;
+        if (IsTooLarge(path) || !record.LoadThumbnail(ToWstring(path))) continue;
         set.loaded.push_back(&record);
         // Two cities may have photos of one number: the first keeps it.
         set.byNumber.emplace(record.photoNumber, &record);

@@ -10,6 +10,7 @@
 #include "base/wide_text.h"
 #include "globe/city_table.h"
 #include "image/jpeg_texture.h"
+#include "photos/photo_order.h"
 
 /// Thumbnails loaded at a time.
 inline constexpr std::size_t kMostThumbnails = 16;
@@ -33,6 +34,9 @@ struct PhotoRecord {
 
 /// The photos of one city or of all cities of a country. Window thread.
 struct PhotoSet {
+    /// By city: how it was ranked when the place was chosen. The pointer moves on and the distances
+    /// with it; the order of the photos must not change while their pages are turned.
+    std::map<std::int32_t, PhotoOrderKey> ranks;
     std::map<std::int32_t, PhotoRecord*> byNumber;     ///< of `loaded`; the first of a number
     std::vector<std::unique_ptr<PhotoRecord>> photos;  ///< in display order
     std::vector<PhotoRecord*> loaded;                  ///< those with a thumbnail

@@ -9,8 +9,9 @@
 
 namespace {
 
-constexpr GLsizei kListCount = 256;           // names, one a character code
-constexpr unsigned kFirstUnmeasured = 128;    // from here on widths count as 0
+constexpr GLsizei kListCount = 256;  // names, one a character code
+// Deliberate: from here on widths count as 0.
+constexpr unsigned kFirstUnmeasured = 128;
 constexpr std::int32_t kTextCapacity = 2048;  // bytes of converted text with its terminator
 
 /// The caller counts wide characters, and a conversion may have yielded fewer bytes.
@@ -45,6 +46,7 @@ void CGLFont::DrawText(float x, float y, float z, const char* text, std::int32_t
 
 void CGLFont::DrawTextW(float x, float y, float z, const HorivoWideChar* text,
                         std::int32_t length) const {
+    if (text == nullptr || text[0] == 0) return;  // also when a length promises more
     char narrow[kTextCapacity];
     const std::int32_t bytes = NarrowText(text, length, narrow, kTextCapacity);
     if (bytes > 0) DrawText(x, y, z, narrow, LengthWithin(length, bytes));
@@ -62,6 +64,7 @@ std::int32_t CGLFont::GetTextWidth(const char* text, std::int32_t length) const 
 
 std::int32_t CGLFont::GetTextWidthW(const HorivoWideChar* text,
                                     std::int32_t length) const noexcept {
+    if (text == nullptr || text[0] == 0) return 0;
     char narrow[kTextCapacity];
     const std::int32_t bytes = NarrowText(text, length, narrow, kTextCapacity);
     return bytes > 0 ? GetTextWidth(narrow, LengthWithin(length, bytes)) : 0;

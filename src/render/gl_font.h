@@ -5,8 +5,8 @@
 #include "base/windows_types.h"
 #include "horivo_map.h"
 
-/// Text in OpenGL: one display list for each of the 256 character codes of the system's ANSI code
-/// page. Window thread, context current.
+/// Text in OpenGL: one display list for each of the character codes 0 to 254 of the system's ANSI
+/// code page; 255 shows nothing. Window thread, context current.
 ///
 /// The object is far larger than 256 bytes: the list names that begin at the low half of its
 /// address lie inside its own memory.

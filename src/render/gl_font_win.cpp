@@ -5,12 +5,12 @@
 #include "base/gl.h"
 #include "render/font_characters_win.h"
 #include "render/list_name.h"
+#include "render/pending_errors.h"
 
 namespace {
 
 constexpr unsigned kCodeCount = 256;
 constexpr unsigned kBlank = ' ';
-constexpr int kMaxErrors = 32;  // without a context glGetError may never answer "none"
 
 /// Records the lists of `count` characters from `first` on as `list` and the names behind it.
 /// @param metrics  gets one record a character in outline mode
@@ -88,12 +88,6 @@ void CheckBlanks(HDC dc, GLuint base, const std::int16_t (&widths)[kCodeCount]) 
     glPopAttrib();
 }
 
-/// Takes the errors that the lists left, so that nobody later is blamed for them.
-void DrainErrors() noexcept {
-    for (int i = 0; i < kMaxErrors && glGetError() != GL_NO_ERROR; ++i) {
-    }
-}
-
 }  // namespace
 
 bool CGLFont::Build(HDC dc, bool outlineMode) {
@@ -113,6 +107,6 @@ bool CGLFont::Build(HDC dc, bool outlineMode) {
         RecordCodePage(dc, outline, base, glyphMetrics);
         if (!outline) CheckBlanks(dc, base, charWidth);
     }
-    DrainErrors();
+    DrainErrors();  // what the lists left must not be blamed on others
     return built;
 }

@@ -12,8 +12,7 @@ void LandAtCentre(MapState& map, HWND window) {
     if (!UseSizeOf(map, window) || map.drawing.planet == nullptr) return;
     const CScene& scene = map.drawing.scene;
     RepickAt(map.pointer.geoPoint, scene, *map.drawing.planet, scene.width / 2, scene.height / 2);
-    // The view has moved under a button that is still held: what it grabbed is somewhere else now.
-    if (GetCapture() == window && map.pointer.pressedKey == 0) GrabUnderCursor(map, window);
+    GrabAgain(map, window);
 }
 
 }  // namespace

@@ -111,6 +111,10 @@ void RunDueTimers(MapState& map, HWND window) {
     MSG message;
     for (int i = 0; i < kTimers && map.windows.IsLive(window); ++i) {
         if (!PeekMessageW(&message, window, WM_TIMER, WM_TIMER, PM_REMOVE)) return;
+        if (message.message == WM_QUIT) {  // passes every filter, and is for the host's loop
+            PostQuitMessage(static_cast<int>(message.wParam));
+            return;
+        }
         DispatchMessageW(&message);
     }
 }

@@ -16,5 +16,6 @@ struct HostData {
     LocalStrings localStrings;
     std::uint32_t lastSysError = 0;          ///< of the last failure that kept one; never reset
     std::uint32_t createStatus = HORIVO_OK;  ///< of the last window creation
-    bool installTest = false;                ///< only while InstallMap tries the picture
+    std::uint32_t createError = 0;  ///< why it was refused without a status; 0: Windows knows
+    bool installTest = false;       ///< only while InstallMap tries the picture
 };

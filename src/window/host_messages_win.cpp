@@ -1,5 +1,6 @@
 #include "window/host_messages_win.h"
 
+#include <cmath>
 #include <cstddef>
 
 #include "globe/geographic.h"
@@ -59,8 +60,11 @@ LRESULT OnShowCity(HWND window, WPARAM, LPARAM lParam) {
     if (index < 0) return 0;
     const CityRecord& city = map.host.cities.Records()[static_cast<std::size_t>(index)];
     if (!HasCoordinates(city)) return 0;
-    StartFlight(map, window, ViewOfPlace(city.latitude, city.longitude));
-    PointAt(map, window, city.latitude, city.longitude);
+    // A NaN is a position, yet none to point a light at.
+    if (std::isfinite(city.latitude) && std::isfinite(city.longitude)) {
+        StartFlight(map, window, ViewOfPlace(city.latitude, city.longitude));
+        PointAt(map, window, city.latitude, city.longitude);
+    }
     OfferPhotos(map, window, index, PhotosOf::City);
     if (map.windows.IsLive(window)) InvalidateRect(window, nullptr, FALSE);
     return 0;

@@ -91,7 +91,10 @@ LRESULT OnKeyDown(HWND window, WPARAM wParam, LPARAM lParam) {
     route->act(map, window);
     // Windows handles messages while a page is opened: the window may be gone.
     if (!map.windows.IsLive(window)) return 0;
-    StopFlight(map);
+    if (IsFlying(map)) {
+        StopFlight(map);
+        GrabAgain(map, window);
+    }
     InvalidateRect(window, nullptr, FALSE);
     return 0;
 }

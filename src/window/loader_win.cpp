@@ -130,11 +130,12 @@ void ReportFailure(MapState& map, HWND window) {
 }
 
 void OnFailure(MapState& map, HWND window) {
-    if (map.textures.pendingFor == window) map.textures.pendingFor = nullptr;
     if (const MutexHold hold = AcquireMutex(map.textures.sceneMutex.get(), kWindowWaitMs);
-        // On a time-out a newer worker owns the set; a set that is whole is a newer worker's too.
-        hold && !map.textures.store.HasAllTiles()) {
+        // On a time-out a newer worker owns the set. A picture that is there is a newer worker's
+        // too: whoever fails leaves none.
+        hold && map.textures.store.Stage() == TextureStage::Empty) {
         map.textures.store.ClearTiles(false);
+        if (map.textures.pendingFor == window) map.textures.pendingFor = nullptr;
     }
     InvalidateRect(window, nullptr, FALSE);
     ReportFailure(map, window);

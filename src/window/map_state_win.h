@@ -89,8 +89,10 @@ struct DrawingState {
         : context(extensions, lastSysError) {}
 };
 
-/// All mutable data that exists once per process; any other mutable static is a mistake. Exports
-/// and window code reach it through Map(); what they call gets its part as a parameter.
+/// All mutable data of the map that exists once per process. Exports and window code reach it
+/// through Map(); what they call gets its part as a parameter. Three statics stand by themselves:
+/// the common folder and the switches, which host services share, and the count of GDI+'s users,
+/// which outlive the map.
 struct MapState {
     HostData host;                            ///< window thread
     ViewState view;                           ///< window thread

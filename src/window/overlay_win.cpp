@@ -31,15 +31,28 @@ PanelArea AreaOf(const MapState& map, std::int32_t width, std::int32_t height) n
     return {width, height, map.drawing.font.GetHeight()};
 }
 
-/// Lets the panel's arithmetic use the size of `window`.
-void FitPanelTo(MapState& map, HWND window) noexcept {
-    std::int32_t width = 0;
-    std::int32_t height = 0;
-    if (ClientSize(window, width, height))
-        ResizePhotoPanel(map.overlay.panel, AreaOf(map, width, height));
+ButtonLayout ButtonLayoutOf(const MapState& map, std::int32_t width, std::int32_t height) noexcept {
+    const PhotoPanel& panel = map.overlay.panel;
+    return {
+        .windowWidth = width,
+        .windowHeight = height,
+        .firstShown = panel.photoSet.firstShown,
+        .shownCount = panel.shownCount,
+        .photoCount = static_cast<std::int32_t>(panel.photoSet.photos.size()),
+        .offerPhotos = map.overlay.hostAccepted,
+    };
 }
 
 }  // namespace
+
+void FitOverlayTo(MapState& map, HWND window) noexcept {
+    std::int32_t width = 0;
+    std::int32_t height = 0;
+    if (!ClientSize(window, width, height)) return;
+    ResizePhotoPanel(map.overlay.panel, AreaOf(map, width, height));
+    map.overlay.buttons.PlacePhotoButtons(ButtonLayoutOf(map, width, height),
+                                          map.drawing.font.GetHeight());
+}
 
 void CreateOverlay(MapState& map) {
     ButtonSheet sheet;
@@ -60,15 +73,7 @@ void DrawOverlay(MapState& map, std::int32_t width, std::int32_t height) {
     PhotoPanel& panel = map.overlay.panel;
     DrawPhotoPanel(panel, AreaOf(map, width, height), map.host.cities, map.drawing.font,
                    map.pointer.geoPoint);
-    const ButtonLayout layout{
-        .windowWidth = width,
-        .windowHeight = height,
-        .firstShown = panel.photoSet.firstShown,
-        .shownCount = panel.shownCount,
-        .photoCount = static_cast<std::int32_t>(panel.photoSet.photos.size()),
-        .offerPhotos = map.overlay.hostAccepted,
-    };
-    map.overlay.buttons.LayoutButtons(layout, map.drawing.font,
+    map.overlay.buttons.LayoutButtons(ButtonLayoutOf(map, width, height), map.drawing.font,
                                       map.host.localStrings.Get(HORIVO_TEXT_ADD_PHOTO, nullptr));
 }
 
@@ -77,7 +82,7 @@ void ShowPhotos(MapState& map, HWND window, WideString country, WideString city)
     if (entry == nullptr) return;
     const CurrentContextScope current(map.drawing.context, entry->dc.Get());
     if (!current.IsCurrent()) return;
-    FitPanelTo(map, window);
+    FitOverlayTo(map, window);
     ShowPhotoPanel(map.overlay.panel, map.host.cities, std::move(country), std::move(city));
 }
 
@@ -86,20 +91,43 @@ void ReloadPhotos(MapState& map, HWND window) {
     if (entry == nullptr) return;
     const CurrentContextScope current(map.drawing.context, entry->dc.Get());
     if (!current.IsCurrent()) return;
-    FitPanelTo(map, window);
+    FitOverlayTo(map, window);
     PhotoPanel& panel = map.overlay.panel;
     BuildPhotoPanel(panel, map.host.cities, WideString(panel.placeName), WideString(panel.heading),
                     true);
 }
 
+void TakeNewTable(MapState& map) noexcept {
+    PhotoPanel& panel = map.overlay.panel;
+    panel.photoSet.ranks.clear();
+    try {
+        if (const MapWindow* live = map.windows.Current()) {
+            ReloadPhotos(map, live->window);
+        } else if (!panel.placeName.empty()) {
+            LoadPhotoSet(panel.photoSet, map.host.cities, panel.placeName, panel.heading);
+        }
+    } catch (...) {  // out of memory
+        DeletePanelImages(panel);
+        DeletePhotos(panel.photoSet);
+    }
+}
+
 void ShowNextPhotos(MapState& map, HWND window) {
-    if (map.overlay.panel.photoSet.photos.empty()) return;
-    if (PageForward(map.overlay.panel)) ReloadPhotos(map, window);
+    PhotoSet& set = map.overlay.panel.photoSet;
+    if (set.photos.empty()) return;
+    FitOverlayTo(map, window);
+    const std::int32_t before = set.firstShown;
+    if (!PageForward(map.overlay.panel)) return;
+    ReloadPhotos(map, window);
+    if (!set.loaded.empty()) return;
+    // None of the photos that remain can be loaded: a page of nothing helps nobody.
+    set.firstShown = before;
+    ReloadPhotos(map, window);
 }
 
 void ShowPreviousPhotos(MapState& map, HWND window) {
     if (map.overlay.panel.photoSet.photos.empty()) return;
-    FitPanelTo(map, window);
+    FitOverlayTo(map, window);
     if (PageBack(map.overlay.panel, map.host.cities)) ReloadPhotos(map, window);
 }
 

@@ -8,6 +8,10 @@ void CreateOverlay(MapState& map);
 /// Deletes what of it lives in the context.
 void ReleaseOverlay(MapState& map) noexcept;
 
+/// Places panel and photo buttons as in `window`; whatever is picked there must be where it shows
+/// it, though another window may have been painted since.
+void FitOverlayTo(MapState& map, HWND window) noexcept;
+
 /// Draws panel and buttons, in the flat pass.
 void DrawOverlay(MapState& map, std::int32_t width, std::int32_t height);
 
@@ -15,6 +19,9 @@ void DrawOverlay(MapState& map, std::int32_t width, std::int32_t height);
 void ShowPhotos(MapState& map, HWND window, WideString country, WideString city);
 /// Reads the panel's photos again, after a change on disk or to another page.
 void ReloadPhotos(MapState& map, HWND window);
+
+/// The photos know their cities by their places in the host's table: puts those of a new one in.
+void TakeNewTable(MapState& map) noexcept;
 
 /// VK_NEXT, VK_PRIOR and VK_INSERT.
 void ShowNextPhotos(MapState& map, HWND window);

@@ -101,7 +101,7 @@ void PressButton(HWND window, std::int32_t key) {
 void OpenPhotoUnder(const MapState& map, const WindowPoint& point) {
     const PressedPhoto pressed = map.pointer.pressedPhoto;
     const PressedPhoto under = PhotoAt(map, point);
-    if (pressed.cityIndex < 0 || pressed.cityIndex != under.cityIndex ||
+    if (pressed.photoNumber < 0 || pressed.cityIndex != under.cityIndex ||
         pressed.photoNumber != under.photoNumber) {
         return;
     }
@@ -123,11 +123,11 @@ void Click(MapState& map, HWND window, const WindowPoint& point, bool onGlobe) {
     StartFlight(map, window, ViewOfPlace(geoPoint.latitudeDeg, geoPoint.longitudeDeg));
 }
 
-void ForgetPress(MapState& map) noexcept {
-    map.pointer.pressedKey = 0;
-    map.pointer.dragged = false;
-    map.pointer.anchored = false;
-    map.pointer.pressedPhoto = {};
+void ForgetPress(PointerState& pointer) noexcept {
+    pointer.pressedKey = 0;
+    pointer.dragged = false;
+    pointer.anchored = false;
+    pointer.pressedPhoto = {};
 }
 
 }  // namespace
@@ -136,7 +136,8 @@ void RepickAtPointer(MapState& map, HWND window) noexcept {
     Repick(map, window, {map.pointer.geoPoint.mouseX, map.pointer.geoPoint.mouseY});
 }
 
-void GrabUnderCursor(MapState& map, HWND window) noexcept {
+void GrabAgain(MapState& map, HWND window) noexcept {
+    if (GetCapture() != window || map.pointer.pressedKey != 0) return;
     POINT cursor = {};
     GetCursorPos(&cursor);
     ScreenToClient(window, &cursor);
@@ -145,10 +146,18 @@ void GrabUnderCursor(MapState& map, HWND window) noexcept {
     Grab(map, window, {cursor.x, client.bottom - 1 - cursor.y});
 }
 
+void GiveUpLostPress(MapState& map, HWND window) noexcept {
+    if (GetCapture() == window) return;
+    map.repeat.Stop();
+    ForgetPress(map.pointer);
+}
+
 LRESULT OnMouseMove(HWND window, WPARAM wParam, LPARAM lParam) {
     MapState& map = Map();
     const WindowPoint point = PointOf(window, lParam);
     CancelHover(map);
+    GiveUpLostPress(map, window);
+    FitOverlayTo(map, window);
     ArmLeaveTracking(map, window);
     if (IsFlying(map)) {
         map.pointer.geoPoint.mouseX = point.x;
@@ -174,6 +183,7 @@ LRESULT OnButtonDown(HWND window, WPARAM, LPARAM lParam) {
     map.pointer.pressX = point.x;
     map.pointer.pressY = point.y;
     Grab(map, window, point);
+    FitOverlayTo(map, window);
     SetFocus(window);
     SetCapture(window);
     map.pointer.pressedPhoto = PhotoAt(map, point);
@@ -191,6 +201,7 @@ LRESULT OnButtonUp(HWND window, WPARAM, LPARAM lParam) {
     MapState& map = Map();
     const WindowPoint point = PointOf(window, lParam);
     const bool onGlobe = Repick(map, window, point);
+    FitOverlayTo(map, window);
     map.repeat.Stop();
     ReleaseCapture();
     const std::int32_t under = HitTestButtons(map, window, point.x, point.y, false);
@@ -206,7 +217,7 @@ LRESULT OnButtonUp(HWND window, WPARAM, LPARAM lParam) {
     if (!map.windows.IsLive(window)) return 0;
     if (!map.pointer.dragged && map.pointer.pressedKey == 0) Click(map, window, point, onGlobe);
     if (!map.windows.IsLive(window)) return 0;
-    ForgetPress(map);
+    ForgetPress(map.pointer);
     InvalidateRect(window, nullptr, FALSE);
     return 0;
 }
@@ -214,6 +225,7 @@ LRESULT OnButtonUp(HWND window, WPARAM, LPARAM lParam) {
 LRESULT OnMouseWheel(HWND window, WPARAM wParam, LPARAM) {
     MapState& map = Map();
     const std::int32_t notches = WheelNotches(GET_WHEEL_DELTA_WPARAM(wParam));
+    FitOverlayTo(map, window);
     if (IsWheelOverPanel(map.overlay.panel, map.pointer.geoPoint.mouseX)) {
         if (notches != 0) PressButton(window, notches > 0 ? VK_NEXT : VK_PRIOR);
         return 0;

@@ -12,5 +12,10 @@ LRESULT OnMouseLeave(HWND window, WPARAM wParam, LPARAM lParam);
 /// Picks again at the last pointer position, after the view has changed.
 void RepickAtPointer(MapState& map, HWND window) noexcept;
 
-/// Makes the point under the cursor the anchor of the drag that is under way.
-void GrabUnderCursor(MapState& map, HWND window) noexcept;
+/// Makes the point under the cursor the anchor of the drag that is under way, if one is: the view
+/// has moved under the button, and what it grabbed is somewhere else now.
+void GrabAgain(MapState& map, HWND window) noexcept;
+
+/// Forgets a press whose release this window cannot see any more: a message box or a switch to
+/// another program may have taken the capture.
+void GiveUpLostPress(MapState& map, HWND window) noexcept;

@@ -75,7 +75,9 @@ bool AttachPresentTiles(MapState& map) {
     const MutexHold hold = AcquireMutex(mutex, 0);
     // Without a mutex no worker can be at them.
     if (!hold && mutex != nullptr) return false;
-    return TilesArePresent(map) && AttachTiles(map) == 0;
+    if (!TilesArePresent(map) || AttachTiles(map) != 0) return false;
+    map.textures.pendingFor = nullptr;
+    return true;
 }
 
 void InitScene(MapState& map) {

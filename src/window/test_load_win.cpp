@@ -6,7 +6,7 @@
 namespace {
 
 constexpr int kSaveQuality = 85;
-constexpr std::int32_t kSmallestHalvable = 257;  // pixels; below, tiles would not show anything
+constexpr std::int32_t kSmallestHalvable = 257;  // pixels; tiles of less than half show too little
 
 /// @return whether a picture is loaded
 bool LoadAndSave(MapState& map) {

@@ -21,15 +21,6 @@ private:
     std::atomic<std::int32_t>& count_;
 };
 
-bool Exceeds(const CGLTexture& texture, const TextureBounds& bounds) noexcept {
-    return texture.GetWidth() > bounds.width || texture.GetHeight() > bounds.height;
-}
-
-bool ShrinkTo(CGLTexture& texture, const TextureBounds& bounds) noexcept {
-    return texture.Rescale(std::min(texture.GetWidth(), bounds.width),
-                           std::min(texture.GetHeight(), bounds.height));
-}
-
 }  // namespace
 
 TextureBounds ScaledBounds(std::int32_t limit, const TextureLimits& limits) noexcept {
@@ -58,7 +49,11 @@ bool SplitTextures(TextureStore& store, const TextureLimits& limits) noexcept {
     if (store.Stage() == TextureStage::Empty) return false;
     const CountScope splitting(store.splittingCount);
     const TextureBounds bounds = ScaledBounds(limits.textureLimit, limits);
-    if (Exceeds(store.MapTexture(), bounds)) ShrinkTo(store.MapTexture(), bounds);
+    CGLTexture& map = store.MapTexture();
+    if (map.GetWidth() > bounds.width || map.GetHeight() > bounds.height) {
+        map.Rescale(std::min(map.GetWidth(), bounds.width),
+                    std::min(map.GetHeight(), bounds.height));
+    }
     const bool done = SplitIntoGrid(store.Tiles(), kTileColumns, kTileRows);
     store.SetStage(done ? TextureStage::Split : TextureStage::Empty);
     return done;
@@ -68,6 +63,5 @@ bool FitTexture(TextureStore& store, const TextureLimits& limits) noexcept {
     CGLTexture& map = store.MapTexture();
     if (store.Stage() != TextureStage::Loaded || map.GetPixels() == nullptr) return false;
     const TextureBounds bounds = ScaledBounds(limits.maxTextureSize, limits);
-    if (Exceeds(map, bounds)) return ShrinkTo(map, bounds);
-    return map.IsPowerOfTwoSize() ? false : map.MakePowerOfTwo();
+    return FitToLimits(map, bounds.width, bounds.height);
 }

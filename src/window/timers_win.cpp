@@ -3,6 +3,7 @@
 #include "render/current_context_win.h"
 #include "window/flight_win.h"
 #include "window/hover_win.h"
+#include "window/pointer_win.h"
 #include "window/scene_life_win.h"
 
 namespace {
@@ -10,21 +11,8 @@ namespace {
 constexpr UINT kRepeatMs = 30;  // ms between two repeats of a held button
 constexpr UINT kSunMs = 5000;   // ms between two looks at the clock
 
-/// A message box or a switch to another program may eat the release of the button; without its
-/// capture the window must not go on turning the globe.
-void GiveUpPress(MapState& map) noexcept {
-    map.repeat.Stop();
-    map.pointer.pressedKey = 0;
-    map.pointer.dragged = false;
-    map.pointer.anchored = false;
-    map.pointer.pressedPhoto = {};
-}
-
 void OnRepeatTimer(MapState& map, HWND window) {
-    if (GetCapture() != window) {
-        GiveUpPress(map);
-        return;
-    }
+    GiveUpLostPress(map, window);
     if (map.pointer.pressedKey != 0)
         SendMessageW(window, WM_KEYDOWN, static_cast<WPARAM>(map.pointer.pressedKey), 0);
 }

@@ -72,6 +72,8 @@ std::uint32_t SetUpWindow(MapState& map, MapWindow& entry) {
     PopulateScene(map);
     ShowTilesOrLoad(map, entry.window);
     InitScene(map);
+    // The distance is another now, and a window that never gets a size asks nobody to measure.
+    MeasureScene(map);
     StartSunTimer(entry);
     return HORIVO_OK;
 }
@@ -121,6 +123,7 @@ void DestroyLast(MapState& map, MapWindow& entry) noexcept {
     map.drawing.context.Destroy();
     map.drawing.handCursor.reset();
     map.windows.Remove(entry.window);
+    map.textures.pendingFor = nullptr;
 }
 
 }  // namespace
@@ -135,7 +138,7 @@ LRESULT OnCreate(HWND window, WPARAM, LPARAM) {
         if (map.host.createStatus == HORIVO_OK) return 0;
     } catch (...) {
         // Out of memory: refused like a window without OpenGL.
-        map.host.lastSysError = ERROR_NOT_ENOUGH_MEMORY;
+        map.host.createError = ERROR_NOT_ENOUGH_MEMORY;
     }
     Refuse(map, window);
     return kRefuseCreation;
@@ -146,6 +149,7 @@ LRESULT OnDestroy(HWND window, WPARAM, LPARAM) {
     MapWindow* entry = map.windows.Find(window);
     if (entry == nullptr) return 0;  // refused at its creation, which left nothing to do
     entry->sunTimer.Stop();
+    map.pointer.geoPoint.valid = false;  // it cannot leave this window any more
     if (map.windows.Count() > 1) {
         DestroyOneOfMany(map, *entry);
     } else {

@@ -65,6 +65,16 @@ std::size_t CountInGdiTable() {
     return used;
 }
 
+std::size_t CountCommitted() {
+    std::size_t bytes = 0;
+    MEMORY_BASIC_INFORMATION region = {};
+    for (const char* at = nullptr; VirtualQuery(at, &region, sizeof region) != 0;
+         at = static_cast<const char*>(region.BaseAddress) + region.RegionSize) {
+        if (region.State == MEM_COMMIT && region.Type == MEM_PRIVATE) bytes += region.RegionSize;
+    }
+    return bytes;
+}
+
 }  // namespace
 
 ResourceCount CountResources() {
@@ -79,5 +89,6 @@ ResourceCount CountResources() {
     K32GetProcessMemoryInfo(GetCurrentProcess(),
                             reinterpret_cast<PROCESS_MEMORY_COUNTERS*>(&memory), sizeof memory);
     count.privateBytes = memory.PrivateUsage != 0 ? memory.PrivateUsage : memory.WorkingSetSize;
+    count.committedBytes = CountCommitted();
     return count;
 }

@@ -28,23 +28,20 @@ public:
         memory_ = memory;
     }
     /// @param step  rounds done so far; the library is at rest
-    /// @param newLevel  the full map came and went since the last sample: the process's allocator
-    ///        may keep other pages than before, which is no growth by the rounds
-    void Take(int step, bool newLevel = false);
-    /// Prints the samples and fails the test for what grew after the first tenth.
+    void Take(int step);
+    /// Prints the samples and fails the test for what grew after the first tenth: all but the
+    /// process's memory as a whole, in which the driver's grows.
     void ExpectFlat() const { Judge(true); }
     /// Only prints them: what grows belongs to others.
     void Print() const { Judge(false); }
 
 private:
     void Judge(bool strict) const;
-    std::vector<double> WithoutLevels(std::vector<double> values) const;
 
     using Sample = std::map<std::string, double>;
     const char* name_;
     const CallLedger* calls_ = nullptr;
     const MemoryLedger* memory_ = nullptr;
     std::vector<int> steps_;
-    std::vector<bool> newLevels_;
     std::vector<Sample> samples_;
 };
