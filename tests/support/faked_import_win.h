@@ -6,10 +6,8 @@
 #include <atomic>
 #include <cstddef>
 #include <functional>
-#include <string>
 #include <string_view>
 #include <utility>
-#include <vector>
 
 #include "base/windows_types.h"
 
@@ -26,8 +24,15 @@ struct FunctionName {
 /// not import it.
 void* ReplaceImport(HMODULE module, std::string_view function, void* replacement);
 
-/// Names of the functions that `module` imports from `library` ("OPENGL32.dll"), by name.
-std::vector<std::string> ImportedNames(HMODULE module, std::string_view library);
+/// What lies at an offset of a loaded module.
+template <class Record>
+const Record* InImage(HMODULE module, DWORD offset) {
+    return reinterpret_cast<const Record*>(reinterpret_cast<const std::byte*>(module) + offset);
+}
+/// Where in a loaded module what its header calls IMAGE_DIRECTORY_ENTRY_... begins; 0 when nowhere.
+DWORD ImageDirectory(HMODULE module, int entry);
+/// The first of the libraries that a module needs; one without a name follows the last.
+const IMAGE_IMPORT_DESCRIPTOR* FirstImport(HMODULE module);
 
 /// Answers an imported function of a module in place of the real one, for as long as this lives.
 /// One object at a time for a name and an owner; those of several owners stack, last in first out.

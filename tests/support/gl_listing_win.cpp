@@ -1,14 +1,29 @@
+#include "support/gl_listing_win.h"
+
+#include <gtest/gtest.h>
+
 #include <algorithm>
 #include <cmath>
-
-#include "support/gl_listing_win.h"
-#include "support/gl_spy_win.h"
+#include <sstream>
 
 namespace {
 
-bool IsCallOf(const std::string& call, std::string_view function) {
-    return call.starts_with(function) &&
-           (call.size() == function.size() || call[function.size()] == ' ');
+bool IsWordAsExpected(const std::string& found, const std::string& expected, double tolerance,
+                      const GlNumbers& names) {
+    if (found == expected) return true;
+    const auto named = names.find(expected);
+    const std::size_t mark = expected.find('~');
+    char* end = nullptr;
+    const double number = std::strtod(found.c_str(), &end);
+    if (end == found.c_str()) return false;
+    const double wanted = named != names.end() ? named->second : std::stod(expected);
+    if (mark != std::string::npos) tolerance = std::stod(expected.substr(mark + 1));
+    return std::abs(number - wanted) <= tolerance;
+}
+
+std::vector<std::string> Words(const std::string& call) {
+    std::istringstream words(call);
+    return {std::istream_iterator<std::string>(words), {}};
 }
 
 }  // namespace
@@ -17,64 +32,26 @@ GlListing LastPart(const GlListing& calls, std::string_view first, std::string_v
     const auto begin = std::find(calls.rbegin(), calls.rend(), first);
     if (begin == calls.rend()) return {};
     const auto from = begin.base() - 1;
-    const auto end = std::find_if(from + 1, calls.end(),
-                                  [=](const std::string& call) { return IsCallOf(call, last); });
+    const auto end = std::find_if(from + 1, calls.end(), [=](const std::string& call) {
+        return call.substr(0, call.find(' ')) == last;
+    });
     return end == calls.end() ? GlListing{} : GlListing(from, end + 1);
 }
 
-GlListing LastList(const GlListing& calls, unsigned name) {
-    constexpr unsigned kCompile = 0x1300;
-    return LastPart(calls, GlCall("glNewList", name, kCompile), "glEndList");
-}
-
-GlobeLists LastGlobeLists(const GlListing& calls) {
-    std::vector<unsigned> names;
-    for (const std::string& call : calls) {
-        if (IsCallOf(call, "glNewList"))
-            names.push_back(static_cast<unsigned>(SpiedNumbers(call).at(0)));
-    }
-    if (names.size() < 2) return {};
-    return {names[names.size() - 2], names.back()};
-}
-
-void GlWalk::Expect(const GlListing& calls) {
-    for (const std::string& call : calls) {
-        const std::string* next = Next();
-        if (next == nullptr || *next != call) Fail(call);
-    }
-}
-
-void GlWalk::ExpectNear(std::string_view function, std::initializer_list<double> numbers,
-                        double tolerance) {
-    const auto close = [=](double a, double b) { return std::abs(a - b) <= tolerance; };
-    const std::string* next = Next();
-    if (next != nullptr && IsCallOf(*next, function)) {
-        const std::vector<double> found = SpiedNumbers(*next);
-        if (std::equal(found.begin(), found.end(), numbers.begin(), numbers.end(), close)) return;
-    }
-    std::string expected = "about " + std::string(function);
-    for (const double number : numbers) expected += ' ' + std::to_string(number);
-    Fail(expected);
-}
-
-void GlWalk::Skip(std::string_view function) {
-    const std::string* next = Next();
-    if (next == nullptr || !IsCallOf(*next, function)) Fail(std::string(function));
-}
-
-void GlWalk::ExpectEnd() {
-    if (Next() != nullptr) Fail("the end");
-}
-
-const std::string* GlWalk::Next() {
-    const std::size_t at = at_++;
-    return at < calls_.size() ? &calls_[at] : nullptr;
-}
-
-void GlWalk::Fail(const std::string& expected) {
-    if (failed_) return;
-    failed_ = true;
-    const std::size_t at = at_ - 1;
-    ADD_FAILURE() << "call " << at << " is " << (at < calls_.size() ? calls_[at] : "missing")
-                  << "\n  expected: " << expected;
+void ExpectBegins(const GlListing& found, const GlListing& expected, double tolerance,
+                  const GlNumbers& names) {
+    const auto isSame = [&](const std::string& call, const std::string& wanted) {
+        if (call == wanted) return true;
+        const auto words = Words(call);
+        const auto wantedWords = Words(wanted);
+        return std::equal(words.begin(), words.end(), wantedWords.begin(), wantedWords.end(),
+                          [&](const std::string& word, const std::string& wantedWord) {
+                              return IsWordAsExpected(word, wantedWord, tolerance, names);
+                          });
+    };
+    const auto [call, wanted] =
+        std::mismatch(found.begin(), found.end(), expected.begin(), expected.end(), isSame);
+    if (wanted == expected.end()) return;
+    ADD_FAILURE() << "call " << wanted - expected.begin() << " is "
+                  << (call != found.end() ? *call : "missing") << "\n  expected: " << *wanted;
 }

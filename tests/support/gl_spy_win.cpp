@@ -22,27 +22,28 @@ void AppendArgument(std::string& line, Argument argument) {
     }
 }
 
-/// The hook of one function: records, then calls the real one.
-template <FunctionName Name, class Signature>
-struct Hook;
+/// The function behind a spy.
+template <FunctionName Name, class Function>
+Function* real = nullptr;
+
+/// The spy on most functions: records, then calls the real one.
 template <FunctionName Name, class Result, class... Arguments>
-struct Hook<Name, Result(Arguments...)> {
-    static inline Result(APIENTRY* real)(Arguments...) = nullptr;
-    static Result APIENTRY Call(Arguments... arguments) {
-        if (SpiedGl().keepCalls) {
-            std::string line(Name.View());
-            (AppendArgument(line, arguments), ...);
-            SpiedGl().calls.push_back(std::move(line));
-        }
-        return real(arguments...);
+Result APIENTRY Spy(Arguments... arguments) {
+    if (SpiedGl().keepCalls) {
+        std::string line(Name.View());
+        (AppendArgument(line, arguments), ...);
+        SpiedGl().calls.push_back(std::move(line));
     }
-};
+    return real<Name, Result(Arguments...)>(arguments...);
+}
 
 template <FunctionName Name, class Result, class... Arguments>
-void Install(HMODULE module, Result(APIENTRY*)(Arguments...)) {
-    using Spy = Hook<Name, Result(Arguments...)>;
-    void* before = ReplaceImport(module, Name.View(), reinterpret_cast<void*>(&Spy::Call));
-    if (before != nullptr) Spy::real = reinterpret_cast<Result(APIENTRY*)(Arguments...)>(before);
+void Install(HMODULE module, Result(APIENTRY*)(Arguments...),
+             Result(APIENTRY* spy)(Arguments...) = &Spy<Name, Result, Arguments...>) {
+    void* before = ReplaceImport(module, Name.View(), reinterpret_cast<void*>(spy));
+    if (before != nullptr)
+        real<Name, Result(Arguments...)> =
+            reinterpret_cast<Result(APIENTRY*)(Arguments...)>(before);
 }
 
 template <FunctionName... Names, class... Functions>
@@ -50,12 +51,6 @@ void InstallAll(HMODULE module, Functions... functions) {
     (Install<Names>(module, functions), ...);
 }
 
-decltype(&SwapBuffers) realSwapBuffers = nullptr;
-decltype(&glTexImage2D) realTexImage2D = nullptr;
-decltype(&glCallLists) realCallLists = nullptr;
-decltype(&glGetString) realGetString = nullptr;
-decltype(&glGetIntegerv) realGetIntegerv = nullptr;
-decltype(&glGetError) realGetError = nullptr;
 bool refused = false;
 
 void APIENTRY SpyTexImage2D(GLenum target, GLint level, GLint internalFormat, GLsizei width,
@@ -75,7 +70,8 @@ void APIENTRY SpyTexImage2D(GLenum target, GLint level, GLint internalFormat, GL
         refused = true;
         return;
     }
-    realTexImage2D(target, level, internalFormat, width, height, border, format, type, pixels);
+    real<"glTexImage2D", decltype(glTexImage2D)>(target, level, internalFormat, width, height,
+                                                 border, format, type, pixels);
 }
 
 void APIENTRY SpyCallLists(GLsizei count, GLenum type, const GLvoid* names) {
@@ -86,24 +82,24 @@ void APIENTRY SpyCallLists(GLsizei count, GLenum type, const GLvoid* names) {
     }
     if (record.keepTexts && count > 0 && type == GL_UNSIGNED_BYTE)
         record.texts.emplace_back(static_cast<const char*>(names), static_cast<std::size_t>(count));
-    realCallLists(count, type, names);
+    real<"glCallLists", decltype(glCallLists)>(count, type, names);
 }
 
 const GLubyte* APIENTRY SpyGetString(GLenum name) {
     const std::string& renderer = SpiedGl().renderer;
     if (name == GL_RENDERER && !renderer.empty())
         return reinterpret_cast<const GLubyte*>(renderer.c_str());
-    return realGetString(name);
+    return real<"glGetString", decltype(glGetString)>(name);
 }
 
 void APIENTRY SpyGetIntegerv(GLenum name, GLint* value) {
-    realGetIntegerv(name, value);
+    real<"glGetIntegerv", decltype(glGetIntegerv)>(name, value);
     if (name == GL_MAX_TEXTURE_SIZE && SpiedGl().maxTextureSize > 0)
         *value = SpiedGl().maxTextureSize;
 }
 
 GLenum APIENTRY SpyGetError() {
-    if (!refused) return realGetError();
+    if (!refused) return real<"glGetError", decltype(glGetError)>();
     refused = false;
     return GL_OUT_OF_MEMORY;
 }
@@ -113,7 +109,7 @@ BOOL WINAPI SpySwapBuffers(HDC dc) {
     ++record.frames;
     if (record.keepFrame) {
         GLint viewport[4] = {};
-        realGetIntegerv(GL_VIEWPORT, viewport);
+        real<"glGetIntegerv", decltype(glGetIntegerv)>(GL_VIEWPORT, viewport);
         record.frame.width = viewport[2];
         record.frame.height = viewport[3];
         record.frame.pixels.resize(3U * static_cast<std::size_t>(viewport[2]) *
@@ -123,13 +119,7 @@ BOOL WINAPI SpySwapBuffers(HDC dc) {
                      record.frame.pixels.data());
     }
     if (record.keepCalls) record.calls.emplace_back("SwapBuffers");
-    return realSwapBuffers(dc);
-}
-
-template <class Function>
-void InstallSpecial(HMODULE module, std::string_view name, Function spy, Function& real) {
-    void* before = ReplaceImport(module, name, reinterpret_cast<void*>(spy));
-    if (before != nullptr) real = reinterpret_cast<Function>(before);
+    return real<"SwapBuffers", decltype(SwapBuffers)>(dc);
 }
 
 }  // namespace
@@ -140,12 +130,12 @@ GlSpyRecord& SpiedGl() {
 }
 
 void SpyOnGl(HMODULE module) {
-    InstallSpecial(module, "SwapBuffers", &SpySwapBuffers, realSwapBuffers);
-    InstallSpecial(module, "glTexImage2D", &SpyTexImage2D, realTexImage2D);
-    InstallSpecial(module, "glCallLists", &SpyCallLists, realCallLists);
-    InstallSpecial(module, "glGetString", &SpyGetString, realGetString);
-    InstallSpecial(module, "glGetIntegerv", &SpyGetIntegerv, realGetIntegerv);
-    InstallSpecial(module, "glGetError", &SpyGetError, realGetError);
+    Install<"SwapBuffers">(module, SwapBuffers, SpySwapBuffers);
+    Install<"glTexImage2D">(module, glTexImage2D, SpyTexImage2D);
+    Install<"glCallLists">(module, glCallLists, SpyCallLists);
+    Install<"glGetString">(module, glGetString, SpyGetString);
+    Install<"glGetIntegerv">(module, glGetIntegerv, SpyGetIntegerv);
+    Install<"glGetError">(module, glGetError, SpyGetError);
     InstallAll<"glBegin", "glBindTexture", "glBlendFunc", "glCallList", "glClear", "glClearColor",
                "glColor3d", "glColor3f", "glColor4d", "glColor4f", "glDeleteLists",
                "glDeleteTextures", "glDisable", "glEnable", "glEnd", "glEndList", "glFlush",

@@ -49,6 +49,7 @@ SYSTEMTIME& FixedClock() {
 }
 
 MapHostTest::MapHostTest() {
+    SpiedGl() = {};
     EmptyDataFolder();
     Watch();
     WNDCLASSW windowClass = {};
@@ -126,7 +127,6 @@ HWND MapHostTest::CreateMap(int width, int height) {
 HWND MapHostTest::CreateTexturedMap(int pictureWidth) {
     PutPatternMap(pictureWidth, pictureWidth / 2);
     Init();
-    SpiedGl().uploads.clear();
     const HWND map = CreateMap();
     // The compile that follows the last upload belongs to the same message.
     EXPECT_TRUE(WaitForTiles());

@@ -19,7 +19,7 @@ constexpr std::size_t kGdiTypeOffset = 14;
 constexpr std::size_t kGdiTableLength = 0x4000;
 
 template <class Value>
-Value ValueAt(const std::uint8_t* address) {
+Value ValueAt(const void* address) {
     Value value;
     std::memcpy(&value, address, sizeof value);
     return value;
@@ -36,27 +36,18 @@ std::size_t CountInHandleList() {
         if (list.size() > (1U << 26)) return 0;
         list.resize(list.size() * 2);
     }
-    const auto total = ValueAt<std::uint32_t>(list.data());
     std::size_t ours = 0;
-    for (std::size_t i = 0; i < total; ++i) {
+    for (std::size_t i = 0; i < ValueAt<std::uint32_t>(list.data()); ++i) {
         const std::uint8_t* record = list.data() + kFirstHandleOffset + i * kRecordBytes;
         if (ValueAt<std::uint32_t>(record) == GetCurrentProcessId()) ++ours;
     }
     return ours;
 }
 
-const std::uint8_t* ProcessEnvironmentBlock() {
-    PROCESS_BASIC_INFORMATION basic = {};
-    using Query = LONG(WINAPI*)(HANDLE, int, void*, ULONG, ULONG*);
-    const auto query = reinterpret_cast<Query>(reinterpret_cast<void*>(
-        GetProcAddress(GetModuleHandleW(L"ntdll.dll"), "NtQueryInformationProcess")));
-    query(GetCurrentProcess(), ProcessBasicInformation, &basic, sizeof basic, nullptr);
-    return reinterpret_cast<const std::uint8_t*>(basic.PebBaseAddress);
-}
-
 /// Entries in use of the process's own GDI handle table, as Wine keeps it.
 std::size_t CountInGdiTable() {
-    const std::uint8_t* block = ProcessEnvironmentBlock();
+    const auto* block =
+        reinterpret_cast<const std::uint8_t*>(NtCurrentTeb()->ProcessEnvironmentBlock);
     const auto* table = ValueAt<const std::uint8_t*>(block + kGdiTableOffset);
     std::size_t used = 0;
     for (std::size_t i = 0; table != nullptr && i < kGdiTableLength; ++i) {
@@ -78,17 +69,14 @@ std::size_t CountCommitted() {
 }  // namespace
 
 ResourceCount CountResources() {
-    ResourceCount count;
     // Wine: the official counters answer 0; of the memory only what is resident is known.
     DWORD handles = 0;
     GetProcessHandleCount(GetCurrentProcess(), &handles);
-    count.kernelHandles = handles != 0 ? handles : CountInHandleList();
     const DWORD objects = GetGuiResources(GetCurrentProcess(), GR_GDIOBJECTS);
-    count.gdiObjects = objects != 0 ? objects : CountInGdiTable();
     PROCESS_MEMORY_COUNTERS_EX memory = {};
     K32GetProcessMemoryInfo(GetCurrentProcess(),
                             reinterpret_cast<PROCESS_MEMORY_COUNTERS*>(&memory), sizeof memory);
-    count.privateBytes = memory.PrivateUsage != 0 ? memory.PrivateUsage : memory.WorkingSetSize;
-    count.committedBytes = CountCommitted();
-    return count;
+    return {
+        handles != 0 ? handles : CountInHandleList(), objects != 0 ? objects : CountInGdiTable(),
+        memory.PrivateUsage != 0 ? memory.PrivateUsage : memory.WorkingSetSize, CountCommitted()};
 }

@@ -8,6 +8,10 @@ namespace {
 constexpr DWORD kPatienceMs = 60000;
 constexpr DWORD kWorkerWaitMs = 5000;  // what a worker asks for
 
+bool HasEnded(const UniqueHandle& thread, DWORD patience) {
+    return WaitForSingleObject(thread.get(), patience) == WAIT_OBJECT_0;
+}
+
 }  // namespace
 
 WorkerWatch::WorkerWatch(HMODULE module)
@@ -17,63 +21,42 @@ WorkerWatch::WorkerWatch(HMODULE module)
       start_(module, [this](auto... arguments) -> HANDLE {
           if (++starts_ == failAt_) return nullptr;
           HANDLE thread = Start::Real(arguments...);
-          HANDLE copy = nullptr;
-          DuplicateHandle(GetCurrentProcess(), thread, GetCurrentProcess(), &copy, SYNCHRONIZE,
-                          FALSE, 0);
-          threads_.push_back(copy);
+          threads_.push_back(DuplicateOf(thread));
           return thread;
       }) {}
 
 WorkerWatch::~WorkerWatch() {
     LetGo();
     WaitUntilAllLeft();
-    for (HANDLE thread : threads_) CloseHandle(thread);
 }
 
 void WorkerWatch::HoldUp(At place) {
-    ResetEvent(open_.Get());
-    ResetEvent(heldUp_.Get());
+    ResetEvent(open_.get());
+    ResetEvent(heldUp_.get());
     workerWaits_ = 0;
     place_ = place;
 }
 
 void WorkerWatch::LetGo() {
     place_ = At::Nowhere;
-    SetEvent(open_.Get());
+    SetEvent(open_.get());
 }
 
 void WorkerWatch::Pass(At place) {
     if (place_ != place) return;
-    SetEvent(heldUp_.Get());
-    WaitForSingleObject(open_.Get(), kPatienceMs);
-}
-
-bool WorkerWatch::IsHeldUp() const {
-    return WaitForSingleObject(heldUp_.Get(), 0) == WAIT_OBJECT_0;
+    SetEvent(heldUp_.get());
+    WaitForSingleObject(open_.get(), kPatienceMs);
 }
 
 int WorkerWatch::Inside() const {
     // Long runs count handles: those of threads that have ended must not pile up here.
-    std::erase_if(threads_, [](HANDLE thread) {
-        return WaitForSingleObject(thread, 0) == WAIT_OBJECT_0 && CloseHandle(thread) != FALSE;
-    });
+    std::erase_if(threads_, [](const UniqueHandle& thread) { return HasEnded(thread, 0); });
     return static_cast<int>(threads_.size());
 }
 
 bool WorkerWatch::WaitUntilAllLeft() const {
-    return std::all_of(threads_.begin(), threads_.end(), [](HANDLE thread) {
-        return WaitForSingleObject(thread, kPatienceMs) == WAIT_OBJECT_0;
-    });
-}
-
-void WorkerWatch::Shorten(DWORD wait) {
-    const std::lock_guard lock(mutex_);
-    short_.insert(wait);
-}
-
-void WorkerWatch::WaitAsAsked() {
-    const std::lock_guard lock(mutex_);
-    short_.clear();
+    return std::all_of(threads_.begin(), threads_.end(),
+                       [](const UniqueHandle& thread) { return HasEnded(thread, kPatienceMs); });
 }
 
 int WorkerWatch::Decode(const wchar_t* path, void** bitmap) {
@@ -92,9 +75,5 @@ DWORD WorkerWatch::WaitFor(HANDLE handle, DWORD wait) {
         if (number <= 2) Pass(number == 1 ? At::LoadLock : At::SplitLock);
     }
     if (wait == letGoAt_) LetGo();
-    {
-        const std::lock_guard lock(mutex_);
-        if (short_.contains(wait)) wait = 0;
-    }
-    return Wait::Real(handle, wait);
+    return Wait::Real(handle, hurry_ ? 0 : wait);
 }

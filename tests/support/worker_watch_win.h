@@ -2,10 +2,9 @@
 // The DLL's worker threads: where they are, how long they take, when they have left.
 
 #include <atomic>
-#include <mutex>
-#include <set>
 #include <vector>
 
+#include "base/handles_win.h"
 #include "support/faked_import_win.h"
 
 /// Watches the workers of a module and holds them up where a test wants them.
@@ -28,7 +27,7 @@ public:
     void HoldUp(At place);
     void LetGo();
     /// Whether a worker stands at the place.
-    bool IsHeldUp() const;
+    bool IsHeldUp() const { return WaitForSingleObject(heldUp_.get(), 0) == WAIT_OBJECT_0; }
     bool HaveAllLeft() const { return Inside() == 0; }
     /// Workers that have not left yet.
     int Inside() const;
@@ -42,24 +41,12 @@ public:
     /// The most workers that ever decoded at the same time.
     int MostDecoding() const { return mostDecoding_; }
 
-    /// Waits of this many milliseconds end at once from now on, successful or not.
-    void Shorten(DWORD wait);
+    /// From now on, or no longer, every wait ends at once, successful or not.
+    void HurryWaits(bool hurry) { hurry_ = hurry; }
     /// The next wait of this many milliseconds lets the held-up workers go first.
     void LetGoAtWait(DWORD wait) { letGoAt_ = wait; }
-    void WaitAsAsked();
 
 private:
-    class Event {
-    public:
-        Event() = default;
-        Event(const Event&) = delete;
-        Event& operator=(const Event&) = delete;
-        ~Event() { CloseHandle(handle_); }
-        HANDLE Get() const { return handle_; }
-
-    private:
-        HANDLE handle_ = CreateEventW(nullptr, TRUE, FALSE, nullptr);
-    };
     using OpenPicture = FakedImport<"GdipCreateBitmapFromFile", int(const wchar_t*, void**)>;
     using Wait = FakedImport<"WaitForSingleObject", decltype(WaitForSingleObject)>;
     using Start = FakedImport<"CreateThread", decltype(CreateThread)>;
@@ -68,17 +55,16 @@ private:
     int Decode(const wchar_t* path, void** bitmap);
     DWORD WaitFor(HANDLE handle, DWORD wait);
 
-    Event heldUp_;
-    Event open_;
+    const UniqueHandle heldUp_{CreateEventW(nullptr, TRUE, FALSE, nullptr)};
+    const UniqueHandle open_{CreateEventW(nullptr, TRUE, FALSE, nullptr)};
     std::atomic<At> place_ = At::Nowhere;
-    mutable std::vector<HANDLE> threads_;  ///< those that were inside when last looked at
+    mutable std::vector<UniqueHandle> threads_;  ///< those that were inside when last looked at
     int starts_ = 0;
     int failAt_ = 0;
     std::atomic<int> workerWaits_ = 0;
     std::atomic<int> decoding_ = 0;
     std::atomic<int> mostDecoding_ = 0;
-    mutable std::mutex mutex_;
-    std::set<DWORD> short_;
+    std::atomic<bool> hurry_ = false;
     static constexpr DWORD kNoWait = INFINITE - 1;
     std::atomic<DWORD> letGoAt_ = kNoWait;
 
