@@ -16,6 +16,7 @@ struct Row {
     const std::string& Text(std::size_t i) const { return cells.at(i); }
     double Real(std::size_t i) const { return std::strtod(cells.at(i).c_str(), nullptr); }
     int Int(std::size_t i) const { return std::stoi(cells.at(i)); }
+    std::uint64_t Big(std::size_t i) const { return std::stoull(cells.at(i)); }
 };
 
 inline std::vector<Row> Table(const std::string& name) {
