@@ -75,9 +75,7 @@ bool AttachPresentTiles(MapState& map) {
     const MutexHold hold = AcquireMutex(mutex, 0);
     // Without a mutex no worker can be at them.
     if (!hold && mutex != nullptr) return false;
-    if (!TilesArePresent(map) || AttachTiles(map) != 0) return false;
-    map.textures.pendingFor = nullptr;
-    return true;
+    return TilesArePresent(map) && AttachTiles(map) == 0;
 }
 
 void InitScene(MapState& map) {

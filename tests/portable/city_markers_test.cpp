@@ -3,7 +3,6 @@
 #include <gmock/gmock.h>
 
 #include <cmath>
-#include <random>
 
 #include "globe/geographic.h"
 #include "support/table.h"
@@ -13,7 +12,8 @@ namespace {
 using testing::Each;
 using testing::ElementsAre;
 
-const double kNaN = std::numeric_limits<double>::quiet_NaN();
+constexpr double kNaN = std::numeric_limits<double>::quiet_NaN();
+constexpr double kInfinity = std::numeric_limits<double>::infinity();
 
 /// A record with a position and a marker at (x, y, z), flagged by whoever had it before.
 CityRecord TestCity(double latitude, double longitude, double x, double y, double z) {
@@ -43,8 +43,7 @@ struct CityMarkersTest : testing::Test {
 };
 
 TEST_F(CityMarkersTest, MarkersFloatJustAboveTheirPlace) {
-    cities = {TestCity(-33.9, 151.2, 7, 7, 7), TestCity(0, 10, 7, 7, 7), TestCity(10, 0, 7, 7, 7),
-              TestCity(10, kNaN, 7, 7, 7)};
+    cities = {TestCity(-33.9, 151.2, 7, 7, 7), TestCity(0, 10, 7, 7, 7), TestCity(10, 0, 7, 7, 7)};
     PlaceCityMarkers(Cities(), 3.0);
     const double* sydney = cities[0].markerPoint;
     EXPECT_NEAR(std::hypot(sydney[0], sydney[1], sydney[2]), 3.0003, 1e-12);
@@ -53,7 +52,6 @@ TEST_F(CityMarkersTest, MarkersFloatJustAboveTheirPlace) {
     EXPECT_NEAR(place.longitude, 151.2, 1e-9);
     EXPECT_EQ(cities[1].markerPoint[0], 7.0) << "on the equator: no position";
     EXPECT_EQ(cities[2].markerPoint[0], 7.0) << "on the prime meridian: no position";
-    EXPECT_TRUE(std::isnan(cities[3].markerPoint[0])) << "a longitude that is no number is set";
 }
 
 TEST_F(CityMarkersTest, HigherOnScreenComesFirst) {
@@ -82,26 +80,23 @@ TEST_F(CityMarkersTest, CollectsWhatIsInReachInTableOrder) {
     EXPECT_EQ(cities[2].distanceSq, -7.0) << "a city without a position keeps what it has";
     EXPECT_EQ(Find({4.0, 0.0, 0.0, 1.0}, 0.0), 0) << "the nearest is found outside the range";
     EXPECT_EQ(count, 0);
-    EXPECT_EQ(Find({0.0, 2.0, 0.0, 1.0}, 0.0), 3);
-    EXPECT_EQ(count, 1) << "a radius of 0 reaches a city exactly at the point";
 }
 
 TEST_F(CityMarkersTest, HopelessInputFindsNothing) {
     EXPECT_EQ(Find({}, 1.0), -1) << "empty table";
     EXPECT_EQ(count, 0);
     EXPECT_EQ(FindCitiesNear({nullptr, 5}, {}, 1.0, nullptr, 8, count), -1) << "no table";
-    cities = {TestCity(1, 1, kNaN, 0, 0), TestCity(0, 0, 0, 0, 0), TestCity(1, 1, 1e30, 0, 0)};
+    cities = {TestCity(1, 1, kNaN, 0, 0),       TestCity(0, 0, 0, 0, 0),
+              TestCity(1, 1, 1e30, 0, 0),       TestCity(kInfinity, 1, 0, 0, 0),
+              TestCity(1, -kInfinity, 0, 0, 0), TestCity(10, kNaN, 7, 7, 7)};
     EXPECT_EQ(FindCitiesNear({cities.data(), -3}, {}, 1.0, nullptr, 8, count), -1);
     EXPECT_EQ(cities[0].nearest, 0xEE) << "a table of negative length is not touched";
-    EXPECT_EQ(Find({}, 1.0), -1) << "not a number, unplaced, farther than anything";
+    PlaceCityMarkers(Cities(), 3.0);
+    cities[0].markerPoint[0] = kNaN;
+    cities[2].markerPoint[0] = 1e30;
+    EXPECT_EQ(Find({}, 9.0), -1) << "not a number, unplaced, farther than anything";
     EXPECT_THAT(Flags(&CityRecord::nearest), Each(0));
     EXPECT_THAT(Flags(&CityRecord::inRange), Each(0));
-    const double infinity = std::numeric_limits<double>::infinity();
-    cities.push_back(TestCity(infinity, 1, 0, 0, 0));
-    cities.push_back(TestCity(1, -infinity, 0, 0, 0));
-    PlaceCityMarkers(Cities(), 3.0);
-    cities[0].markerPoint[0] = infinity;
-    EXPECT_EQ(FindCitiesNear({&cities[3], 2}, {}, 9.0, nullptr, 8, count), -1) << "no place";
     cities[3] = TestCity(1, 1, 1, 0, 0);
     EXPECT_EQ(Find({}, kNaN), 3) << "the nearest does not depend on the radius";
 }

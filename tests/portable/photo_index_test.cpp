@@ -15,9 +15,7 @@ std::vector<PhotoIndexEntry> Read(const std::string& bytes,
     const std::vector<char> exact(bytes.begin(), bytes.end());
     PhotoIndexReader reader({exact.data(), exact.size()}, kind);
     std::vector<PhotoIndexEntry> entries;
-    PhotoIndexEntry entry;
-    while (reader.Next(entry)) entries.push_back(entry);
-    EXPECT_FALSE(reader.Next(entry)) << "the end is the end";
+    for (PhotoIndexEntry entry; reader.Next(entry);) entries.push_back(entry);
     return entries;
 }
 
@@ -28,31 +26,27 @@ std::vector<std::int32_t> Numbers(const std::string& bytes) {
 }
 
 TEST(PhotoIndex, FindsTheColumnsOfBothKinds) {
-    const auto expect = [](const PhotoIndexEntry& entry, WideView city) {
+    const std::pair<PhotoIndexEntry, WideView> cases[] = {
+        {Read("12\tx\ty\tOld harbour\t/12.htm\tmore\n").at(0), u""},
+        {Read("12\tLyon\tx\ty\tOld harbour\t/12.htm\t-\r\n", PhotoIndexKind::Country).at(0),
+         u"Lyon"}};
+    for (const auto& [entry, city] : cases) {
         EXPECT_EQ(entry.photoNumber, 12);
         EXPECT_EQ(entry.city, city);
         EXPECT_EQ(entry.caption, u"Old harbour");
         EXPECT_EQ(entry.pagePath, u"/12.htm");
-    };
-    expect(Read("12\tx\ty\tOld harbour\t/12.htm\tmore\n").at(0), u"");
-    expect(Read("12\tLyon\tx\ty\tOld harbour\t/12.htm\t-\r\n", PhotoIndexKind::Country).at(0),
-           u"Lyon");
+    }
 }
 
 TEST(PhotoIndex, EndsLinesAndSkipsComments) {
-    EXPECT_THAT(Numbers("1\n2\r\n3"), ElementsAre(1, 2, 3)) << "the last line needs no end";
-    EXPECT_THAT(Numbers("# 1\n;2\n\n\r\n3\n#"), ElementsAre(3));
-    const auto entries = Read("5\ta\tb\tcaption\rjunk\tpath\n6\ta\tb\tlast");
+    EXPECT_THAT(Numbers("# 1\n;2\n\n\r\n3\n4"), ElementsAre(3, 4)) << "the last needs no end";
+    const auto entries = Read("5\ta\tb\tcaption\rjunk\tpath\n6\ta\tb\tlast\0junk"s);
     ASSERT_EQ(entries.size(), 2U);
     EXPECT_EQ(entries[0].caption, u"caption") << "CR ends a line's text";
     EXPECT_EQ(entries[0].pagePath, u"");
-    EXPECT_EQ(entries[1].caption, u"last");
-    EXPECT_THAT(Numbers("\n\n"), ElementsAre());
-    EXPECT_THAT(Numbers("1\ta\0\n2\n"s), ElementsAre(1, 2)) << "the line after a NUL is still read";
-    EXPECT_THAT(Numbers("\0001\n2\n"s), ElementsAre(2)) << "a NUL in front empties the line";
-    EXPECT_THAT(Numbers("1\n2\x1A\n3\n"), ElementsAre(1, 2)) << "Ctrl-Z ends the file";
+    EXPECT_EQ(entries[1].caption, u"last") << "so does a NUL";
     EXPECT_THAT(Numbers("1\n" + std::string(5000, 'x') + "\x1A\n3\n"), ElementsAre(1))
-        << "also in the part of a line that is thrown away";
+        << "Ctrl-Z ends the file, also in the part of a line that is thrown away";
 }
 
 TEST(PhotoIndex, ReadsNumbersOfHostileLength) {
@@ -60,7 +54,6 @@ TEST(PhotoIndex, ReadsNumbersOfHostileLength) {
         const auto numbers = Numbers(row.Text(0) + "\ta\tb\tc\td\n1\n");
         ASSERT_EQ(numbers.size(), row.Int(1) < 0 ? 1U : 2U) << row.why;
         EXPECT_EQ(numbers[0], numbers.size() == 2 ? row.Int(1) : 1) << row.why;
-        EXPECT_EQ(numbers.back(), 1) << row.why << ": the next line is still good";
     }
 }
 
@@ -68,14 +61,11 @@ TEST(PhotoIndex, ThrowsAwayTheRestOfALongLineBetweenItsCharacters) {
     const std::string start = "1\ta\tb\t";
     const std::string fits(4095 - start.size(), 'c');
     // The 4096th byte begins what could pose as a line of its own.
-    for (const char* rest : {"\n2\n", "99\tx\ty\tforged\t/evil\n2\n"}) {
-        const auto entries = Read(start + fits + rest);
-        ASSERT_EQ(entries.size(), 2U);
-        EXPECT_EQ(entries[0].caption, WidenAscii(fits));
-        EXPECT_EQ(entries[0].pagePath, u"");
-        EXPECT_EQ(entries[1].photoNumber, 2);
-    }
-    EXPECT_THAT(Numbers("4" + std::string(100000, 'x')), ElementsAre(4)) << "no end at all";
+    const auto entries = Read(start + fits + "99\tx\ty\tforged\t/evil\n2\n");
+    ASSERT_EQ(entries.size(), 2U);
+    EXPECT_EQ(entries[0].caption, WidenAscii(fits));
+    EXPECT_EQ(entries[0].pagePath, u"");
+    EXPECT_EQ(entries[1].photoNumber, 2);
     for (std::size_t halves = 0; halves < 3; ++halves) {
         // Euro signs of three bytes; the cut falls on each of the three.
         std::string text = start + std::string(halves, 'x');
@@ -95,9 +85,6 @@ TEST(PhotoIndex, TellsUtf8FromAnsiLineByLine) {
     ASSERT_EQ(entries.size(), 2U) << "a mark is one only at the start of the file";
     EXPECT_EQ(entries[0].caption, u"Caf\u00E9");
     EXPECT_EQ(entries[1].caption, u"Caf\u00E9") << "in the system's code page";
-    EXPECT_EQ(Read("4\t..\xC0\xAF..\t\tx\n", PhotoIndexKind::Country).at(0).city,
-              u"..\u00C0\u00AF..")
-        << "no slash out of an overlong form";
 }
 
 }  // namespace

@@ -6,44 +6,49 @@
 
 namespace {
 
-class Tuning : public testing::Test {
-protected:
-    Tuning() { limits_.maxTextureSize = 4096; }
-    TuneOutcome Step(std::uint32_t ms, bool busy = false) { return TuneStep(detail_, busy, ms); }
-
-    DetailState detail_;
-    TextureLimits limits_;
-};
-
-TEST_F(Tuning, FactorDecidesMeshAndAtmosphere) {
+TEST(Tuning, FactorDecidesMeshAndAtmosphere) {
+    DetailState detail;
+    TextureLimits limits;
+    limits.maxTextureSize = 4096;
     for (const Row& row : Table("tuning_factor")) {
-        ApplyPerfFactor(detail_, limits_, row.Int(0));
-        EXPECT_EQ(detail_.perfFactor, row.Int(1)) << row.why;
-        EXPECT_EQ(detail_.mesh.sphereSlices, row.Int(2)) << row.why;
-        EXPECT_EQ(detail_.mesh.sphereStacks, row.Int(3)) << row.why;
-        EXPECT_EQ(detail_.mesh.atmosphereLayers, row.Int(4)) << row.why;
-        EXPECT_EQ(limits_.textureLimit, 4096) << "textures keep their size at every detail";
+        ApplyPerfFactor(detail, limits, row.Int(0));
+        EXPECT_EQ(detail.perfFactor, row.Int(1)) << row.why;
+        EXPECT_EQ(detail.mesh.sphereSlices, row.Int(2)) << row.why;
+        EXPECT_EQ(detail.mesh.sphereStacks, row.Int(3)) << row.why;
+        EXPECT_EQ(detail.mesh.atmosphereLayers, row.Int(4)) << row.why;
+        EXPECT_EQ(limits.textureLimit, 4096) << "textures keep their size at every detail";
     }
-    for (const Row& row : Table("tuning_step")) {
-        EXPECT_EQ(StepFactor(row.Int(0), true), row.Int(1)) << row.why;
-        EXPECT_EQ(StepFactor(row.Int(0), false), row.Int(2)) << row.why;
+    const std::int32_t steps[][3] = {
+        {50, 100, 50}, {100, 200, 50}, {300, 600, 150}, {800, 800, 400}};
+    for (const auto& [factor, coarser, finer] : steps) {
+        EXPECT_EQ(StepFactor(factor, true), coarser);
+        EXPECT_EQ(StepFactor(factor, false), finer);
     }
 }
 
-TEST_F(Tuning, MeasuresThreeFramesAfterAWarmUp) {
-    EXPECT_EQ(Step(500), TuneOutcome::Idle) << "nothing is measured before it was asked for";
-    StartMeasuring(detail_);
-    EXPECT_EQ(Step(5000), TuneOutcome::AnotherFrame) << "the warm-up frame does not count";
-    EXPECT_EQ(Step(50), TuneOutcome::AnotherFrame);
-    EXPECT_EQ(Step(0), TuneOutcome::AnotherFrame) << "too short to measure: not counted";
-    EXPECT_EQ(Step(50), TuneOutcome::AnotherFrame);
-    EXPECT_EQ(Step(50), TuneOutcome::Idle);
-    EXPECT_EQ(detail_.perfFactor, 100);
-    EXPECT_EQ(Step(5000), TuneOutcome::Idle) << "finished";
-    StartMeasuring(detail_);
-    Step(50);
-    EXPECT_EQ(Step(50, true), TuneOutcome::Idle) << "a load under way gives it up";
-    EXPECT_EQ(Step(50), TuneOutcome::Idle) << "it must not go on after the load";
+TEST(Tuning, MeasuresThreeFramesAfterAWarmUp) {
+    DetailState detail;
+    const auto expect = [&detail](TuneOutcome outcome, std::uint32_t ms, const char* why,
+                                  bool busy = false) {
+        EXPECT_EQ(TuneStep(detail, busy, ms), outcome) << why;
+    };
+    expect(TuneOutcome::Idle, 500, "nothing is measured before it was asked for");
+    StartMeasuring(detail);
+    expect(TuneOutcome::AnotherFrame, 5000, "the warm-up frame does not count");
+    expect(TuneOutcome::AnotherFrame, 50, "first");
+    expect(TuneOutcome::AnotherFrame, 0, "too short to measure: not counted");
+    expect(TuneOutcome::AnotherFrame, 50, "second");
+    expect(TuneOutcome::Idle, 50, "third: 20 frames a second are enough");
+    EXPECT_EQ(detail.perfFactor, 100);
+    expect(TuneOutcome::Idle, 5000, "finished");
+    StartMeasuring(detail);
+    for (int frame = 0; frame < 3; ++frame) expect(TuneOutcome::AnotherFrame, 101, "slow");
+    expect(TuneOutcome::Coarser, 101, "9 frames a second are too few");
+    EXPECT_EQ(detail.perfFactor, 200);
+    StartMeasuring(detail);
+    expect(TuneOutcome::AnotherFrame, 50, "warm-up");
+    expect(TuneOutcome::Idle, 50, "a load under way gives it up", true);
+    expect(TuneOutcome::Idle, 50, "it must not go on after the load");
 }
 
 }  // namespace

@@ -15,21 +15,14 @@ std::unique_ptr<CLangFile> Days(const WideString& text) {
     return file;
 }
 
-WideString Word(const CLangFile& file, std::uint32_t number) {
-    const HorivoWideChar* word = UnitWord(file, 3, number);
-    return word != nullptr ? word : u"(null)";
-}
+WideString Word(const CLangFile& file, std::uint32_t number) { return UnitWord(file, 3, number); }
 
 TEST(UnitWords, FollowTheRulesOfALanguage) {
     const auto russian = Days(u"дней;1,21,31,41,51,61,71,81,91 день;2-4,22-24,32-34,92-94 дня");
-    const struct {
-        std::uint32_t number;
-        const HorivoWideChar* word;
-    } cases[] = {{0, u"дней"},         {1, u"день"},   {2, u"дня"},    {5, u"дней"},
-                 {11, u"дней"},        {14, u"дней"},  {21, u"день"},  {24, u"дня"},
-                 {101, u"день"},       {111, u"дней"}, {1094, u"дня"}, {99, u"дней"},
-                 {0xFFFFFFFF, u"дней"}};
-    for (const auto& c : cases) EXPECT_EQ(Word(*russian, c.number), c.word) << c.number;
+    const std::pair<std::uint32_t, WideString> cases[] = {
+        {0, u"дней"},   {1, u"день"},   {2, u"дня"},          {11, u"дней"},
+        {101, u"день"}, {1094, u"дня"}, {0xFFFFFFFF, u"дней"}};
+    for (const auto& [number, word] : cases) EXPECT_EQ(Word(*russian, number), word) << number;
 }
 
 TEST(UnitWords, AFaultKeepsWhatStoodBeforeIt) {
@@ -40,27 +33,18 @@ TEST(UnitWords, AFaultKeepsWhatStoodBeforeIt) {
         WideString word;
         int count;
     } cases[] = {
-        {"no ranges", u"days", 1, u"days", 0},
         {"ranges without a default", u";1 day", 1, u"d", 0},
-        {"nothing at all", u"", 7, u"d", 0},
         {"a list goes on behind a comma", u"x;1,5-7,9 y", 6, u"y", 3},
         {"the last range that fits wins", u"x;0-99 y;5 z", 5, u"z", 2},
         {"a turned range ends the list", u"x;1,5-3 y", 1, u"y", 1},
-        {"and is not stored", u"x;1,5-3 y", 4, u"x", 1},
         {"a number too large ends the list", u"x;1,100 y;2 z", 2, u"z", 2},
-        {"however large", u"x;1,99999999999999999999999999 y", 1, u"y", 1},
-        {"zeros in front", u"x;000000000000001 y", 1, u"y", 1},
+        {"also one that 32 bits would take for 5", u"x;1,4294967301 y", 1, u"y", 1},
         {"a missing second number", u"x;1,5- y", 1, u"y", 1},
-        {"a comma too many", u"x;1, y", 1, u"y", 1},
         {"a letter in the list ends the table", u"x;1 y;2,a z;3 z", 2, u"x", 1},
-        {"what stood before stays", u"x;1 y;2,a z;3 z", 1, u"y", 1},
         {"a group without ranges has a word all the same", u"x; y;2 z", 2, u"z", 1},
         {"a list without a word", u"x;1", 1, u"x", 0},
         {"an empty word is a word", u"x;1 ;2 z", 1, u"", 2},
         {"a blank in a word stays", u"x y;1 a b", 1, u"a b", 1},
-        {"cut behind a semicolon", u"x;1 y;", 1, u"y", 1},
-        {"a minus alone", u"x;- y", 1, u"x", 0},
-        {"a sign is no number", u"x;-5 y", 5, u"x", 0},
     };
     for (const auto& c : cases) {
         const auto file = Days(c.text);
@@ -85,12 +69,11 @@ TEST(UnitWords, EndWhereTheTableIsFull) {
     EXPECT_EQ(Word(*longWord, 2), u"x") << "the last word that fits ends the table";
 }
 
-TEST(UnitWords, AreReadAnew) {
+TEST(UnitWords, AreReadAnewWithoutTouchingOtherTables) {
     const auto file = Days(u"old;1 eins;2 zwei");
     ParseUnitTable(*file, 3, u"new;2 two");
     EXPECT_EQ(Word(*file, 1), u"new");
     EXPECT_EQ(Word(*file, 2), u"two");
-    // Tables do not touch one another.
     EXPECT_EQ(WideString(UnitWord(*file, 2, 1)), u"h");
     EXPECT_EQ(WideString(UnitWord(*file, 4, 1)), u"w");
     EXPECT_EQ(UnitWord(*file, 5, 1), nullptr);

@@ -1,67 +1,120 @@
+// The camera: what it shows where, what the pointer hits, and how drags, zooms and flights move it.
 #include "window/view_control.h"
 
 #include <gtest/gtest.h>
 
+#include <cmath>
 #include <limits>
 
-#include "globe/geographic.h"
+#include "base/angles.h"
 #include "render/sphere.h"
 #include "support/table.h"
+#include "window/fly_to.h"
 
 namespace {
 
-class ViewControl : public testing::Test {
+constexpr double kNan = std::numeric_limits<double>::quiet_NaN();
+constexpr double kInfinity = std::numeric_limits<double>::infinity();
+
+class ViewTest : public testing::Test {
 protected:
-    ViewControl() {
-        sphere_.radius = kPlanetRadius;
+    ViewTest() {
+        globe_.radius = kPlanetRadius;
         scene_.width = 800;
         scene_.height = 600;
         ApplyView(view_, scene_);
     }
 
     MeshDetail detail_;
-    CSphere sphere_{detail_};
+    CSphere globe_{detail_};
     CScene scene_;
     ViewState view_;
 };
 
-TEST_F(ViewControl, PickingAndProjectingMeetAtEverySizeZoomAndAngle) {
-    const struct {
-        int width, height;
-        double tilt, spin;
-        float distance;
-    } views[] = {{1920, 1080, 95, 200, -4.1F},    {300, 900, 271, 359, -28.5F},
-                 {1, 1, 10, 10, -12.2F},          {8192, 4096, 0, 0, -4.1F},
-                 {65535, 65535, 90, 270, -12.2F}, {1, 65535, 180, 1, -6.0F}};
-    for (const auto& v : views) {
-        scene_.width = v.width;
-        scene_.height = v.height;
-        view_.viewTilt = v.tilt;
-        view_.viewSpin = v.spin;
-        view_.cameraDistance = v.distance;
-        ApplyView(view_, scene_);
-        for (const double across : {0.45, 0.5, 0.55}) {
-            const auto hit = PickGlobe(scene_, sphere_, v.width * across, v.height * 0.5, true);
-            ASSERT_TRUE(hit.has_value()) << v.width << "x" << v.height;
-            CVector4 turned = *hit;
-            scene_.TransformPoint(turned, 0, 1);
-            const CVector4 window = scene_.ProjectToWindow(turned);
-            EXPECT_NEAR(window.x, v.width * across, 1e-6 * v.width);
-            EXPECT_NEAR(window.y, v.height * 0.5, 1e-6 * v.height);
+TEST_F(ViewTest, ProjectsToTheSamePixelsAsGluWhateverTheCamerasRotation) {
+    scene_.position = {0.5F, -0.25F, -12.0F};
+    std::array<double, 16> model;
+    std::array<double, 16> projection;
+    scene_.GetModelMatrix(model, false);
+    scene_.GetProjectionMatrix(projection);
+    const GLint viewport[4] = {0, 0, scene_.width, scene_.height};
+    scene_.rotation = {40.0, 80.0, 0.0};
+    for (const double x : {-2.0, 0.0, 1.5}) {
+        for (const double z : {-3.0, 0.0, 2.5}) {
+            double window[3];
+            gluProject(x, 0.75, z, model.data(), projection.data(), viewport, &window[0],
+                       &window[1], &window[2]);
+            const CVector4 place = scene_.ProjectToWindow({x, 0.75, z, 5.0});
+            EXPECT_NEAR(place.x, window[0], 1e-9);
+            EXPECT_NEAR(place.y, window[1], 1e-9);
+            EXPECT_NEAR(place.z, 1.0 + 29.0 * window[2], 1e-9) << "from near to far plane";
         }
     }
 }
 
-TEST_F(ViewControl, ThereIsNothingToPickWithoutAHeight) {
+TEST_F(ViewTest, MeasuresTheEdgeThatTheEyeSees) {
+    for (const float distance : {4.1F, 6.0F, 12.0F, 28.5F}) {
+        scene_.position.z = -distance;
+        const double d = static_cast<double>(distance);
+        // The line of sight touches the globe where the radius stands upright on it.
+        const double touchDeg = RadiansToDegrees(std::acos(3.0 / d));
+        const double diameter = 1800.0 / std::tan(kPi / 12.0) / std::sqrt(d * d - 9.0);
+        const GlobeMeasure measure = scene_.MeasureGlobe(globe_);
+        EXPECT_NEAR(measure.longitudeSpan, 2.0 * touchDeg, 2.01) << d;
+        EXPECT_NEAR(measure.diameter, diameter, 3.0 + diameter * 1e-3) << d;
+        EXPECT_NEAR(measure.limbDepth, 9.0 / d - d, 3.0 * kPi / 180.0) << d;
+    }
+}
+
+TEST_F(ViewTest, MeasuringEndsForEveryInput) {
+    for (const double z : {kNan, kInfinity, -kInfinity, 0.0, 1e-30, 5.0, -12.0}) {
+        for (const double radius : {kNan, kInfinity, 0.0, -3.0, 3.0}) {
+            for (const std::int32_t height : {0, 1, std::numeric_limits<std::int32_t>::max()}) {
+                scene_.position.z = static_cast<float>(z);
+                scene_.height = height;
+                globe_.radius = static_cast<float>(radius);
+                const GlobeMeasure measure = scene_.MeasureGlobe(globe_);
+                EXPECT_TRUE(measure.longitudeSpan >= 0 && measure.longitudeSpan <= 180);
+            }
+        }
+    }
+    scene_.position.z = static_cast<float>(kNan);
+    EXPECT_EQ(scene_.MeasureGlobe(globe_).diameter, 0) << "no number is no size";
+    EXPECT_EQ(scene_.MeasureGlobe(globe_).longitudeSpan, 180) << "nothing grew: stopped at once";
+}
+
+TEST_F(ViewTest, PickingAndProjectingMeetAtEverySizeZoomAndAngle) {
+    // Width, height, tilt, spin, distance.
+    const double views[][5] = {{1920, 1080, 95, 200, -4.1},    {300, 900, 271, 359, -28.5},
+                               {1, 1, 10, 10, -12.2},          {8192, 4096, 0, 0, -4.1},
+                               {65535, 65535, 90, 270, -12.2}, {1, 65535, 180, 1, -6.0}};
+    for (const auto& [width, height, tilt, spin, distance] : views) {
+        scene_.width = static_cast<std::int32_t>(width);
+        scene_.height = static_cast<std::int32_t>(height);
+        scene_.position.z = static_cast<float>(distance);
+        scene_.rotation = {tilt, spin, 0.0};
+        for (const double across : {0.45, 0.5, 0.55}) {
+            const auto hit = PickGlobe(scene_, globe_, width * across, height * 0.5, true);
+            ASSERT_TRUE(hit.has_value()) << width << "x" << height;
+            CVector4 turned = *hit;
+            scene_.TransformPoint(turned, 0, 1);
+            const CVector4 window = scene_.ProjectToWindow(turned);
+            EXPECT_NEAR(window.x, width * across, 1e-6 * width);
+            EXPECT_NEAR(window.y, height * 0.5, 1e-6 * height);
+            EXPECT_LT(window.z, scene_.ProjectToWindow({}).z) << "the far side was hit";
+        }
+    }
+}
+
+TEST_F(ViewTest, ThereIsNothingToPickWithoutAHeight) {
     for (const auto& [width, height] : {std::pair{0, 0}, {800, 0}, {0, 600}, {65535, 0}}) {
         scene_.width = width;
         scene_.height = height;
-        EXPECT_FALSE(PickGlobe(scene_, sphere_, 0.0, 0.0, true)) << width << "x" << height;
+        EXPECT_FALSE(PickGlobe(scene_, globe_, 0.0, 0.0, true)) << width << "x" << height;
     }
     scene_.width = scene_.height = 65535;
-    for (const double far : {1e308, -1e308, std::numeric_limits<double>::infinity(),
-                             std::numeric_limits<double>::quiet_NaN()}) {
-        EXPECT_FALSE(PickGlobe(scene_, sphere_, far, far, true)) << far;
+    for (const double far : {1e308, -1e308, kInfinity, kNan}) {
+        EXPECT_FALSE(PickGlobe(scene_, globe_, far, far, true)) << far;
     }
 }
 
@@ -86,8 +139,42 @@ TEST(Zoom, StopsAtItsLimitsWhateverTheWayThere) {
         for (int i = 0; i < steps + 2; ++i) distance = ZoomByKey(distance, true);
         EXPECT_EQ(distance, kNearestDistance) << steps;
     }
-    for (const Row& row : Table("wheel"))
-        EXPECT_EQ(WheelNotches(row.Int(0)), row.Int(1)) << row.why;
+    const std::int32_t notches[][2] = {
+        {-120, 1}, {119, 0}, {-360, 3}, {32767, -273}, {-32768, 273}};
+    for (const auto& [delta, whole] : notches) EXPECT_EQ(WheelNotches(delta), whole) << delta;
+}
+
+TEST(FlyTo, TakesTheShortWayInEvenSteps) {
+    for (const Row& row : Table("fly_to")) {
+        FlyTo flight;
+        ViewAngles before{row.Real(0), row.Real(1)};
+        ASSERT_TRUE(flight.Start(before, {row.Real(2), row.Real(3)})) << row.why;
+        int taken = 0;
+        for (bool goesOn = true; goesOn; ++taken) {
+            goesOn = flight.Step();
+            const ViewAngles now = flight.Current();
+            EXPECT_TRUE(now.spin >= 0.0 && now.spin < 360.0) << row.why;
+            EXPECT_LT(std::hypot(std::remainder(now.tilt - before.tilt, 360.0),
+                                 std::remainder(now.spin - before.spin, 360.0)),
+                      1.35)
+                << row.why;
+            before = now;
+        }
+        EXPECT_EQ(taken, row.Int(4)) << row.why;
+        EXPECT_NEAR(before.tilt, row.Real(5), 1e-9) << row.why;
+        EXPECT_NEAR(before.spin, row.Real(6), 1e-9) << row.why;
+    }
+}
+
+TEST(FlyTo, NeverLeavesForAPlaceThatIsNone) {
+    FlyTo flight;
+    for (const double none : {kNan, kInfinity, -kInfinity}) {
+        EXPECT_FALSE(flight.Start({40.0, 0.0}, {none, 1.0})) << none;
+        EXPECT_FALSE(flight.Start({40.0, 0.0}, {1.0, none})) << none;
+    }
+    EXPECT_TRUE(flight.Start({40.0, 0.0}, {1e308, -1e308})) << "many turns, but a place";
+    while (flight.Step()) continue;
+    EXPECT_TRUE(flight.Current().spin >= 0.0 && flight.Current().spin < 360.0);
 }
 
 }  // namespace

@@ -10,10 +10,8 @@ namespace {
 
 constexpr SYSTEMTIME kNoonInJuly = {2024, 7, 1, 1, 12, 0, 0, 0};
 
-DrivenMapTest* driven = nullptr;
-WNDPROC plainParent = nullptr;
-
-std::wstring TextOrEmpty(const wchar_t* text) { return text != nullptr ? text : L""; }
+/// Stands for the host's hidden window: nothing but its name and its answer is looked at.
+const HWND kHidden = reinterpret_cast<HWND>(std::uintptr_t{0x5A5A});
 
 }  // namespace
 
@@ -30,63 +28,46 @@ DrivenMapTest::DrivenMapTest()
                         *point = cursor;
                         return ClientToScreen(window, point);
                     }),
-      // A window of that class may belong to another program on this desktop.
       findWindow_(library.module,
                   [this](const wchar_t* name, const wchar_t* title) -> HWND {
                       EXPECT_STREQ(name, L"zhv_MainHidden");
                       EXPECT_EQ(title, nullptr);
-                      return hasHidden ? hidden_ : nullptr;
+                      return hasHidden ? kHidden : nullptr;
                   }),
-      shellExecute_(
-          library.module,
-          [this](HWND, const wchar_t* verb, const wchar_t* page, const wchar_t* parameters,
-                 const wchar_t* folder, INT show) -> HINSTANCE {
-              opened.push_back({TextOrEmpty(verb), TextOrEmpty(page), TextOrEmpty(parameters),
-                                TextOrEmpty(folder), show});
-              if (whileOpening) whileOpening();
-              return nullptr;
-          }) {
-    driven = this;
+      sendMessage_(library.module,
+                   [this](HWND to, UINT message, WPARAM wParam, LPARAM lParam) -> LRESULT {
+                       if (to == kHidden) {
+                           EXPECT_EQ(message, UINT{HORIVO_MSG_MAY_SHOW_PHOTOS});
+                           asked.push_back({message, wParam, lParam});
+                           if (const auto act = std::exchange(whileAsked, nullptr)) act();
+                           return consent;
+                       }
+                       const LRESULT answer = Send::Real(to, message, wParam, lParam);
+                       if (to == host) {
+                           if (const auto act = std::exchange(whileTold, nullptr)) act();
+                       }
+                       return answer;
+                   }),
+      shellExecute_(library.module,
+                    [this](HWND, const wchar_t* verb, const wchar_t* page,
+                           const wchar_t* parameters, const wchar_t* folder, INT show) {
+                        EXPECT_STREQ(verb, L"open");
+                        EXPECT_EQ(parameters, nullptr);
+                        EXPECT_STREQ(folder, L".\\");
+                        EXPECT_EQ(show, SW_SHOWNORMAL);
+                        EXPECT_EQ(std::wstring(page).find(L"https://"), 0U);
+                        opened.emplace_back(page);
+                        if (whileOpening) whileOpening();
+                        return HINSTANCE{};
+                    }) {
     FixedClock() = kNoonInJuly;
     SpiedGl().keepCalls = false;
     PutPatternMap(64, 32);
     PutSettings("lag_factor=8\r\n");  // a coarse globe: quick pictures
-    CreateHidden();
-    plainParent = reinterpret_cast<WNDPROC>(
-        SetWindowLongPtrW(host, GWLP_WNDPROC, reinterpret_cast<LONG_PTR>(&ParentProc)));
 }
 
 DrivenMapTest::~DrivenMapTest() {
     if (window != nullptr && IsWindow(window)) DestroyWindow(window);
-    DestroyWindow(hidden_);
-    driven = nullptr;
-}
-
-void DrivenMapTest::CreateHidden() {
-    WNDCLASSW hiddenClass = {};
-    hiddenClass.lpfnWndProc = HiddenProc;
-    hiddenClass.hInstance = GetModuleHandleW(nullptr);
-    hiddenClass.lpszClassName = HORIVO_HOST_WINDOW_CLASS;
-    RegisterClassW(&hiddenClass);
-    hidden_ = CreateWindowW(HORIVO_HOST_WINDOW_CLASS, L"", 0, 0, 0, 0, 0, HWND_MESSAGE, nullptr,
-                            hiddenClass.hInstance, nullptr);
-}
-
-LRESULT CALLBACK DrivenMapTest::HiddenProc(HWND window, UINT message, WPARAM wParam,
-                                           LPARAM lParam) {
-    if (driven == nullptr || message != HORIVO_MSG_MAY_SHOW_PHOTOS)
-        return DefWindowProcW(window, message, wParam, lParam);
-    driven->asked.push_back({message, wParam, lParam});
-    if (const auto act = std::exchange(driven->whileAsked, nullptr)) act();
-    return driven->consent;
-}
-
-LRESULT CALLBACK DrivenMapTest::ParentProc(HWND window, UINT message, WPARAM wParam,
-                                           LPARAM lParam) {
-    const LRESULT result = CallWindowProcW(plainParent, window, message, wParam, lParam);
-    if (driven == nullptr || message != HORIVO_MSG_CITY) return result;
-    if (const auto act = std::exchange(driven->whileTold, nullptr)) act();
-    return result;
 }
 
 CityRecord& DrivenMapTest::AddCity(const wchar_t* name, const wchar_t* country, double latitude,
@@ -127,6 +108,13 @@ SeenView DrivenMapTest::LookAtView() {
     return ViewOfPicture(SpiedGl().calls);
 }
 
+void DrivenMapTest::ExpectView(const SeenView& expected, const std::string& why) {
+    const SeenView view = LookAtView();
+    EXPECT_NEAR(view.tilt, expected.tilt, 1e-3) << why;
+    EXPECT_NEAR(view.spin, expected.spin, 1e-3) << why;
+    EXPECT_NEAR(view.distance, expected.distance, 1e-3) << why;
+}
+
 bool DrivenMapTest::TakeRepaintRequest() const {
     const bool wanted = GetUpdateRect(window, nullptr, FALSE) != FALSE;
     ValidateRect(window, nullptr);
@@ -152,6 +140,12 @@ void DrivenMapTest::Pointer(UINT message, WPARAM buttons, POINT at) const {
 void DrivenMapTest::Click(POINT at) const {
     Press(at);
     Release(at);
+}
+
+int DrivenMapTest::Fly() const {
+    int steps = 0;
+    for (; Runs(kFlightTimer) && steps < 1000; ++steps) Tick(kFlightTimer);
+    return steps;
 }
 
 void DrivenMapTest::Wheel(int delta) const {

@@ -15,21 +15,16 @@
 // shellapi.h needs windows.h before it.
 #include <shellapi.h>
 
-/// What was handed to the browser.
-struct OpenedPage {
-    std::wstring verb;
-    std::wstring page;
-    std::wstring parameters;
-    std::wstring folder;
-    int show = 0;
-};
-
 class DrivenMapTest : public MapHostTest {
 protected:
     static constexpr WPARAM kRepeatTimer = 1;
     static constexpr WPARAM kFlightTimer = 2;
     static constexpr WPARAM kHoverTimer = 3;
     static constexpr WPARAM kSunTimer = 4;
+
+    static constexpr int kOpenWidth = 800;  ///< of the window, where a test says nothing
+    static constexpr int kOpenHeight = 600;
+    static constexpr int kPanelX = kOpenWidth - 108;
 
     DrivenMapTest();
     ~DrivenMapTest() override;
@@ -38,13 +33,16 @@ protected:
     CityRecord& AddCity(const wchar_t* name, const wchar_t* country, double latitude,
                         double longitude, std::uint32_t zone = 0);
     /// Hands the cities over and makes the window, with its map.
-    void Open(int width = 800, int height = 600);
+    void Open(int width = kOpenWidth, int height = kOpenHeight);
     /// Zooms as near as it goes: 0.03 degrees a pixel in the middle of the globe.
     void ZoomIn();
 
     /// Paints and reads what was painted.
     SeenOverlay Look();
+    /// The panel's texts: city above country.
+    std::vector<std::string> Titles() { return Look().Words(kPanelX); }
     SeenView LookAtView();
+    void ExpectView(const SeenView& expected, const std::string& why);
     bool TakeRepaintRequest() const;
     /// The client point that shows a place of the globe's front.
     POINT PixelOf(double latitude, double longitude);
@@ -61,6 +59,14 @@ protected:
     void Release(POINT at) const { Pointer(WM_LBUTTONUP, 0, at); }
     void Click(POINT at) const;
     void Wheel(int delta) const;
+    /// The host's request.
+    void ShowCity(const CityRecord& city) const {
+        SendMessageW(window, HORIVO_MSG_CITY, 0, reinterpret_cast<LPARAM>(&city));
+    }
+    /// Runs a flight. @return its number of steps
+    int Fly() const;
+    /// Ends a flight; back to the view of the start.
+    void Home() const { Key(window, VK_HOME); }
     /// Lets a timer of the window come round once, whether it runs or not.
     void Tick(WPARAM timer) const { SendMessageW(window, WM_TIMER, timer, 0); }
     bool Runs(WPARAM timer) const { return timers.contains(timer); }
@@ -76,20 +82,17 @@ protected:
     std::function<void()> whileAsked;  ///< what the host does once before it answers
     std::function<void()> whileTold;   ///< and once while its parent window hears of a city
 
-    std::vector<OpenedPage> opened;  ///< pages, in order
+    std::vector<std::wstring> opened;  ///< pages that were handed to the browser, in order
     std::function<void()> whileOpening;
 
     PhotoDisk photos;
 
 private:
-    static LRESULT CALLBACK HiddenProc(HWND window, UINT message, WPARAM wParam, LPARAM lParam);
-    static LRESULT CALLBACK ParentProc(HWND window, UINT message, WPARAM wParam, LPARAM lParam);
-    void CreateHidden();
-
-    HWND hidden_ = nullptr;
     FakedImport<"SetTimer", decltype(SetTimer)> setTimer_;
     FakedImport<"KillTimer", decltype(KillTimer)> killTimer_;
     FakedImport<"GetCursorPos", decltype(GetCursorPos)> getCursorPos_;
     FakedImport<"FindWindowW", decltype(FindWindowW)> findWindow_;
+    using Send = FakedImport<"SendMessageW", decltype(SendMessageW)>;
+    Send sendMessage_;
     FakedImport<"ShellExecuteW", decltype(ShellExecuteW)> shellExecute_;
 };

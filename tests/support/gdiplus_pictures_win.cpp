@@ -1,13 +1,13 @@
 #include "support/gdiplus_pictures_win.h"
 
-#include <cwchar>
-
 #include "image/gdiplus_win.h"
 
 namespace {
 
 constexpr CLSID kJpegEncoder = {
     0x557CF401, 0x1A04, 0x11D3, {0x9A, 0x73, 0, 0, 0xF8, 0x1E, 0xF3, 0x2E}};
+constexpr CLSID kPngEncoder = {
+    0x557CF406, 0x1A04, 0x11D3, {0x9A, 0x73, 0, 0, 0xF8, 0x1E, 0xF3, 0x2E}};
 
 /// GDI+ for as long as a test program runs a picture function.
 class GdiplusScope {
@@ -24,7 +24,11 @@ private:
     ULONG_PTR token_ = 0;
 };
 
-std::vector<std::uint8_t> PatternBgr(int width, int height, int stride) {
+}  // namespace
+
+void SavePatternJpeg(const std::filesystem::path& path, int width, int height, int quality) {
+    const GdiplusScope gdiplus;
+    const int stride = (width * 3 + 3) / 4 * 4;
     std::vector<std::uint8_t> bytes(static_cast<std::size_t>(stride) *
                                     static_cast<std::size_t>(height));
     for (int y = 0; y < height; ++y) {
@@ -35,32 +39,27 @@ std::vector<std::uint8_t> PatternBgr(int width, int height, int stride) {
             row[3 * x + 2] = static_cast<std::uint8_t>(y * 255 / height);
         }
     }
-    return bytes;
+    Gdiplus::Bitmap bitmap(width, height, stride, PixelFormat24bppRGB, bytes.data());
+    auto value = static_cast<ULONG>(quality);
+    const Gdiplus::EncoderParameters parameters = {
+        1, {{Gdiplus::EncoderQuality, 1, Gdiplus::EncoderParameterValueTypeLong, &value}}};
+    bitmap.Save(path.c_str(), &kJpegEncoder, &parameters);
 }
 
-}  // namespace
-
-void SavePatternJpeg(const std::filesystem::path& path, int width, int height, int quality) {
+void SaveMarkedPng(const std::filesystem::path& path, int width, int height, int format) {
     const GdiplusScope gdiplus;
-    const int stride = (width * 3 + 3) / 4 * 4;
-    auto bytes = PatternBgr(width, height, stride);
-    Gdiplus::Bitmap bitmap(width, height, stride, PixelFormat24bppRGB, bytes.data());
-    ULONG value = static_cast<ULONG>(quality);
-    Gdiplus::EncoderParameters parameters = {};
-    parameters.Count = 1;
-    parameters.Parameter[0] = {Gdiplus::EncoderQuality, 1, Gdiplus::EncoderParameterValueTypeLong,
-                               &value};
-    bitmap.Save(path.c_str(), &kJpegEncoder, &parameters);
+    Gdiplus::Bitmap bitmap(width, height, format);
+    bitmap.SetPixel(0, 0, Gdiplus::Color(255, 10, 20, 30));
+    bitmap.Save(path.c_str(), &kPngEncoder, nullptr);
 }
 
 RgbPicture DecodePicture(const std::filesystem::path& path) {
     const GdiplusScope gdiplus;
     Gdiplus::Bitmap bitmap(path.c_str(), FALSE);
-    if (bitmap.GetLastStatus() != Gdiplus::Ok) return {};
     RgbPicture picture{
         static_cast<int>(bitmap.GetWidth()), static_cast<int>(bitmap.GetHeight()), {}};
     Gdiplus::BitmapData data;
-    Gdiplus::Rect whole(0, 0, picture.width, picture.height);
+    const Gdiplus::Rect whole(0, 0, picture.width, picture.height);
     if (bitmap.LockBits(&whole, Gdiplus::ImageLockModeRead, PixelFormat24bppRGB, &data) !=
         Gdiplus::Ok) {
         return {};

@@ -15,5 +15,8 @@ struct RgbPicture {
 /// Writes a colourful pattern that is different everywhere as a JPEG file.
 void SavePatternJpeg(const std::filesystem::path& path, int width, int height, int quality);
 
+/// Writes a PNG of a GDI+ pixel format that is clear but for its first pixel: R 10, G 20, B 30.
+void SaveMarkedPng(const std::filesystem::path& path, int width, int height, int format);
+
 /// Decodes a file; empty when it cannot be read.
 RgbPicture DecodePicture(const std::filesystem::path& path);

@@ -12,15 +12,6 @@ constexpr std::uint8_t kPaddingByte = 0xEE;
 int livePictures = 0;
 int liveLocks = 0;
 
-void CopyAs24Bits(const MemoryImage& source, MemoryImage& target) {
-    const auto step = static_cast<std::size_t>(BytesPerPixel(source.format));
-    for (std::size_t at = 0; at < source.bytes.size(); at += step) {
-        for (std::size_t channel = 0; channel < 3; ++channel) {
-            target.bytes.push_back(source.bytes[step == 1 ? at : at + channel]);
-        }
-    }
-}
-
 }  // namespace
 
 std::int32_t BytesPerPixel(std::int32_t format) { return ((format >> 8) & 0xFF) / 8; }
@@ -42,6 +33,7 @@ int MemoryPicture::LockCount() noexcept { return liveLocks; }
 
 MemoryPicture::MemoryPicture(MemoryImage image) : image_(std::move(image)) {
     ++livePictures;
+    if (!image_.lockable) return;  // nobody will see its rows
     const auto rowBytes = static_cast<std::size_t>(image_.width * BytesPerPixel(image_.format));
     const auto rowCount = static_cast<std::size_t>(image_.height);
     const std::size_t stride = rowBytes + kPadding;
@@ -64,14 +56,14 @@ PixelRows MemoryPicture::LockForReading() {
 
 void MemoryPicture::Unlock() noexcept { --liveLocks; }
 
-MemoryFiles& Files() {
-    static MemoryFiles files;
+std::map<std::wstring, MemoryImage>& PictureFiles() {
+    static std::map<std::wstring, MemoryImage> files;
     return files;
 }
 
 std::unique_ptr<Picture> OpenPicture(const std::wstring& path) {
-    const auto found = Files().pictures.find(path);
-    if (found != Files().pictures.end()) return std::make_unique<MemoryPicture>(found->second);
+    const auto found = PictureFiles().find(path);
+    if (found != PictureFiles().end()) return std::make_unique<MemoryPicture>(found->second);
     MemoryImage missing;
     missing.readable = false;
     return std::make_unique<MemoryPicture>(missing);
@@ -81,11 +73,13 @@ std::unique_ptr<Picture> ConvertPicture(std::unique_ptr<Picture> picture, std::i
     if (picture == nullptr || picture->GetPixelFormat() == format) return picture;
     const MemoryImage& source = dynamic_cast<MemoryPicture&>(*picture).Image();
     if (!source.convertible || format != kPixelFormat24bppRgb) return nullptr;
-    MemoryImage target;
-    target.width = source.width;
-    target.height = source.height;
-    target.lockable = source.lockable;
-    CopyAs24Bits(source, target);
+    MemoryImage target = source;
+    target.format = format;
+    target.bytes.clear();
+    const auto step = static_cast<std::size_t>(BytesPerPixel(source.format));
+    for (std::size_t at = 0; at < source.bytes.size(); at += step) {
+        for (std::size_t c = 0; c < 3; ++c) target.bytes.push_back(source.bytes[at + c % step]);
+    }
     return std::make_unique<MemoryPicture>(std::move(target));
 }
 

@@ -1,6 +1,7 @@
 #pragma once
 // Pictures without files or decoders: what GDI+ is to the library on Windows, this is to the
-// portable tests. The stand-ins for OpenPicture, ConvertPicture and EncodeJpeg work on Files().
+// portable tests. The stand-ins for OpenPicture, ConvertPicture and EncodeJpeg work on
+// PictureFiles().
 
 #include <cstdint>
 #include <map>
@@ -53,8 +54,5 @@ private:
     std::vector<std::uint8_t> rows_;  ///< as locked: with padding behind each row
 };
 
-struct MemoryFiles {
-    std::map<std::wstring, MemoryImage> pictures;
-};
-
-MemoryFiles& Files();
+/// By path.
+std::map<std::wstring, MemoryImage>& PictureFiles();

@@ -25,29 +25,25 @@ void Turn(double& a, double& b, double degrees) {
 
 SeenView ViewOfPicture(const std::vector<std::string>& calls) {
     SeenView view;
-    const auto clear = std::find_if(calls.rbegin(), calls.rend(),
-                                    [](const auto& call) { return call.starts_with("glClear "); });
-    for (auto call = calls.begin(); call != clear.base(); ++call) {
-        if (call->starts_with("gluPerspective ")) view.fovY = SpiedNumbers(*call)[0];
+    const auto clear = std::find_if(calls.rbegin(), calls.rend(), [](const std::string& call) {
+                           return call.starts_with("glClear ");
+                       }).base();
+    for (auto call = calls.begin(); call != clear; ++call) {
+        const std::vector<double> numbers = SpiedNumbers(*call);
+        if (call->starts_with("gluPerspective ")) view.fovY = numbers[0];
         if (call->starts_with("glViewport ")) {
-            const std::vector<double> numbers = SpiedNumbers(*call);
             view.width = static_cast<int>(numbers[2]);
             view.height = static_cast<int>(numbers[3]);
         }
     }
     // The camera's transform comes first; a turn by nothing is left out.
-    bool moved = false;
-    for (auto call = clear.base(); call != calls.end(); ++call) {
-        const std::vector<double> numbers = SpiedNumbers(*call);
-        if (call->starts_with("glTranslatef ")) {
-            if (moved) break;
-            moved = true;
-            view.distance = numbers[2];
-        } else if (call->starts_with("glRotated ")) {
-            (numbers[1] != 0.0 ? view.tilt : view.spin) = numbers[0];
-        } else if (moved) {
-            break;
-        }
+    auto camera = std::find_if(clear, calls.end(), [](const std::string& call) {
+        return call.starts_with("glTranslatef ");
+    });
+    if (camera != calls.end()) view.distance = SpiedNumbers(*camera++)[2];
+    for (; camera != calls.end() && camera->starts_with("glRotated "); ++camera) {
+        const std::vector<double> numbers = SpiedNumbers(*camera);
+        (numbers[1] != 0.0 ? view.tilt : view.spin) = numbers[0];
     }
     return view;
 }

@@ -22,91 +22,61 @@ CityRecord MakeCity(const wchar_t* name, const wchar_t* country, std::uint32_t z
     return city;
 }
 
-constexpr std::uint32_t kIndia = 54;
-constexpr std::uint32_t kNewYork = 41;
-constexpr std::uint32_t kTokyo = 114;
-constexpr SYSTEMTIME kJuneNight = {2026, 6, 0, 21, 20, 15, 0, 0};  // UTC
-
 TEST(CityOrderTest, SearchIgnoresCaseAndAccentsAndKnowsCountries) {
     const CityRecord city = MakeCity(L"Bogot\xE1", L"Colombia");
-    constexpr struct {
-        const wchar_t* wanted;
-        bool found;
-    } kCases[] = {{L"", true},       {L"bogota", true}, {L"GOT", true},
-                  {L"colomb", true}, {L"peru", false},  {L"bogotas", false}};
-    for (const auto& entry : kCases) {
-        EXPECT_EQ(Matches(city, entry.wanted), entry.found)
-            << testing::PrintToString(std::wstring(entry.wanted));
-    }
+    for (const wchar_t* wanted : {L"", L"bogota", L"GOT", L"colomb"})
+        EXPECT_TRUE(Matches(city, wanted)) << wanted;
+    for (const wchar_t* wanted : {L"peru", L"bogotas"}) EXPECT_FALSE(Matches(city, wanted));
 }
 
-class ListTest : public testing::Test {
-protected:
-    ListTest() {
-        times_.Finish(cities_);
-        for (std::size_t i = 0; i < cities_.size(); ++i) {
-            CityRow row{static_cast<std::int32_t>(i), false, {}};
-            row.hasTime = times_.At(cities_[i], kJuneNight, row.local);
-            rows_.push_back(row);
-        }
+TEST(CityOrderTest, ColumnsSortAndCitiesWithoutATimeComeLast) {
+    constexpr SYSTEMTIME kJuneNight = {2026, 6, 0, 21, 20, 15, 0, 0};  // UTC
+    std::vector<CityRecord> cities = {MakeCity(L"Tokyo", L"Japan", 114), MakeCity(L"Atlantis", L""),
+                                      MakeCity(L"New York", L"United States", 41),
+                                      MakeCity(L"Kolkata", L"India", 54)};
+    CityTimes times;
+    times.Finish(cities);
+    std::vector<CityRow> rows;
+    for (std::int32_t i = 0; i < std::ssize(cities); ++i) {
+        CityRow& row = rows.emplace_back(CityRow{i, false, {}});
+        row.hasTime = times.At(cities[static_cast<std::size_t>(i)], kJuneNight, row.local);
     }
-
-    std::vector<std::wstring> Sorted(CityColumn column, bool descending) {
-        SortRows(rows_, cities_, column, descending);
+    const auto sorted = [&](CityColumn column, bool descending) {
+        SortRows(rows, cities, column, descending);
         std::vector<std::wstring> names;
-        for (const CityRow& row : rows_) {
-            names.emplace_back(cities_[static_cast<std::size_t>(row.city)].cityName);
+        for (const CityRow& row : rows) {
+            names.emplace_back(cities[static_cast<std::size_t>(row.city)].cityName);
         }
         return names;
-    }
-
-    std::vector<CityRecord> cities_ = {
-        MakeCity(L"Tokyo", L"Japan", kTokyo), MakeCity(L"Atlantis", L""),
-        MakeCity(L"New York", L"United States", kNewYork), MakeCity(L"Kolkata", L"India", kIndia)};
-    CityTimes times_;
-    std::vector<CityRow> rows_;
-};
-
-TEST_F(ListTest, ColumnsSortAndCitiesWithoutATimeComeLast) {
+    };
     // At 20:15 UTC it is 5:15 on the 22nd in Tokyo, 16:15 in New York, 1:45 on the 22nd in Kolkata.
-    EXPECT_THAT(Sorted(CityColumn::Name, false),
-                ElementsAre(L"Atlantis", L"Kolkata", L"New York", L"Tokyo"));
-    EXPECT_THAT(Sorted(CityColumn::Time, false),
+    EXPECT_THAT(sorted(CityColumn::Name, true),
+                ElementsAre(L"Tokyo", L"New York", L"Kolkata", L"Atlantis"));
+    EXPECT_THAT(sorted(CityColumn::Date, false),
+                ElementsAre(L"New York", L"Kolkata", L"Tokyo", L"Atlantis"))
+        << "cities of one day by name";
+    EXPECT_THAT(sorted(CityColumn::Time, false),
                 ElementsAre(L"Kolkata", L"Tokyo", L"New York", L"Atlantis"));
-    EXPECT_THAT(Sorted(CityColumn::Date, false),
-                ElementsAre(L"New York", L"Kolkata", L"Tokyo", L"Atlantis"));
-    EXPECT_THAT(Sorted(CityColumn::Offset, true),
+    EXPECT_THAT(sorted(CityColumn::Offset, true),
                 ElementsAre(L"Tokyo", L"Kolkata", L"New York", L"Atlantis"));
+    EXPECT_EQ(rows[1].local.offsetMinutes, 330);
+    EXPECT_EQ(rows[2].local.offsetMinutes, -240);
 }
 
-TEST_F(ListTest, OffsetsFollowTheClocks) {
-    Sorted(CityColumn::Offset, false);
-    std::vector<std::wstring> texts;
-    for (const CityRow& row : rows_) {
-        if (row.hasTime) texts.push_back(OffsetText(row.local.offsetMinutes));
-    }
-    EXPECT_THAT(texts, ElementsAre(L"UTC\x2212"
-                                   L"4",
-                                   L"UTC+5:30", L"UTC+9"));
-}
-
-TEST(TimeTextsTest, DifferencesSpeakInWholeHoursAndMinutes) {
-    SetLanguage(L"en");
-    constexpr struct {
-        std::int32_t minutes;
-        const wchar_t* text;
-    } kCases[] = {{0, L"0 h"},
-                  {60, L"+1 h"},
-                  {-480,
-                   L"\x2212"
-                   L"8 h"},
-                  {330, L"+5 h 30 m"},
-                  {-15,
-                   L"\x2212"
-                   L"15 m"},
-                  {825, L"+13 h 45 m"}};
+TEST(TimeTextsTest, OffsetsAndDifferencesSpeakInWholeHoursAndMinutes) {
     // Without a module of texts the services speak in their built-in unit words.
-    for (const auto& entry : kCases) EXPECT_EQ(DifferenceText(entry.minutes), entry.text);
+    const struct {
+        std::int32_t minutes;
+        const wchar_t *difference, *offset;
+    } cases[] = {{0, L"0 h", L"UTC"},
+                 {60, L"+1 h", L"UTC+1"},
+                 {-480, L"\u22128 h", L"UTC\u22128"},
+                 {330, L"+5 h 30 m", L"UTC+5:30"},
+                 {-5, L"\u22125 m", L"UTC\u22120:05"}};
+    for (const auto& c : cases) {
+        EXPECT_EQ(DifferenceText(c.minutes), c.difference);
+        EXPECT_EQ(OffsetText(c.minutes), c.offset);
+    }
 }
 
 }  // namespace

@@ -58,30 +58,23 @@ protected:
 };
 
 TEST_F(FolderWatchTest, NewPhotosAreToldByCityOrCountry) {
-    Write(L"France\\Paris\\index.tsv", "paris-2\t1\nparis-3\t1\n");
-    watch_->LookAgain();
-    EXPECT_THAT(told_, ElementsAre(Pair(1, 2)));
-    told_.clear();
-    Write(L"France\\index.tsv", "france-2\t1\n");
-    watch_->LookAgain();
-    EXPECT_THAT(told_, ElementsAre(Pair(-1, 1)));
-    told_.clear();
-    Write(L"France\\Lyon\\index.tsv", "lyon-1\t1\n");  // a city that had none
-    watch_->LookAgain();
-    EXPECT_THAT(told_, ElementsAre(Pair(2, 1)));
-}
-
-TEST_F(FolderWatchTest, RemarksOtherFilesAndLostPhotosAreNoNews) {
-    Write(L"France\\Paris\\index.tsv", "# another remark\n");
-    Write(L"France\\Paris\\paris-9.jpg", "no index");
-    Write(L"Elsewhere\\index.tsv", "x\t1\n");
+    const auto toldAfter = [this](const wchar_t* path, const char* text) {
+        told_.clear();
+        Write(path, text);
+        watch_->LookAgain();
+        return told_;
+    };
+    EXPECT_THAT(toldAfter(L"France\\Paris\\index.tsv", "paris-2\t1\nparis-3\t1\n"),
+                ElementsAre(Pair(1, 2)));
+    EXPECT_THAT(toldAfter(L"France\\index.tsv", "france-2\t1\n"), ElementsAre(Pair(-1, 1)));
+    EXPECT_THAT(toldAfter(L"France\\Lyon\\index.tsv", "lyon-1\t1\n"), ElementsAre(Pair(2, 1)))
+        << "a city that had none";
+    EXPECT_THAT(toldAfter(L"France\\Paris\\index.tsv", "# another remark\n"), IsEmpty());
+    EXPECT_THAT(toldAfter(L"Elsewhere\\index.tsv", "x\t1\n"), IsEmpty());
     std::filesystem::remove(folder_ / L"France\\index.tsv");
-    watch_->LookAgain();
-    EXPECT_THAT(told_, IsEmpty());
-    // A photo that comes back counts again.
-    Write(L"France\\index.tsv", "france-1\t1\n");
-    watch_->LookAgain();
-    EXPECT_THAT(told_, ElementsAre(Pair(-1, 1)));
+    EXPECT_THAT(toldAfter(L"France\\Paris\\paris-9.jpg", "no index"), IsEmpty()) << "lost photos";
+    EXPECT_THAT(toldAfter(L"France\\index.tsv", "france-1\t1\n"), ElementsAre(Pair(-1, 1)))
+        << "one that comes back counts again";
 }
 
 TEST_F(FolderWatchTest, EveryChangeSetsTheEventAnew) {

@@ -8,39 +8,28 @@
 
 namespace {
 
-class SettingsTest : public testing::TestWithParam<std::uint32_t> {
-protected:
-    SettingsTest() : before_(ReadSettings()) { adminFlags = GetParam(); }
-    ~SettingsTest() override {
-        DeleteFileW((ProgramFolder() + L"default.ini").c_str());
-        adminFlags = 0;
-        WriteSettings(before_);
+TEST(Settings, WhatIsWrittenIsReadAgain) {
+    const HostSettings before = ReadSettings();
+    for (const std::uint32_t flags : {kNoPreferences, 0U}) {
+        adminFlags = flags;
+        HostSettings settings;
+        settings.language = flags == 0 ? L"JPN" : L"RUS";
+        settings.place = {-1200, 30, -200, 730};  // a monitor left of the first
+        settings.maximized = settings.sortDescending = true;
+        settings.sortColumn = 3;
+        WriteSettings(settings);
+        const HostSettings read = ReadSettings();
+        EXPECT_EQ(read.language, settings.language);
+        EXPECT_TRUE(EqualRect(&read.place, &settings.place));
+        EXPECT_TRUE(read.maximized && read.sortDescending);
+        EXPECT_EQ(read.sortColumn, 3);
+        const bool wasInProgramFolder = DeleteFileW((ProgramFolder() + L"default.ini").c_str());
+        EXPECT_EQ(wasInProgramFolder, flags != 0);
     }
-
-    const HostSettings before_;
-};
-
-TEST_P(SettingsTest, WhatIsWrittenIsReadAgain) {
-    HostSettings settings;
-    settings.language = L"JPN";
-    settings.place = {-1200, 30, -200, 730};  // a monitor left of the first
-    settings.maximized = true;
-    settings.sortColumn = 3;
-    settings.sortDescending = true;
-    WriteSettings(settings);
-    const HostSettings read = ReadSettings();
-    EXPECT_EQ(read.language, settings.language);
-    EXPECT_TRUE(EqualRect(&read.place, &settings.place));
-    EXPECT_TRUE(read.maximized && read.sortDescending);
-    EXPECT_EQ(read.sortColumn, 3);
-    const bool inProgramFolder =
-        GetFileAttributesW((ProgramFolder() + L"default.ini").c_str()) != INVALID_FILE_ATTRIBUTES;
-    EXPECT_EQ(inProgramFolder, GetParam() == kNoPreferences);
+    WriteSettings(before);
 }
 
-INSTANTIATE_TEST_SUITE_P(Places, SettingsTest, testing::Values(0U, kNoPreferences));
-
-TEST(SettingsAlone, AWindowOpensWhereItCanBeReached) {
+TEST(Settings, AWindowOpensWhereItCanBeReached) {
     const int width = GetSystemMetrics(SM_CXSCREEN);
     const int height = GetSystemMetrics(SM_CYSCREEN);
     RECT place{width + 5000, -9000, width + 5800, -8400};

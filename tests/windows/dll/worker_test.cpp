@@ -2,7 +2,7 @@
 // nothing is harmed and one right set of tiles comes out in the end.
 #include <gmock/gmock.h>
 
-#include <latch>
+#include <future>
 #include <thread>
 
 #include "support/faked_import_win.h"
@@ -58,17 +58,17 @@ protected:
     }
     /// Does `act` while another thread holds the lock, which then gives it back or just dies.
     void WhileLocked(const std::function<void()>& act, bool dies = false) const {
-        std::latch taken(1);
-        std::latch done(1);
+        std::promise<void> taken;
+        std::promise<void> done;
         std::thread holder([&] {
             WaitForSingleObject(lock_, INFINITE);
-            taken.count_down();
-            done.wait();
+            taken.set_value();
+            done.get_future().wait();
             if (!dies) ReleaseMutex(lock_);
         });
-        taken.wait();
+        taken.get_future().wait();
         act();
-        done.count_down();
+        done.set_value();
         holder.join();
     }
     static std::size_t Uploads() { return SpiedGl().uploads.size(); }

@@ -3,78 +3,52 @@
 #include <gtest/gtest.h>
 
 #include <string>
+#include <vector>
 
 #include "base/handles_win.h"
 
 namespace {
 
-/// A real registry tree that stands in for HKEY_LOCAL_MACHINE in this process only: it needs no
-/// rights, and programs that run at the same time do not see it.
-class AdminFlagsTest : public testing::Test {
-protected:
-    AdminFlagsTest() : root_(Create(HKEY_CURRENT_USER, rootPath_.c_str())) {
-        RegOverridePredefKey(HKEY_LOCAL_MACHINE, root_.get());
-    }
-    ~AdminFlagsTest() override {
-        RegOverridePredefKey(HKEY_LOCAL_MACHINE, nullptr);
-        RegDeleteTreeW(HKEY_CURRENT_USER, rootPath_.c_str());
-    }
-
-    static UniqueRegistryKey Create(HKEY parent, const wchar_t* path) {
-        HKEY key = nullptr;
-        RegCreateKeyExW(parent, path, 0, nullptr, 0, KEY_ALL_ACCESS, nullptr, &key, nullptr);
-        return UniqueRegistryKey(key);
-    }
-
-    /// Gives the policy key this one value.
-    void SetValue(const wchar_t* name, DWORD type, const void* data, DWORD size) {
-        RegDeleteTreeW(root_.get(), L"Software");
-        const UniqueRegistryKey key = Create(root_.get(), L"Software\\Zelmo\\Horivo");
-        ASSERT_EQ(RegSetValueExW(key.get(), name, 0, type, static_cast<const BYTE*>(data), size),
-                  ERROR_SUCCESS);
-    }
-
-private:
-    std::wstring rootPath_ =
-        L"Software\\HorivoAdminFlagsTest" + std::to_wstring(GetCurrentProcessId());
-    UniqueRegistryKey root_;
-};
-
-TEST_F(AdminFlagsTest, FourBytesThatAreNotZeroSetTheBit) {
-    const struct {
-        const wchar_t* name;
-        DWORD type, size;
-        unsigned char data[8];
-        std::uint32_t flags;
-    } cases[] = {
-        {L"no_updates", REG_DWORD, 4, {1}, 0x01},
-        {L"no_news", REG_DWORD, 4, {1}, 0x02},
-        {L"no_photos", REG_DWORD, 4, {1}, 0x04},
-        {L"no_preferences", REG_DWORD, 4, {1}, 0x08},
-        {L"no_time_table", REG_DWORD, 4, {1}, 0x10},
-        {L"logging", REG_DWORD, 4, {0, 0, 0, 0x80}, 0x20},
-        {L"logging", REG_DWORD, 4, {}, 0},   // zero is off
-        {L"logging", REG_QWORD, 8, {1}, 0},  // too long for the buffer
-        {L"logging", REG_BINARY, 1, {1}, 0},
-        {L"logging", REG_BINARY, 0, {}, 0},
-    };
-    for (const auto& c : cases) {
-        SetValue(c.name, c.type, c.data, c.size);
-        ReadAdminFlags();
-        EXPECT_EQ(adminFlags.load(), c.flags) << c.size << " bytes";
-        EXPECT_TRUE(IsFeatureEnabled(0x3F & ~c.flags));
-        EXPECT_EQ(IsFeatureEnabled(0x3F), c.flags == 0) << "one of several bits is enough";
-    }
+UniqueRegistryKey CreateKey(HKEY parent, const wchar_t* path) {
+    HKEY key = nullptr;
+    RegCreateKeyExW(parent, path, 0, nullptr, 0, KEY_ALL_ACCESS, nullptr, &key, nullptr);
+    return UniqueRegistryKey(key);
 }
 
-TEST_F(AdminFlagsTest, AMissingKeyClearsWhatWasSet) {
-    const DWORD one = 1;
-    SetValue(L"logging", REG_DWORD, &one, sizeof one);
-    ReadAdminFlags();
-    ASSERT_EQ(adminFlags.load(), 0x20U);
+/// The flags while the policy key has this one value; without a name, while there is no key.
+std::uint32_t FlagsWith(const wchar_t* name, DWORD type, const std::vector<BYTE>& data) {
     RegDeleteTreeW(HKEY_LOCAL_MACHINE, L"Software");
+    if (name != nullptr) {
+        const auto key = CreateKey(HKEY_LOCAL_MACHINE, L"Software\\Zelmo\\Horivo");
+        const auto size = static_cast<DWORD>(data.size());
+        EXPECT_EQ(RegSetValueExW(key.get(), name, 0, type, data.data(), size), ERROR_SUCCESS);
+    }
     ReadAdminFlags();
-    EXPECT_EQ(adminFlags.load(), 0U);
+    return adminFlags;
+}
+
+TEST(AdminFlags, AreSetByFourBytesThatAreNotZero) {
+    // A real registry tree that stands in for HKEY_LOCAL_MACHINE in this process only: it needs no
+    // rights, and programs that run at the same time do not see it.
+    const std::wstring path =
+        L"Software\\HorivoAdminFlagsTest" + std::to_wstring(GetCurrentProcessId());
+    const UniqueRegistryKey root = CreateKey(HKEY_CURRENT_USER, path.c_str());
+    RegOverridePredefKey(HKEY_LOCAL_MACHINE, root.get());
+    std::uint32_t bit = 1;
+    for (const wchar_t* name : {L"no_updates", L"no_news", L"no_photos", L"no_preferences",
+                                L"no_time_table", L"logging"}) {
+        EXPECT_EQ(FlagsWith(name, REG_DWORD, {0, 0, 0, 0x80}), bit);
+        EXPECT_TRUE(IsFeatureEnabled(0x3F & ~bit));
+        EXPECT_FALSE(IsFeatureEnabled(0x3F)) << "one of several bits is enough";
+        bit *= 2;
+    }
+    EXPECT_EQ(FlagsWith(nullptr, 0, {}), 0U) << "no key";
+    EXPECT_TRUE(IsFeatureEnabled(0x3F));
+    EXPECT_EQ(FlagsWith(L"logging", REG_DWORD, {0, 0, 0, 0}), 0U) << "zero is off";
+    EXPECT_EQ(FlagsWith(L"logging", REG_QWORD, {1, 0, 0, 0, 0, 0, 0, 0}), 0U) << "too long";
+    EXPECT_EQ(FlagsWith(L"logging", REG_BINARY, {1}), 0U) << "too short";
+    RegOverridePredefKey(HKEY_LOCAL_MACHINE, nullptr);
+    RegDeleteTreeW(HKEY_CURRENT_USER, path.c_str());
 }
 
 }  // namespace
