@@ -56,6 +56,10 @@ TEST_F(JpegTextureTest, LoadPadsTheBufferOrRefusesWhatIsAboveTheLimits) {
     grey.bytes = {1, 2, 3, 4};
     EXPECT_EQ(LoadImage(texture, grey), kLoadedUnchanged);
     EXPECT_THAT(Bytes(texture), ElementsAre(1, 1, 1, 2, 2, 2, 3, 3, 3, 4, 4, 4));
+    const int conversions = MemoryPicture::ConversionCount();
+    EXPECT_EQ(LoadImage(texture, NoiseImage(129, 8, kPixelFormat8bppIndexed), 128, 256),
+              kLoadFailed);
+    EXPECT_EQ(MemoryPicture::ConversionCount(), conversions) << "a refused picture is not decoded";
 }
 
 TEST_F(JpegTextureTest, AFailedLoadLeavesNothing) {

@@ -11,6 +11,7 @@ constexpr std::uint8_t kPaddingByte = 0xEE;
 
 int livePictures = 0;
 int liveLocks = 0;
+int conversions = 0;
 
 }  // namespace
 
@@ -30,6 +31,7 @@ MemoryImage NoiseImage(std::int32_t width, std::int32_t height, std::int32_t for
 MemoryPicture::~MemoryPicture() { --livePictures; }
 int MemoryPicture::LiveCount() noexcept { return livePictures; }
 int MemoryPicture::LockCount() noexcept { return liveLocks; }
+int MemoryPicture::ConversionCount() noexcept { return conversions; }
 
 MemoryPicture::MemoryPicture(MemoryImage image) : image_(std::move(image)) {
     ++livePictures;
@@ -72,6 +74,7 @@ std::unique_ptr<Picture> OpenPicture(const std::wstring& path) {
 std::unique_ptr<Picture> ConvertPicture(std::unique_ptr<Picture> picture, std::int32_t format) {
     if (picture == nullptr || picture->GetPixelFormat() == format) return picture;
     const MemoryImage& source = dynamic_cast<MemoryPicture&>(*picture).Image();
+    ++conversions;
     if (!source.convertible || format != kPixelFormat24bppRgb) return nullptr;
     MemoryImage target = source;
     target.format = format;

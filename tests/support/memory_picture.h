@@ -48,6 +48,8 @@ public:
     /// Pictures that exist, and locks that have not been given back.
     static int LiveCount() noexcept;
     static int LockCount() noexcept;
+    /// Pictures that were converted so far.
+    static int ConversionCount() noexcept;
 
 private:
     MemoryImage image_;

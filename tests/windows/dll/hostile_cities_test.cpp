@@ -8,6 +8,7 @@
 
 #include "base/gl.h"
 #include "support/driven_map_win.h"
+#include "support/gl_spy_win.h"
 
 namespace {
 
@@ -83,7 +84,12 @@ TEST_F(HostileCitiesTest, GlobeStaysWhereItIsForCitiesThatAreNowhere) {
     AddCity(L"A", L"", kNan, 1.0);
     AddCity(L"B", L"", 1.0, -kInfinity);
     Open();
-    for (const CityRecord& city : cities) ShowCity(city);
+    for (const CityRecord& city : cities) {
+        ShowCity(city);
+        Look();
+        for (const std::string& light : SpiedCalls("glLightfv"))
+            EXPECT_EQ(light.find("nan"), std::string::npos) << light;
+    }
     EXPECT_FALSE(Runs(kFlightTimer));
     ExpectView({-12.2, 40.0, 0.0}, "nothing has moved");
 }

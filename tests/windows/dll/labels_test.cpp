@@ -152,6 +152,17 @@ TEST_F(LabelsTest, ColumnEndsAfterSixtyFourCities) {
     EXPECT_THAT(standing.dots, IsEmpty());
 }
 
+TEST_F(LabelsTest, StayWhenAnotherWindowsStartTakesTheViewBack) {
+    AddCity(L"Near", L"A", 40.0, 0.1);
+    Open();
+    const POINT there = PixelOf(40.0, 0.1);
+    ZoomIn();
+    const HWND sizeless = CreateMap(0, 0);
+    ASSERT_NE(sizeless, nullptr);
+    Hover(there);
+    EXPECT_THAT(Labels(), testing::Contains("Near"));
+}
+
 /// The bytes of a record that are the host's.
 std::string HostsBytes(const CityRecord& city) {
     std::string hosts(reinterpret_cast<const char*>(&city), offsetof(CityRecord, timeZone));

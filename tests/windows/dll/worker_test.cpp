@@ -155,6 +155,18 @@ TEST_F(WorkerTest, ALibraryFreedInVainKeepsNewWorkersFromTheOldOnesPicture) {
     EXPECT_EQ(workers.MostDecoding(), 1) << "two at once would write into each other's pixels";
 }
 
+TEST_F(WorkerTest, ASecondFreeMapWaitsForTheWorkerThatTheFirstGaveUpOn) {
+    DestroyWindow(CreateHeldUp(At::Decode));
+    workers.HurryWaits(true);
+    library.FreeMap();
+    workers.HurryWaits(false);
+    workers.LetGoAtWait(kReleaseWait);
+    library.FreeMap();
+    EXPECT_TRUE(workers.WaitUntilAllLeft());
+    Init();
+    CreateLoadedMap();
+}
+
 TEST_F(WorkerTest, AHostMayForgetToFreeWhatItUnloads) {
     DestroyWindow(CreateHeldUp(At::SplitLock));
     library.Unload();
@@ -256,6 +268,19 @@ TEST_F(WorkerTest, ALockLeftByADeadThreadIsStillALock) {
     WhileLocked([] {}, true);
     KeyAndSettle(CreateLoadedMap(), 'L');
     EXPECT_EQ(Uploads(), 16U) << "the lock was given back";
+}
+
+TEST_F(WorkerTest, AFailureSparesThePictureOfANewerLoad) {
+    const HWND window = CreateHeldUp(At::SplitLock);
+    Key(window, 'L');
+    // The picture is there, and nobody has been told.
+    while (workers.Inside() > 1) Sleep(10);
+    SendMessageW(window, kStageDone, kSplit, FALSE);
+    EXPECT_EQ(TakeBoxes(), 1);
+    workers.LetGo();
+    EXPECT_TRUE(Settle());
+    EXPECT_GE(Uploads(), 8U) << "the globe stays bare";
+    EXPECT_EQ(TakeBoxes(), 0);
 }
 
 // ---- Messages that nobody expects -------------------------------------------------------------
