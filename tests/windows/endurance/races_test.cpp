@@ -296,8 +296,8 @@ TEST_F(RacesTest, AnythingAgainstAnything) {
                 dog_.Steps(), before.kernelHandles, after.kernelHandles, before.gdiObjects,
                 after.gdiObjects);
     EXPECT_LE(after.kernelHandles, before.kernelHandles + 6);
-    // Wine keeps some of a thread's objects that dealt with a window: 3 to 12 more, by chance, after
-    // 16 rounds as after 600.
+    // Wine keeps some of a thread's objects that dealt with a window: 3 to 12 more, by chance,
+    // after 16 rounds as after 600.
     EXPECT_LE(after.gdiObjects, before.gdiObjects + 30);
 }
 
