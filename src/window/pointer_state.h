@@ -6,8 +6,8 @@
 
 /// The photo on which the button went down.
 struct PressedPhoto {
-    std::int32_t cityIndex = -1;
-    std::int32_t photoNumber = -1;  ///< -1: on none
+    std::int32_t cityIndex = -1;  ///< -1: on none
+    std::int32_t photoNumber = 0;
 };
 
 /// What the pointer points at, and what the left button holds. Window thread.

@@ -101,7 +101,7 @@ void PressButton(HWND window, std::int32_t key) {
 void OpenPhotoUnder(const MapState& map, const WindowPoint& point) {
     const PressedPhoto pressed = map.pointer.pressedPhoto;
     const PressedPhoto under = PhotoAt(map, point);
-    if (pressed.photoNumber < 0 || pressed.cityIndex != under.cityIndex ||
+    if (pressed.cityIndex < 0 || pressed.cityIndex != under.cityIndex ||
         pressed.photoNumber != under.photoNumber) {
         return;
     }
