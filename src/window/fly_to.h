@@ -17,7 +17,6 @@ public:
 
     /// The view now, wrapped into [0, 360).
     ViewAngles Current() const noexcept;
-    std::int32_t StepCount() const noexcept { return steps_; }
 
 private:
     ViewAngles target_;
