@@ -3,6 +3,8 @@
 #include <algorithm>
 #include <cstdio>
 #include <cstdlib>
+#include <string>
+#include <string_view>
 #include <vector>
 
 #include "common/result_line.h"
@@ -88,6 +90,21 @@ int CountAllocations(const BenchHost& host, HMODULE library, int frames) {
 
 std::intptr_t Nothing() { return 0; }
 std::intptr_t Done() { return 1; }
+
+/// Names of the functions that `module` imports from `library` ("OPENGL32.dll"), by name.
+std::vector<std::string> ImportedNames(HMODULE module, std::string_view library) {
+    std::vector<std::string> names;
+    for (const auto* import = FirstImport(module); import->Name != 0; ++import) {
+        if (library != InImage<char>(module, import->Name)) continue;
+        const auto* entry = InImage<IMAGE_THUNK_DATA64>(module, import->OriginalFirstThunk);
+        for (; entry->u1.AddressOfData != 0; ++entry) {
+            if (IMAGE_SNAP_BY_ORDINAL64(entry->u1.Ordinal)) continue;
+            const auto at = static_cast<DWORD>(entry->u1.AddressOfData);
+            names.emplace_back(InImage<IMAGE_IMPORT_BY_NAME>(module, at)->Name);
+        }
+    }
+    return names;
+}
 
 /// Puts empty functions in place of all of OpenGL that the library calls.
 void TakeOpenGlAway(HMODULE library) {
