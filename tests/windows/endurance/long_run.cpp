@@ -93,7 +93,7 @@ void GrowthWatch::Judge(bool strict) const {
         const double after = Largest(values, middle, values.size());
         std::printf("%-28s %12.0f %12.0f %12.0f %12.0f\n", what.c_str(), values[settled], before,
                     after, values.back());
-        if (what == kProcessMemory && IsFullRun()) PrintAll(values);
+        if (what.starts_with("process") && what.ends_with("KiB") && IsFullRun()) PrintAll(values);
         if (!strict || what == kProcessMemory) continue;
         EXPECT_LE(after, before + NoiseOf(what)) << name_ << ": " << what << " grows";
     }
