@@ -73,7 +73,7 @@ std::int32_t RoomOf(const PhotoRecord& photo, const CityTable& cities) {
         std::int32_t width = 0;
         const bool measured = GetPhotoPath(cities, photo.cityIndex, photo.photoNumber, path) &&
                               ReadPhotoSize(path, width, height);
-        if (!measured || width > kThumbnailMaxWidth || height > kThumbnailMaxHeight) return 0;
+        if (!measured || !IsThumbnailSize(width, height)) return 0;
     }
     return height + kPhotoGap;
 }

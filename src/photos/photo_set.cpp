@@ -75,8 +75,7 @@ void ReadPhotos(PhotoSet& set, const CityTable& cities, std::string_view bytes, 
 bool IsTooLarge(const WideString& path) noexcept {
     std::int32_t width = 0;
     std::int32_t height = 0;
-    return ReadPhotoSize(path, width, height) &&
-           (width > kThumbnailMaxWidth || height > kThumbnailMaxHeight);
+    return ReadPhotoSize(path, width, height) && !IsThumbnailSize(width, height);
 }
 
 void SortPhotos(PhotoSet& set, const CityTable& cities) {

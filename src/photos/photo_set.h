@@ -18,6 +18,11 @@ inline constexpr std::size_t kMostThumbnails = 16;
 inline constexpr int kThumbnailMaxWidth = 128;
 inline constexpr int kThumbnailMaxHeight = 256;
 
+/// Whether a photo of this size is shown at all.
+constexpr bool IsThumbnailSize(std::int32_t width, std::int32_t height) noexcept {
+    return width <= kThumbnailMaxWidth && height <= kThumbnailMaxHeight;
+}
+
 /// A photo that an index names and that lies on disk.
 struct PhotoRecord {
     /// Loads an opaque RGBA texture, padded to powers of two from 16; false, with the texture
