@@ -30,6 +30,10 @@ void CVector4::Normalize() noexcept {
 double& CVector4::operator[](int i) noexcept { return this->*kComponents[i]; }
 double CVector4::operator[](int i) const noexcept { return this->*kComponents[i]; }
 
+bool IsFinite(const CVector4& v) noexcept {
+    return std::isfinite(v.x) && std::isfinite(v.y) && std::isfinite(v.z);
+}
+
 double Length(const CVector4& v) noexcept { return std::sqrt(Dot(v, v)); }
 
 double Dot(const CVector4& a, const CVector4& b) noexcept {

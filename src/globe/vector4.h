@@ -27,6 +27,8 @@ public:
     double operator[](int i) const noexcept;
 };
 
+/// Whether x, y and z are numbers, neither infinite nor NaN.
+bool IsFinite(const CVector4& v) noexcept;
 /// Length of (x, y, z).
 double Length(const CVector4& v) noexcept;
 /// Scalar product of the first three components.

@@ -1,6 +1,5 @@
 #include "window/host_messages_win.h"
 
-#include <cmath>
 #include <cstddef>
 
 #include "globe/geographic.h"
@@ -34,10 +33,10 @@ bool ReadAskedCity(LPARAM address, AskedCity& city) noexcept {
                              kBytes, nullptr);
 }
 
-/// Makes a place of the table the pointed one, as if the pointer were there.
-void PointAt(MapState& map, HWND window, double latitude, double longitude) {
+/// Makes a point of the globe the pointed one, as if the pointer were there.
+void PointAt(MapState& map, HWND window, const CVector4& place) {
     UseSizeOf(map, window);
-    map.pointer.geoPoint.globePoint = LatLonToPoint(latitude, longitude, kPlanetRadius);
+    map.pointer.geoPoint.globePoint = place;
     UpdateGeoPoint(map.pointer.geoPoint, map.drawing.scene);
     PickCity(map.host.cities, map.pointer.geoPoint.globePoint);
 }
@@ -60,10 +59,12 @@ LRESULT OnShowCity(HWND window, WPARAM, LPARAM lParam) {
     if (index < 0) return 0;
     const CityRecord& city = map.host.cities.Records()[static_cast<std::size_t>(index)];
     if (!HasCoordinates(city)) return 0;
-    // A NaN is a position, yet none to point a light at.
-    if (std::isfinite(city.latitude) && std::isfinite(city.longitude)) {
+    const CVector4 place = LatLonToPoint(city.latitude, city.longitude, kPlanetRadius);
+    // A NaN is a position, yet none to point a light at; so is a number that is too large for the
+    // arithmetic of angles.
+    if (IsFinite(place)) {
         StartFlight(map, window, ViewOfPlace(city.latitude, city.longitude));
-        PointAt(map, window, city.latitude, city.longitude);
+        PointAt(map, window, place);
     }
     OfferPhotos(map, window, index, PhotosOf::City);
     if (map.windows.IsLive(window)) InvalidateRect(window, nullptr, FALSE);

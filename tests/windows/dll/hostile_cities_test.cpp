@@ -83,6 +83,8 @@ TEST_F(HostileCitiesTest, TableOf140000LivesAndMayChangeUnderThePictures) {
 TEST_F(HostileCitiesTest, GlobeStaysWhereItIsForCitiesThatAreNowhere) {
     AddCity(L"A", L"", kNan, 1.0);
     AddCity(L"B", L"", 1.0, -kInfinity);
+    AddCity(L"C", L"", 6e307, 1.0);  // finite, but the arithmetic of angles overflows
+    AddCity(L"D", L"", 1.0, -1e308);
     Open();
     for (const CityRecord& city : cities) {
         ShowCity(city);
