@@ -15,6 +15,8 @@ std::wstring FolderOfCommandLine(std::wstring_view commandLine) {
         program = program.substr(0, program.find(L'"'));
     }
     const std::size_t backslash = program.rfind(L'\\');
-    if (backslash == std::wstring_view::npos || backslash + 1 >= kMaxPath) return {};
+    // A backslash that comes first ends the name of no folder.
+    if (backslash == std::wstring_view::npos || backslash == 0) return {};
+    if (backslash + 1 >= kMaxPath) return {};
     return std::wstring(program.substr(0, backslash + 1));
 }
