@@ -69,7 +69,8 @@ struct CLangFile {
     std::uint16_t unitCount[kUnitTables]; /**< ranges that are in use */
     UnitRange unitRanges[kUnitTables][kUnitRanges]; /**< the first unitCount of each */
     const HorivoWideChar* unitTexts[kUnitTables]
-                                   [kUnitRanges]; /**< each range's word in unitBuffer */
+                                   [kUnitRanges]; /**< each range's word in unitBuffer; null
+                                                       (a fault in its group): the default word */
     HorivoWideChar unitBuffer[kUnitTables]
                              [kUnitChars]; /**< the default word, then the ranges' words */
 

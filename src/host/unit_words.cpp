@@ -45,13 +45,12 @@ public:
         if (*TakeWord() == '\0') return;
         while (*text_ == ';' && used_ < kUnitChars) {
             ++text_;
-            const std::uint16_t stored = TakeRanges();
+            const std::uint16_t first = count_;
+            TakeRanges();
             // What the list left over shows whether it went wrong.
             if (*text_ != ' ') return;
             ++text_;
-            const HorivoWideChar* word = TakeWord();
-            std::fill(texts_ + count_, texts_ + stored, word);
-            count_ = stored;
+            std::fill(texts_ + first, texts_ + count_, TakeWord());
         }
     }
 
@@ -66,16 +65,16 @@ private:
         return word;
     }
 
-    /// Stores the ranges of a list behind those in use. @return how many are stored then
-    std::uint16_t TakeRanges() noexcept {
-        std::uint16_t stored = count_;
+    /// Stores the ranges of a list behind those in use, as far as it is right. They have no text
+    /// until their word is read.
+    void TakeRanges() noexcept {
         UnitRange range{};
-        while (TakeRange(text_, range) && stored < kUnitRanges) {
-            ranges_[stored++] = range;
+        while (TakeRange(text_, range) && count_ < kUnitRanges) {
+            ranges_[count_] = range;
+            texts_[count_++] = nullptr;
             if (*text_ != ',') break;
             ++text_;
         }
-        return stored;
     }
 
     UnitRange* ranges_;

@@ -4,8 +4,9 @@
 
 #include "horivo_host.h"
 
-/// Reads the text of unit table `table` (0 to 4) into the record. A fault keeps the groups before
-/// it; a word that does not fit is cut and the last one.
+/// Reads the text of unit table `table` (0 to 4) into the record. A fault ends the table and keeps
+/// the ranges before it; those of its own group have no text, and their numbers get the default
+/// word. A word that does not fit is cut and the last one.
 void ParseUnitTable(CLangFile& file, std::uint32_t table, const HorivoWideChar* text) noexcept;
 
 /// The word for `number` units by the record's tables, by the last two digits; "s", "m", "h", "d"

@@ -40,9 +40,10 @@ TEST(UnitWords, AFaultKeepsWhatStoodBeforeIt) {
         {"a number too large ends the list", u"x;1,100 y;2 z", 2, u"z", 2},
         {"also one that 32 bits would take for 5", u"x;1,4294967301 y", 1, u"y", 1},
         {"a missing second number", u"x;1,5- y", 1, u"y", 1},
-        {"a letter in the list ends the table", u"x;1 y;2,a z;3 z", 2, u"x", 1},
+        {"a letter in the list ends the table", u"x;1 y;2,a z;3 z", 3, u"x", 2},
+        {"its numbers have no word, whatever stood before", u"x;1-9 y;2,a z", 2, u"x", 2},
         {"a group without ranges has a word all the same", u"x; y;2 z", 2, u"z", 1},
-        {"a list without a word", u"x;1", 1, u"x", 0},
+        {"a list without a word", u"x;1", 1, u"x", 1},
         {"an empty word is a word", u"x;1 ;2 z", 1, u"", 2},
         {"a blank in a word stays", u"x y;1 a b", 1, u"a b", 1},
     };
@@ -74,6 +75,8 @@ TEST(UnitWords, AreReadAnewWithoutTouchingOtherTables) {
     ParseUnitTable(*file, 3, u"new;2 two");
     EXPECT_EQ(Word(*file, 1), u"new");
     EXPECT_EQ(Word(*file, 2), u"two");
+    ParseUnitTable(*file, 3, u"last;2");
+    EXPECT_EQ(Word(*file, 2), u"last") << "no word of an earlier table";
     EXPECT_EQ(WideString(UnitWord(*file, 2, 1)), u"h");
     EXPECT_EQ(WideString(UnitWord(*file, 4, 1)), u"w");
     EXPECT_EQ(UnitWord(*file, 5, 1), nullptr);
