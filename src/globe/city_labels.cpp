@@ -174,6 +174,12 @@ void DrawRows(const LabelColumn& column, Entries entries, const CScene& scene,
 
 }  // namespace
 
+double SnapToPixel(double coordinate) noexcept {
+    constexpr double kReach = 1e-6;  // pixels: far above the rounding, far below what is seen
+    const double whole = std::round(coordinate);
+    return std::abs(coordinate - whole) <= kReach ? whole : coordinate;
+}
+
 void RenderCityLabels(CityRecord** entries, std::int32_t count, const CGeoPoint& geoPoint,
                       const CScene& scene, const CGLFont& font, double limbDepth,
                       CityClock& clock) noexcept {
@@ -184,12 +190,12 @@ void RenderCityLabels(CityRecord** entries, std::int32_t count, const CGeoPoint&
     if (!IsPixel(anchor.x) || !IsPixel(anchor.y)) return;
 
     LabelColumn column;
-    column.anchorX = anchor.x;
-    column.anchorY = anchor.y;
+    column.anchorX = SnapToPixel(anchor.x);
+    column.anchorY = SnapToPixel(anchor.y);
     column.lineHeight = font.GetHeight();
     column.rowHeight = column.lineHeight + kRowGap;
     ProjectEntries(all, scene);
-    SortTopToBottom(all, anchor.y);
+    SortTopToBottom(all, column.anchorY);
     WriteTexts(column, all, font, clock);
     column.selected = FindSelected(all.first(static_cast<std::size_t>(column.count)));
     DrawBackground(column);

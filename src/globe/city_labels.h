@@ -26,6 +26,11 @@ protected:
     ~CityClock() = default;
 };
 
+/// Returns the whole pixel that `coordinate` (window pixels) is within 1e-6 of, else `coordinate`.
+/// The pointer's own pixel comes back from the globe with an error of about 1e-12; cut to an
+/// integer without this, it would be one pixel off in half of all places.
+double SnapToPixel(double coordinate) noexcept;
+
 /// Draws the labels of `entries`: one row a city, in the order in which the cities lie on screen,
 /// the nearest city's row highlighted and level with the pointer, with a dot on that city. Draws
 /// nothing while the pointed place lies behind the globe's edge.

@@ -7,6 +7,7 @@
 #include <limits>
 
 #include "base/angles.h"
+#include "globe/city_labels.h"
 #include "render/sphere.h"
 #include "support/table.h"
 #include "window/fly_to.h"
@@ -104,6 +105,21 @@ TEST_F(ViewTest, PickingAndProjectingMeetAtEverySizeZoomAndAngle) {
             EXPECT_LT(window.z, scene_.ProjectToWindow({}).z) << "the far side was hit";
         }
     }
+}
+
+TEST_F(ViewTest, APixelComesBackFromTheGlobeAsThatPixel) {
+    CGeoPoint pointed;
+    for (const double tilt : {0.0, 40.0, 200.0}) {
+        scene_.rotation = {tilt, 123.4, 0.0};
+        for (std::int32_t x = 250; x <= 550; ++x) {
+            const std::int32_t y = x * 7 % 101 + 250;
+            ASSERT_TRUE(RepickAt(pointed, scene_, globe_, x, y));
+            ASSERT_EQ(SnapToPixel(pointed.windowPoint.x), x) << tilt;
+            ASSERT_EQ(SnapToPixel(pointed.windowPoint.y), y) << tilt;
+        }
+    }
+    EXPECT_EQ(SnapToPixel(2.999998), 2.999998) << "between two pixels";
+    EXPECT_EQ(SnapToPixel(-3.0000005), -3.0);
 }
 
 TEST_F(ViewTest, ThereIsNothingToPickWithoutAHeight) {

@@ -77,7 +77,7 @@ TEST_F(LabelsTest, CitiesNearThePointerStandInAColumnWithTheNearestLevelWithIt) 
 
     ExpectRect(seen.BoxOf(kBoxColour), {x + 7, y + row + line / 2 - 3 * row, boxWidth, 3.0 * row});
     const SeenRect bar = seen.BoxOf(kBarColour);
-    EXPECT_NEAR(bar.x, x + 6.5, 0.51) << "a whole pixel, cut off";
+    EXPECT_EQ(bar.x, x + 7) << "under the box";
     ExpectRect(bar, {bar.x, y - line / 2 - 2, boxWidth, line + 2.0});
     ASSERT_EQ(seen.dots.size(), 1U);
     EXPECT_EQ(seen.dots[0].size, 3.5);
@@ -101,6 +101,10 @@ TEST_F(LabelsTest, CitiesNearThePointerStandInAColumnWithTheNearestLevelWithIt) 
             EXPECT_NEAR(text->place.second, y + e.row * row - line / 3, 0.01) << e.name;
             EXPECT_THAT(text++->colour, IsColour(e.colour)) << e.name;
         }
+    }
+    for (POINT at = {pointer.x - 6, pointer.y}; at.x < pointer.x + 6; ++at.x) {
+        Hover(at);
+        EXPECT_EQ(Look().BoxOf(kBarColour).x, at.x + 7) << "it moves as evenly as the pointer";
     }
 }
 
