@@ -273,7 +273,9 @@ typedef struct CityRecord {
                                    null */
     uint32_t padding;           /**< not read, not written */
     const struct _TIME_DYNAMIC_ZONE_INFORMATION*
-        timeZone;          /**< DYNAMIC_TIME_ZONE_INFORMATION of the city, used as it is. Null:
+        timeZone;          /**< DYNAMIC_TIME_ZONE_INFORMATION of the city: with a TimeZoneKeyName
+                              that the system knows and without DynamicDaylightTimeDisabled, the
+                              system's rules of the year; else its own bias and dates. Null:
                               the library looks timeZoneId up and writes its own record here,
                               which lives until the library is unloaded; FreeMap puts null back
                               where the library wrote, in the table of the last InitMap. Clear it

@@ -31,8 +31,8 @@ TIME_ZONE_INFORMATION ReadRules(const DYNAMIC_TIME_ZONE_INFORMATION& zone, WORD 
     // A host's record may lack the terminator.
     copy.TimeZoneKeyName[std::size(copy.TimeZoneKeyName) - 1] = L'\0';
     TIME_ZONE_INFORMATION rules = {};
-    const bool hasKey = copy.TimeZoneKeyName[0] != L'\0';
-    if (hasKey && GetTimeZoneInformationForYear(year, &copy, &rules) != FALSE) return rules;
+    const bool asksSystem = copy.TimeZoneKeyName[0] != L'\0' && !copy.DynamicDaylightTimeDisabled;
+    if (asksSystem && GetTimeZoneInformationForYear(year, &copy, &rules) != FALSE) return rules;
     return OwnRules(zone);
 }
 

@@ -11,8 +11,9 @@
 /// Window thread.
 class ZoneRuleCache {
 public:
-    /// Bias and daylight saving of `zone` in `year`. A record without a registry key, or with one
-    /// that the system does not know, counts as its own rules for every year.
+    /// Bias and daylight saving of `zone` in `year`: the system's rules of that year by the
+    /// record's key name. A record without a name that the system knows, or with
+    /// DynamicDaylightTimeDisabled, counts with its own bias and dates in every year.
     const TIME_ZONE_INFORMATION& ForYear(const DYNAMIC_TIME_ZONE_INFORMATION& zone,
                                          WORD year) noexcept;
 

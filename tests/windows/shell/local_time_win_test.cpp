@@ -175,12 +175,26 @@ DYNAMIC_TIME_ZONE_INFORMATION NamelessZone() {
     return zone;
 }
 
-TEST_F(LocalTimeTest, HostsOwnRecordCountsAsItIs) {
+TEST_F(LocalTimeTest, HostsOwnRecordFollowsTheSystemByItsNameUnlessThatIsDisabled) {
     DYNAMIC_TIME_ZONE_INFORMATION zone = NamelessZone();
-    EXPECT_EQ(OffsetOf(zone, "2024-07-15T12:00"), 120);
-    // A name that no system has, filled to the last character.
-    std::wmemset(zone.TimeZoneKeyName, L'x', std::size(zone.TimeZoneKeyName));
-    EXPECT_EQ(OffsetOf(zone, "2024-07-15T12:00"), 120);
+    const struct {
+        const char* why;
+        std::wstring key;
+        bool disabled;
+        int in2014, in2015;
+    } cases[] = {
+        {"its own rules without a name", L"", false, 120, 120},
+        {"a name that no system has", std::wstring(128, L'x'), false, 120, 120},
+        {"the system's rules of the year", L"Russian Standard Time", false, 240, 180},
+        {"its own although there are such", L"Russian Standard Time", true, 120, 120},
+    };
+    for (const auto& c : cases) {
+        std::wmemset(zone.TimeZoneKeyName, L'\0', std::size(zone.TimeZoneKeyName));
+        c.key.copy(zone.TimeZoneKeyName, std::size(zone.TimeZoneKeyName));
+        zone.DynamicDaylightTimeDisabled = c.disabled;
+        EXPECT_EQ(OffsetOf(zone, "2014-07-15T12:00"), c.in2014) << c.why;
+        EXPECT_EQ(OffsetOf(zone, "2015-07-15T12:00"), c.in2015) << c.why;
+    }
     // The host may write new rules into the same record, and have more zones than are remembered.
     for (int round = 0; round < 2; ++round) {
         for (int bias = -400; bias < 400; bias += 2) {
