@@ -4,9 +4,10 @@
 # sudo only when something is missing. Exits non-zero when a package could not be installed.
 set -euo pipefail
 
-# Both compilers, both generators, and the sources of the test framework.
+# Both compilers, both generators, the sources of the test framework, and what the check of the
+# sample cities' time zones asks.
 build_packages=(cmake ninja-build g++ g++-mingw-w64-x86-64-posix googletest libgl1-mesa-dev
-    libglu1-mesa-dev python3)
+    libglu1-mesa-dev python3 tzdata)
 # Wine opens the X libraries by name at run time, so its package does not pull them in; without
 # libxcomposite1 it would draw OpenGL child windows another way, without fonts-wine the window's
 # font would be a stretched stand-in.
