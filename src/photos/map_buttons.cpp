@@ -6,7 +6,6 @@
 
 #include "photos/button_sheet.h"
 #include "photos/panel_layout.h"
-#include "photos/photo_paging.h"
 #include "render/overlay_button.h"
 
 namespace {
@@ -124,10 +123,9 @@ void MapButtons::PlacePhotoButtons(const ButtonLayout& layout, std::int32_t line
     if (group_.GetChildCount() == 0) return;
     const std::int32_t pagingY = layout.windowHeight - TitleStripHeight(lineHeight) + 4;
     const std::int32_t photosY = layout.windowHeight - 2 * lineHeight - 32;
-    const bool hasNext = HasNextPhotos(layout.firstShown, layout.shownCount, layout.photoCount);
-    const bool hasPrevious = HasPreviousPhotos(layout.firstShown, layout.photoCount);
-    ButtonAt(group_, kNextButton)->position.y = ShownAt(hasNext, pagingY);
-    ButtonAt(group_, kPreviousButton)->position.y = ShownAt(hasPrevious, pagingY);
+    ButtonAt(group_, kNextButton)->position.y = ShownAt(HasNextPhotos(layout.page), pagingY);
+    ButtonAt(group_, kPreviousButton)->position.y =
+        ShownAt(HasPreviousPhotos(layout.page), pagingY);
     ButtonAt(group_, kPhotosButton)->position.y = ShownAt(layout.offerPhotos, photosY);
 }
 

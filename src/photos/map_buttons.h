@@ -6,6 +6,7 @@
 #include "base/gl.h"
 #include "horivo_map.h"
 #include "photos/panel_layout.h"
+#include "photos/photo_paging.h"
 #include "render/gl_font.h"
 #include "render/gl_object.h"
 
@@ -13,9 +14,7 @@
 struct ButtonLayout {
     std::int32_t windowWidth = 0;   ///< pixels
     std::int32_t windowHeight = 0;  ///< pixels
-    std::int32_t firstShown = 0;    ///< number of the first photo on the panel's page
-    std::int32_t shownCount = 0;    ///< photos that the panel has room for
-    std::int32_t photoCount = 0;    ///< photos of the place
+    PhotoPage page;                 ///< of the panel
     bool offerPhotos = false;       ///< the host allows photos: the add-photo button shows
 };
 

@@ -7,7 +7,6 @@
 #include <utility>
 
 #include "photos/photo_files.h"
-#include "photos/photo_paging.h"
 
 namespace {
 
@@ -142,11 +141,15 @@ std::int32_t HitTestPhoto(const PhotoPanel& panel, std::int32_t x, std::int32_t 
     return photo != nullptr ? photo->photoNumber : -1;
 }
 
-bool PageForward(PhotoPanel& panel) noexcept {
-    PhotoSet& set = panel.photoSet;
+PhotoPage PageOf(const PhotoPanel& panel) noexcept {
+    const PhotoSet& set = panel.photoSet;
     const auto count = static_cast<std::int32_t>(set.photos.size());
-    const std::int32_t next = NextFirstShown(set.firstShown, panel.shownCount, count);
-    return std::exchange(set.firstShown, next) != next;
+    return {set.firstShown, panel.shownCount, count, set.brokenFrom};
+}
+
+bool PageForward(PhotoPanel& panel) noexcept {
+    const std::int32_t next = NextFirstShown(PageOf(panel));
+    return std::exchange(panel.photoSet.firstShown, next) != next;
 }
 
 bool PageBack(PhotoPanel& panel, const CityTable& cities) {

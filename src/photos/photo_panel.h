@@ -6,6 +6,7 @@
 
 #include "base/gl.h"
 #include "photos/panel_layout.h"
+#include "photos/photo_paging.h"
 #include "photos/photo_set.h"
 #include "render/geo_point.h"
 #include "render/gl_font.h"
@@ -66,6 +67,9 @@ const PhotoRecord* FindPhotoAt(const PhotoPanel& panel, std::int32_t x, std::int
 
 /// Number of the photo at a point of the window, y upward; -1 where none is shown.
 std::int32_t HitTestPhoto(const PhotoPanel& panel, std::int32_t x, std::int32_t y) noexcept;
+
+/// The page that the panel shows.
+PhotoPage PageOf(const PhotoPanel& panel) noexcept;
 
 /// Goes to the next or the previous page. @return whether the first photo changed: the panel must
 /// be built again then

@@ -40,6 +40,7 @@ void MoveTo(PhotoSet& set, WideView country, WideView city) {
     WideString newCity(CutText(city, kLongestName));
     if (newCity != set.city || newCountry != set.country) {
         set.firstShown = 0;
+        set.brokenFrom = kNoneBroken;
         set.ranks.clear();
     }
     set.country = std::move(newCountry);

@@ -11,6 +11,7 @@
 #include "globe/city_table.h"
 #include "image/jpeg_texture.h"
 #include "photos/photo_order.h"
+#include "photos/photo_paging.h"
 
 /// Thumbnails loaded at a time.
 inline constexpr std::size_t kMostThumbnails = 16;
@@ -46,7 +47,10 @@ struct PhotoSet {
     std::vector<std::unique_ptr<PhotoRecord>> photos;  ///< in display order
     std::vector<PhotoRecord*> loaded;                  ///< those with a thumbnail
     std::int32_t firstShown = 0;                       ///< thumbnails are loaded from here on
-    WideString city;                                   ///< empty: all cities of the country
+    /// No photo from this place of the list on could be loaded when a page was turned to it. Reset
+    /// when another place is shown or the host reports new photos.
+    std::int32_t brokenFrom = kNoneBroken;
+    WideString city;  ///< empty: all cities of the country
     WideString country;
 };
 

@@ -84,7 +84,7 @@ LRESULT OnPhotosChanged(HWND window, WPARAM wParam, LPARAM lParam) {
     if (place >= records.size()) return 0;
     if (!PanelShows(map.overlay.panel, records[place], signedIndex)) return 0;
     if (NotifyHost(map, window, signedIndex) && map.windows.IsLive(window))
-        ReloadPhotos(map, window);
+        TakeNewPhotos(map, window);
     if (map.windows.IsLive(window)) InvalidateRect(window, nullptr, FALSE);
     return 0;
 }

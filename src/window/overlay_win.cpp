@@ -1,5 +1,6 @@
 #include "window/overlay_win.h"
 
+#include <string_view>
 #include <utility>
 
 #include "photos/button_sheet_win.h"
@@ -12,6 +13,11 @@ namespace {
 constexpr wchar_t kSheetName[] = L"buttons.png";
 constexpr DWORD kLongestPath = 32768;  // characters, terminator included
 
+/// Whether `path` names its drive or server; any other depends on the current directory.
+bool IsFullPath(std::wstring_view path) noexcept {
+    return path.starts_with(L"\\\\") || (path.size() > 2 && path.substr(1, 2) == L":\\");
+}
+
 /// Folder of the host's executable with a trailing backslash; empty when Windows does not tell.
 std::wstring ExecutableFolder() {
     std::wstring path(kLongestPath, L'\0');
@@ -19,12 +25,16 @@ std::wstring ExecutableFolder() {
     return path.substr(0, path.rfind(L'\\') + 1);
 }
 
+/// Loads "buttons.png" from the program's folder; never from the current directory, where anyone's
+/// picture may lie.
 bool LoadSheet(const HostData& host, ButtonSheet& sheet) {
     const std::wstring path = host.hostDirectory + kSheetName;
-    const bool isThere =
-        !host.hostDirectory.empty() && GetFileAttributesW(path.c_str()) != INVALID_FILE_ATTRIBUTES;
-    // A command line without quotes may have given another folder.
-    return sheet.Load(isThere ? path : ExecutableFolder() + kSheetName);
+    if (IsFullPath(path) && GetFileAttributesW(path.c_str()) != INVALID_FILE_ATTRIBUTES) {
+        return sheet.Load(path);
+    }
+    // The command line may have given another folder (without quotes) or a relative one.
+    const std::wstring folder = ExecutableFolder();
+    return !folder.empty() && sheet.Load(folder + kSheetName);
 }
 
 PanelArea AreaOf(const MapState& map, std::int32_t width, std::int32_t height) noexcept {
@@ -36,9 +46,7 @@ ButtonLayout ButtonLayoutOf(const MapState& map, std::int32_t width, std::int32_
     return {
         .windowWidth = width,
         .windowHeight = height,
-        .firstShown = panel.photoSet.firstShown,
-        .shownCount = panel.shownCount,
-        .photoCount = static_cast<std::int32_t>(panel.photoSet.photos.size()),
+        .page = PageOf(panel),
         .offerPhotos = map.overlay.hostAccepted,
     };
 }
@@ -97,6 +105,11 @@ void ReloadPhotos(MapState& map, HWND window) {
                     true);
 }
 
+void TakeNewPhotos(MapState& map, HWND window) {
+    map.overlay.panel.photoSet.brokenFrom = kNoneBroken;
+    ReloadPhotos(map, window);
+}
+
 void TakeNewTable(MapState& map) noexcept {
     PhotoPanel& panel = map.overlay.panel;
     panel.photoSet.ranks.clear();
@@ -120,7 +133,9 @@ void ShowNextPhotos(MapState& map, HWND window) {
     if (!PageForward(map.overlay.panel)) return;
     ReloadPhotos(map, window);
     if (!set.loaded.empty()) return;
-    // None of the photos that remain can be loaded: a page of nothing helps nobody.
+    // None of the photos that remain can be loaded: neither a page of nothing helps nor a button
+    // that leads there.
+    set.brokenFrom = set.firstShown;
     set.firstShown = before;
     ReloadPhotos(map, window);
 }

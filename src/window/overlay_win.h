@@ -19,6 +19,8 @@ void DrawOverlay(MapState& map, std::int32_t width, std::int32_t height);
 void ShowPhotos(MapState& map, HWND window, WideString country, WideString city);
 /// Reads the panel's photos again, after a change on disk or to another page.
 void ReloadPhotos(MapState& map, HWND window);
+/// Reads the panel's photos again after the host has reported new ones, and offers all its pages.
+void TakeNewPhotos(MapState& map, HWND window);
 
 /// The photos know their cities by their places in the host's table: puts those of a new one in.
 void TakeNewTable(MapState& map) noexcept;

@@ -78,18 +78,20 @@ TEST(PhotoOrder, PutsNearCitiesAndNewPhotosFirst) {
 
 TEST(PhotoPaging, GoesForwardToPhotosThatAreThereAndBackAsFarAsThereIsRoom) {
     for (const Row& row : Table("next_photos")) {
-        const int first = row.Int(0);
-        EXPECT_EQ(NextFirstShown(first, row.Int(1), row.Int(2)), row.Int(3)) << row.why;
+        const PhotoPage page{row.Int(0), row.Int(1), row.Int(2)};
+        EXPECT_EQ(NextFirstShown(page), row.Int(3)) << row.why;
     }
+    EXPECT_FALSE(HasNextPhotos({16, 5, 40, 32})) << "none of the next page can be loaded";
+    EXPECT_EQ(NextFirstShown({8, 5, 40, 32}), 24) << "some of it may be";
     for (const Row& row : Table("previous_photos")) {
         std::istringstream words(row.Text(3));
         std::vector<std::int32_t> rooms;
         for (std::int32_t room = 0; words >> room;) rooms.push_back(room);
         EXPECT_EQ(PreviousFirstShown(row.Int(0), rooms, row.Int(1)), row.Int(2)) << row.why;
     }
-    EXPECT_FALSE(HasPreviousPhotos(0, 20));
-    EXPECT_TRUE(HasPreviousPhotos(4, 20));
-    EXPECT_FALSE(HasPreviousPhotos(4, 0));
+    EXPECT_FALSE(HasPreviousPhotos({0, 16, 20}));
+    EXPECT_TRUE(HasPreviousPhotos({4, 16, 20}));
+    EXPECT_FALSE(HasPreviousPhotos({4, 0, 0}));
 }
 
 TEST(PhotoStack, EndsWithTheFirstPhotoThatHasNoRoom) {

@@ -20,6 +20,8 @@ protected:
     const fs::path folder =
         fs::temp_directory_path() / (L"horivo-host-" + std::to_wstring(GetCurrentProcessId()));
     const fs::path sheet = folder / "buttons.png";
+    std::wstring commandLine = L"\"" + (folder / L"host.exe").wstring() + L"\" -x";
+    std::wstring program = (folder / L"none" / L"host.exe").wstring();  ///< where it looks second
 
     ButtonsTest() {
         fs::create_directories(folder);
@@ -55,14 +57,11 @@ protected:
     }
 
 private:
-    const std::wstring commandLine_ = L"\"" + (folder / L"host.exe").wstring() + L"\" -x";
     FakedImport<"GetCommandLineW", decltype(GetCommandLineW)> getCommandLine_{
-        library.module, [this] { return const_cast<wchar_t*>(commandLine_.c_str()); }};
-    // Where the library looks second.
+        library.module, [this] { return commandLine.data(); }};
     FakedImport<"GetModuleFileNameW", decltype(GetModuleFileNameW)> getModuleFileName_{
         library.module, [this](HMODULE, wchar_t* path, DWORD size) -> DWORD {
-            const std::wstring nowhere = (folder / L"none" / L"host.exe").wstring();
-            return static_cast<DWORD>(nowhere.copy(path, size));
+            return static_cast<DWORD>(program.copy(path, size));
         }};
 };
 
@@ -118,6 +117,31 @@ TEST_F(ButtonsTest, OnlyAFittingSheetMakesButtons) {
         Release(InPanel(50, 20));
         DestroyWindow(window);
     }
+}
+
+TEST_F(ButtonsTest, SheetIsLookedForBesideTheProgramAndNeverInTheCurrentFolder) {
+    const fs::path before = fs::current_path();
+    fs::current_path(folder);
+    const std::wstring there = commandLine;
+    const std::wstring beside = (folder / L"host.exe").wstring();
+    const struct {
+        const char* why;
+        std::wstring commandLine, program;
+        bool found;
+    } cases[] = {
+        {"named by the command line", there, L"", true},
+        {"beside the program", L"host.exe", beside, true},
+        {"neither tells a folder", L"host.exe", L"", false},
+        {"nor a whole path", L".\\host.exe", L"host.exe", false},
+    };
+    for (const auto& c : cases) {
+        commandLine = c.commandLine;
+        program = c.program;
+        Open();
+        EXPECT_EQ(ShowsAt(38, 6), c.found) << c.why;
+        DestroyWindow(window);
+    }
+    fs::current_path(before);
 }
 
 TEST_F(ButtonsTest, EachShowsItsOwnLooksAndActs) {
@@ -275,6 +299,12 @@ TEST_F(ButtonsTest, PagingButtonsShowWhereTheyLeadSomewhere) {
     consent = 1;
     Open();
     const int y = kOpenHeight - 2 * LineHeight() - 59 + 4;
+    const auto breakLast = [&] {
+        fs::resize_file(PhotoDisk::Root() / L"France\\Paris\\1.jpg", 0);
+        Show(1);
+        Show(0);
+    };
+    const auto photosChanged = [&] { SendMessageW(window, HORIVO_MSG_PHOTOS_CHANGED, 0, 1); };
     const struct {
         const char* why;
         std::function<void()> act;
@@ -284,6 +314,12 @@ TEST_F(ButtonsTest, PagingButtonsShowWhereTheyLeadSomewhere) {
         {"more than fit", [&] { Show(0); }, false, true},
         {"forward to the last", [&] { Click(InPanel(63, y + 5)); }, true, false},
         {"back", [&] { Click(InPanel(44, y + 5)); }, true, true},
+        {"what follows cannot be loaded", breakLast, false, true},
+        {"a page of nothing is taken back", [&] { Click(InPanel(63, y + 5)); }, false, false},
+        {"the same place again", [&] { Show(0); }, false, false},
+        {"the host has new photos", photosChanged, false, true},
+        {"a page of nothing once more", [&] { Key(window, VK_NEXT); }, false, false},
+        {"another place and back", [&] { Show(1), Show(0); }, false, true},
     };
     for (const auto& step : steps) {
         step.act();
