@@ -266,6 +266,9 @@ TEST_F(PhotoPanelTest, CountryShowsItsCitiesFromThePlaceThatWasClicked) {
     EXPECT_THAT(Numbers(), ElementsAre(23, 21, 12, 11)) << "beside Paris";
     ShowCountry(38.0, -5.0);
     EXPECT_THAT(Numbers(), ElementsAre(12, 11, 23, 21)) << "beside Lyon";
+    Hover(PixelOf(42.0, 3.0));
+    SendMessageW(window, HORIVO_MSG_PHOTOS_CHANGED, static_cast<WPARAM>(-1), 1);
+    EXPECT_THAT(Numbers(), ElementsAre(12, 11, 23, 21)) << "the pointer's way changes no order";
 }
 
 TEST_F(PhotoPanelTest, HostileNamesShowNothingFromOutsideTheirFolder) {
@@ -309,6 +312,13 @@ TEST_F(PhotoPanelTest, BrokenFilesAreLeftOut) {
     Open();
     Show(0);
     EXPECT_THAT(Numbers(), ElementsAre(4, 1));
+
+    photos.PutCity(L"France\\Lyon", 2);
+    std::string lines = "# no photo\nno number\n";
+    for (int i = 1; i < 20000; ++i) lines += "7\tis\tnot\tthere\n";
+    photos.PutIndex(L"France\\Lyon", lines + "2\t\t\t\t/2\n1\t\t\t\t/1\n");
+    Show(1);
+    EXPECT_THAT(Numbers(), ElementsAre(2)) << "one line too many";
 }
 
 }  // namespace
