@@ -40,6 +40,7 @@ endforeach()
 
 install(FILES README.md CHANGELOG.md LICENSE NOTICE.md DESTINATION .)
 install(DIRECTORY docs examples DESTINATION .)
+install(FILES licenses/unicode.txt DESTINATION licenses)
 # Parts of the compiler's runtime libraries are in the binaries.
 set(runtime_notice /usr/share/doc/mingw-w64-common/copyright)
 if(MINGW AND EXISTS ${runtime_notice})

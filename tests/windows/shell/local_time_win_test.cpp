@@ -9,6 +9,7 @@
 #include <fstream>
 #include <map>
 #include <memory>
+#include <set>
 #include <sstream>
 #include <string>
 #include <vector>
@@ -140,24 +141,24 @@ TEST_F(LocalTimeTest, CitiesKeepTheTimeOfTheTzDatabase) {
     const auto zones = std::make_unique<TimeZoneTable>();
     const auto courses = LoadCourses();
     const auto instants = Instants();
-    std::map<std::string, std::vector<std::vector<std::string>>> differences;  // by city or key
+    std::map<std::string, std::vector<std::vector<std::string>>> differences;  // by zone
     for (const auto& row : RowsOf("tests/data/zone_differences.tsv")) {
         differences[row.at(0)].push_back(row);
-        const bool ofOneCity = NumberOf(row[0]) == 0;
-        EXPECT_TRUE(!ofOneCity || row.at(2) <= "2025") << row[0] << " belongs to another zone";
+        const bool ofOnePlace = NumberOf(row[0]) == 0;
+        EXPECT_TRUE(!ofOnePlace || row.at(2) <= "2025") << row[0] << " belongs to another zone";
     }
     const bool underWine =
         GetProcAddress(GetModuleHandleW(L"ntdll.dll"), "wine_get_version") != nullptr;
-    const auto cities = RowsOf("assets/cities.tsv");
-    ASSERT_EQ(cities.size(), 417U);
-    for (const auto& city : cities) {
-        const DYNAMIC_TIME_ZONE_INFORMATION* zone = zones->Find(NumberOf(city.at(4)));
+    std::set<std::string> pairs;  // of zones: one city of each is enough
+    for (const auto& city : RowsOf("assets/cities.tsv")) {
+        if (!pairs.insert(city.at(4) + '\t' + city.at(5)).second) continue;
+        const DYNAMIC_TIME_ZONE_INFORMATION* zone = zones->Find(NumberOf(city[4]));
         ASSERT_NE(zone, nullptr) << city[4];
         for (const std::string& instant : instants) {
-            const int right = std::prev(courses.at(city.at(5)).upper_bound(instant))->second;
+            const int right = std::prev(courses.at(city[5]).upper_bound(instant))->second;
             int ahead = 0;
-            for (const std::size_t name : {0U, 4U}) {
-                for (const auto& row : differences[city[name]])
+            for (const std::size_t column : {5U, 4U}) {
+                for (const auto& row : differences[city[column]])
                     if (instant >= row.at(1) && instant < row.at(2)) ahead = std::stoi(row.at(3));
             }
             const int offset = OffsetOf(*zone, instant.c_str());
