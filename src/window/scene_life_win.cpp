@@ -35,6 +35,8 @@ std::unique_ptr<CPlanet> MakePlanet(MapState& map) {
 void ReadTextureLimit(MapState& map) noexcept {
     GLint size = 0;
     glGetIntegerv(GL_MAX_TEXTURE_SIZE, &size);
+    // No answer leaves the size from before: 0 would mean that there is no limit.
+    if (size < 1) return;
     map.textures.limits.maxTextureSize = std::min<std::int32_t>(size, map.textures.sizeCap);
 }
 
