@@ -3,6 +3,7 @@
 #include "base/gl.h"
 #include "render/current_context_win.h"
 #include "window/detail_win.h"
+#include "window/loader_win.h"
 #include "window/overlay_win.h"
 #include "window/scene_life_win.h"
 #include "window/status_lines.h"
@@ -105,6 +106,11 @@ bool NoteShownSize(MapWindow& entry, std::int32_t width, std::int32_t height) no
     return !first && !same;
 }
 
+/// Uploads what came while the context could not be made current.
+void UploadWaitingTextures(MapState& map) {
+    AttachWaitingTiles(map);
+}
+
 }  // namespace
 
 void PaintFrame(HWND window) {
@@ -119,6 +125,7 @@ void PaintFrame(HWND window) {
         if (entry == nullptr || !ClientSize(window, width, height)) return;
         const ForeignContextGuard guard(map.drawing.context);
         if (!map.drawing.context.MakeCurrent(paint.Dc())) return;
+        UploadWaitingTextures(map);
         DrawFrame(map, paint.Dc(), width, height);
         more = NoteShownSize(*entry, width, height);
         more = TimeFrame(map, window) || more;

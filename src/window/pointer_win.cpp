@@ -42,6 +42,7 @@ std::optional<LatLon> PickInView(MapState& map, HWND window, const WindowPoint& 
 void ArmLeaveTracking(MapState& map, HWND window) noexcept {
     if (map.pointer.geoPoint.valid) return;
     map.pointer.geoPoint.valid = true;
+    map.pointer.overWindow = window;
     TRACKMOUSEEVENT track = {sizeof track, TME_LEAVE, window, 0};
     TrackMouseEvent(&track);
 }

@@ -69,6 +69,7 @@ void PopulateScene(MapState& map) {
 }
 
 std::uint32_t AttachTiles(MapState& map) {
+    map.textures.tilesWaitForContext = false;
     return map.drawing.planet->SetTexture(map.textures.store.Tiles());
 }
 
