@@ -113,6 +113,12 @@ void ResizeScene(MapState& map, std::int32_t width, std::int32_t height) {
     MeasureScene(map);
 }
 
+void ResizeSceneWithoutContext(MapState& map, std::int32_t width, std::int32_t height) noexcept {
+    map.drawing.scene.width = width;
+    map.drawing.scene.height = height;
+    MeasureScene(map);
+}
+
 void CompileScene(MapState& map) { map.drawing.scene.Compile(); }
 
 void MeasureScene(MapState& map) noexcept {

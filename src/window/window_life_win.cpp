@@ -172,7 +172,11 @@ LRESULT OnSize(HWND window, WPARAM wParam, LPARAM lParam) {
     // A minimised or squeezed window keeps its last size.
     if (entry != nullptr && width >= 1 && height >= 1) {
         const CurrentContextScope current(map.drawing.context, entry->dc.Get());
-        if (current.IsCurrent()) ResizeScene(map, width, height);
+        if (current.IsCurrent()) {
+            ResizeScene(map, width, height);
+        } else {
+            ResizeSceneWithoutContext(map, width, height);
+        }
     }
     return DefWindowProcW(window, WM_SIZE, wParam, lParam);
 }
