@@ -1,5 +1,7 @@
 #pragma once
 
+#include <cstdint>
+
 #include "base/windows_types.h"
 
 /// A timer of a window: WM_TIMER until it is stopped, at the latest with the object's end.
@@ -17,6 +19,7 @@ public:
         if (SetTimer(window, id, periodMs, nullptr) == 0) return;
         window_ = window;
         id_ = id;
+        ++starts_;
     }
     void Stop() noexcept {
         if (Runs()) KillTimer(window_, id_);
@@ -25,8 +28,11 @@ public:
     }
     bool Runs() const noexcept { return id_ != 0; }
     bool RunsFor(HWND window) const noexcept { return Runs() && window_ == window; }
+    /// How often it was started; tells a message of an earlier start from one of this.
+    std::uint32_t Starts() const noexcept { return starts_; }
 
 private:
     HWND window_ = nullptr;
     UINT_PTR id_ = 0;
+    std::uint32_t starts_ = 0;
 };

@@ -35,10 +35,9 @@ void UploadThumbnail(GLuint texture, const CJpegTexture& thumbnail) noexcept {
                  thumbnail.GetBufferHeight(), 0, GL_RGBA, GL_UNSIGNED_BYTE, thumbnail.GetPixels());
 }
 
-std::unique_ptr<C2DImage> NewImage(GLuint texture, const CJpegTexture& thumbnail, std::int32_t y) {
+std::unique_ptr<C2DImage> NewImage(const CJpegTexture& thumbnail, std::int32_t y) {
     auto image = std::make_unique<C2DImage>();
     const std::int32_t width = thumbnail.GetWidth();
-    image->SetTexture(texture, thumbnail.GetBufferWidth(), thumbnail.GetBufferHeight());
     image->size = {static_cast<float>(width), static_cast<float>(thumbnail.GetHeight())};
     // Deliberate: a photo wider than the panel hangs over both edges.
     const std::int32_t left = (kPhotoPanelWidth - width) / 2;
@@ -47,20 +46,17 @@ std::unique_ptr<C2DImage> NewImage(GLuint texture, const CJpegTexture& thumbnail
 }
 
 void AddImages(PhotoPanel& panel) {
-    if (panel.textures[0] == 0) {
-        glGenTextures(static_cast<GLsizei>(panel.textures.size()), panel.textures.data());
-    }
     const std::size_t count = std::min(panel.photoSet.loaded.size(), panel.textures.size());
     panel.images.reserve(count);
     std::int32_t y = 0;
     for (std::size_t i = 0; i < count; ++i) {
         const PhotoRecord* photo = panel.photoSet.loaded[i];
-        UploadThumbnail(panel.textures[i], photo->thumbnail);
-        auto image = NewImage(panel.textures[i], photo->thumbnail, y);
+        auto image = NewImage(photo->thumbnail, y);
         panel.group.AddChild(image.get());
         panel.images.push_back({image.release(), photo});
         y += photo->thumbnail.GetHeight() + kFirstOffsetStep;
     }
+    panel.uploadsWait = true;
 }
 
 /// Pixels that a photo takes in the panel. One that is not loaded is measured by its file; one that
@@ -101,6 +97,19 @@ void BuildPhotoPanel(PhotoPanel& panel, const CityTable& cities, WideView countr
     PlaceImages(panel);
 }
 
+void UploadPhotos(PhotoPanel& panel) noexcept {
+    if (!std::exchange(panel.uploadsWait, false)) return;
+    if (panel.textures[0] == 0) {
+        glGenTextures(static_cast<GLsizei>(panel.textures.size()), panel.textures.data());
+    }
+    for (std::size_t i = 0; i < panel.images.size(); ++i) {
+        const CJpegTexture& thumbnail = panel.images[i].photo->thumbnail;
+        UploadThumbnail(panel.textures[i], thumbnail);
+        panel.images[i].image->SetTexture(panel.textures[i], thumbnail.GetBufferWidth(),
+                                          thumbnail.GetBufferHeight());
+    }
+}
+
 void ShowPhotoPanel(PhotoPanel& panel, const CityTable& cities, WideString name, WideString key) {
     panel.placeName = std::move(name);
     panel.heading = std::move(key);
@@ -112,6 +121,7 @@ void DeletePanelImages(PhotoPanel& panel) noexcept {
     panel.images.clear();
     panel.group.DeleteChildren();
     panel.shownCount = 0;
+    panel.uploadsWait = false;
 }
 
 void DeletePhotoTextures(PhotoPanel& panel) noexcept {

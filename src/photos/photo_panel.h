@@ -19,7 +19,7 @@ struct PanelImage {
 };
 
 /// The column of photos along the right edge of the window. Window thread; the context is current
-/// wherever something is built, drawn or deleted.
+/// wherever something is uploaded or drawn and where textures are deleted.
 ///
 /// A pointer into the panel is good until the panel is built again, which the host can cause during
 /// every message that is sent to it and while a page is opened.
@@ -34,22 +34,26 @@ struct PhotoPanel {
     CGLGroup group;
     std::vector<PanelImage> images;                     ///< of `group`, in its order
     std::array<GLuint, kMostThumbnails> textures = {};  ///< 0 before first use and after deletion
+    bool uploadsWait = false;                           ///< the images have no textures yet
 };
 
 /// Takes over the window's size and the font's line height and places the images anew. Needed
 /// before the first build; later each frame does it.
 void ResizePhotoPanel(PhotoPanel& panel, const PanelArea& area) noexcept;
 
-/// Fills the panel with the photos of a country (`city` empty) or city. An empty `country` empties
-/// panel and set. Throws std::bad_alloc.
-/// @param reload  read the index again; else the thumbnails that the set holds are uploaded again,
-///                for a window made anew
+/// Fills the panel with the photos of a country (`city` empty) or city; UploadPhotos then makes
+/// them visible. An empty `country` empties panel and set. Throws std::bad_alloc.
+/// @param reload  read the index again; else the thumbnails that the set holds are taken again, for
+///                a window made anew
 void BuildPhotoPanel(PhotoPanel& panel, const CityTable& cities, WideView country, WideView city,
                      bool reload);
 
 /// Names the place and fills the panel with its photos. Throws std::bad_alloc.
 /// @param key  the city; empty for the whole country
 void ShowPhotoPanel(PhotoPanel& panel, const CityTable& cities, WideString name, WideString key);
+
+/// Uploads the photos of the last build, once.
+void UploadPhotos(PhotoPanel& panel) noexcept;
 
 /// Deletes the images; photos and titles stay.
 void DeletePanelImages(PhotoPanel& panel) noexcept;

@@ -30,7 +30,6 @@ void StartFlight(MapState& map, HWND window, const ViewAngles& to) noexcept {
 void StopFlight(MapState& map) noexcept { map.flight.timer.Stop(); }
 
 void OnFlightTimer(MapState& map, HWND window) {
-    if (!map.flight.timer.RunsFor(window)) return;
     const bool goesOn = map.flight.flight.Step();
     if (!goesOn) StopFlight(map);
     const ViewAngles now = map.flight.flight.Current();

@@ -3,9 +3,11 @@
 #include "base/gl.h"
 #include "render/current_context_win.h"
 #include "window/detail_win.h"
+#include "window/loader_win.h"
 #include "window/overlay_win.h"
 #include "window/scene_life_win.h"
 #include "window/status_lines.h"
+#include "window/timers_win.h"
 
 namespace {
 
@@ -104,19 +106,10 @@ bool NoteShownSize(MapWindow& entry, std::int32_t width, std::int32_t height) no
     return !first && !same;
 }
 
-/// Lets the window's due timers run. Windows hands out timers only when nothing needs painting, so
-/// frame after frame would hold up a flight, a held button and the clock for as long as it goes on.
-void RunDueTimers(MapState& map, HWND window) {
-    constexpr int kTimers = 4;
-    MSG message;
-    for (int i = 0; i < kTimers && map.windows.IsLive(window); ++i) {
-        if (!PeekMessageW(&message, window, WM_TIMER, WM_TIMER, PM_REMOVE)) return;
-        if (message.message == WM_QUIT) {  // passes every filter, and is for the host's loop
-            PostQuitMessage(static_cast<int>(message.wParam));
-            return;
-        }
-        DispatchMessageW(&message);
-    }
+/// Uploads what came while the context could not be made current.
+void UploadWaitingTextures(MapState& map) {
+    AttachWaitingTiles(map);
+    UploadPhotos(map.overlay.panel);
 }
 
 }  // namespace
@@ -133,11 +126,12 @@ void PaintFrame(HWND window) {
         if (entry == nullptr || !ClientSize(window, width, height)) return;
         const ForeignContextGuard guard(map.drawing.context);
         if (!map.drawing.context.MakeCurrent(paint.Dc())) return;
+        UploadWaitingTextures(map);
         DrawFrame(map, paint.Dc(), width, height);
         more = NoteShownSize(*entry, width, height);
         more = TimeFrame(map, window) || more;
     }
     if (!map.view.showFps && !more) return;
     InvalidateRect(window, nullptr, FALSE);
-    RunDueTimers(map, window);
+    PostDueTimers(map, window);
 }

@@ -31,7 +31,6 @@ void StartHover(MapState& map, HWND window, std::int32_t signedIndex, std::int32
 void CancelHover(MapState& map) noexcept { map.hover.timer.Stop(); }
 
 void OnHoverTimer(MapState& map, HWND window) {
-    if (!map.hover.timer.RunsFor(window)) return;
     CancelHover(map);
     if (!CursorIsAt(window, map.hover.x, map.hover.y)) return;
     const std::int32_t signedIndex = map.hover.signedIndex;

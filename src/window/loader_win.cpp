@@ -2,6 +2,7 @@
 
 #include <memory>
 #include <string>
+#include <utility>
 
 #include "render/current_context_win.h"
 #include "window/scene_life_win.h"
@@ -17,6 +18,7 @@ constexpr DWORD kWindowWaitMs = 1000;
 struct WorkerTask {
     HWND window;
     UniqueHandle mutex;
+    LoadNumber load;
     std::uint32_t freed;  ///< the generation of the store that the task was made for
     std::wstring dataDirectory;
     GdiplusUse gdiplus;
@@ -25,9 +27,14 @@ struct WorkerTask {
 
 bool IsStale(const WorkerTask& task) noexcept { return task.freed != Map().textures.freed; }
 
-void PostStage(const WorkerTask& task, WPARAM stage, bool success) noexcept {
-    if (task.window != nullptr)
-        PostMessageW(task.window, kStageDoneMessage, stage, success ? TRUE : FALSE);
+void Report(LoadNumber load, LoadState state) noexcept { Map().textures.loads.Report(load, state); }
+
+/// Tells the window, after the tracker was told. A message that cannot be posted (the window is
+/// gone, its queue is full) is lost, and the load with it.
+void PostStage(HWND window, LoadNumber load, WPARAM stage, bool success) noexcept {
+    const bool posted = window != nullptr && PostMessageW(window, kStageDoneMessage, stage,
+                                                          success ? TRUE : FALSE) != FALSE;
+    if (!posted) Report(load, LoadState::Ended);
 }
 
 bool LoadSafely(const WorkerTask& task) noexcept {
@@ -40,25 +47,32 @@ bool LoadSafely(const WorkerTask& task) noexcept {
 }
 
 void RunLoad(const WorkerTask& task) noexcept {
-    bool success = false;
+    // Deliberate: a load that waited too long is lost without a word, a split reports failure.
+    LoadState state = LoadState::Ended;
     {
         const MutexHold hold = AcquireMutex(task.mutex.get(), kWorkerWaitMs);
-        // Deliberate: a load that waited too long is lost without a word, a split is not.
-        if (!hold || IsStale(task)) return;
-        success = LoadSafely(task);
+        if (hold && !IsStale(task))
+            state = LoadSafely(task) ? LoadState::Loaded : LoadState::Failed;
+        Report(task.load, state);
     }
-    PostStage(task, kLoadStage, success);
+    if (state == LoadState::Ended) return;
+    PostStage(task.window, task.load, kLoadStage, state == LoadState::Loaded);
 }
 
 void RunSplit(const WorkerTask& task) noexcept {
-    bool success = false;
+    LoadState state = LoadState::Failed;
     {
         const MutexHold hold = AcquireMutex(task.mutex.get(), kWorkerWaitMs);
-        if (IsStale(task)) return;
         TextureRoad& road = Map().textures;
-        if (hold) success = SplitTextures(road.store, road.limits);
+        if (IsStale(task)) {
+            state = LoadState::Ended;
+        } else if (hold && SplitTextures(road.store, road.limits)) {
+            state = LoadState::Split;
+        }
+        Report(task.load, state);
     }
-    PostStage(task, kSplitStage, success);
+    if (state == LoadState::Ended) return;
+    PostStage(task.window, task.load, kSplitStage, state == LoadState::Split);
 }
 
 /// Runs `Work` on the task and leaves: the last reference to this code goes with the thread, so
@@ -81,9 +95,10 @@ HMODULE ReferenceToLibrary() noexcept {
     return module;
 }
 
-std::unique_ptr<WorkerTask> MakeTask(MapState& map, HWND window) {
+std::unique_ptr<WorkerTask> MakeTask(MapState& map, HWND window, LoadNumber load) {
     std::unique_ptr<WorkerTask> task(new WorkerTask{window,
                                                     DuplicateOf(map.textures.sceneMutex.get()),
+                                                    load,
                                                     map.textures.freed,
                                                     map.host.dataDirectory,
                                                     {},
@@ -93,10 +108,10 @@ std::unique_ptr<WorkerTask> MakeTask(MapState& map, HWND window) {
     return task->module != nullptr ? std::move(task) : nullptr;
 }
 
-bool StartThread(MapState& map, HWND window, LPTHREAD_START_ROUTINE procedure) {
+bool StartThread(MapState& map, HWND window, LoadNumber load, LPTHREAD_START_ROUTINE procedure) {
     std::unique_ptr<WorkerTask> task;
     try {
-        task = MakeTask(map, window);
+        task = MakeTask(map, window, load);
     } catch (...) {
         task = nullptr;
     }
@@ -111,12 +126,21 @@ bool StartThread(MapState& map, HWND window, LPTHREAD_START_ROUTINE procedure) {
 }
 
 /// A worker that cannot be started reports failure as if it had run, so that the user learns why
-/// the globe stays empty. Without a lock no worker may run at all.
-void StartWorker(HWND window, LPTHREAD_START_ROUTINE procedure, WPARAM stage) {
-    MapState& map = Map();
+/// the globe stays empty.
+void StartWorker(MapState& map, HWND window, LoadNumber load, LPTHREAD_START_ROUTINE procedure,
+                 WPARAM stage) {
+    if (StartThread(map, window, load, procedure)) return;
+    Report(load, LoadState::Failed);
+    PostStage(window, load, stage, false);
+}
+
+/// Starts the second worker of the load that was read. A message that a stranger has posted starts
+/// one of no load, which finds a picture to cut or not.
+void StartSplit(MapState& map, HWND window) {
     if (!map.textures.sceneMutex) return;
-    if (!StartThread(map, window, procedure) && window != nullptr)
-        PostMessageW(window, kStageDoneMessage, stage, FALSE);
+    const LoadNumber load = map.textures.loads.Find(window, LoadState::Loaded);
+    Report(load, LoadState::Splitting);
+    StartWorker(map, window, load, WorkerProc<RunSplit>, kSplitStage);
 }
 
 void ReportFailure(MapState& map, HWND window) {
@@ -130,51 +154,69 @@ void ReportFailure(MapState& map, HWND window) {
 }
 
 void OnFailure(MapState& map, HWND window) {
-    if (const MutexHold hold = AcquireMutex(map.textures.sceneMutex.get(), kWindowWaitMs);
-        // On a time-out a newer worker owns the set. A picture that is there is a newer worker's
-        // too: whoever fails leaves none.
-        hold && map.textures.store.Stage() == TextureStage::Empty) {
-        map.textures.store.ClearTiles(false);
-        if (map.textures.pendingFor == window) map.textures.pendingFor = nullptr;
+    TextureRoad& road = map.textures;
+    // On a time-out another worker owns the textures.
+    if (const MutexHold hold = AcquireMutex(road.sceneMutex.get(), kWindowWaitMs)) {
+        const LoadNumber failed = road.loads.Find(window, LoadState::Failed);
+        if (road.loads.LeavesTextures(failed, road.store.Stage())) road.store.ClearTiles(false);
+        Report(failed, LoadState::Ended);
     }
-    InvalidateRect(window, nullptr, FALSE);
+    map.windows.InvalidateAll();  // each may say that a picture is being loaded
     ReportFailure(map, window);
 }
 
-void OnTilesReady(MapState& map, HDC dc) {
-    CurrentContextScope current(map.drawing.context, dc);
+/// What follows once the planet has its tiles. The context is current.
+void OnTilesAttached(MapState& map) {
+    CompileScene(map);
+    if (map.detail.perfFactor < kCoarsestFactor) StartMeasuring(map.detail);
+}
+
+void OnTilesReady(MapState& map, const MapWindow& entry) {
+    TextureRoad& road = map.textures;
+    Report(road.loads.Find(entry.window, LoadState::Split), LoadState::Ended);
+    if (map.drawing.planet == nullptr) return;
+    CurrentContextScope current(map.drawing.context, entry.dc.Get());
     {
         // Deliberate: when the lock cannot be had the message is dropped; the tiles stay unattached
         // until the next load.
-        const MutexHold hold = AcquireMutex(map.textures.sceneMutex.get(), kWindowWaitMs);
-        // A load that began since then has cleared the set: its own message will attach it.
-        if (!hold || !map.textures.store.HasAllTiles()) return;
-        if (!current.IsCurrent() || map.drawing.planet == nullptr) return;
-        AttachTiles(map);
+        const MutexHold hold = AcquireMutex(road.sceneMutex.get(), kWindowWaitMs);
+        if (!hold || !road.store.HasAllTiles()) {
+            // The message of the load that has the textures now brings the tiles, but not when its
+            // window is gone.
+            if (road.loads.IsNewestForgotten()) StartLoad(entry.window);
+            return;
+        }
+        road.tilesWaitForContext = !current.IsCurrent();
+        if (current.IsCurrent()) AttachTiles(map);
     }
-    map.textures.pendingFor = nullptr;
-    CompileScene(map);
-    if (map.detail.perfFactor < kCoarsestFactor) StartMeasuring(map.detail);
+    if (current.IsCurrent()) OnTilesAttached(map);
     map.windows.InvalidateAll();
 }
 
 }  // namespace
 
 void StartLoad(HWND window) {
-    Map().textures.pendingFor = window;
-    StartWorker(window, WorkerProc<RunLoad>, kLoadStage);
+    MapState& map = Map();
+    if (!map.textures.sceneMutex) return;  // without a lock no worker may run
+    StartWorker(map, window, map.textures.loads.Start(window), WorkerProc<RunLoad>, kLoadStage);
 }
 
 void OnStageDone(HWND window, WPARAM stage, bool success) {
     MapState& map = Map();
-    MapWindow* entry = map.windows.Find(window);
+    const MapWindow* entry = map.windows.Find(window);
     if (entry == nullptr) return;
     if (!success) {
         OnFailure(map, window);
     } else if (stage == kLoadStage) {
-        StartWorker(window, WorkerProc<RunSplit>, kSplitStage);
+        StartSplit(map, window);
         InvalidateRect(window, nullptr, FALSE);
     } else if (stage == kSplitStage) {
-        OnTilesReady(map, entry->dc.Get());
+        OnTilesReady(map, *entry);
     }
+}
+
+void AttachWaitingTiles(MapState& map) {
+    if (!std::exchange(map.textures.tilesWaitForContext, false) || !AttachPresentTiles(map)) return;
+    OnTilesAttached(map);
+    map.windows.InvalidateAll();
 }

@@ -22,6 +22,7 @@
 #include "window/city_pick.h"
 #include "window/fly_to.h"
 #include "window/host_data.h"
+#include "window/load_tracker.h"
 #include "window/map_settings.h"
 #include "window/map_window_win.h"
 #include "window/pointer_state.h"
@@ -42,7 +43,9 @@ struct TextureRoad {
     /// What the self-test of InstallMap found to be the largest size that works, pixels a side;
     /// stays in force when GL is asked again. Window thread.
     std::int32_t sizeCap = std::numeric_limits<std::int32_t>::max();
-    HWND pendingFor = nullptr;  ///< window of the newest load that has not ended; window thread
+    LoadTracker loads;  ///< see there
+    /// Tiles that could not be uploaded without a context; the next frame does it. Window thread.
+    bool tilesWaitForContext = false;
     /// Whether InstallMap holds the mutex (or there is none), so that its window may load.
     bool testMayLoad = false;
 };

@@ -1,11 +1,16 @@
 #pragma once
 
+#include <array>
+#include <cstddef>
 #include <cstdint>
 #include <memory>
 #include <vector>
 
 #include "base/handles_win.h"
 #include "base/window_timer_win.h"
+
+/// A map window has timers of the ids 1 to this.
+inline constexpr std::size_t kMapTimers = 4;
 
 /// What one live map window owns. Members in this order: released backwards, the font is
 /// deselected before it is deleted and the DC goes last.
@@ -17,6 +22,8 @@ struct MapWindow {
     UniqueFont font;
     std::unique_ptr<SelectedObject> selectedFont;
     WindowTimer sunTimer;
+    /// By timer id: the start of the timer whose message was posted back and has not come; 0: none.
+    std::array<std::uint32_t, kMapTimers + 1> postedBack = {};
     std::int32_t shownWidth = 0;  ///< of the last frame, pixels; 0 before the first
     std::int32_t shownHeight = 0;
 };

@@ -51,6 +51,12 @@ ButtonLayout ButtonLayoutOf(const MapState& map, std::int32_t width, std::int32_
     };
 }
 
+/// Where the context cannot be made current, the next frame that has it uploads the photos.
+void UploadNowOrLater(MapState& map, const MapWindow& entry) {
+    const CurrentContextScope current(map.drawing.context, entry.dc.Get());
+    if (current.IsCurrent()) UploadPhotos(map.overlay.panel);
+}
+
 }  // namespace
 
 void FitOverlayTo(MapState& map, HWND window) noexcept {
@@ -69,6 +75,7 @@ void CreateOverlay(MapState& map) {
     // A window made anew shows the place that the last one showed.
     BuildPhotoPanel(panel, map.host.cities, WideString(panel.placeName), WideString(panel.heading),
                     false);
+    UploadPhotos(panel);
 }
 
 void ReleaseOverlay(MapState& map) noexcept {
@@ -88,21 +95,19 @@ void DrawOverlay(MapState& map, std::int32_t width, std::int32_t height) {
 void ShowPhotos(MapState& map, HWND window, WideString country, WideString city) {
     const MapWindow* entry = map.windows.Find(window);
     if (entry == nullptr) return;
-    const CurrentContextScope current(map.drawing.context, entry->dc.Get());
-    if (!current.IsCurrent()) return;
     FitOverlayTo(map, window);
     ShowPhotoPanel(map.overlay.panel, map.host.cities, std::move(country), std::move(city));
+    UploadNowOrLater(map, *entry);
 }
 
 void ReloadPhotos(MapState& map, HWND window) {
     const MapWindow* entry = map.windows.Find(window);
     if (entry == nullptr) return;
-    const CurrentContextScope current(map.drawing.context, entry->dc.Get());
-    if (!current.IsCurrent()) return;
     FitOverlayTo(map, window);
     PhotoPanel& panel = map.overlay.panel;
     BuildPhotoPanel(panel, map.host.cities, WideString(panel.placeName), WideString(panel.heading),
                     true);
+    UploadNowOrLater(map, *entry);
 }
 
 void TakeNewPhotos(MapState& map, HWND window) {

@@ -13,6 +13,8 @@ struct PressedPhoto {
 /// What the pointer points at, and what the left button holds. Window thread.
 struct PointerState {
     CGeoPoint geoPoint;
+    /// Handle of the window that will hear when the pointer leaves it, while geoPoint.valid.
+    const void* overWindow = nullptr;
     std::int32_t pressX = 0;  ///< window pixels, where the button went down
     std::int32_t pressY = 0;  ///< from the bottom
     bool anchored = false;    ///< the press grabbed the globe and a drag may turn it

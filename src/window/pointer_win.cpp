@@ -42,6 +42,7 @@ std::optional<LatLon> PickInView(MapState& map, HWND window, const WindowPoint& 
 void ArmLeaveTracking(MapState& map, HWND window) noexcept {
     if (map.pointer.geoPoint.valid) return;
     map.pointer.geoPoint.valid = true;
+    map.pointer.overWindow = window;
     TRACKMOUSEEVENT track = {sizeof track, TME_LEAVE, window, 0};
     TrackMouseEvent(&track);
 }
@@ -189,8 +190,9 @@ LRESULT OnButtonDown(HWND window, WPARAM, LPARAM lParam) {
     map.pointer.pressedPhoto = PhotoAt(map, point);
     map.pointer.pressedKey = HitTestButtons(map, window, point.x, point.y, false);
     if (map.pointer.pressedKey != 0 && !ActsOnRelease(map.pointer.pressedKey)) {
-        StartRepeat(map, window);
         PressButton(window, map.pointer.pressedKey);
+        // The key may have let the host act: only a button that is still held repeats.
+        if (map.windows.IsLive(window) && GetCapture() == window) StartRepeat(map, window);
         return 0;
     }
     InvalidateRect(window, nullptr, FALSE);

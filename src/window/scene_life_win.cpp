@@ -35,6 +35,8 @@ std::unique_ptr<CPlanet> MakePlanet(MapState& map) {
 void ReadTextureLimit(MapState& map) noexcept {
     GLint size = 0;
     glGetIntegerv(GL_MAX_TEXTURE_SIZE, &size);
+    // No answer leaves the size from before: 0 would mean that there is no limit.
+    if (size < 1) return;
     map.textures.limits.maxTextureSize = std::min<std::int32_t>(size, map.textures.sizeCap);
 }
 
@@ -67,6 +69,7 @@ void PopulateScene(MapState& map) {
 }
 
 std::uint32_t AttachTiles(MapState& map) {
+    map.textures.tilesWaitForContext = false;
     return map.drawing.planet->SetTexture(map.textures.store.Tiles());
 }
 
@@ -107,6 +110,12 @@ void RebuildOn(MapState& map, MapWindow& entry) {
 void ResizeScene(MapState& map, std::int32_t width, std::int32_t height) {
     map.drawing.scene.Resize(width, height);
     CompileScene(map);
+    MeasureScene(map);
+}
+
+void ResizeSceneWithoutContext(MapState& map, std::int32_t width, std::int32_t height) noexcept {
+    map.drawing.scene.width = width;
+    map.drawing.scene.height = height;
     MeasureScene(map);
 }
 

@@ -34,6 +34,9 @@ void RebuildOn(MapState& map, MapWindow& entry);
 /// Sets viewport and projection to a size, makes the display lists again and measures the globe.
 void ResizeScene(MapState& map, std::int32_t width, std::int32_t height);
 
+/// The part of it that needs no context: takes the size over and measures the globe.
+void ResizeSceneWithoutContext(MapState& map, std::int32_t width, std::int32_t height) noexcept;
+
 /// Makes the display lists again; this is what moves the day/night line.
 void CompileScene(MapState& map);
 

@@ -78,12 +78,18 @@ std::uint32_t SetUpWindow(MapState& map, MapWindow& entry) {
     return HORIVO_OK;
 }
 
+/// @return whether a load of the window had not ended
+bool RemoveWindow(MapState& map, HWND window) noexcept {
+    map.windows.Remove(window);
+    return map.textures.loads.Forget(window);
+}
+
 /// Leaves nothing of the refused window behind and puts the others back in order.
 void Refuse(MapState& map, HWND window) noexcept {
     try {
         ReleaseScene(map);
         map.drawing.context.Destroy();
-        map.windows.Remove(window);
+        RemoveWindow(map, window);
         MapWindow* survivor = map.windows.Current();
         if (survivor != nullptr) {
             RebuildOn(map, *survivor);
@@ -108,11 +114,10 @@ void DestroyOneOfMany(MapState& map, MapWindow& entry) noexcept {
         wglGetCurrentDC() == entry.dc.Get()) {
         wglMakeCurrent(nullptr, nullptr);
     }
-    const HWND window = entry.window;
-    map.windows.Remove(window);
     // The messages of its load go nowhere now, and the load of another window may have given up
     // waiting behind it: a window that lives must see the tiles through.
-    if (map.textures.pendingFor != nullptr) StartLoad(map.windows.Current()->window);
+    const bool unfinished = RemoveWindow(map, entry.window);
+    if (unfinished && !map.textures.loads.IsAnyUnderWay()) StartLoad(map.windows.Current()->window);
 }
 
 void DestroyLast(MapState& map, MapWindow& entry) noexcept {
@@ -122,8 +127,7 @@ void DestroyLast(MapState& map, MapWindow& entry) noexcept {
     ReleaseScene(map);
     map.drawing.context.Destroy();
     map.drawing.handCursor.reset();
-    map.windows.Remove(entry.window);
-    map.textures.pendingFor = nullptr;
+    RemoveWindow(map, entry.window);
 }
 
 }  // namespace
@@ -149,7 +153,8 @@ LRESULT OnDestroy(HWND window, WPARAM, LPARAM) {
     MapWindow* entry = map.windows.Find(window);
     if (entry == nullptr) return 0;  // refused at its creation, which left nothing to do
     entry->sunTimer.Stop();
-    map.pointer.geoPoint.valid = false;  // it cannot leave this window any more
+    // The pointer cannot leave this window any more.
+    if (map.pointer.overWindow == window) map.pointer.geoPoint.valid = false;
     if (map.windows.Count() > 1) {
         DestroyOneOfMany(map, *entry);
     } else {
@@ -167,7 +172,11 @@ LRESULT OnSize(HWND window, WPARAM wParam, LPARAM lParam) {
     // A minimised or squeezed window keeps its last size.
     if (entry != nullptr && width >= 1 && height >= 1) {
         const CurrentContextScope current(map.drawing.context, entry->dc.Get());
-        if (current.IsCurrent()) ResizeScene(map, width, height);
+        if (current.IsCurrent()) {
+            ResizeScene(map, width, height);
+        } else {
+            ResizeSceneWithoutContext(map, width, height);
+        }
     }
     return DefWindowProcW(window, WM_SIZE, wParam, lParam);
 }

@@ -42,6 +42,9 @@ DrivenMapTest::DrivenMapTest()
                            if (const auto act = std::exchange(whileAsked, nullptr)) act();
                            return consent;
                        }
+                       if (to == window && message == WM_KEYDOWN) {
+                           if (const auto act = std::exchange(beforeKey, nullptr)) act();
+                       }
                        const LRESULT answer = Send::Real(to, message, wParam, lParam);
                        if (to == host) {
                            if (const auto act = std::exchange(whileTold, nullptr)) act();

@@ -81,6 +81,7 @@ protected:
     std::vector<HostMessage> asked;    ///< what it was asked
     std::function<void()> whileAsked;  ///< what the host does once before it answers
     std::function<void()> whileTold;   ///< and once while its parent window hears of a city
+    std::function<void()> beforeKey;   ///< and once before a key reaches the window
 
     std::vector<std::wstring> opened;  ///< pages that were handed to the browser, in order
     std::function<void()> whileOpening;

@@ -93,9 +93,9 @@ const GLubyte* APIENTRY SpyGetString(GLenum name) {
 }
 
 void APIENTRY SpyGetIntegerv(GLenum name, GLint* value) {
-    real<"glGetIntegerv", decltype(glGetIntegerv)>(name, value);
-    if (name == GL_MAX_TEXTURE_SIZE && SpiedGl().maxTextureSize > 0)
-        *value = SpiedGl().maxTextureSize;
+    const GLint answer = name == GL_MAX_TEXTURE_SIZE ? SpiedGl().maxTextureSize : 0;
+    if (answer == 0) real<"glGetIntegerv", decltype(glGetIntegerv)>(name, value);
+    if (answer > 0) *value = answer;
 }
 
 GLenum APIENTRY SpyGetError() {

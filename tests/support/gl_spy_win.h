@@ -40,7 +40,7 @@ struct GlSpyRecord {
     SpiedFrame frame;
     /// Answer of glGetString(GL_RENDERER) in place of the real one, when not empty.
     std::string renderer;
-    /// Answer of glGetIntegerv(GL_MAX_TEXTURE_SIZE), when above 0.
+    /// Answer of glGetIntegerv(GL_MAX_TEXTURE_SIZE); 0 for GL's own, below 0 for none at all.
     GLint maxTextureSize = 0;
     /// glTexImage2D calls above this size a side leave GL_OUT_OF_MEMORY, when above 0.
     GLsizei refuseAbove = 0;

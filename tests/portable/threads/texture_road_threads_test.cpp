@@ -8,6 +8,7 @@
 #include <vector>
 
 #include "support/memory_picture.h"
+#include "window/load_tracker.h"
 #include "window/texture_road.h"
 #include "window/tuning.h"
 
@@ -23,18 +24,24 @@ struct SharedRoad {
     TextureLimits limits;
     std::mutex mutex;
     std::atomic<std::uint32_t> freed = 0;
-    // What a worker posts; the window thread takes it.
-    std::atomic<bool> loaded = false;
-    std::atomic<bool> split = false;
+    LoadTracker loads;
 };
 
-/// A worker that does `work` unless all was freed before its turn came, and then posts it.
+/// A worker that does `work` unless all was freed before its turn came, and then reports it.
 template <class Work>
-std::thread StartWorker(SharedRoad& road, std::atomic<bool>& post, Work work) {
-    return std::thread([&road, &post, work, generation = road.freed.load()] {
+std::thread StartWorker(SharedRoad& road, LoadNumber load, LoadState done, Work work) {
+    return std::thread([=, &road, generation = road.freed.load()] {
         const std::lock_guard hold(road.mutex);
-        if (road.freed == generation && work()) post = true;
+        const bool isStale = road.freed != generation;
+        road.loads.Report(load, isStale ? LoadState::Ended : work() ? done : LoadState::Failed);
     });
+}
+
+/// Sends a load on that has come so far. @return its number, kNoLoad when there is none
+LoadNumber Advance(SharedRoad& road, LoadState reached, LoadState next) {
+    const LoadNumber load = road.loads.Find(&road, reached);  // any address stands for a window
+    road.loads.Report(load, next);
+    return load;
 }
 
 /// What the window does when the tiles are reported: reads every byte, as an upload does.
@@ -48,6 +55,12 @@ unsigned Attach(SharedRoad& road) {
         for (int byte = 0; byte < size; ++byte) sum += tile.GetPixels()[byte];
     }
     return sum;
+}
+
+/// What the window does when a failure is reported.
+void ClearAfter(SharedRoad& road, LoadNumber failed) {
+    const std::lock_guard hold(road.mutex);
+    if (road.loads.LeavesTextures(failed, road.store.Stage())) road.store.ClearTiles(false);
 }
 
 void Free(SharedRoad& road) {
@@ -67,19 +80,24 @@ TEST(TextureRoadThreads, LoadsSplitsDetailChangesAndFreesMeetWithoutARace) {
     std::vector<std::thread> workers;
     int attached = 0;
     int busy = 0;
-    const auto load = [&road] {
-        return LoadTexture(road.store, road.limits, L"data/") != kLoadFailed;
+    const auto load = [&road](const wchar_t* folder) {
+        return LoadTexture(road.store, road.limits, folder) != kLoadFailed;
     };
     const auto split = [&road] { return SplitTextures(road.store, road.limits); };
     for (int round = 0; round < kRounds; ++round) {
         ApplyPerfFactor(detail, road.limits, round % 2 == 0 ? kFinestFactor : kCoarsestFactor);
-        workers.push_back(StartWorker(road, road.loaded, load));
+        const wchar_t* folder = round % 8 == 3 ? L"missing/" : L"data/";
+        workers.push_back(StartWorker(road, road.loads.Start(&road), LoadState::Loaded,
+                                      [=] { return load(folder); }));
         for (int waited = 0; waited < 4; ++waited) {
             busy += road.store.IsBusy() ? 1 : 0;  // as each picture asks, without the lock
-            if (road.loaded.exchange(false)) {
-                workers.push_back(StartWorker(road, road.split, split));
-            }
-            if (road.split.exchange(false) && Attach(road) != 0) ++attached;
+            const LoadNumber loaded = Advance(road, LoadState::Loaded, LoadState::Splitting);
+            if (loaded != kNoLoad)
+                workers.push_back(StartWorker(road, loaded, LoadState::Split, split));
+            const LoadNumber ready = Advance(road, LoadState::Split, LoadState::Ended);
+            if (ready != kNoLoad && Attach(road) != 0) ++attached;
+            const LoadNumber failed = Advance(road, LoadState::Failed, LoadState::Ended);
+            if (failed != kNoLoad) ClearAfter(road, failed);
             std::this_thread::yield();
         }
         if (round % 16 == 15) Free(road);

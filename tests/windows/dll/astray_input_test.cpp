@@ -34,6 +34,9 @@ TEST_F(AstrayInputTest, LeavingIsNoticedByAWindowMadeAnew) {
     Hover({200, 150});
     Hover({201, 150});
     EXPECT_EQ(tracks.Calls(), 1);
+    DestroyWindow(CreateMap(100, 100));
+    Hover({202, 150});
+    EXPECT_EQ(tracks.Calls(), 1) << "another window's end is nothing to this one";
     DestroyWindow(window);
     window = CreateMap(400, 300);
     Hover({200, 150});

@@ -248,6 +248,26 @@ TEST_F(ButtonsTest, LostCaptureEndsTheRepeat) {
     EXPECT_TRUE(Runs(kFlightTimer)) << "the next click is a click again";
 }
 
+TEST_F(ButtonsTest, ARepeatBeginsOnlyAfterAKeyThatLeftTheButtonHeld) {
+    const struct {
+        const char* why;
+        std::function<void()> act;
+        bool repeats;
+    } cases[] = {
+        {"looks on", [&] { EXPECT_FALSE(Runs(kRepeatTimer)) << "the key comes first"; }, true},
+        {"takes the capture", [&] { SetCapture(host); }, false},
+        {"opens and closes another window", [&] { DestroyWindow(CreateMap()); }, true},
+        {"destroys the window", [&] { DestroyWindow(window); }, false},
+    };
+    Open();
+    for (const auto& c : cases) {
+        beforeKey = c.act;
+        Press(InPanel(50, 20));
+        EXPECT_EQ(Runs(kRepeatTimer), c.repeats) << c.why;
+        Release(InPanel(50, 20));
+    }
+}
+
 TEST_F(ButtonsTest, AddPhotoShowsWhileTheHostAcceptsAndOpensItsPage) {
     library.SetLocalString(HORIVO_TEXT_ADD_PHOTO, L"Add a photo");
     library.SetLocalString(HORIVO_TEXT_ADD_PHOTO, nullptr);  // changes nothing

@@ -142,6 +142,57 @@ TEST_F(HostMessagesTest, HoverAsksAfterHalfASecondOfRest) {
     EXPECT_FALSE(Runs(kHoverTimer)) << "during a flight";
 }
 
+TEST_F(HostMessagesTest, ATimerThatFallsDueDuringAPaintWaitsForTheHostsLoop) {
+    Open();
+    cursor = PixelOfCity(kParis);
+    Key(window, 'F');  // frame after frame: the map looks for due timers itself
+    const auto fallDue = [&](WPARAM timer) { PostMessageW(window, WM_TIMER, timer, 0); };
+    // What the host's loop finds; 0 for nothing.
+    const auto takeTimer = [&] {
+        MSG message = {};
+        if (!PeekMessageW(&message, window, WM_TIMER, WM_TIMER, PM_REMOVE)) return WPARAM{0};
+        DispatchMessageW(&message);
+        return message.wParam;
+    };
+    Hover(cursor);
+    fallDue(kHoverTimer);
+    Paint(window);
+    fallDue(kHoverTimer);
+    Paint(window);
+    EXPECT_THAT(asked, IsEmpty()) << "inside UpdateWindow";
+    EXPECT_EQ(takeTimer(), kHoverTimer);
+    EXPECT_THAT(TakeAsked(), ElementsAre(int{kParis}));
+    EXPECT_EQ(takeTimer(), 0U) << "twice due before it was heard is once";
+
+    for (const bool paintedAgain : {false, true}) {
+        Hover(cursor);
+        fallDue(kHoverTimer);
+        Paint(window);
+        Hover(cursor);
+        if (paintedAgain) Paint(window);
+        EXPECT_EQ(takeTimer(), paintedAgain ? 0U : kHoverTimer);
+        EXPECT_THAT(asked, IsEmpty()) << "the pointer rests anew since then";
+        EXPECT_TRUE(Runs(kHoverTimer));
+        Tick(kHoverTimer);
+        EXPECT_THAT(TakeAsked(), ElementsAre(int{kParis}));
+    }
+    constexpr WPARAM kHostsTimer = 77;
+    fallDue(kHostsTimer);
+    Paint(window);
+    EXPECT_EQ(takeTimer(), kHostsTimer) << "a timer that the host has set for the window";
+    Hover(cursor);
+    {
+        const FakedImport<"PostMessageW", decltype(PostMessageW)> full(
+            library.module, [](HWND, UINT, WPARAM, LPARAM) { return FALSE; });
+        fallDue(kHoverTimer);
+        Paint(window);
+        EXPECT_EQ(takeTimer(), 0U);
+    }
+    Hover(cursor);
+    Tick(kHoverTimer);
+    EXPECT_THAT(TakeAsked(), ElementsAre(int{kParis})) << "the next tick counts";
+}
+
 TEST_F(HostMessagesTest, HoverIsGivenUpWhenAnythingHappens) {
     Open();
     const POINT paris = PixelOfCity(kParis);

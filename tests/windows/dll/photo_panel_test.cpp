@@ -2,6 +2,7 @@
 #include <gmock/gmock.h>
 
 #include "support/driven_map_win.h"
+#include "support/gl_spy_win.h"
 
 namespace {
 
@@ -129,6 +130,27 @@ TEST_F(PhotoPanelTest, PagingShowsAllPhotosAndComesBack) {
     Paint(window);
     EXPECT_EQ(Numbers(), Down(40, 41 - fit)) << "a window made anew shows the same";
     EXPECT_THAT(Titles(), ElementsAre("Paris", "France"));
+}
+
+TEST_F(PhotoPanelTest, WithoutAContextThePanelChangesAndItsPicturesFollow) {
+    photos.PutCity(L"France\\Paris", 40, 64, 32);
+    photos.PutCity(L"Italy\\Rome", 17, 64, 32);
+    Open();
+    Show(0);
+    Look();
+    wglMakeCurrent(nullptr, nullptr);
+    {
+        const FakedImport<"wglMakeCurrent", decltype(wglMakeCurrent)> lost(
+            library.module, [](HDC, HGLRC) { return FALSE; });
+        Show(2);
+        Key(window, VK_NEXT);
+        Paint(window);
+    }
+    SpiedGl().uploads.clear();
+    EXPECT_THAT(Titles(), ElementsAre("Rome", "Italy"));
+    EXPECT_EQ(SpiedGl().uploads.size(), 1U) << "the one photo of the second page";
+    EXPECT_EQ(Numbers(), Down(1, 1));
+    EXPECT_EQ(SpiedGl().uploads.size(), 1U) << "once";
 }
 
 TEST_F(PhotoPanelTest, WheelOverTheListPages) {

@@ -8,6 +8,7 @@
 #include "support/faked_import_win.h"
 #include "support/gl_spy_win.h"
 #include "support/map_host_win.h"
+#include "support/memory_ledger_win.h"
 #include "support/worker_watch_win.h"
 
 namespace {
@@ -18,11 +19,14 @@ constexpr UINT kStageDone = WM_USER + 1;
 constexpr WPARAM kLoad = 0;
 constexpr WPARAM kSplit = 1;
 constexpr DWORD kReleaseWait = 300000;
+constexpr int kWidth = 512;  // of the picture, pixels
+constexpr int kHeight = 256;
+constexpr std::size_t kPictureBytes = std::size_t{3} * kWidth * kHeight;
 
 class WorkerTest : public MapHostTest {
 protected:
     WorkerTest() {
-        PutPatternMap(512, 256);
+        PutPatternMap(kWidth, kHeight);
         PutSettings("lag_factor=2\r\n");  // two steps of detail on each side
         Init();
         SpiedGl().keepCalls = false;
@@ -196,6 +200,8 @@ TEST_F(WorkerTest, AWindowOpenedWhileTheFirstStillLoadsGetsItsTilesToo) {
             workers.HurryWaits(false);
             if (dies == Dies::First) DestroyWindow(first);
             if (dies == Dies::Second) DestroyWindow(second);
+            const bool nobodyLeft = dies == Dies::First && secondLoadIsLost;
+            EXPECT_EQ(workers.Started(), before + (nobodyLeft ? 2 : 1)) << "a load for nothing";
             workers.LetGo();
             ASSERT_TRUE(Settle());
             EXPECT_GE(Uploads(), 8U) << "the globe stays bare";
@@ -203,6 +209,25 @@ TEST_F(WorkerTest, AWindowOpenedWhileTheFirstStillLoadsGetsItsTilesToo) {
         }
     }
     EXPECT_EQ(TakeBoxes(), 0);
+}
+
+TEST_F(WorkerTest, ALoadThatOutlivesItsWindowLeavesNoOtherBare) {
+    const HWND window = CreateLoadedMap();
+    const HWND other = CreateMap(50, 50);
+    const std::size_t before = Uploads();
+    workers.HoldUp(At::SplitLock);
+    Key(window, 'L');
+    ASSERT_TRUE(PumpUntil([this] { return workers.IsHeldUp(); }));
+    workers.LetGo();
+    ASSERT_TRUE(workers.WaitUntilAllLeft());
+    // The tiles are there, nobody has been told, and now they are cleared again.
+    workers.HoldUp(At::Decode);
+    Key(other, 'H');
+    while (!workers.IsHeldUp()) Sleep(1);
+    DestroyWindow(other);
+    workers.LetGo();
+    EXPECT_TRUE(Settle());
+    EXPECT_EQ(Uploads(), before + 8);
 }
 
 TEST_F(WorkerTest, InstallMapTakesItsTurnBehindALoadUnderWay) {
@@ -221,18 +246,30 @@ TEST_F(WorkerTest, InstallMapTakesItsTurnBehindALoadUnderWay) {
 // ---- Workers that cannot work -----------------------------------------------------------------
 
 TEST_F(WorkerTest, AWorkerThatCannotBeStartedIsReported) {
+    const MemoryLedger memory(library.module);
     const HWND window = CreateLoadedMap();
+    const HWND other = CreateMap(50, 50);
+    SpiedGl().uploads.resize(8);
+    int repaints = 0;  // of the other window
+    using Invalidate = FakedImport<"InvalidateRect", decltype(InvalidateRect)>;
+    const Invalidate invalidate(library.module, [&](HWND asked, const RECT* part, BOOL erase) {
+        if (asked == other) ++repaints;
+        return Invalidate::Real(asked, part, erase);
+    });
     for (const int start : {1, 2}) {
-        SpiedGl().uploads.resize(8);
+        repaints = 0;
         workers.FailStart(start);
         Key(window, 'L');
         EXPECT_TRUE(Settle());
         EXPECT_EQ(TakeBoxes(), 1);
+        EXPECT_GT(repaints, 0) << "it may say that a picture is being loaded";
+        EXPECT_LT(memory.HeldBytes(), kPictureBytes) << "the picture that nobody will cut";
         EXPECT_EQ(Uploads(), 8U);
         ExpectLives(window, "after the box");
         KeyAndSettle(window, 'H');
         EXPECT_EQ(Uploads(), 16U) << "the next load";
         ExpectOnlyRightSets("the next load");
+        SpiedGl().uploads.resize(8);
     }
 }
 
@@ -261,6 +298,22 @@ TEST_F(WorkerTest, WhoeverWaitsTooLongGivesUpAndTheNextLoadWorks) {
     }
     Restart();
     WhileLocked([this] { EXPECT_NE(library.FreeMap(), 0U) << "it never waits for ever"; });
+}
+
+TEST_F(WorkerTest, TilesWaitForAContextThatCanBeUsed) {
+    const HWND window = CreateHeldUp(At::SplitLock);
+    wglMakeCurrent(nullptr, nullptr);
+    {
+        const FakedImport<"wglMakeCurrent", decltype(wglMakeCurrent)> lost(
+            library.module, [](HDC, HGLRC) { return FALSE; });
+        workers.LetGo();
+        EXPECT_TRUE(Settle());
+        EXPECT_EQ(Uploads(), 0U);
+    }
+    for (const char* why : {"the first picture brings them", "once"}) {
+        ExpectLives(window, why);
+        EXPECT_EQ(Uploads(), 8U) << why;
+    }
 }
 
 TEST_F(WorkerTest, ALockLeftByADeadThreadIsStillALock) {
