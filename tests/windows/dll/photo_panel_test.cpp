@@ -2,6 +2,7 @@
 #include <gmock/gmock.h>
 
 #include "support/driven_map_win.h"
+#include "support/failing_imports_win.h"
 
 namespace {
 
@@ -129,6 +130,25 @@ TEST_F(PhotoPanelTest, PagingShowsAllPhotosAndComesBack) {
     Paint(window);
     EXPECT_EQ(Numbers(), Down(40, 41 - fit)) << "a window made anew shows the same";
     EXPECT_THAT(Titles(), ElementsAre("Paris", "France"));
+}
+
+TEST_F(PhotoPanelTest, PagesTurnAfterACountrysPhotosFoundNoMemory) {
+    for (const wchar_t* city : {L"France\\Paris", L"France\\Lyon"}) photos.PutCity(city, 1, 64, 64);
+    photos.PutIndex(L"France", "1\tParis\t\t\tp\t/p/1\n1\tLyon\t\t\tl\t/l/1\n");
+    Open(kOpenWidth, 280);  // room for one photo
+    const POINT country = PixelOf(42.0, 5.0);
+    FailingImports memory(library.module, kMemoryCalls);
+    for (int number = 1; number == 1 || memory.Failed() != nullptr; ++number) {
+        ShowCountry();
+        Key(window, VK_NEXT);
+        memory.FailFrom(number, kAllThatFollow);
+        Click(country);
+        memory.Stop();
+        Home();
+        Key(window, VK_PRIOR);
+    }
+    ShowCountry();
+    EXPECT_EQ(Look().images.size(), 2U);
 }
 
 TEST_F(PhotoPanelTest, WheelOverTheListPages) {
