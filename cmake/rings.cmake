@@ -6,7 +6,7 @@ if(NOT WIN32)
 endif()
 if(NOT MINGW)
   # What its compiler and linker leave to the program; others bring it along.
-  list(FILTER all_sources EXCLUDE REGEX "/(stack_guard|load_config)_win\\.cpp$")
+  list(FILTER all_sources EXCLUDE REGEX "/(stack_guard|load_config|exception_memory)_win\\.cpp$")
 endif()
 # What every ring stands on, and the services shared with the host application: two libraries of
 # their own, because a host links them without core and shell.
@@ -22,7 +22,7 @@ set(shell_sources ${all_sources})
 list(FILTER shell_sources INCLUDE REGEX "_win\\.cpp$")
 # The face holds what must be compiled into the DLL itself: its exports and its entry point.
 set(face_sources ${shell_sources})
-list(FILTER face_sources INCLUDE REGEX "/(exports|dll_main|load_config)_win\\.cpp$")
+list(FILTER face_sources INCLUDE REGEX "/(exports|dll_main|load_config|exception_memory)_win\\.cpp$")
 list(REMOVE_ITEM shell_sources ${face_sources})
 
 add_library(horivo_base STATIC ${base_sources})

@@ -322,7 +322,8 @@ _Static_assert(sizeof(CityRecord) == 376 && offsetof(CityRecord, latitude) == 26
 
 /** Takes the host's city table and makes the library ready: finds the data folder
  * (`Zelmo\Horivo` in the common application data folder, made when missing), registers the window
- * class. A second call replaces the table and reports the class that is already there.
+ * class. A second call replaces the table and reports the class that is already there. A call that
+ * finds no memory (ERROR_NOT_ENOUGH_MEMORY) leaves the table of the call before in force.
  * @param cities     the host's array, may be null
  * @param cityCount  number of records; below 0 counts as none
  * @return HORIVO_OK or HORIVO_CLASS_FAILED */
@@ -351,7 +352,7 @@ HORIVO_API struct HWND__* CreateMapWindow(struct HWND__* parent, int32_t x, int3
 HORIVO_API uint32_t InstallMap(void);
 
 /** Releases the textures, the window class and the lock. Call it when no map window is left; the
- * city array must live until it returns.
+ * city array must live until it returns. Further calls touch no record until the next InitMap.
  * @return non-zero on success */
 HORIVO_API uint32_t FreeMap(void);
 

@@ -52,13 +52,15 @@ std::uint32_t RegisterMapClass(HostData& host) noexcept {
 
 std::uint32_t Initialise(MapState& map, CityRecord* cities, std::int32_t cityCount) {
     FindFolders(map.host);
+    if (map.gdiplus == nullptr || !map.gdiplus->IsStarted())
+        map.gdiplus = std::make_unique<GdiplusUse>();
+    // Nothing below throws: a call without memory leaves the table of the call before in force.
     map.host.cities = {cities, cities != nullptr ? cityCount : 0};
+    map.host.citiesInUse = true;
     QueryWindowsVersion();
     if (!map.textures.sceneMutex) map.textures.sceneMutex = std::move(map.textures.lockOfOldWorker);
     if (!map.textures.sceneMutex)
         map.textures.sceneMutex.reset(CreateMutexW(nullptr, FALSE, nullptr));
-    if (map.gdiplus == nullptr || !map.gdiplus->IsStarted())
-        map.gdiplus = std::make_unique<GdiplusUse>();
     CancelHover(map);  // its city is one of the old table
     TakeNewTable(map);
     return RegisterMapClass(map.host);
@@ -125,7 +127,8 @@ std::uint32_t FreeMap() try {
         UnregisterClassW(kMapWindowClass, LibraryModule()) != FALSE ? TRUE : FALSE;
     if (map.textures.sceneMutex)
         result = CloseHandle(map.textures.sceneMutex.release()) != FALSE ? TRUE : FALSE;
-    RestoreTimeZones(map.host.cities, map.overlay.zones);
+    if (std::exchange(map.host.citiesInUse, false))
+        RestoreTimeZones(map.host.cities, map.overlay.zones);
     map.gdiplus.reset();  // after the last picture of this thread is gone
     return result;
 } catch (...) {

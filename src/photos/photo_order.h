@@ -4,8 +4,8 @@
 
 #include "globe/city_table.h"
 
-/// By what photos are put in order. The values are copies: the host may change its records while
-/// the photos are sorted.
+/// Sort key of a photo. Its values are copies, because the host may change its records during the
+/// sort.
 struct PhotoOrderKey {
     double distance = 0.0;  ///< squared distance to the last clicked point; infinity for unknown
     std::int32_t nearest = 0;

@@ -80,22 +80,17 @@ bool IsTooLarge(const WideString& path) noexcept {
 }
 
 void SortPhotos(PhotoSet& set, const CityTable& cities) {
-    using Keyed = std::pair<PhotoOrderKey, std::unique_ptr<PhotoRecord>>;
     const std::span<const CityRecord> records = cities.Records();
-    std::vector<Keyed> keyed;
-    keyed.reserve(set.photos.size());
-    for (auto& photo : set.photos) {
+    // All that may throw comes before the first record is moved.
+    for (const auto& photo : set.photos) {
         const CityRecord& city = records[static_cast<std::size_t>(photo->cityIndex)];
         const auto key = MakePhotoOrderKey(city, photo->cityIndex, photo->photoNumber);
-        PhotoOrderKey ranked = set.ranks.try_emplace(photo->cityIndex, key).first->second;
-        ranked.photoNumber = photo->photoNumber;
-        keyed.emplace_back(ranked, std::move(photo));
+        photo->order = set.ranks.try_emplace(photo->cityIndex, key).first->second;
+        photo->order.photoNumber = photo->photoNumber;
     }
-    std::stable_sort(keyed.begin(), keyed.end(), [](const Keyed& a, const Keyed& b) {
-        return IsShownBefore(a.first, b.first);
+    std::stable_sort(set.photos.begin(), set.photos.end(), [](const auto& a, const auto& b) {
+        return IsShownBefore(a->order, b->order);
     });
-    std::transform(keyed.begin(), keyed.end(), set.photos.begin(),
-                   [](Keyed& pair) { return std::move(pair.second); });
 }
 
 }  // namespace

@@ -36,6 +36,7 @@ struct PhotoRecord {
     WideString link;               ///< page on the photo web site, at most 511 characters; or empty
     WideString caption;            ///< at most 99 characters
     CJpegTexture thumbnail;        ///< keeps its size when the pixels are freed
+    PhotoOrderKey order;           ///< its rank among the photos of the set
 };
 
 /// The photos of one city or of all cities of a country. Window thread.

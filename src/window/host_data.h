@@ -13,6 +13,8 @@ struct HostData {
     std::wstring dataDirectory;  ///< holds "map.jpg", with trailing backslash; empty: none
     std::wstring settingsFile;   ///< path of "horivo.ini"; empty: none
     CityTable cities;            ///< the host's memory
+    /// From InitMap until FreeMap; afterwards the host may have given its records back.
+    bool citiesInUse = false;
     LocalStrings localStrings;
     std::uint32_t lastSysError = 0;          ///< of the last failure that kept one; never reset
     std::uint32_t createStatus = HORIVO_OK;  ///< of the last window creation

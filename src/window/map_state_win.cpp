@@ -1,5 +1,8 @@
 #include "window/map_state_win.h"
 
+#include <cstddef>
+#include <new>
+
 namespace {
 
 // Never destroyed by the runtime: at the end of the process nothing may be touched any more.
@@ -7,6 +10,9 @@ MapState*& StateSlot() noexcept {
     static MapState* state = nullptr;
     return state;
 }
+
+// Not from the heap: where no memory is left, InitMap still keeps the reason of its refusal.
+alignas(MapState) constinit std::byte stateMemory[sizeof(MapState)] = {};
 
 /// The largest that a library can leave behind, and its lock. No worker runs any more: each holds a
 /// reference to the library.
@@ -21,7 +27,7 @@ void ReleasePicture(TextureRoad& road) noexcept {
 
 MapState& Map() {
     MapState*& state = StateSlot();
-    if (state == nullptr) state = new MapState;
+    if (state == nullptr) state = new (stateMemory) MapState;
     return *state;
 }
 
@@ -32,7 +38,7 @@ void DestroyMapState() noexcept {
     // them here would call GDI+ and OpenGL under the loader's lock.
     const bool clean = state->gdiplus == nullptr && state->windows.Count() == 0;
     if (clean) {
-        delete state;
+        state->~MapState();
     } else {
         ReleasePicture(state->textures);
     }

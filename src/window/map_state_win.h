@@ -95,7 +95,7 @@ struct DrawingState {
 /// All mutable data of the map that exists once per process. Exports and window code reach it
 /// through Map(); what they call gets its part as a parameter. Three statics stand by themselves:
 /// the common folder and the switches, which host services share, and the count of GDI+'s users,
-/// which outlive the map.
+/// which outlive the map. The C++ runtime's own are in stack_guard and exception_memory.
 struct MapState {
     HostData host;                            ///< window thread
     ViewState view;                           ///< window thread

@@ -123,5 +123,7 @@ void FailingImports::FailFrom(int number, int count) {
     gate_->until = number + count;
 }
 
+void FailingImports::Stop() { gate_->until = 0; }
+
 int FailingImports::Calls() const { return gate_->calls; }
 const char* FailingImports::Failed() const { return gate_->failed; }

@@ -15,7 +15,13 @@ struct ImportFailure {
     DWORD lastError = ERROR_NOT_ENOUGH_MEMORY;
 };
 
-/// Counts the calls of some imports of a module and lets one of them fail without being made.
+/// All by which the library gets memory.
+inline constexpr ImportFailure kMemoryCalls[] = {
+    {"malloc"}, {"calloc"}, {"realloc"}, {"GdipAlloc"}, {"GlobalAlloc"}};
+
+inline constexpr int kAllThatFollow = 1 << 30;
+
+/// Counts the calls of some imports of a module and lets some of them fail without being made.
 /// The module has to be at rest when this goes.
 class FailingImports {
 public:
@@ -27,7 +33,9 @@ public:
 
     /// The call of this number, counted from now on from 1, fails, and `count` - 1 more after it.
     void FailFrom(int number, int count = 1);
-    /// Calls since then.
+    /// No further call fails.
+    void Stop();
+    /// Calls since counting began.
     int Calls() const;
     /// The function that failed first; null while none has.
     const char* Failed() const;

@@ -42,3 +42,13 @@ TEST_F(LoadedImage, NeedsOnlyWhatComesWithWindows) {
                                                 "shell32.dll", "advapi32.dll", "msvcrt.dll"}));
     EXPECT_EQ(ImageDirectory(module, IMAGE_DIRECTORY_ENTRY_DELAY_IMPORT), 0U);
 }
+
+#ifdef __GLIBCXX__
+TEST_F(LoadedImage, GivesEveryThreadRoomForItsExceptions) {
+    const auto* data =
+        InImage<IMAGE_TLS_DIRECTORY64>(module, ImageDirectory(module, IMAGE_DIRECTORY_ENTRY_TLS));
+    // A pointer of the start-up code, then what the C++ library keeps; outside it would be lost.
+    constexpr ULONGLONG kNeeded = sizeof(void*) + 2 * sizeof(void*);
+    EXPECT_GE(data->EndAddressOfRawData - data->StartAddressOfRawData, kNeeded);
+}
+#endif

@@ -206,11 +206,18 @@ TEST_F(LabelsTest, OnlyThePermittedBytesOfARecordAreWritten) {
     Tick(kSunTimer);
     Look();
     DestroyWindow(window);
+    const auto* const lent = cities[0].timeZone;
     library.FreeMap();
     for (std::size_t i = 0; i < cities.size(); ++i) {
         EXPECT_EQ(HostsBytes(cities[i]), HostsBytes(before[i])) << i;
         EXPECT_EQ(cities[i].timeZone, before[i].timeZone) << i;
     }
+    cities[0].timeZone = lent;
+    library.FreeMap();
+    EXPECT_EQ(cities[0].timeZone, lent) << "a freed library touches no record";
+    Init();
+    library.FreeMap();
+    EXPECT_EQ(cities[0].timeZone, nullptr) << "the table was handed over again";
 }
 
 }  // namespace

@@ -2,6 +2,7 @@
 #include <gmock/gmock.h>
 
 #include "support/driven_map_win.h"
+#include "support/failing_imports_win.h"
 #include "support/gl_spy_win.h"
 
 namespace {
@@ -151,6 +152,25 @@ TEST_F(PhotoPanelTest, WithoutAContextThePanelChangesAndItsPicturesFollow) {
     EXPECT_EQ(SpiedGl().uploads.size(), 1U) << "the one photo of the second page";
     EXPECT_EQ(Numbers(), Down(1, 1));
     EXPECT_EQ(SpiedGl().uploads.size(), 1U) << "once";
+}
+
+TEST_F(PhotoPanelTest, PagesTurnAfterACountrysPhotosFoundNoMemory) {
+    for (const wchar_t* city : {L"France\\Paris", L"France\\Lyon"}) photos.PutCity(city, 1, 64, 64);
+    photos.PutIndex(L"France", "1\tParis\t\t\tp\t/p/1\n1\tLyon\t\t\tl\t/l/1\n");
+    Open(kOpenWidth, 280);  // room for one photo
+    const POINT country = PixelOf(42.0, 5.0);
+    FailingImports memory(library.module, kMemoryCalls);
+    for (int number = 1; number == 1 || memory.Failed() != nullptr; ++number) {
+        ShowCountry();
+        Key(window, VK_NEXT);
+        memory.FailFrom(number, kAllThatFollow);
+        Click(country);
+        memory.Stop();
+        Home();
+        Key(window, VK_PRIOR);
+    }
+    ShowCountry();
+    EXPECT_EQ(Look().images.size(), 2U);
 }
 
 TEST_F(PhotoPanelTest, WheelOverTheListPages) {

@@ -3,8 +3,10 @@
 #include <shlobj.h>
 
 #include <fstream>
+#include <thread>
 
 #include "support/call_ledger_win.h"
+#include "support/failing_imports_win.h"
 #include "support/faked_import_win.h"
 #include "support/gl_spy_win.h"
 #include "support/jpeg_bytes.h"
@@ -129,6 +131,29 @@ TEST_F(ResultCodesTest, SecondInitReplacesTheCitiesAndReportsTheClass) {
     ExpectWindowLives(CreateMap());
     EXPECT_EQ(first.markerPoint[3], 0.0) << "no longer the library's";
     EXPECT_EQ(second.markerPoint[3], 1.0);
+}
+
+TEST_F(ResultCodesTest, WithoutAnyMemoryCallsAreRefusedOnEveryThreadAndALifeFollows) {
+    FailingImports memory(library.module, kMemoryCalls);
+    const auto expectRefusal = [this] {
+        EXPECT_EQ(Init(), HORIVO_CLASS_FAILED);
+        EXPECT_EQ(library.GetLastSysError(), DWORD{ERROR_NOT_ENOUGH_MEMORY});
+    };
+    memory.FailFrom(1, kAllThatFollow);
+    expectRefusal();
+    std::thread(expectRefusal).join();  // another thread's first exception
+    memory.Stop();
+    EXPECT_EQ(library.GetLastSysError(), DWORD{ERROR_NOT_ENOUGH_MEMORY}) << "asked too late";
+    EXPECT_EQ(Init(), HORIVO_OK);
+    memory.FailFrom(1, kAllThatFollow);
+    expectRefusal();
+    library.SetLocalString(HORIVO_TEXT_ADD_PHOTO, std::wstring(100, L'x').c_str());
+    EXPECT_EQ(CreateMap(), nullptr);
+    EXPECT_EQ(status, HORIVO_OK);
+    EXPECT_EQ(library.GetLastSysError(), DWORD{ERROR_NOT_ENOUGH_MEMORY});
+    EXPECT_EQ(library.InstallMap(), HORIVO_BAD_PICTURE);
+    memory.Stop();
+    ExpectWindowLives(CreateMap());
 }
 
 TEST_F(ResultCodesTest, WithoutALockNothingLoadsAndNothingFails) {

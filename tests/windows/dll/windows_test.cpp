@@ -69,6 +69,10 @@ TEST_F(WindowsTest, EachLooksAsIfItWereAloneAndSharesTheTiles) {
     for (const Slot* slot : {&a, &b}) ExpectAsIfAlone(*slot, "after a refused one");
     DestroyWindow(b.window);
     ExpectAsIfAlone(a, "after the other's end");
+    EXPECT_EQ(SendMessageW(a.window, WM_CREATE, 0, 0), 0);
+    DestroyWindow(a.window);
+    Make(a);
+    ExpectAsIfAlone(a, "after one that was told twice of its creation");
     EXPECT_EQ(threads.Calls(), 2) << "one loads, one cuts";
 }
 

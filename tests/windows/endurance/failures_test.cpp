@@ -4,6 +4,8 @@
 
 #include <algorithm>
 #include <cstdio>
+#include <functional>
+#include <optional>
 #include <string>
 
 #include "long_run.h"
@@ -27,8 +29,6 @@ constexpr std::uint64_t kGdipOutOfMemory = 3;
 constexpr std::uint64_t kInvalid = ~0ULL;
 
 // Calls that give something back are not among them: what they would leave is theirs.
-constexpr ImportFailure kMemory[] = {
-    {"malloc"}, {"calloc"}, {"realloc"}, {"GdipAlloc"}, {"GlobalAlloc"}};
 constexpr ImportFailure kGdiplus[] = {{"GdiplusStartup", kGdipOutOfMemory},
                                       {"GdipBitmapGetPixel", kGdipOutOfMemory},
                                       {"GdipBitmapLockBits", kGdipOutOfMemory},
@@ -118,42 +118,67 @@ protected:
         }
         return made;
     }
-    void UseWindow() {
-        Settle();
-        Paint(window);
-        Hover({kWidth / 2, kHeight / 2});
-        SendMessageW(window, HORIVO_MSG_CITY, 0, reinterpret_cast<LPARAM>(cities.data()));
-        Paint(window);
-        for (const WPARAM timer : {1, 2, 3, 4}) Tick(timer);
-        Hover({kWidth - 10, kHeight - 10});
-        Key(window, 'I');
-        Paint(window);
-        Key(window, 'I');
-        Click({kWidth / 2, kHeight / 2 + 4});
-        Key(window, 'L');
-        Key(window, 'H');
-        Settle();
-        MoveWindow(window, 0, 0, kWidth + 8, kHeight + 6, FALSE);
-        Paint(window);
+    /// Calls the map, or waits for its workers. A failure that has begun ends with it.
+    void Do(const std::function<void()>& call) {
+        call();
+        if (failing_->Failed() != nullptr) failing_->Stop();
     }
-    /// Start, load, split, attach, draw, photos, reload, install, a second window, destroy, free.
-    void LiveHowever() {
-        EXPECT_THAT(Init(), AnyOf(HORIVO_OK, HORIVO_CLASS_FAILED));
-        library.SetLocalString(HORIVO_TEXT_ADD_PHOTO, L"Add a photo");
-        window = Make();
-        if (window != nullptr) UseWindow();
+    void UseWindow() {
+        const POINT middle = {kWidth / 2, kHeight / 2};
+        const POINT below = {kWidth / 2, kHeight / 2 + 4};
+        const POINT corner = {kWidth - 10, kHeight - 10};
+        const std::function<void()> calls[] = {
+            [&] { Settle(); },
+            [&] { Paint(window); },
+            [&] { Hover(middle); },
+            [&] { ShowCity(cities[0]); },
+            [&] { Paint(window); },
+            [&] { SendMessageW(window, HORIVO_MSG_PHOTOS_CHANGED, 0, 2); },
+            [&] { Key(window, VK_NEXT); },
+            [&] { Key(window, VK_PRIOR); },
+            [&] { EXPECT_EQ(Init(), HORIVO_CLASS_FAILED) << "it is there"; },
+            [&] { Wheel(WHEEL_DELTA); },
+            [&] { Tick(kRepeatTimer); },
+            [&] { Tick(kFlightTimer); },
+            [&] { Tick(kHoverTimer); },
+            [&] { Tick(kSunTimer); },
+            [&] { Hover(corner); },
+            [&] { Key(window, 'I'); },
+            [&] { Paint(window); },
+            [&] { Key(window, 'I'); },
+            [&] { Press(below); },
+            [&] { Release(below); },
+            [&] { Key(window, 'L'); },
+            [&] { Key(window, 'H'); },
+            [&] { Settle(); },
+            [&] { MoveWindow(window, 0, 0, kWidth + 8, kHeight + 6, FALSE); },
+            [&] { Paint(window); },
+        };
+        for (const auto& call : calls) Do(call);
+    }
+    void TryInstall() {
         EXPECT_THAT(library.InstallMap(),
                     AnyOf(HORIVO_OK, HORIVO_COPY_FAILED, HORIVO_BAD_PICTURE, HORIVO_UNFIT_PICTURE,
                           HORIVO_CLASS_FAILED, HORIVO_NO_PIXEL_FORMAT, HORIVO_PIXEL_FORMAT_REFUSED,
                           HORIVO_CONTEXT_FAILED));
-        if (const HWND second = Make()) {
-            Paint(second);
-            DestroyWindow(second);
+    }
+    /// Start, load, split, attach, draw, photos, reload, install, a second window, destroy, free.
+    void LiveHowever() {
+        Do([this] { EXPECT_THAT(Init(), AnyOf(HORIVO_OK, HORIVO_CLASS_FAILED)); });
+        Do([this] { library.SetLocalString(HORIVO_TEXT_ADD_PHOTO, L"Add a photo"); });
+        Do([this] { window = Make(); });
+        if (window != nullptr) UseWindow();
+        Do([this] { TryInstall(); });
+        HWND second = nullptr;
+        Do([&] { second = Make(); });
+        if (second != nullptr) {
+            Do([=] { Paint(second); });
+            Do([=] { DestroyWindow(second); });
         }
-        if (window != nullptr) DestroyWindow(window);
+        if (window != nullptr) Do([this] { DestroyWindow(window); });
         window = nullptr;
-        library.FreeMap();
-        Settle();
+        Do([this] { library.FreeMap(); });
+        Do([this] { Settle(); });
     }
     /// What every life has to be in which nothing fails.
     void LiveWell(const std::string& why) {
@@ -176,51 +201,45 @@ protected:
         EXPECT_NE(library.FreeMap(), 0U) << why;
         Settle();
     }
-    /// A life with one failure, then a whole one. @return the function that failed; null when none
-    const char* LiveWithFailure(FailingImports& failing, int number) {
+    /// A life with a failure, then a whole one. @return the function that failed; null when none
+    const char* LiveWithFailure(int number, int count) {
         PutFiles();
         boxes = 0;
-        failing.FailFrom(number);
+        failing_->FailFrom(number, count);
         LiveHowever();
-        const char* failed = failing.Failed();
-        failing.FailFrom(0, 0);
+        const char* failed = failing_->Failed();
+        failing_->FailFrom(0, 0);
         if (failed == nullptr) return nullptr;
         const std::string why = std::string(failed) + ", call " + std::to_string(number);
         EXPECT_LE(boxes, 4) << why;
         LiveWell(why);
         return failed;
     }
-    /// Lets call after call of the functions fail until a life runs through without. A short run
-    /// takes some of the calls, others each time.
-    void FailEach(std::span<const ImportFailure> functions) {
-        FailingImports failing(library.module, functions);
+    /// Lets call after call of the functions fail, with `count` - 1 more unless the map returns
+    /// before, until a life runs through without. A short run takes some of the calls, others each
+    /// time.
+    void FailEach(std::span<const ImportFailure> functions, int count = 1) {
+        failing_.emplace(library.module, functions);
         // What is kept for the life of the process is there after a failure and a whole life.
-        failing.FailFrom(5);
-        LiveHowever();
-        failing.FailFrom(0, 0);
-        LiveWell("to begin with");
-        const int step = std::max(1, failing.Calls() / LengthOfRun(failing.Calls(), 20));
+        LiveWithFailure(5, count);
+        const int step = std::max(1, failing_->Calls() / LengthOfRun(failing_->Calls(), 20));
         const auto calls = calls_.Held();
-        auto memory = memory_.Held();
+        const auto memory = memory_.Held();
         const ResourceCount process = CountResources();
         int rounds = 0;
         int number = 1 + static_cast<int>(SeedOfRun() % static_cast<unsigned>(step));
         for (; number < kMostCalls && !HasFailure(); number += step, ++rounds) {
-            const char* failed = LiveWithFailure(failing, number);
+            const char* failed = LiveWithFailure(number, count);
             if (failed == nullptr) break;
             const std::string why = std::string(failed) + ", call " + std::to_string(number);
             EXPECT_EQ(calls_.Held(), calls) << why;
-            if (memory_.Held() == memory) continue;
-            // The first exception on a way makes what the runtime keeps; a second must add nothing.
-            memory = memory_.Held();
-            LiveWithFailure(failing, number);
             EXPECT_EQ(memory_.Held(), memory) << why;
         }
         EXPECT_LT(number, kMostCalls) << "the scenario never ran through";
         const ResourceCount now = CountResources();
         EXPECT_LE(now.kernelHandles, process.kernelHandles + 4);
         EXPECT_LE(now.gdiObjects, process.gdiObjects + 2);
-        std::printf("%d of %d calls failed, one a life\n", rounds, number - 1);
+        std::printf("%d failures within %d calls\n", rounds, number - 1);
     }
 
     int boxes = 0;
@@ -236,6 +255,9 @@ private:
 
 protected:
     WorkerWatch workers{library.module};
+
+private:
+    std::optional<FailingImports> failing_;
 };
 
 TEST_F(FailuresTest, Gdiplus) { FailEach(kGdiplus); }
@@ -244,6 +266,7 @@ TEST_F(FailuresTest, Gl) { FailEach(kGl); }
 TEST_F(FailuresTest, ThreadsAndLocks) { FailEach(kThreads); }
 TEST_F(FailuresTest, Files) { FailEach(kFiles); }
 TEST_F(FailuresTest, Windows) { FailEach(kWindows); }
-TEST_F(FailuresTest, Memory) { FailEach(kMemory); }
+TEST_F(FailuresTest, Memory) { FailEach(kMemoryCalls); }
+TEST_F(FailuresTest, AllMemory) { FailEach(kMemoryCalls, kAllThatFollow); }
 
 }  // namespace
