@@ -10,8 +10,8 @@ else()
     horivo_options INTERFACE -Wall -Wextra -Wpedantic -Wshadow -Wconversion -Werror
                              -ffp-contract=off)
   # Two builds of one commit are alike, wherever they were made.
-  target_compile_options(horivo_options INTERFACE -ffile-prefix-map=${CMAKE_BINARY_DIR}=build
-                                                  -ffile-prefix-map=${CMAKE_SOURCE_DIR}=.)
+  target_compile_options(horivo_options INTERFACE -ffile-prefix-map=${PROJECT_BINARY_DIR}=build
+                                                  -ffile-prefix-map=${PROJECT_SOURCE_DIR}=.)
 endif()
 if(WIN32)
   target_compile_definitions(horivo_options INTERFACE UNICODE _UNICODE _WIN32_WINNT=0x0A00

@@ -5,7 +5,7 @@ include(CMakePackageConfigHelpers)
 # Import libraries: MinGW's comes with the link, Microsoft's linker wants one of its own kind.
 find_program(HORIVO_DLLTOOL NAMES llvm-dlltool llvm-dlltool-14)
 set(msvc_import_library ${CMAKE_ARCHIVE_OUTPUT_DIRECTORY}/horivo_map.lib)
-set(export_list ${CMAKE_SOURCE_DIR}/src/interface/horivo_map.def)
+set(export_list ${PROJECT_SOURCE_DIR}/src/api/horivo_map.def)
 if(MINGW AND HORIVO_DLLTOOL)
   add_custom_command(
     OUTPUT ${msvc_import_library}
@@ -24,10 +24,10 @@ endif()
 install(FILES include/horivo_map.h include/horivo_host.h DESTINATION include)
 
 set(config_folder lib/cmake/horivo_map)
-write_basic_package_version_file(${CMAKE_BINARY_DIR}/generated/horivo_mapConfigVersion.cmake
+write_basic_package_version_file(${PROJECT_BINARY_DIR}/generated/horivo_mapConfigVersion.cmake
                                  COMPATIBILITY SameMajorVersion)
 install(FILES cmake/horivo_mapConfig.cmake
-              ${CMAKE_BINARY_DIR}/generated/horivo_mapConfigVersion.cmake
+              ${PROJECT_BINARY_DIR}/generated/horivo_mapConfigVersion.cmake
         DESTINATION ${config_folder})
 
 # The sample host, beside the DLL and with its data.
@@ -50,6 +50,6 @@ endif()
 set(CPACK_GENERATOR ZIP)
 set(CPACK_PACKAGE_NAME horivo_map)
 set(CPACK_PACKAGE_FILE_NAME horivo_map-${PROJECT_VERSION}-windows-x86_64)
-set(CPACK_PACKAGE_DIRECTORY ${CMAKE_BINARY_DIR}/package)
+set(CPACK_PACKAGE_DIRECTORY ${PROJECT_BINARY_DIR}/package)
 set(CPACK_STRIP_FILES ON)
 include(CPack)

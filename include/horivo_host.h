@@ -1,6 +1,6 @@
 /** @file
  * Services that the map library shares with its host: language files, unit words, the texts of
- * dialogs and menus, administrative switches, the diagnostic log.
+ * dialogs and menus, time zones and local times, administrative switches, the diagnostic log.
  *
  * They are a static library, horivo_host; the DLL exports none of them. Each module that links it
  * has records of its own; the DLL takes only the switches and the time zones along and reads the
@@ -17,20 +17,25 @@
  *   ReadAdminFlags      at the start, and whenever the switches may have changed
  *   SetLanguage         when the user chooses a language; what is open is then localized again
  *
- * Threads: the log and the switches belong to any thread, everything else to the host's user
- * interface thread (SetLanguage sets the locale of the thread that calls it). No function throws.
- * Text is UTF-16 unless it says otherwise; pointers to text may be null where that is said.
+ * Threads: the log and the switches belong to any thread, a TimeZoneTable and a ZoneRuleCache to
+ * one thread at a time, everything else to the host's user interface thread (SetLanguage sets the
+ * locale of the thread that calls it). No function throws. Text is UTF-16 unless it says otherwise;
+ * pointers to text may be null where that is said.
  */
 #ifndef HORIVO_HOST_H
 #define HORIVO_HOST_H
 
+#include <array>
 #include <atomic>
+#include <cstddef>
 #include <cstdint>
 
 #include "horivo_map.h"
 
 struct HINSTANCE__;
 struct HMENU__;
+struct _SYSTEMTIME;
+struct _TIME_ZONE_INFORMATION;
 
 /* ---- Language record ----------------------------------------------------------------------- */
 
@@ -168,6 +173,83 @@ std::int32_t LocalMessageBox(HWND__* owner, HINSTANCE__* module, std::uint32_t t
 /** The word for `number` units of seconds, minutes, hours, days or weeks (table 0 to 4), by the
  * last two digits: "days" for 102. Null for any other table. Valid until the next SetLanguage. */
 const HorivoWideChar* GetUnitWord(std::uint32_t table, std::uint32_t number) noexcept;
+
+/* ---- Time zones and local times ------------------------------------------------------------ */
+
+/** Zones that HORIVO_TIME_ZONES numbers. */
+#define HORIVO_COUNT_ZONE(number, key) +1  // NOLINT(bugprone-macro-parentheses): a chain of sums
+inline constexpr std::uint32_t kTimeZoneCount = 0 HORIVO_TIME_ZONES(HORIVO_COUNT_ZONE);
+#undef HORIVO_COUNT_ZONE
+
+/** Windows' record of each zone that HORIVO_TIME_ZONES numbers. Records stay where they are for the
+ * life of the table, so that city records may point at them. One thread at a time. */
+class TimeZoneTable {
+public:
+    TimeZoneTable() noexcept = default;
+    TimeZoneTable(const TimeZoneTable&) = delete; /**< city records point into the table */
+    TimeZoneTable& operator=(const TimeZoneTable&) = delete;
+
+    /** Asks Windows for all its zones, once. Takes some milliseconds, on some systems a good part
+     * of a second: a host may call it on a thread of its own before the first Find, which does it
+     * otherwise. */
+    void Prepare() noexcept;
+
+    /** The record of zone `id`; null for 0, for a number that HORIVO_TIME_ZONES does not have and
+     * for a zone that this Windows lacks. */
+    const _TIME_DYNAMIC_ZONE_INFORMATION* Find(std::uint32_t id) noexcept;
+
+    /** Whether `zone` is one of this table's records. */
+    bool Owns(const _TIME_DYNAMIC_ZONE_INFORMATION* zone) const noexcept;
+
+private:
+    static constexpr std::size_t kRecordBytes = 432; /* of a DYNAMIC_TIME_ZONE_INFORMATION */
+
+    bool prepared_ = false;
+    std::array<bool, kTimeZoneCount> known_ = {};
+    /* Room for the records; as bytes, because their type is in windows.h. */
+    alignas(4) std::array<std::byte, kTimeZoneCount* kRecordBytes> records_ = {};
+};
+
+/** The rules of time zones by year. They come from the registry, which is too slow for a clock that
+ * asks for many cities again and again, so the latest 128 answers are kept; a change of the rules
+ * in Windows shows after a restart. One thread at a time. */
+class ZoneRuleCache {
+public:
+    /** Bias and daylight saving of `zone` in `year`: the rules that Windows has for that year by
+     * the record's key name. A record without a name that Windows knows, or with
+     * DynamicDaylightTimeDisabled, counts with its own bias and dates in every year.
+     * @return valid until the next call */
+    const _TIME_ZONE_INFORMATION& ForYear(const _TIME_DYNAMIC_ZONE_INFORMATION& zone,
+                                          std::uint16_t year) noexcept;
+
+private:
+    struct Entry;
+    /* One frame of the map: 64 labels, each in two years on New Year's Eve. */
+    static constexpr std::size_t kCapacity = 128;
+    static constexpr std::size_t kEntryBytes = 608; /* of an Entry */
+
+    Entry& At(std::size_t index) noexcept;
+
+    /* Room for the entries; as bytes, because what they hold is in windows.h. */
+    alignas(4) std::array<std::byte, kCapacity * kEntryBytes> entries_;
+    std::size_t used_ = 0;
+    std::size_t next_ = 0; /* the entry that goes first when all are used */
+};
+
+/** Converts a UTC instant to the local time of `zone`, with the daylight saving of the local year.
+ * @param[out] local  the local time
+ * @return false when the record or the instant makes no time; `local` is then left alone */
+bool UtcToZoneTime(const _SYSTEMTIME& utc, const _TIME_DYNAMIC_ZONE_INFORMATION& zone,
+                   ZoneRuleCache& rules, _SYSTEMTIME& local) noexcept;
+
+/** Room that every text of FormatShortTime fits into, characters, terminator included. */
+inline constexpr std::int32_t kTimeTextChars = 64;
+
+/** What stands for a time that cannot be shown: "Error!". */
+inline constexpr HorivoWideChar kTimeErrorText[] = {'E', 'r', 'r', 'o', 'r', '!', 0};
+
+/** Writes `time` as the user's short time without seconds; kTimeErrorText when Windows refuses. */
+void FormatShortTime(const _SYSTEMTIME& time, HorivoWideChar (&text)[kTimeTextChars]) noexcept;
 
 /* ---- Administrative switches --------------------------------------------------------------- */
 

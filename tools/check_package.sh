@@ -43,7 +43,7 @@ clang --target=x86_64-pc-windows-msvc -nostdinc -c tools/import_library_user.c \
 lld-link -nodefaultlib -entry:start -subsystem:console "-out:$work/user.exe" "$work/user.obj" \
     "$package/lib/horivo_map.lib"
 x86_64-w64-mingw32-objdump -p "$work/user.exe" | grep -A12 'DLL Name: horivo_map.dll' >"$work/imports"
-for function in $(sed -n 's/^    //p' src/interface/horivo_map.def); do
+for function in $(sed -n 's/^    //p' src/api/horivo_map.def); do
     grep -qw "$function" "$work/imports" || { echo "$function is not imported"; exit 1; }
 done
 

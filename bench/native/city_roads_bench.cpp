@@ -2,8 +2,8 @@
 #include <cstring>
 #include <vector>
 
+#include "cities/city_markers.h"
 #include "common/spread_cities.h"
-#include "globe/city_markers.h"
 #include "paired_benchmark.h"
 
 namespace {

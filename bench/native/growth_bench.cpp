@@ -6,9 +6,9 @@
 #include <string>
 
 #include "bench_picture.h"
+#include "cities/city_markers.h"
 #include "common/pairs.h"
 #include "common/spread_cities.h"
-#include "globe/city_markers.h"
 #include "heap_meter.h"
 #include "image/tile_grid.h"
 

@@ -14,7 +14,7 @@
 #include "render/gl_font.h"
 #include "render/scene.h"
 #include "shown_line_win.h"
-#include "window/window_font_win.h"
+#include "window/map_font.h"
 
 namespace {
 
@@ -67,7 +67,7 @@ int wmain(int count, wchar_t** arguments) {
     if (count < 2) return 2;
     const int width = count > 3 ? _wtoi(arguments[2]) : 1920;
     const int height = count > 3 ? _wtoi(arguments[3]) : 1080;
-    const GdiplusUse gdiplus;
+    const GdiplusSession gdiplus;
     const BenchWindow window(width, height);
     ShowMap(window, arguments[1], width, height);
     return 0;

@@ -3,15 +3,15 @@
 #include <vector>
 
 #include "bench_window_win.h"
+#include "cities/city_markers.h"
 #include "common/result_line.h"
 #include "common/spread_cities.h"
 #include "gl_tape_win.h"
-#include "globe/city_markers.h"
 #include "globe/planet.h"
 #include "image/jpeg_texture.h"
 #include "image/picture.h"
 #include "render/gl_context_win.h"
-#include "window/tuning.h"
+#include "window/level_of_detail.h"
 
 namespace {
 

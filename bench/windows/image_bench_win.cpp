@@ -98,7 +98,7 @@ void MeasurePairs(const std::wstring& path, Limits limits) {
 }  // namespace
 
 int wmain(int count, wchar_t** arguments) {
-    const GdiplusUse gdiplus;
+    const GdiplusSession gdiplus;
     if (count < 3) return 2;
     const std::wstring mode = arguments[1];
     const std::wstring path = arguments[2];

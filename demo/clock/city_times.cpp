@@ -41,7 +41,9 @@ void CityTimes::Begin(HWND window, UINT message) {
 
 void CityTimes::Finish(std::vector<CityRecord>& cities) {
     if (thread_ != nullptr) WaitForSingleObject(thread_, INFINITE);
-    for (CityRecord& city : cities) ResolveTimeZone(city, zones_);
+    for (CityRecord& city : cities) {
+        if (city.timeZone == nullptr) city.timeZone = zones_.Find(city.timeZoneId);
+    }
     ready_ = true;
 }
 

@@ -4,9 +4,7 @@
 #include <cstdint>
 #include <vector>
 
-#include "horivo_map.h"
-#include "host/local_time_win.h"
-#include "host/time_zone_table_win.h"
+#include "horivo_host.h"
 #include "window/host_windows.h"
 
 /// The time in one city.

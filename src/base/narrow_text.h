@@ -12,3 +12,7 @@
 /// @return bytes written without the terminator; 0 for null, empty or unconvertible text
 std::int32_t NarrowText(const HorivoWideChar* text, std::int32_t length, char* buffer,
                         std::int32_t capacity) noexcept;
+
+/// The same for a code page of one's choice, by its Windows number.
+std::int32_t NarrowTextIn(std::uint32_t codePage, const HorivoWideChar* text, std::int32_t length,
+                          char* buffer, std::int32_t capacity) noexcept;

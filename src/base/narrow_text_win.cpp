@@ -1,7 +1,8 @@
-#include "base/narrow_text_win.h"
-
 #include <cstring>
 #include <cwchar>
+
+#include "base/narrow_text.h"
+#include "base/windows_types.h"
 
 namespace {
 
@@ -32,8 +33,8 @@ std::int32_t ConvertWhatFits(UINT codePage, const wchar_t* text, std::int32_t le
 
 }  // namespace
 
-std::int32_t NarrowTextIn(UINT codePage, const wchar_t* text, std::int32_t length, char* buffer,
-                          std::int32_t capacity) noexcept {
+std::int32_t NarrowTextIn(std::uint32_t codePage, const HorivoWideChar* text, std::int32_t length,
+                          char* buffer, std::int32_t capacity) noexcept {
     const std::int32_t room = capacity - 1;
     buffer[0] = '\0';
     if (text == nullptr || room <= 0) return 0;

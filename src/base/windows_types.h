@@ -36,14 +36,4 @@ struct GLYPHMETRICSFLOAT {
     float gmfCellIncX, gmfCellIncY;
 };
 
-struct PIXELFORMATDESCRIPTOR {
-    std::uint16_t nSize, nVersion;
-    std::uint32_t dwFlags;
-    std::uint8_t iPixelType, cColorBits, cRedBits, cRedShift, cGreenBits, cGreenShift, cBlueBits,
-        cBlueShift, cAlphaBits, cAlphaShift, cAccumBits, cAccumRedBits, cAccumGreenBits,
-        cAccumBlueBits, cAccumAlphaBits, cDepthBits, cStencilBits, cAuxBuffers, iLayerType,
-        bReserved;
-    std::uint32_t dwLayerMask, dwVisibleMask, dwDamageMask;
-};
-
 #endif

@@ -1,6 +1,6 @@
 // The glowing air around the globe: nested translucent shells, thinner outwards.
-#include "base/angles.h"
 #include "globe/planet.h"
+#include "math/angles.h"
 
 namespace {
 

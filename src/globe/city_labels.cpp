@@ -7,7 +7,7 @@
 
 #include "base/gl.h"
 #include "base/narrow_text.h"
-#include "globe/city_markers.h"
+#include "cities/city_lookup.h"
 #include "render/translucent_rect.h"
 
 namespace {
@@ -75,10 +75,8 @@ void SortTopToBottom(Entries entries, double reference) noexcept {
 }
 
 void WriteName(const CityRecord& city, char (&text)[kLabelTextSize]) noexcept {
-    // The record is the host's memory: its terminator may be missing.
-    const auto* const first = std::begin(city.cityName);
-    const auto* const end = std::find(first, std::end(city.cityName), HorivoWideChar{0});
-    NarrowText(first, static_cast<std::int32_t>(end - first), text, kLabelTextSize);
+    const WideView name = CityNameOf(city);
+    NarrowText(name.data(), static_cast<std::int32_t>(name.size()), text, kLabelTextSize);
 }
 
 /// Writes names and times and measures them; cuts the column at the first city that has no room.
@@ -173,6 +171,18 @@ void DrawRows(const LabelColumn& column, Entries entries, const CScene& scene,
 }
 
 }  // namespace
+
+std::int32_t CompareMarkers(const CityRecord& a, const CityRecord& b, double reference) noexcept {
+    const double rawA = a.windowPoint[1];
+    const double rawB = b.windowPoint[1];
+    const double keyA = rawA - reference;
+    const double keyB = rawB - reference;
+    if (keyB > keyA) return 1;
+    if (keyA > keyB) return -1;
+    // Deliberate: the other way round than above.
+    if (rawA > rawB) return 1;
+    return rawB > rawA ? -1 : 0;
+}
 
 double SnapToPixel(double coordinate) noexcept {
     constexpr double kReach = 1e-6;  // pixels: far above the rounding, far below what is seen

@@ -3,33 +3,24 @@
 
 #include <cstdint>
 
-#include "globe/city_table.h"
+#include "cities/city_clock.h"
 #include "render/geo_point.h"
 #include "render/gl_font.h"
 #include "render/scene.h"
 
 /// Labels in one column at most.
 inline constexpr std::int32_t kMaxLabels = 64;
-/// Bytes of a name or time text, terminator included; longer ones are cut.
-inline constexpr std::int32_t kLabelTextSize = 64;
-
-/// Tells the labels what time it is in a city. The shell's asks Windows, tests make their own.
-class CityClock {
-public:
-    /// Takes the instant that all texts show until the next call.
-    virtual void TakeTime() noexcept = 0;
-    /// Writes the city's local time into `text`, in the system's ANSI code page; empty when the
-    /// city's zone is unknown. May write the city's `timeZone`.
-    virtual void WriteTime(CityRecord& city, char (&text)[kLabelTextSize]) noexcept = 0;
-
-protected:
-    ~CityClock() = default;
-};
 
 /// Returns the whole pixel that `coordinate` (window pixels) is within 1e-6 of, else `coordinate`.
 /// The pointer's own pixel comes back from the globe with an error of about 1e-12; cut to an
 /// integer without this, it would be one pixel off in half of all places.
 double SnapToPixel(double coordinate) noexcept;
+
+/// Order of the labels: by the key `windowPoint` y, larger (higher on screen) first.
+/// @param reference  subtracted from both keys before they are compared
+/// @return 1 when `b` goes first, -1 when `a` goes first, 0 when their keys are equal
+/// Deliberate: keys that only become equal by the subtraction sort the larger raw key last.
+std::int32_t CompareMarkers(const CityRecord& a, const CityRecord& b, double reference) noexcept;
 
 /// Draws the labels of `entries`: one row a city, in the order in which the cities lie on screen,
 /// the nearest city's row highlighted and level with the pointer, with a dot on that city. Draws

@@ -1,6 +1,6 @@
 // The cities as points on the globe.
 #include "globe/planet.h"
-#include "globe/vector4.h"
+#include "math/vector4.h"
 
 namespace {
 

@@ -4,6 +4,14 @@
 
 namespace {
 
+constexpr float kGlobeAmbient[] = {0.3F, 0.3F, 0.35F, 1.0F};
+constexpr float kGlobeDiffuse[] = {1.0F, 1.0F, 1.0F, 1.0F};
+constexpr float kGlobeSpecular[] = {0.2F, 0.2F, 0.2F, 1.0F};
+constexpr GLint kGlobeShininess = 30;
+constexpr float kTextureEnvironment[] = {1.0F, 1.0F, 1.0F, 1.0F};
+
+constexpr float kNoSpecular[] = {0.0F, 0.0F, 0.0F, 1.0F};
+
 /// Records a display list while it lives. It also closes the list when recording runs out of
 /// memory: an open list would swallow every later call of the process.
 class ListRecording {
@@ -13,6 +21,19 @@ public:
     ListRecording& operator=(const ListRecording&) = delete;
     ~ListRecording() { glEndList(); }
 };
+
+void SetGlobeMaterial() {
+    glMaterialfv(GL_FRONT, GL_AMBIENT, kGlobeAmbient);
+    glMaterialfv(GL_FRONT, GL_DIFFUSE, kGlobeDiffuse);
+    glMaterialfv(GL_FRONT, GL_SPECULAR, kGlobeSpecular);
+    glTexEnvfv(GL_TEXTURE_ENV, GL_TEXTURE_ENV_COLOR, kTextureEnvironment);
+    glMateriali(GL_FRONT, GL_SHININESS, kGlobeShininess);
+}
+
+void ResetMaterial() {
+    glMateriali(GL_FRONT, GL_SHININESS, 0);
+    glMaterialfv(GL_FRONT, GL_SPECULAR, kNoSpecular);
+}
 
 }  // namespace
 
@@ -53,4 +74,16 @@ void CPlanet::Draw() {
     } else {
         RenderCities();
     }
+}
+
+void CPlanet::RenderBody() {
+    PlaceSunLight();
+    SetSunColours();
+    RenderAtmosphere();
+    // Deliberate: an untextured planet is one shell of air; there is no globe before its map.
+    if (HasTexture()) {
+        SetGlobeMaterial();
+        BuildMesh();
+    }
+    ResetMaterial();
 }

@@ -3,11 +3,10 @@
 #include <cstdint>
 
 #include "base/windows_types.h"
-#include "globe/city_table.h"
+#include "cities/city_table.h"
+#include "image/tile_grid.h"
 #include "render/extension_flags.h"
 #include "render/sphere.h"
-
-class CGLTexture;
 
 /// What the planet reads from outside; everything referred to must outlive it. Window thread.
 struct PlanetInputs {
@@ -17,10 +16,6 @@ struct PlanetInputs {
     const SYSTEMTIME& sceneTime;         ///< UTC instant of the Sun, read at every `Compile`
     const CityTable& cities;
 };
-
-inline constexpr int kTileColumns = 4;
-inline constexpr int kTileRows = 2;
-inline constexpr int kTileCount = kTileColumns * kTileRows;
 
 /// The Earth: eight texture tiles on a latitude/longitude mesh with day and night, the atmosphere
 /// around it and the cities on it. Two display lists: the lit body and the city points.
@@ -61,6 +56,7 @@ public:
     std::uint32_t tileHeight = 0;  ///< buffer of tile 0, pixels; 0 when there is no tile set
 
 private:
+    static void SetSunColours();
     void BindTile(int tile) const;
     std::uint32_t UploadTiles(const CGLTexture* const* tiles);
     std::uint32_t UploadTile(GLuint name, const CGLTexture& tile) const;

@@ -1,9 +1,9 @@
 // The globe's surface: how the mesh goes to OpenGL, tile by tile.
 #include <vector>
 
-#include "globe/geographic.h"
+#include "globe/day_night_mesh.h"
 #include "globe/planet.h"
-#include "globe/planet_mesh.h"
+#include "math/geographic.h"
 
 namespace {
 
@@ -20,7 +20,7 @@ void SendVertex(const MeshVertex& vertex, bool textured, float s, float t) {
     glVertex3f(vertex.position[0], vertex.position[1], vertex.position[2]);
 }
 
-void SendStrip(const PlanetMesh& mesh, const Strip& strip, bool textured) {
+void SendStrip(const DayNightMesh& mesh, const Strip& strip, bool textured) {
     glBegin(GL_QUAD_STRIP);
     for (std::int32_t i = 0; i <= mesh.SegmentsPerQuarter(); ++i) {
         const auto at = static_cast<std::size_t>(i);
@@ -39,7 +39,7 @@ struct RowPair {
 
 /// Sends the bands of one tile, equator first. Each ring is computed once and serves both bands
 /// that it borders.
-void SendTile(const PlanetMesh& mesh, Hemisphere hemisphere, std::int32_t quarter, RowPair& rows,
+void SendTile(const DayNightMesh& mesh, Hemisphere hemisphere, std::int32_t quarter, RowPair& rows,
               bool textured) {
     mesh.FillRow(hemisphere, quarter, 0, rows.nearEquator);
     for (std::int32_t ring = 1; ring <= mesh.BandsPerHemisphere(); ++ring) {
@@ -60,7 +60,7 @@ void SendTile(const PlanetMesh& mesh, Hemisphere hemisphere, std::int32_t quarte
 
 void CPlanet::BuildMesh() const {
     const CVector4 sun = LatLonToPoint(sunDeclination, sunLongitude, 1.0);
-    const PlanetMesh mesh(Detail(), radius, sun);
+    const DayNightMesh mesh(Detail(), radius, sun);
     const auto rowSize = static_cast<std::size_t>(mesh.SegmentsPerQuarter()) + 1;
     RowPair rows{std::vector<MeshVertex>(rowSize), std::vector<MeshVertex>(rowSize)};
 

@@ -2,7 +2,7 @@
 
 #include <cmath>
 
-#include "globe/trigonometry.h"
+#include "math/trigonometry.h"
 
 namespace {
 

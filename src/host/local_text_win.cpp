@@ -4,8 +4,7 @@
 
 #include "base/windows_types.h"
 #include "host/lang_record_win.h"
-#include "host/menu_key.h"
-#include "host/text_escapes.h"
+#include "host/local_text.h"
 
 namespace {
 

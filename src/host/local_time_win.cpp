@@ -1,7 +1,10 @@
-#include "host/local_time_win.h"
+// Local times by the rules of a year.
 
 #include <cstring>
 #include <iterator>
+
+#include "base/windows_types.h"
+#include "horivo_host.h"
 
 namespace {
 
@@ -44,13 +47,24 @@ WORD EndingYear(const SYSTEMTIME& utc) noexcept {
 
 }  // namespace
 
+struct ZoneRuleCache::Entry {
+    WORD year;
+    DYNAMIC_TIME_ZONE_INFORMATION zone;
+    TIME_ZONE_INFORMATION rules;
+};
+
+ZoneRuleCache::Entry& ZoneRuleCache::At(std::size_t index) noexcept {
+    static_assert(sizeof(Entry) == kEntryBytes && alignof(Entry) <= alignof(ZoneRuleCache));
+    return *reinterpret_cast<Entry*>(entries_.data() + index * kEntryBytes);
+}
+
 const TIME_ZONE_INFORMATION& ZoneRuleCache::ForYear(const DYNAMIC_TIME_ZONE_INFORMATION& zone,
                                                     WORD year) noexcept {
     for (std::size_t i = 0; i < used_; ++i) {
-        const Entry& entry = entries_[i];
+        const Entry& entry = At(i);
         if (entry.year == year && SameZone(entry.zone, zone)) return entry.rules;
     }
-    Entry& entry = entries_[next_];
+    Entry& entry = At(next_);
     entry = {year, zone, ReadRules(zone, year)};
     next_ = (next_ + 1) % kCapacity;
     if (used_ < kCapacity) ++used_;

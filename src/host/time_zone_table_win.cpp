@@ -1,7 +1,11 @@
-#include "host/time_zone_table_win.h"
+// The time zones that the public header numbers.
 
+#include <cstring>
 #include <cwchar>
 #include <functional>
+
+#include "base/windows_types.h"
+#include "horivo_host.h"
 
 namespace {
 
@@ -34,6 +38,8 @@ std::uint32_t PlaceOf(const wchar_t* key) noexcept {
 }  // namespace
 
 void TimeZoneTable::Prepare() noexcept {
+    static_assert(sizeof(DYNAMIC_TIME_ZONE_INFORMATION) == kRecordBytes &&
+                  alignof(DYNAMIC_TIME_ZONE_INFORMATION) <= alignof(TimeZoneTable));
     if (prepared_) return;
     prepared_ = true;
     DYNAMIC_TIME_ZONE_INFORMATION zone;
@@ -43,7 +49,7 @@ void TimeZoneTable::Prepare() noexcept {
         if (result != ERROR_SUCCESS) continue;  // one damaged key must not hide the zones behind it
         const std::uint32_t place = PlaceOf(zone.TimeZoneKeyName);
         if (place == kTimeZoneCount) continue;
-        zones_[place] = zone;
+        std::memcpy(records_.data() + place * kRecordBytes, &zone, sizeof zone);
         known_[place] = true;
     }
 }
@@ -51,27 +57,15 @@ void TimeZoneTable::Prepare() noexcept {
 const DYNAMIC_TIME_ZONE_INFORMATION* TimeZoneTable::Find(std::uint32_t id) noexcept {
     if (id == 0 || id > kTimeZoneCount) return nullptr;
     Prepare();
-    return known_[id - 1] ? &zones_[id - 1] : nullptr;
+    if (!known_[id - 1]) return nullptr;
+    return reinterpret_cast<const DYNAMIC_TIME_ZONE_INFORMATION*>(records_.data() +
+                                                                  (id - 1) * kRecordBytes);
 }
 
 bool TimeZoneTable::Owns(const DYNAMIC_TIME_ZONE_INFORMATION* zone) const noexcept {
     // The pointer may be the host's own, and only std::less orders unrelated pointers.
     constexpr std::less<> kBefore;
-    const auto* first = zones_.data();
-    return !kBefore(zone, first) && kBefore(zone, first + zones_.size());
-}
-
-const DYNAMIC_TIME_ZONE_INFORMATION* ResolveTimeZone(CityRecord& city,
-                                                     TimeZoneTable& table) noexcept {
-    if (city.timeZone == nullptr) {
-        const DYNAMIC_TIME_ZONE_INFORMATION* found = table.Find(city.timeZoneId);
-        if (found != nullptr) city.timeZone = found;
-    }
-    return city.timeZone;
-}
-
-void RestoreTimeZones(const CityTable& cities, const TimeZoneTable& table) noexcept {
-    for (CityRecord& city : cities.Records()) {
-        if (table.Owns(city.timeZone)) city.timeZone = nullptr;
-    }
+    const auto* address = reinterpret_cast<const std::byte*>(zone);
+    const std::byte* first = records_.data();
+    return !kBefore(address, first) && kBefore(address, first + records_.size());
 }

@@ -5,36 +5,36 @@
 namespace {
 
 /// GDI+ belongs to the process, and so does its count of users; under its lock.
-struct GdiplusSession {
+struct SharedStart {
     SRWLOCK lock = SRWLOCK_INIT;
     int users = 0;
     ULONG_PTR token = 0;
 };
 
-GdiplusSession session;
+SharedStart shared;
 
-class SessionLock {
+class StartLock {
 public:
-    SessionLock() noexcept { AcquireSRWLockExclusive(&session.lock); }
-    SessionLock(const SessionLock&) = delete;
-    SessionLock& operator=(const SessionLock&) = delete;
-    ~SessionLock() { ReleaseSRWLockExclusive(&session.lock); }
+    StartLock() noexcept { AcquireSRWLockExclusive(&shared.lock); }
+    StartLock(const StartLock&) = delete;
+    StartLock& operator=(const StartLock&) = delete;
+    ~StartLock() { ReleaseSRWLockExclusive(&shared.lock); }
 };
 
 }  // namespace
 
-GdiplusUse::GdiplusUse() noexcept {
-    const SessionLock lock;
-    if (session.users == 0) {
+GdiplusSession::GdiplusSession() noexcept {
+    const StartLock lock;
+    if (shared.users == 0) {
         const Gdiplus::GdiplusStartupInput input;
-        if (Gdiplus::GdiplusStartup(&session.token, &input, nullptr) != Gdiplus::Ok) return;
+        if (Gdiplus::GdiplusStartup(&shared.token, &input, nullptr) != Gdiplus::Ok) return;
     }
-    ++session.users;
+    ++shared.users;
     started_ = true;
 }
 
-GdiplusUse::~GdiplusUse() {
+GdiplusSession::~GdiplusSession() {
     if (!started_) return;
-    const SessionLock lock;
-    if (--session.users == 0) Gdiplus::GdiplusShutdown(session.token);
+    const StartLock lock;
+    if (--shared.users == 0) Gdiplus::GdiplusShutdown(shared.token);
 }

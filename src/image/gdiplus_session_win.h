@@ -5,12 +5,12 @@
 ///
 /// A failed start is no error here: opening pictures fails then.
 /// Thread: any, but never from DllMain (starting and stopping wait for other threads).
-class GdiplusUse {
+class GdiplusSession {
 public:
-    GdiplusUse() noexcept;
-    GdiplusUse(const GdiplusUse&) = delete;
-    GdiplusUse& operator=(const GdiplusUse&) = delete;
-    ~GdiplusUse();
+    GdiplusSession() noexcept;
+    GdiplusSession(const GdiplusSession&) = delete;
+    GdiplusSession& operator=(const GdiplusSession&) = delete;
+    ~GdiplusSession();
     /// Whether GDI+ runs for this user.
     bool IsStarted() const noexcept { return started_; }
 

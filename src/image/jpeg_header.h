@@ -2,6 +2,7 @@
 
 #include <cstddef>
 #include <cstdint>
+#include <string>
 
 /// What the header of a JPEG file says.
 struct JpegSize {
@@ -24,3 +25,9 @@ public:
 /// Walks the segments of a JPEG to its baseline (0xC0) or progressive (0xC2) frame header without
 /// decoding. @return false when there is none; `size` is untouched then
 bool ReadJpegHeader(ByteSource& source, JpegSize& size) noexcept;
+
+/// Reads size and component count from the header of a JPEG file, without decoding it.
+/// @param width, height  out: pixels; untouched on failure, like `components`
+/// @return false when the file cannot be read or is no baseline or progressive JPEG
+bool ProbeJpeg(const std::wstring& path, std::int32_t& width, std::int32_t& height,
+               std::int32_t& components) noexcept;

@@ -1,10 +1,13 @@
 #pragma once
-// The door to decoded pictures: declared here for the portable code, opened by GDI+ in the shell.
+// Interface to decoded pictures: declared here for the portable code, implemented with GDI+ in
+// picture_win.
 
 #include <cstddef>
 #include <cstdint>
 #include <memory>
 #include <string>
+
+#include "image/pixel_block.h"
 
 /// Pixel formats by their GDI+ codes.
 inline constexpr std::int32_t kPixelFormat24bppRgb = 0x21808;    ///< bytes B, G, R
@@ -37,15 +40,6 @@ std::unique_ptr<Picture> OpenPicture(const std::wstring& path);
 /// The picture in `format`: itself when it has that format already, else a redrawn copy. Null when
 /// redrawing failed (`picture` is destroyed then).
 std::unique_ptr<Picture> ConvertPicture(std::unique_ptr<Picture> picture, std::int32_t format);
-
-/// Pixels handed to the encoder without copying.
-struct PixelBlock {
-    std::uint8_t* firstRow = nullptr;  ///< top row
-    std::int32_t width = 0;            ///< pixels
-    std::int32_t height = 0;           ///< pixels
-    std::int32_t stride = 0;           ///< bytes from a row to the one below; may be negative
-    std::int32_t bytesPerPixel = 3;    ///< 3 (B, G, R) or 4 (B, G, R, A)
-};
 
 /// Writes a JPEG file. @param quality  1..100; below 1 stands for 75
 bool EncodeJpeg(const PixelBlock& block, const std::wstring& path, int quality);

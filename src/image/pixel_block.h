@@ -1,5 +1,5 @@
 #pragma once
-// The blocks that textures keep their pixels in.
+// Blocks of pixels: the memory that textures keep theirs in, and the view of one for the encoder.
 
 #include <cstddef>
 #include <cstdint>
@@ -24,3 +24,12 @@ inline std::uint8_t* ResizeBlock(std::uint8_t* block, std::size_t bytes) noexcep
     if (resized == nullptr) std::free(block);
     return resized;
 }
+
+/// Pixels handed to the encoder without copying.
+struct PixelBlock {
+    std::uint8_t* firstRow = nullptr;  ///< top row
+    std::int32_t width = 0;            ///< pixels
+    std::int32_t height = 0;           ///< pixels
+    std::int32_t stride = 0;           ///< bytes from a row to the one below; may be negative
+    std::int32_t bytesPerPixel = 3;    ///< 3 (B, G, R) or 4 (B, G, R, A)
+};

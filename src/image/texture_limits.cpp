@@ -2,6 +2,10 @@
 
 #include "image/jpeg_texture.h"
 
+TextureBounds ScaledBounds(std::int32_t limit, const TextureLimits& limits) noexcept {
+    return {ScaledLimit(limit, limits.texScalerX), ScaledLimit(limit, limits.texScalerY)};
+}
+
 bool FitToLimits(CJpegTexture& texture, int widthLimit, int heightLimit) noexcept {
     const int width = texture.GetWidth();
     const int height = texture.GetHeight();

@@ -1,15 +1,31 @@
 #include "photos/button_sheet_win.h"
 
+#include <cstring>
 #include <memory>
+#include <string_view>
 #include <utility>
 
-#include "photos/button_sheet.h"
+#include "image/picture.h"
+#include "photos/map_buttons.h"
 
 namespace {
+
+constexpr wchar_t kFileName[] = L"buttons.png";
+constexpr DWORD kLongestPath = 32768;  // characters, terminator included
+
+constexpr std::int32_t kSheetBitsPerPixel = 32;
+constexpr std::size_t kBytesPerPixel = kSheetBitsPerPixel / 8;
+constexpr std::size_t kRowBytes = kSheetWidth * kBytesPerPixel;
+constexpr std::size_t kSheetBytes = kSheetHeight * kRowBytes;
 
 constexpr std::int32_t kPixelFormat32bppPargb = 0xE200B;
 /// Room behind the pixels, bytes a row.
 constexpr SIZE_T kReservePerRow = 8;
+
+/// Bits that a pixel takes in a GDI+ pixel format.
+constexpr std::int32_t BitsPerPixel(std::int32_t pixelFormat) noexcept {
+    return (pixelFormat >> 8) & 0xFF;
+}
 
 bool HasAlphaFormat(const Picture& picture) noexcept {
     const std::int32_t format = picture.GetPixelFormat();
@@ -26,6 +42,33 @@ std::unique_ptr<Picture> OpenSheet(const std::wstring& path) {
     if (!fits) return nullptr;
     if (HasAlphaFormat(*picture)) return picture;
     return ConvertPicture(std::move(picture), kPixelFormat32bppArgb);
+}
+
+/// Copies the rows bottom-up: the top row becomes the last.
+void CopySheetRows(const PixelRows& rows, std::uint8_t* out) noexcept {
+    const std::uint8_t* from = rows.firstRow;
+    for (std::int32_t row = kSheetHeight - 1; row >= 0; --row, from += rows.stride) {
+        std::memcpy(out + static_cast<std::size_t>(row) * kRowBytes, from, kRowBytes);
+    }
+}
+
+/// B, G, R, A becomes R, G, B, A.
+void ExchangeRedAndBlue(std::uint8_t* pixels) noexcept {
+    for (std::size_t i = 0; i < kSheetBytes; i += kBytesPerPixel) {
+        std::swap(pixels[i], pixels[i + 2]);
+    }
+}
+
+/// Whether `path` names its drive or server; any other depends on the current directory.
+bool IsFullPath(std::wstring_view path) noexcept {
+    return path.starts_with(L"\\\\") || (path.size() > 2 && path.substr(1, 2) == L":\\");
+}
+
+/// Folder of the host's executable with a trailing backslash; empty when Windows does not tell.
+std::wstring ExecutableFolder() {
+    std::wstring path(kLongestPath, L'\0');
+    path.resize(GetModuleFileNameW(nullptr, path.data(), kLongestPath));
+    return path.substr(0, path.rfind(L'\\') + 1);
 }
 
 }  // namespace
@@ -49,4 +92,14 @@ bool ButtonSheet::Load(const std::wstring& path) {
 
 const std::uint8_t* ButtonSheet::GetPixels() const noexcept {
     return static_cast<const std::uint8_t*>(pixels_.get());
+}
+
+bool ButtonSheet::LoadFor(const std::wstring& hostDirectory) {
+    const std::wstring path = hostDirectory + kFileName;
+    if (IsFullPath(path) && GetFileAttributesW(path.c_str()) != INVALID_FILE_ATTRIBUTES) {
+        return Load(path);
+    }
+    // The command line may have given another folder (without quotes) or a relative one.
+    const std::wstring folder = ExecutableFolder();
+    return !folder.empty() && Load(folder + kFileName);
 }

@@ -4,7 +4,6 @@
 #include <iterator>
 #include <memory>
 
-#include "photos/button_sheet.h"
 #include "photos/panel_layout.h"
 #include "render/overlay_button.h"
 

@@ -10,6 +10,10 @@
 #include "render/gl_font.h"
 #include "render/gl_object.h"
 
+/// Sides of the sheet that the buttons are cut from, pixels.
+inline constexpr std::int32_t kSheetWidth = 128;
+inline constexpr std::int32_t kSheetHeight = 256;
+
 /// What the place of the photo buttons depends on.
 struct ButtonLayout {
     std::int32_t windowWidth = 0;   ///< pixels

@@ -1,6 +1,6 @@
 #include "photos/photo_files.h"
 
-#include "photos/city_lookup.h"
+#include "cities/city_lookup.h"
 #include "photos/place_name.h"
 
 bool GetPhotoFolder(WideView country, WideView city, WideString& path) {

@@ -7,7 +7,7 @@
 #include <string>
 
 #include "base/wide_text.h"
-#include "globe/city_table.h"
+#include "cities/city_table.h"
 
 /// The folder of a country (`city` empty) or of a city, with a backslash at its end.
 /// @return false, with `path` empty, when there is no country or no photo tree, when a name makes
@@ -20,7 +20,7 @@ bool GetPhotoPath(WideView country, WideView city, std::int32_t number, WideStri
 bool GetPhotoPath(const CityTable& cities, std::int32_t cityIndex, std::int32_t number,
                   WideString& path);
 
-// The doors to the disk, opened by the shell.
+// What follows asks the disk; implemented in photo_files_win.
 
 /// The root of the photo tree with a backslash at its end; empty when the system names no folder
 /// for common data. Throws std::bad_alloc.

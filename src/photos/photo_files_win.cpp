@@ -1,6 +1,6 @@
 #include "base/common_folder_win.h"
 #include "base/handles_win.h"
-#include "image/jpeg_probe_win.h"
+#include "image/jpeg_header.h"
 #include "photos/photo_files.h"
 
 WideString PhotoRoot() {

@@ -2,7 +2,7 @@
 
 #include <cstdint>
 
-#include "globe/city_table.h"
+#include "cities/city_table.h"
 
 /// Sort key of a photo. Its values are copies, because the host may change its records during the
 /// sort.

@@ -2,7 +2,7 @@
 #include <cstddef>
 #include <iterator>
 
-#include "photos/city_lookup.h"
+#include "cities/city_lookup.h"
 #include "photos/photo_panel.h"
 #include "render/translucent_rect.h"
 

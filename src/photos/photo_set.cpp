@@ -4,7 +4,7 @@
 #include <span>
 #include <utility>
 
-#include "photos/city_lookup.h"
+#include "cities/city_lookup.h"
 #include "photos/photo_files.h"
 #include "photos/photo_index.h"
 #include "photos/photo_link.h"

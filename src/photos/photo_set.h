@@ -8,7 +8,7 @@
 #include <vector>
 
 #include "base/wide_text.h"
-#include "globe/city_table.h"
+#include "cities/city_table.h"
 #include "image/jpeg_texture.h"
 #include "photos/photo_order.h"
 #include "photos/photo_paging.h"

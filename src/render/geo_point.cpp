@@ -1,7 +1,7 @@
 #include "render/geo_point.h"
 
-#include "base/angles.h"
-#include "globe/geographic.h"
+#include "math/angles.h"
+#include "math/geographic.h"
 #include "render/scene.h"
 
 void UpdateGeoPoint(CGeoPoint& geoPoint, const CScene& scene) noexcept {

@@ -2,7 +2,7 @@
 
 #include <cstdint>
 
-#include "globe/vector4.h"
+#include "math/vector4.h"
 
 class CScene;
 

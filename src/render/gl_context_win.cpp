@@ -2,16 +2,33 @@
 
 #include "base/gl.h"
 #include "horivo_map.h"
-#include "render/pixel_format.h"
 
 namespace {
 
-const char* GlString(GLenum name) noexcept {
-    return reinterpret_cast<const char*>(glGetString(name));
+constexpr BYTE kBits = 32;  // of a pixel's colour, of its accumulated colour and of its depth
+
+/// What the map window asks of OpenGL: true colour with depth, double-buffered, in a window; the
+/// driver may answer with less.
+PIXELFORMATDESCRIPTOR MapPixelFormat() noexcept {
+    PIXELFORMATDESCRIPTOR format{};
+    format.nSize = sizeof format;
+    format.nVersion = 1;
+    format.dwFlags =
+        PFD_DOUBLEBUFFER | PFD_DRAW_TO_WINDOW | PFD_SUPPORT_OPENGL | PFD_GENERIC_ACCELERATED;
+    format.iPixelType = PFD_TYPE_RGBA;
+    format.cColorBits = kBits;
+    // Deliberate: nothing accumulates, yet the buffer is part of what is asked for; another request
+    // may be answered with another format.
+    format.cAccumBits = kBits;
+    format.cDepthBits = kBits;
+    format.iLayerType = PFD_MAIN_PLANE;
+    return format;
 }
 
-}  // namespace
-
+/// Gives the window behind `dc` the pixel format that comes nearest to `wanted`. A window keeps its
+/// first format for life; asking again for the same one succeeds.
+/// @param lastSysError  gets GetLastError() of a failure, else untouched
+/// @return HORIVO_OK, HORIVO_NO_PIXEL_FORMAT or HORIVO_PIXEL_FORMAT_REFUSED
 std::uint32_t SetMapPixelFormat(HDC dc, const PIXELFORMATDESCRIPTOR& wanted,
                                 std::uint32_t& lastSysError) noexcept {
     const int format = ChoosePixelFormat(dc, &wanted);
@@ -25,6 +42,12 @@ std::uint32_t SetMapPixelFormat(HDC dc, const PIXELFORMATDESCRIPTOR& wanted,
     }
     return HORIVO_OK;
 }
+
+const char* GlString(GLenum name) noexcept {
+    return reinterpret_cast<const char*>(glGetString(name));
+}
+
+}  // namespace
 
 std::uint32_t CGLContext::Create(HDC dc) {
     Destroy();

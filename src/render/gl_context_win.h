@@ -5,13 +5,6 @@
 #include "base/windows_types.h"
 #include "render/extension_flags.h"
 
-/// Gives the window behind `dc` the pixel format that comes nearest to `wanted`. A window keeps its
-/// first format for life; asking again for the same one succeeds.
-/// @param lastSysError  gets GetLastError() of a failure, else untouched
-/// @return HORIVO_OK, HORIVO_NO_PIXEL_FORMAT or HORIVO_PIXEL_FORMAT_REFUSED
-std::uint32_t SetMapPixelFormat(HDC dc, const PIXELFORMATDESCRIPTOR& wanted,
-                                std::uint32_t& lastSysError) noexcept;
-
 /// Addresses of OpenGL functions beyond 1.1; null until a detection finds them.
 /// Deliberate: they are stored and never called; looking them up is part of the detection.
 struct ExtensionEntryPoints {
@@ -35,10 +28,9 @@ public:
     /// three OpenGL set-up codes. A null `dc` only destroys. After HORIVO_CONTEXT_FAILED a handle
     /// that was made stays until Destroy.
     std::uint32_t Create(HDC dc);
-    /// Makes the context current on `dc` and detects the extensions again. The DC must have the
-    /// context's pixel format: that of a window for which Create ran has it, another one gets it
-    /// from SetMapPixelFormat(dc, MapPixelFormat(), ...). @return false without a context or when
-    /// GL refuses
+    /// Makes the context current on `dc` and detects the extensions again. `dc` must belong to a
+    /// window for which Create has run, because only that gives it the context's pixel format.
+    /// @return false without a context or when GL refuses
     bool MakeCurrent(HDC dc);
     /// Deletes the context, if any; the thread then has no current context, not even another
     /// program part's (see ForeignContextGuard).
@@ -49,7 +41,6 @@ public:
     const char* GetVendor() const noexcept { return vendor_; }
     const char* GetRenderer() const noexcept { return renderer_; }
     const char* GetVersion() const noexcept { return version_; }
-    const ExtensionEntryPoints& GetEntryPoints() const noexcept { return entryPoints_; }
 
 private:
     void DetectExtensions() noexcept;

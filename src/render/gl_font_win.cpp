@@ -3,7 +3,6 @@
 #include <cmath>
 
 #include "base/gl.h"
-#include "render/font_characters_win.h"
 #include "render/list_name.h"
 #include "render/pending_errors.h"
 
@@ -11,6 +10,13 @@ namespace {
 
 constexpr unsigned kCodeCount = 256;
 constexpr unsigned kBlank = ' ';
+constexpr unsigned kFirstForeignCode = 128;
+constexpr unsigned kDegreeSign = 0xB0;
+
+bool IsSingleByte(UINT codePage) noexcept {
+    CPINFO info;
+    return GetCPInfo(codePage, &info) && info.MaxCharSize == 1;
+}
 
 /// Records the lists of `count` characters from `first` on as `list` and the names behind it.
 /// @param metrics  gets one record a character in outline mode
@@ -89,6 +95,19 @@ void CheckBlanks(HDC dc, GLuint base, const std::int16_t (&widths)[kCodeCount]) 
 }
 
 }  // namespace
+
+wchar_t CharacterOfCode(UINT codePage, unsigned code) noexcept {
+    const auto sameNumber = static_cast<wchar_t>(code);
+    if (code < kFirstForeignCode || code >= kGlyphCount || code == kDegreeSign ||
+        !IsSingleByte(codePage)) {
+        return sameNumber;
+    }
+    const char byte = static_cast<char>(code);
+    wchar_t character = 0;
+    const int converted =
+        MultiByteToWideChar(codePage, MB_ERR_INVALID_CHARS, &byte, 1, &character, 1);
+    return converted == 1 ? character : sameNumber;
+}
 
 bool CGLFont::Build(HDC dc, bool outlineMode) {
     Release();

@@ -3,8 +3,8 @@
 #include <algorithm>
 #include <cmath>
 
-#include "base/angles.h"
 #include "base/gl.h"
+#include "math/angles.h"
 
 namespace {
 

@@ -3,7 +3,7 @@
 #include <array>
 #include <cstdint>
 
-#include "globe/matrix4.h"
+#include "math/matrix4.h"
 
 struct Position3 {
     float x = 0.0F;

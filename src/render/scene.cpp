@@ -3,9 +3,9 @@
 #include <cmath>
 #include <limits>
 
-#include "base/angles.h"
 #include "base/gl.h"
-#include "globe/geographic.h"
+#include "math/angles.h"
+#include "math/geographic.h"
 #include "render/sphere.h"
 
 namespace {

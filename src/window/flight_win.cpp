@@ -1,8 +1,7 @@
 #include "window/flight_win.h"
 
-#include "base/angles.h"
-#include "window/pointer_win.h"
-#include "window/scene_life_win.h"
+#include "math/angles.h"
+#include "window/drag_win.h"
 
 namespace {
 
@@ -12,7 +11,7 @@ void LandAtCentre(MapState& map, HWND window) {
     if (!UseSizeOf(map, window) || map.drawing.planet == nullptr) return;
     const CScene& scene = map.drawing.scene;
     RepickAt(map.pointer.geoPoint, scene, *map.drawing.planet, scene.width / 2, scene.height / 2);
-    GrabAgain(map, window);
+    ReanchorDrag(map, window);
 }
 
 }  // namespace
@@ -23,16 +22,16 @@ ViewAngles ViewOfPlace(double latitudeDeg, double longitudeDeg) noexcept {
 
 void StartFlight(MapState& map, HWND window, const ViewAngles& to) noexcept {
     StopFlight(map);
-    if (!map.flight.flight.Start({map.view.viewTilt, map.view.viewSpin}, to)) return;
+    if (!map.flight.path.Start({map.view.viewTilt, map.view.viewSpin}, to)) return;
     map.flight.timer.Start(window, kFlightTimer, kFlyStepMs);
 }
 
 void StopFlight(MapState& map) noexcept { map.flight.timer.Stop(); }
 
 void OnFlightTimer(MapState& map, HWND window) {
-    const bool goesOn = map.flight.flight.Step();
+    const bool goesOn = map.flight.path.Step();
     if (!goesOn) StopFlight(map);
-    const ViewAngles now = map.flight.flight.Current();
+    const ViewAngles now = map.flight.path.Current();
     map.view.viewTilt = now.tilt;
     map.view.viewSpin = now.spin;
     ApplyView(map.view, map.drawing.scene);

@@ -1,12 +1,13 @@
 #include "window/frame_win.h"
 
 #include "base/gl.h"
+#include "globe/city_labels.h"
 #include "render/current_context_win.h"
-#include "window/detail_win.h"
+#include "window/level_of_detail.h"
 #include "window/loader_win.h"
 #include "window/overlay_win.h"
-#include "window/scene_life_win.h"
 #include "window/status_lines.h"
+#include "window/tile_upload_win.h"
 #include "window/timers_win.h"
 
 namespace {
@@ -56,8 +57,8 @@ void DrawStatus(const MapState& map) {
         .renderer = map.drawing.context.GetRenderer(),
         .version = map.drawing.context.GetVersion(),
         .vendor = map.drawing.context.GetVendor(),
-        .loading = map.textures.store.loadingCount != 0,
-        .splitting = map.textures.store.splittingCount != 0,
+        .loading = map.textures.picture.IsLoading(),
+        .splitting = map.textures.picture.IsSplitting(),
     };
     DrawStatusLines(lines, map.drawing.font);
 }
@@ -89,8 +90,8 @@ bool TimeFrame(MapState& map, HWND window) {
     // Deliberate: what counts is the time that painting took, not the time since the last frame.
     const DWORD elapsed = now - map.view.lastPaintTick;
     map.detail.fpsShown = FramesPerSecond(elapsed);
-    const TuneOutcome outcome = TuneStep(map.detail, map.textures.store.IsBusy(), elapsed);
-    if (outcome == TuneOutcome::Coarser) SetPerfFactor(window, map.detail.perfFactor);
+    const TuneOutcome outcome = TuneStep(map.detail, map.textures.picture.IsBusy(), elapsed);
+    if (outcome == TuneOutcome::Coarser) LoadAtDetail(map, window, map.detail.perfFactor);
     map.view.lastPaintTick = now;
     return outcome == TuneOutcome::AnotherFrame;
 }

@@ -1,11 +1,28 @@
 #pragma once
 
 #include <cstdint>
+#include <map>
 #include <string>
 
-#include "globe/city_table.h"
+#include "cities/city_table.h"
 #include "horivo_map.h"
-#include "window/local_strings.h"
+
+/// Texts that the host has put into its user's language, by number. Window thread.
+class LocalStrings {
+public:
+    /// Copies `text`; null is ignored and leaves an earlier text in place.
+    void Set(std::int32_t id, const HorivoWideChar* text) {
+        if (text != nullptr) texts_.insert_or_assign(id, text);
+    }
+    /// The text of `id`, or `fallback` when it was never set.
+    const HorivoWideChar* Get(std::int32_t id, const HorivoWideChar* fallback) const noexcept {
+        const auto found = texts_.find(id);
+        return found != texts_.end() ? found->second.c_str() : fallback;
+    }
+
+private:
+    std::map<std::int32_t, std::basic_string<HorivoWideChar>> texts_;
+};
 
 /// What the host handed over and what it may ask for. Window thread.
 struct HostData {

@@ -2,14 +2,14 @@
 
 #include <cstddef>
 
-#include "globe/geographic.h"
-#include "photos/city_lookup.h"
-#include "window/city_pick.h"
+#include "cities/city_lookup.h"
+#include "cities/city_pick.h"
+#include "math/geographic.h"
 #include "window/flight_win.h"
 #include "window/host_notice_win.h"
 #include "window/hover_win.h"
 #include "window/overlay_win.h"
-#include "window/scene_life_win.h"
+#include "window/pick_win.h"
 
 namespace {
 
@@ -79,7 +79,7 @@ LRESULT OnPhotosChanged(HWND window, WPARAM wParam, LPARAM lParam) {
         return 0;
     }
     if (map.hover.timer.Runs() && map.hover.signedIndex == signedIndex) CancelHover(map);
-    const auto place = static_cast<std::size_t>(PlaceOf(signedIndex));
+    const auto place = static_cast<std::size_t>(IndexOfSigned(signedIndex));
     const auto records = map.host.cities.Records();
     if (place >= records.size()) return 0;
     if (!PanelShows(map.overlay.panel, records[place], signedIndex)) return 0;

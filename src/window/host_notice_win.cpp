@@ -2,8 +2,8 @@
 
 #include <cstddef>
 
-#include "photos/city_lookup.h"
-#include "window/city_pick.h"
+#include "cities/city_lookup.h"
+#include "cities/city_pick.h"
 #include "window/overlay_win.h"
 
 namespace {
@@ -28,7 +28,7 @@ void OfferPhotos(MapState& map, HWND window, std::int32_t signedIndex, PhotosOf 
     // The host may have handed over another table while it was asked.
     if (!IsSignedIndexIn(signedIndex, map.host.cities.count)) return;
     const CityRecord& city =
-        map.host.cities.Records()[static_cast<std::size_t>(PlaceOf(signedIndex))];
+        map.host.cities.Records()[static_cast<std::size_t>(IndexOfSigned(signedIndex))];
     ShowPhotos(map, window, WideString(CountryNameOf(city)),
                whose == PhotosOf::City ? WideString(CityNameOf(city)) : WideString());
 }

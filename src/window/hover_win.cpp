@@ -1,8 +1,7 @@
 #include "window/hover_win.h"
 
-#include "window/city_pick.h"
+#include "cities/city_pick.h"
 #include "window/host_notice_win.h"
-#include "window/timers_win.h"
 
 namespace {
 

@@ -3,6 +3,8 @@
 
 #include "window/map_state_win.h"
 
+inline constexpr UINT_PTR kHoverTimer = 3;
+
 /// Begins to wait; an index outside the table cancels instead.
 /// @param x, y  window pixels, y from the bottom
 void StartHover(MapState& map, HWND window, std::int32_t signedIndex, std::int32_t x,

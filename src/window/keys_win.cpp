@@ -3,12 +3,14 @@
 #include <algorithm>
 #include <iterator>
 
-#include "window/detail_win.h"
+#include "window/drag_win.h"
 #include "window/flight_win.h"
+#include "window/gl_resources_win.h"
 #include "window/hover_win.h"
+#include "window/level_of_detail.h"
+#include "window/loader_win.h"
 #include "window/overlay_win.h"
-#include "window/pointer_win.h"
-#include "window/scene_life_win.h"
+#include "window/pick_win.h"
 
 namespace {
 
@@ -20,14 +22,14 @@ void Turn(MapState& map, HWND window, double right, double up) {
     map.view.viewTilt = view.tilt;
     map.view.viewSpin = view.spin;
     ApplyView(map.view, map.drawing.scene);
-    RepickAtPointer(map, window);
+    UpdatePickAtPointer(map, window);
 }
 
 void Zoom(MapState& map, HWND window, bool in) {
     map.view.cameraDistance = ZoomByKey(map.view.cameraDistance, in);
     ApplyView(map.view, map.drawing.scene);
     MeasureScene(map);
-    RepickAtPointer(map, window);
+    UpdatePickAtPointer(map, window);
     CancelHover(map);
 }
 
@@ -37,7 +39,13 @@ void Home(MapState& map, HWND window) {
     map.view.viewSpin = 0.0;
     ApplyView(map.view, map.drawing.scene);
     MeasureScene(map);
-    RepickAtPointer(map, window);
+    UpdatePickAtPointer(map, window);
+}
+
+/// One level coarser or finer; nothing happens at the ends.
+void StepDetail(MapState& map, HWND window, bool coarser) {
+    const std::int32_t factor = StepFactor(map.detail.perfFactor, coarser);
+    if (factor != map.detail.perfFactor) LoadAtDetail(map, window, factor);
 }
 
 void ToggleFps(MapState& map, HWND) {
@@ -45,8 +53,8 @@ void ToggleFps(MapState& map, HWND) {
     map.view.lastPaintTick = GetTickCount();
 }
 void ToggleInfo(MapState& map, HWND) { map.view.showInfo = !map.view.showInfo; }
-void FinerDetail(MapState&, HWND window) { StepPerfFactor(window, false); }
-void CoarserDetail(MapState&, HWND window) { StepPerfFactor(window, true); }
+void FinerDetail(MapState& map, HWND window) { StepDetail(map, window, false); }
+void CoarserDetail(MapState& map, HWND window) { StepDetail(map, window, true); }
 void TurnLeft(MapState& map, HWND window) { Turn(map, window, -kTurnStepDeg, 0.0); }
 void TurnRight(MapState& map, HWND window) { Turn(map, window, kTurnStepDeg, 0.0); }
 void TurnUp(MapState& map, HWND window) { Turn(map, window, 0.0, kTurnStepDeg); }
@@ -93,7 +101,7 @@ LRESULT OnKeyDown(HWND window, WPARAM wParam, LPARAM lParam) {
     if (!map.windows.IsLive(window)) return 0;
     if (IsFlying(map)) {
         StopFlight(map);
-        GrabAgain(map, window);
+        ReanchorDrag(map, window);
     }
     InvalidateRect(window, nullptr, FALSE);
     return 0;

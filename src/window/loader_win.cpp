@@ -5,8 +5,8 @@
 #include <utility>
 
 #include "render/current_context_win.h"
-#include "window/scene_life_win.h"
-#include "window/texture_road.h"
+#include "window/level_of_detail.h"
+#include "window/tile_upload_win.h"
 
 namespace {
 
@@ -19,13 +19,15 @@ struct WorkerTask {
     HWND window;
     UniqueHandle mutex;
     LoadNumber load;
-    std::uint32_t freed;  ///< the generation of the store that the task was made for
+    std::uint32_t generation;  ///< of the picture that the task was made for
     std::wstring dataDirectory;
-    GdiplusUse gdiplus;
+    GdiplusSession gdiplus;
     HMODULE module = nullptr;  ///< a reference that keeps this code loaded; given back at the end
 };
 
-bool IsStale(const WorkerTask& task) noexcept { return task.freed != Map().textures.freed; }
+bool IsStale(const WorkerTask& task) noexcept {
+    return task.generation != Map().textures.generation;
+}
 
 void Report(LoadNumber load, LoadState state) noexcept { Map().textures.loads.Report(load, state); }
 
@@ -39,8 +41,8 @@ void PostStage(HWND window, LoadNumber load, WPARAM stage, bool success) noexcep
 
 bool LoadSafely(const WorkerTask& task) noexcept {
     try {
-        TextureRoad& road = Map().textures;
-        return LoadTexture(road.store, road.limits, task.dataDirectory) != kLoadFailed;
+        SharedPicture& shared = Map().textures;
+        return shared.picture.Load(shared.limits, task.dataDirectory) != kLoadFailed;
     } catch (...) {
         return false;  // out of memory: reported like a picture that cannot be read
     }
@@ -63,10 +65,10 @@ void RunSplit(const WorkerTask& task) noexcept {
     LoadState state = LoadState::Failed;
     {
         const MutexHold hold = AcquireMutex(task.mutex.get(), kWorkerWaitMs);
-        TextureRoad& road = Map().textures;
+        SharedPicture& shared = Map().textures;
         if (IsStale(task)) {
             state = LoadState::Ended;
-        } else if (hold && SplitTextures(road.store, road.limits)) {
+        } else if (hold && shared.picture.Split(shared.limits)) {
             state = LoadState::Split;
         }
         Report(task.load, state);
@@ -99,7 +101,7 @@ std::unique_ptr<WorkerTask> MakeTask(MapState& map, HWND window, LoadNumber load
     std::unique_ptr<WorkerTask> task(new WorkerTask{window,
                                                     DuplicateOf(map.textures.sceneMutex.get()),
                                                     load,
-                                                    map.textures.freed,
+                                                    map.textures.generation,
                                                     map.host.dataDirectory,
                                                     {},
                                                     nullptr});
@@ -154,39 +156,34 @@ void ReportFailure(MapState& map, HWND window) {
 }
 
 void OnFailure(MapState& map, HWND window) {
-    TextureRoad& road = map.textures;
+    SharedPicture& shared = map.textures;
     // On a time-out another worker owns the textures.
-    if (const MutexHold hold = AcquireMutex(road.sceneMutex.get(), kWindowWaitMs)) {
-        const LoadNumber failed = road.loads.Find(window, LoadState::Failed);
-        if (road.loads.LeavesTextures(failed, road.store.Stage())) road.store.ClearTiles(false);
+    if (const MutexHold hold = AcquireMutex(shared.sceneMutex.get(), kWindowWaitMs)) {
+        const LoadNumber failed = shared.loads.Find(window, LoadState::Failed);
+        if (shared.loads.LeavesTextures(failed, shared.picture.Stage()))
+            shared.picture.ClearTiles(false);
         Report(failed, LoadState::Ended);
     }
     map.windows.InvalidateAll();  // each may say that a picture is being loaded
     ReportFailure(map, window);
 }
 
-/// What follows once the planet has its tiles. The context is current.
-void OnTilesAttached(MapState& map) {
-    CompileScene(map);
-    if (map.detail.perfFactor < kCoarsestFactor) StartMeasuring(map.detail);
-}
-
 void OnTilesReady(MapState& map, const MapWindow& entry) {
-    TextureRoad& road = map.textures;
-    Report(road.loads.Find(entry.window, LoadState::Split), LoadState::Ended);
+    SharedPicture& shared = map.textures;
+    Report(shared.loads.Find(entry.window, LoadState::Split), LoadState::Ended);
     if (map.drawing.planet == nullptr) return;
     CurrentContextScope current(map.drawing.context, entry.dc.Get());
     {
         // Deliberate: when the lock cannot be had the message is dropped; the tiles stay unattached
         // until the next load.
-        const MutexHold hold = AcquireMutex(road.sceneMutex.get(), kWindowWaitMs);
-        if (!hold || !road.store.HasAllTiles()) {
+        const MutexHold hold = AcquireMutex(shared.sceneMutex.get(), kWindowWaitMs);
+        if (!hold || !shared.picture.HasAllTiles()) {
             // The message of the load that has the textures now brings the tiles, but not when its
             // window is gone.
-            if (road.loads.IsNewestForgotten()) StartLoad(entry.window);
+            if (shared.loads.IsNewestForgotten()) StartLoad(entry.window);
             return;
         }
-        road.tilesWaitForContext = !current.IsCurrent();
+        shared.tilesWaitForContext = !current.IsCurrent();
         if (current.IsCurrent()) AttachTiles(map);
     }
     if (current.IsCurrent()) OnTilesAttached(map);
@@ -201,6 +198,14 @@ void StartLoad(HWND window) {
     StartWorker(map, window, map.textures.loads.Start(window), WorkerProc<RunLoad>, kLoadStage);
 }
 
+void LoadAtDetail(MapState& map, HWND window, std::int32_t factor) {
+    const MapWindow* entry = map.windows.Find(window);
+    if (entry == nullptr) return;
+    SetPerfFactor(map.detail, factor, map.textures.limits, map.drawing.context, map.drawing.scene,
+                  *entry);
+    StartLoad(window);
+}
+
 void OnStageDone(HWND window, WPARAM stage, bool success) {
     MapState& map = Map();
     const MapWindow* entry = map.windows.Find(window);
@@ -213,10 +218,4 @@ void OnStageDone(HWND window, WPARAM stage, bool success) {
     } else if (stage == kSplitStage) {
         OnTilesReady(map, *entry);
     }
-}
-
-void AttachWaitingTiles(MapState& map) {
-    if (!std::exchange(map.textures.tilesWaitForContext, false) || !AttachPresentTiles(map)) return;
-    OnTilesAttached(map);
-    map.windows.InvalidateAll();
 }

@@ -12,8 +12,9 @@ inline constexpr WPARAM kSplitStage = 1;
 /// number of loads and splits may be under way; they take turns and end in one right set of tiles.
 void StartLoad(HWND window);
 
-/// Uploads tiles that came while the context could not be made current; now it is.
-void AttachWaitingTiles(MapState& map);
+/// Puts a detail factor (percent) in force and loads the picture for it. Does nothing for a window
+/// that is not live.
+void LoadAtDetail(MapState& map, HWND window, std::int32_t factor);
 
 /// Takes a worker's message: goes on to the next stage, attaches the tiles, or reports failure.
 void OnStageDone(HWND window, WPARAM stage, bool success);

@@ -1,6 +1,6 @@
 #include "window/map_settings.h"
 
-#include "base/angles.h"
+#include "math/angles.h"
 
 namespace {
 

@@ -1,6 +1,7 @@
 #pragma once
 
 #include <cstdint>
+#include <string>
 
 /// The four settings of section "map" as they are kept.
 struct MapSettings {
@@ -23,3 +24,10 @@ RawSettings CurrentSettings(const MapSettings& settings, std::int32_t perfFactor
 /// Takes the numbers of a file, clamped to their ranges.
 /// @return the detail factor in percent, [0, 800], for ApplyPerfFactor (which clamps to [50, 800])
 std::int32_t TakeSettings(const RawSettings& raw, MapSettings& settings) noexcept;
+
+/// Reads section "map" of `settingsFile` (ANSI, or UTF-16 with a byte-order mark, as the platform
+/// reads profile files) after refreshing the administrative switches. An empty path: nothing at
+/// all happens. @return the new detail factor in percent for ApplyPerfFactor, or `perfFactor`
+/// when nothing was read
+std::int32_t ReadMapSettings(const std::wstring& settingsFile, MapSettings& settings,
+                             std::int32_t perfFactor);

@@ -14,15 +14,6 @@ MapState*& StateSlot() noexcept {
 // Not from the heap: where no memory is left, InitMap still keeps the reason of its refusal.
 alignas(MapState) constinit std::byte stateMemory[sizeof(MapState)] = {};
 
-/// The largest that a library can leave behind, and its lock. No worker runs any more: each holds a
-/// reference to the library.
-void ReleasePicture(TextureRoad& road) noexcept {
-    road.store.ClearMap();
-    road.store.ClearTiles(true);
-    road.sceneMutex.reset();
-    road.lockOfOldWorker.reset();
-}
-
 }  // namespace
 
 MapState& Map() {
@@ -40,7 +31,9 @@ void DestroyMapState() noexcept {
     if (clean) {
         state->~MapState();
     } else {
-        ReleasePicture(state->textures);
+        // The largest that a library can leave behind. No worker runs any more: each holds a
+        // reference to the library.
+        AbandonPicture(state->textures);
     }
     state = nullptr;
 }

@@ -1,16 +1,15 @@
 #pragma once
 
 #include <array>
-#include <atomic>
 #include <cstdint>
-#include <limits>
 #include <memory>
 
 #include "base/handles_win.h"
 #include "base/window_timer_win.h"
-#include "globe/city_clock_win.h"
+#include "cities/city_clock_win.h"
+#include "cities/city_pick.h"
 #include "globe/planet.h"
-#include "host/time_zone_table_win.h"
+#include "horivo_host.h"
 #include "image/gdiplus_session_win.h"
 #include "photos/map_buttons.h"
 #include "photos/photo_panel.h"
@@ -19,40 +18,18 @@
 #include "render/gl_font.h"
 #include "render/lamp.h"
 #include "render/scene.h"
-#include "window/city_pick.h"
-#include "window/fly_to.h"
+#include "window/flight_path.h"
 #include "window/host_data.h"
-#include "window/load_tracker.h"
+#include "window/level_of_detail.h"
 #include "window/map_settings.h"
 #include "window/map_window_win.h"
 #include "window/pointer_state.h"
-#include "window/texture_store.h"
-#include "window/tuning.h"
+#include "window/shared_picture_win.h"
 #include "window/view_state.h"
-
-/// The map picture and the lock around it.
-struct TextureRoad {
-    TextureStore store;
-    UniqueHandle sceneMutex;  ///< guards `store`; null: no lock could be made, workers do nothing
-    /// The lock that FreeMap waited for in vain: its worker still writes to `store`, so the next
-    /// InitMap takes it again instead of a new one.
-    UniqueHandle lockOfOldWorker;
-    /// Raised whenever FreeMap releases the store; a worker from before leaves it alone. Atomic.
-    std::atomic<std::uint32_t> freed{0};
-    TextureLimits limits;  ///< atomics: window thread writes, workers read
-    /// What the self-test of InstallMap found to be the largest size that works, pixels a side;
-    /// stays in force when GL is asked again. Window thread.
-    std::int32_t sizeCap = std::numeric_limits<std::int32_t>::max();
-    LoadTracker loads;  ///< see there
-    /// Tiles that could not be uploaded without a context; the next frame does it. Window thread.
-    bool tilesWaitForContext = false;
-    /// Whether InstallMap holds the mutex (or there is none), so that its window may load.
-    bool testMayLoad = false;
-};
 
 /// A flight under way. Window thread.
 struct FlightState {
-    FlyTo flight;
+    FlightPath path;
     WindowTimer timer;  ///< drives it; runs as long as the flight
 };
 
@@ -106,10 +83,10 @@ struct MapState {
     HoverState hover;                         ///< window thread
     OverlayState overlay;                     ///< window thread
     WindowTimer repeat;                       ///< of a held overlay button; window thread
-    TextureRoad textures;                     ///< see its members
+    SharedPicture textures;                   ///< see its members
     DrawingState drawing{host.lastSysError};  ///< window thread
     LiveWindows windows;                      ///< window thread
-    std::unique_ptr<GdiplusUse> gdiplus;      ///< between InitMap and FreeMap; window thread
+    std::unique_ptr<GdiplusSession> gdiplus;  ///< between InitMap and FreeMap; window thread
     bool errorBoxShown = false;  ///< "Can not load textures." is on screen; window thread
 };
 

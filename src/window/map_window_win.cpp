@@ -2,6 +2,14 @@
 
 #include <algorithm>
 
+bool ClientSize(HWND window, std::int32_t& width, std::int32_t& height) noexcept {
+    RECT client = {};
+    if (!GetClientRect(window, &client) || client.right < 1 || client.bottom < 1) return false;
+    width = client.right;
+    height = client.bottom;
+    return true;
+}
+
 MapWindow& LiveWindows::Add(HWND window) {
     return *windows_.emplace_back(std::make_unique<MapWindow>(window));
 }

@@ -28,6 +28,9 @@ struct MapWindow {
     std::int32_t shownHeight = 0;
 };
 
+/// Client size of a window, pixels. @return false, with both unchanged, while a side is below 1
+bool ClientSize(HWND window, std::int32_t& width, std::int32_t& height) noexcept;
+
 /// The live map windows, oldest first. All share one context and one scene.
 class LiveWindows {
 public:

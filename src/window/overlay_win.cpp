@@ -1,41 +1,12 @@
 #include "window/overlay_win.h"
 
-#include <string_view>
 #include <utility>
 
 #include "photos/button_sheet_win.h"
-#include "photos/photo_links_win.h"
+#include "photos/photo_page_win.h"
 #include "render/current_context_win.h"
-#include "window/scene_life_win.h"
 
 namespace {
-
-constexpr wchar_t kSheetName[] = L"buttons.png";
-constexpr DWORD kLongestPath = 32768;  // characters, terminator included
-
-/// Whether `path` names its drive or server; any other depends on the current directory.
-bool IsFullPath(std::wstring_view path) noexcept {
-    return path.starts_with(L"\\\\") || (path.size() > 2 && path.substr(1, 2) == L":\\");
-}
-
-/// Folder of the host's executable with a trailing backslash; empty when Windows does not tell.
-std::wstring ExecutableFolder() {
-    std::wstring path(kLongestPath, L'\0');
-    path.resize(GetModuleFileNameW(nullptr, path.data(), kLongestPath));
-    return path.substr(0, path.rfind(L'\\') + 1);
-}
-
-/// Loads "buttons.png" from the program's folder; never from the current directory, where anyone's
-/// picture may lie.
-bool LoadSheet(const HostData& host, ButtonSheet& sheet) {
-    const std::wstring path = host.hostDirectory + kSheetName;
-    if (IsFullPath(path) && GetFileAttributesW(path.c_str()) != INVALID_FILE_ATTRIBUTES) {
-        return sheet.Load(path);
-    }
-    // The command line may have given another folder (without quotes) or a relative one.
-    const std::wstring folder = ExecutableFolder();
-    return !folder.empty() && sheet.Load(folder + kSheetName);
-}
 
 PanelArea AreaOf(const MapState& map, std::int32_t width, std::int32_t height) noexcept {
     return {width, height, map.drawing.font.GetHeight()};
@@ -70,7 +41,8 @@ void FitOverlayTo(MapState& map, HWND window) noexcept {
 
 void CreateOverlay(MapState& map) {
     ButtonSheet sheet;
-    map.overlay.buttons.CreateButtons(LoadSheet(map.host, sheet) ? sheet.GetPixels() : nullptr);
+    map.overlay.buttons.CreateButtons(sheet.LoadFor(map.host.hostDirectory) ? sheet.GetPixels()
+                                                                            : nullptr);
     PhotoPanel& panel = map.overlay.panel;
     // A window made anew shows the place that the last one showed.
     BuildPhotoPanel(panel, map.host.cities, WideString(panel.placeName), WideString(panel.heading),

@@ -21,4 +21,12 @@ struct PointerState {
     bool dragged = false;     ///< the pointer moved while the button was held
     PressedPhoto pressedPhoto;
     std::int32_t pressedKey = 0;  ///< virtual-key code of the overlay button held, 0 none
+
+    /// Forgets the press: its button was released, or another window has the capture.
+    void ForgetPress() noexcept {
+        pressedKey = 0;
+        dragged = false;
+        anchored = false;
+        pressedPhoto = {};
+    }
 };

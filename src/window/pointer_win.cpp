@@ -2,22 +2,17 @@
 
 #include <windowsx.h>
 
-#include "globe/geographic.h"
-#include "photos/photo_links_win.h"
-#include "window/city_pick.h"
+#include "cities/city_pick.h"
+#include "photos/photo_page_win.h"
+#include "window/button_repeat_win.h"
+#include "window/drag_win.h"
 #include "window/flight_win.h"
+#include "window/gl_resources_win.h"
 #include "window/host_notice_win.h"
 #include "window/hover_win.h"
 #include "window/overlay_win.h"
-#include "window/scene_life_win.h"
-#include "window/timers_win.h"
 
 namespace {
-
-struct WindowPoint {
-    std::int32_t x;
-    std::int32_t y;  // from the bottom
-};
 
 /// Both words are signed: with the mouse captured they leave the window on every side.
 WindowPoint PointOf(HWND window, LPARAM lParam) noexcept {
@@ -26,53 +21,12 @@ WindowPoint PointOf(HWND window, LPARAM lParam) noexcept {
     return {GET_X_LPARAM(lParam), client.bottom - 1 - GET_Y_LPARAM(lParam)};
 }
 
-bool Repick(MapState& map, HWND window, const WindowPoint& point) noexcept {
-    if (!UseSizeOf(map, window) || map.drawing.planet == nullptr) return false;
-    return RepickAt(map.pointer.geoPoint, map.drawing.scene, *map.drawing.planet, point.x, point.y);
-}
-
-/// The point of the globe at a window point, in the view's frame, degrees.
-std::optional<LatLon> PickInView(MapState& map, HWND window, const WindowPoint& point) noexcept {
-    if (!UseSizeOf(map, window) || map.drawing.planet == nullptr) return std::nullopt;
-    const auto hit = PickGlobe(map.drawing.scene, *map.drawing.planet, point.x, point.y, false);
-    if (!hit) return std::nullopt;
-    return PointToLatLonDeg(*hit);
-}
-
 void ArmLeaveTracking(MapState& map, HWND window) noexcept {
     if (map.pointer.geoPoint.valid) return;
     map.pointer.geoPoint.valid = true;
     map.pointer.overWindow = window;
     TRACKMOUSEEVENT track = {sizeof track, TME_LEAVE, window, 0};
     TrackMouseEvent(&track);
-}
-
-/// Remembers what a press grabbed; a press beside the globe grabs nothing, so that a drag from
-/// there does not turn the globe by an older anchor.
-void Grab(MapState& map, HWND window, const WindowPoint& point) noexcept {
-    const auto place = PickInView(map, window, point);
-    map.pointer.anchored = place.has_value();
-    if (!place) return;
-    CGeoPoint& geoPoint = map.pointer.geoPoint;
-    geoPoint.pressTilt = map.view.viewTilt;
-    geoPoint.pressSpin = map.view.viewSpin;
-    geoPoint.pressLatitude = place->latitude;
-    geoPoint.pressLongitude = place->longitude;
-}
-
-void Drag(MapState& map, HWND window, const WindowPoint& point) noexcept {
-    // Windows sends moves without a movement, after a capture for one; they must not eat a click.
-    if (point.x != map.pointer.pressX || point.y != map.pointer.pressY) map.pointer.dragged = true;
-    if (!map.pointer.anchored) return;
-    const auto place = PickInView(map, window, point);
-    if (!place) return;
-    const CGeoPoint& geoPoint = map.pointer.geoPoint;
-    const DragAnchor anchor{
-        {geoPoint.pressTilt, geoPoint.pressSpin}, geoPoint.pressLatitude, geoPoint.pressLongitude};
-    const ViewAngles view = DragView(anchor, place->latitude, place->longitude);
-    map.view.viewTilt = view.tilt;
-    map.view.viewSpin = view.spin;
-    ApplyView(map.view, map.drawing.scene);
 }
 
 /// Waits for the pointer to rest when it is on a city.
@@ -124,34 +78,7 @@ void Click(MapState& map, HWND window, const WindowPoint& point, bool onGlobe) {
     StartFlight(map, window, ViewOfPlace(geoPoint.latitudeDeg, geoPoint.longitudeDeg));
 }
 
-void ForgetPress(PointerState& pointer) noexcept {
-    pointer.pressedKey = 0;
-    pointer.dragged = false;
-    pointer.anchored = false;
-    pointer.pressedPhoto = {};
-}
-
 }  // namespace
-
-void RepickAtPointer(MapState& map, HWND window) noexcept {
-    Repick(map, window, {map.pointer.geoPoint.mouseX, map.pointer.geoPoint.mouseY});
-}
-
-void GrabAgain(MapState& map, HWND window) noexcept {
-    if (GetCapture() != window || map.pointer.pressedKey != 0) return;
-    POINT cursor = {};
-    GetCursorPos(&cursor);
-    ScreenToClient(window, &cursor);
-    RECT client = {};
-    GetClientRect(window, &client);
-    Grab(map, window, {cursor.x, client.bottom - 1 - cursor.y});
-}
-
-void GiveUpLostPress(MapState& map, HWND window) noexcept {
-    if (GetCapture() == window) return;
-    map.repeat.Stop();
-    ForgetPress(map.pointer);
-}
 
 LRESULT OnMouseMove(HWND window, WPARAM wParam, LPARAM lParam) {
     MapState& map = Map();
@@ -165,7 +92,7 @@ LRESULT OnMouseMove(HWND window, WPARAM wParam, LPARAM lParam) {
         map.pointer.geoPoint.mouseY = point.y;
         return 0;
     }
-    const bool onGlobe = Repick(map, window, point);
+    const bool onGlobe = UpdatePick(map, window, point);
     HitTestButtons(map, window, point.x, point.y, false);
     const bool buttonHeld = map.pointer.pressedKey != 0;
     if (wParam == MK_LBUTTON && !buttonHeld) {
@@ -183,7 +110,7 @@ LRESULT OnButtonDown(HWND window, WPARAM, LPARAM lParam) {
     map.pointer.dragged = false;
     map.pointer.pressX = point.x;
     map.pointer.pressY = point.y;
-    Grab(map, window, point);
+    BeginDrag(map, window, point);
     FitOverlayTo(map, window);
     SetFocus(window);
     SetCapture(window);
@@ -192,7 +119,7 @@ LRESULT OnButtonDown(HWND window, WPARAM, LPARAM lParam) {
     if (map.pointer.pressedKey != 0 && !ActsOnRelease(map.pointer.pressedKey)) {
         PressButton(window, map.pointer.pressedKey);
         // The key may have let the host act: only a button that is still held repeats.
-        if (map.windows.IsLive(window) && GetCapture() == window) StartRepeat(map, window);
+        if (map.windows.IsLive(window) && GetCapture() == window) StartButtonRepeat(map, window);
         return 0;
     }
     InvalidateRect(window, nullptr, FALSE);
@@ -202,7 +129,7 @@ LRESULT OnButtonDown(HWND window, WPARAM, LPARAM lParam) {
 LRESULT OnButtonUp(HWND window, WPARAM, LPARAM lParam) {
     MapState& map = Map();
     const WindowPoint point = PointOf(window, lParam);
-    const bool onGlobe = Repick(map, window, point);
+    const bool onGlobe = UpdatePick(map, window, point);
     FitOverlayTo(map, window);
     map.repeat.Stop();
     ReleaseCapture();
@@ -219,7 +146,7 @@ LRESULT OnButtonUp(HWND window, WPARAM, LPARAM lParam) {
     if (!map.windows.IsLive(window)) return 0;
     if (!map.pointer.dragged && map.pointer.pressedKey == 0) Click(map, window, point, onGlobe);
     if (!map.windows.IsLive(window)) return 0;
-    ForgetPress(map.pointer);
+    map.pointer.ForgetPress();
     InvalidateRect(window, nullptr, FALSE);
     return 0;
 }
@@ -235,7 +162,7 @@ LRESULT OnMouseWheel(HWND window, WPARAM wParam, LPARAM) {
     map.view.cameraDistance = ZoomByWheel(map.view.cameraDistance, notches);
     ApplyView(map.view, map.drawing.scene);
     MeasureScene(map);
-    RepickAtPointer(map, window);
+    UpdatePickAtPointer(map, window);
     CancelHover(map);
     InvalidateRect(window, nullptr, FALSE);
     return 0;

@@ -2,10 +2,10 @@
 
 #include <cstdio>
 
-#include "base/angles.h"
 #include "base/gl.h"
 #include "globe/lat_long_text.h"
 #include "globe/planet.h"
+#include "math/angles.h"
 
 namespace {
 

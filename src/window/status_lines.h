@@ -4,7 +4,7 @@
 
 #include "render/geo_point.h"
 #include "render/gl_font.h"
-#include "window/tuning.h"
+#include "window/level_of_detail.h"
 
 /// What the text at the lower left says.
 struct StatusLines {

@@ -5,35 +5,15 @@
 #include <iterator>
 #include <utility>
 
-#include "render/current_context_win.h"
+#include "window/button_repeat_win.h"
 #include "window/flight_win.h"
 #include "window/hover_win.h"
-#include "window/pointer_win.h"
-#include "window/scene_life_win.h"
+#include "window/sun_timer_win.h"
 
 namespace {
 
-constexpr UINT kRepeatMs = 30;  // ms between two repeats of a held button
-constexpr UINT kSunMs = 5000;   // ms between two looks at the clock
 /// Messages that a paint takes out of the queue: the map's own and some of a host's.
 constexpr std::size_t kMaxTaken = 16;
-
-void OnRepeatTimer(MapState& map, HWND window) {
-    GiveUpLostPress(map, window);
-    if (map.pointer.pressedKey != 0)
-        SendMessageW(window, WM_KEYDOWN, static_cast<WPARAM>(map.pointer.pressedKey), 0);
-}
-
-/// Day and night follow the clock. The change shows with the next frame.
-void OnSunTimer(MapState& map, HWND window) {
-    // Asking Windows for all its zones takes a while: neither the start nor a label should wait.
-    map.overlay.zones.Prepare();
-    const MapWindow* entry = map.windows.Find(window);
-    if (entry == nullptr || IsFlying(map) || map.repeat.Runs()) return;
-    GetSystemTime(&map.drawing.sceneTime);
-    const CurrentContextScope current(map.drawing.context, entry->dc.Get());
-    if (current.IsCurrent()) CompileScene(map);
-}
 
 const WindowTimer& RepeatTimer(const MapState& map, const MapWindow&) { return map.repeat; }
 const WindowTimer& FlightTimer(const MapState& map, const MapWindow&) { return map.flight.timer; }
@@ -90,14 +70,6 @@ void PostBack(const MapState& map, MapWindow& entry, const MSG& message) noexcep
 }
 
 }  // namespace
-
-void StartSunTimer(MapWindow& entry) noexcept {
-    entry.sunTimer.Start(entry.window, kSunTimer, kSunMs);
-}
-
-void StartRepeat(MapState& map, HWND window) noexcept {
-    map.repeat.Start(window, kRepeatTimer, kRepeatMs);
-}
 
 void PostDueTimers(MapState& map, HWND window) noexcept {
     MapWindow* entry = map.windows.Find(window);

@@ -7,7 +7,7 @@
 #include "window/loader_win.h"
 #include "window/pointer_win.h"
 #include "window/timers_win.h"
-#include "window/window_life_win.h"
+#include "window/window_lifecycle_win.h"
 
 namespace {
 

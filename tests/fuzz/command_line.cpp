@@ -3,8 +3,8 @@
 
 #include <cstdint>
 
+#include "api/command_line_folder.h"
 #include "fuzz/check.h"
-#include "interface/command_line_folder.h"
 
 namespace {
 

@@ -7,8 +7,7 @@
 #include <vector>
 
 #include "fuzz/check.h"
-#include "host/menu_key.h"
-#include "host/text_escapes.h"
+#include "host/local_text.h"
 
 namespace {
 

@@ -1,8 +1,8 @@
 // Feeds arbitrary bytes to the walk through a JPEG header and judges what it finds as a map.
 
+#include "api/install_map.h"
 #include "fuzz/check.h"
 #include "horivo_map.h"
-#include "interface/install_check.h"
 #include "support/memory_bytes.h"
 
 extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size) {

@@ -11,9 +11,9 @@
 #include "fuzz/check.h"
 #include "host/language_code.h"
 #include "image/texture_limits.h"
-#include "window/font_charset.h"
+#include "window/level_of_detail.h"
+#include "window/map_font.h"
 #include "window/map_settings.h"
-#include "window/tuning.h"
 
 namespace {
 

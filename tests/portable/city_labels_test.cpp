@@ -7,9 +7,10 @@
 #include <cstring>
 #include <deque>
 
-#include "base/angles.h"
 #include "base/wide_text.h"
+#include "math/angles.h"
 #include "support/gl_stand_in.h"
+#include "support/table.h"
 
 namespace {
 
@@ -106,6 +107,16 @@ TEST_F(CityLabelsTest, HeightsThatAreNoNumbersSortSafelyAndEqualOnesKeepTheirOrd
     EXPECT_EQ(Render().size(), 29U);
     std::sort(entries_.begin(), entries_.end());
     EXPECT_EQ(std::adjacent_find(entries_.begin(), entries_.end()), entries_.end());
+}
+
+TEST(CompareMarkers, PutsTheHigherOnScreenFirst) {
+    for (const Row& row : Table("markers")) {
+        CityRecord a{};
+        CityRecord b{};
+        a.windowPoint[1] = row.Real(0);
+        b.windowPoint[1] = row.Real(1);
+        EXPECT_EQ(CompareMarkers(a, b, row.Real(2)), row.Int(3)) << row.why;
+    }
 }
 
 }  // namespace

@@ -1,11 +1,11 @@
-#include "globe/city_markers.h"
+#include "cities/city_markers.h"
 
 #include <gmock/gmock.h>
 
 #include <cmath>
 
-#include "globe/geographic.h"
-#include "support/table.h"
+#include "cities/city_pick.h"
+#include "math/geographic.h"
 
 namespace {
 
@@ -52,16 +52,6 @@ TEST_F(CityMarkersTest, MarkersFloatJustAboveTheirPlace) {
     EXPECT_NEAR(place.longitude, 151.2, 1e-9);
     EXPECT_EQ(cities[1].markerPoint[0], 7.0) << "on the equator: no position";
     EXPECT_EQ(cities[2].markerPoint[0], 7.0) << "on the prime meridian: no position";
-}
-
-TEST_F(CityMarkersTest, HigherOnScreenComesFirst) {
-    for (const Row& row : Table("markers")) {
-        CityRecord a{};
-        CityRecord b{};
-        a.windowPoint[1] = row.Real(0);
-        b.windowPoint[1] = row.Real(1);
-        EXPECT_EQ(CompareMarkers(a, b, row.Real(2)), row.Int(3)) << row.why;
-    }
 }
 
 TEST_F(CityMarkersTest, CollectsWhatIsInReachInTableOrder) {

@@ -4,11 +4,11 @@
 #include <chrono>
 #include <cmath>
 
-#include "base/angles.h"
-#include "globe/geographic.h"
-#include "globe/matrix4.h"
 #include "globe/sun_position.h"
-#include "globe/trigonometry.h"
+#include "math/angles.h"
+#include "math/geographic.h"
+#include "math/matrix4.h"
+#include "math/trigonometry.h"
 #include "support/table.h"
 
 namespace {

@@ -1,6 +1,6 @@
 // Loads of several windows that overlap: whose failure clears the textures, and who goes on when a
 // window dies.
-#include "window/load_tracker.h"
+#include "image/load_tracker.h"
 
 #include <gtest/gtest.h>
 
@@ -12,8 +12,8 @@ namespace {
 
 const char kWindows[] = {'A', 'B'};  // their addresses stand for the handles
 
-/// "A" starts a load for window A; "1+" load 1 has filled the store, "1s" is being split, "1-" has
-/// failed, "1." has ended.
+/// "A" starts a load for window A; "1+" load 1 has filled the picture, "1s" is being split, "1-"
+/// has failed, "1." has ended.
 void Play(LoadTracker& loads, const std::string& script) {
     std::istringstream words(script);
     for (std::string word; words >> word;) {
@@ -34,7 +34,7 @@ TEST(LoadTracker, OnlyTheNewestFailureClearsAndNoOtherLoadsPicture) {
         const char* why;
         const char* script;
         bool clears;
-        TextureStage stage = TextureStage::Loaded;
+        PictureStage stage = PictureStage::Loaded;
     } cases[] = {
         {"a stranger's message", "A 1+", false},
         {"the picture could not be read", "A 1-", true},
@@ -44,7 +44,7 @@ TEST(LoadTracker, OnlyTheNewestFailureClearsAndNoOtherLoadsPicture) {
         {"an older one came later", "A B 2- 1+", false},
         {"an older one came meanwhile", "A B 1+ 2-", false},
         {"an older one came between load and split", "A B 2+ 1+ 2s 2-", false},
-        {"the older one is gone too", "A B 1+ 2-", true, TextureStage::Empty},
+        {"the older one is gone too", "A B 1+ 2-", true, PictureStage::Empty},
     };
     for (const auto& c : cases) {
         LoadTracker loads;

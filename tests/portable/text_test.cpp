@@ -4,14 +4,13 @@
 
 #include <vector>
 
+#include "api/command_line_folder.h"
 #include "base/wide_text.h"
 #include "globe/lat_long_text.h"
 #include "host/language_code.h"
-#include "host/menu_key.h"
-#include "host/text_escapes.h"
-#include "interface/command_line_folder.h"
+#include "host/local_text.h"
 #include "support/table.h"
-#include "window/font_charset.h"
+#include "window/map_font.h"
 
 namespace {
 

@@ -6,11 +6,11 @@
 #include <cmath>
 #include <limits>
 
-#include "base/angles.h"
 #include "globe/city_labels.h"
+#include "math/angles.h"
 #include "render/sphere.h"
 #include "support/table.h"
-#include "window/fly_to.h"
+#include "window/flight_path.h"
 
 namespace {
 
@@ -160,9 +160,9 @@ TEST(Zoom, StopsAtItsLimitsWhateverTheWayThere) {
     for (const auto& [delta, whole] : notches) EXPECT_EQ(WheelNotches(delta), whole) << delta;
 }
 
-TEST(FlyTo, TakesTheShortWayInEvenSteps) {
+TEST(FlightPath, TakesTheShortWayInEvenSteps) {
     for (const Row& row : Table("fly_to")) {
-        FlyTo flight;
+        FlightPath flight;
         ViewAngles before{row.Real(0), row.Real(1)};
         ASSERT_TRUE(flight.Start(before, {row.Real(2), row.Real(3)})) << row.why;
         int taken = 0;
@@ -182,8 +182,8 @@ TEST(FlyTo, TakesTheShortWayInEvenSteps) {
     }
 }
 
-TEST(FlyTo, NeverLeavesForAPlaceThatIsNone) {
-    FlyTo flight;
+TEST(FlightPath, NeverLeavesForAPlaceThatIsNone) {
+    FlightPath flight;
     for (const double none : {kNan, kInfinity, -kInfinity}) {
         EXPECT_FALSE(flight.Start({40.0, 0.0}, {none, 1.0})) << none;
         EXPECT_FALSE(flight.Start({40.0, 0.0}, {1.0, none})) << none;

@@ -1,0 +1,24 @@
+#include "api/install_map.h"
+
+#include "horivo_map.h"
+
+namespace {
+
+constexpr std::int32_t kSmallestSide = 16;  // pixels; smaller pictures cannot be cut into tiles
+constexpr std::uint64_t kMemoryShare = 3;   // the decoded picture may take a third of the memory
+
+}  // namespace
+
+std::uint32_t CheckMapPicture(const std::optional<JpegSize>& header,
+                              std::uint64_t memory) noexcept {
+    if (!header) return HORIVO_BAD_PICTURE;
+    if (header->width < kSmallestSide || header->height < kSmallestSide) {
+        return HORIVO_UNFIT_PICTURE;
+    }
+    if (header->components != 3 && header->components != 4) return HORIVO_UNFIT_PICTURE;
+    // In 64 bits: the largest JPEG has 65535 x 65535 pixels of 4 bytes.
+    const std::uint64_t bytes = static_cast<std::uint64_t>(header->height) *
+                                static_cast<std::uint64_t>(header->width) *
+                                static_cast<std::uint64_t>(header->components);
+    return bytes <= memory / kMemoryShare ? HORIVO_OK : HORIVO_BAD_PICTURE;
+}

@@ -1,0 +1,41 @@
+// The Sun as the light of the globe.
+#include <cmath>
+
+#include "globe/planet.h"
+#include "globe/sun_position.h"
+#include "math/trigonometry.h"
+
+namespace {
+
+constexpr float kSunDiffuse[] = {1.0F, 1.0F, 1.0F, 1.0F};
+constexpr float kSunAmbient[] = {0.4F, 0.4F, 0.4F, 1.0F};
+constexpr float kSunSpecular[] = {0.7F, 0.7F, 0.55F, 1.0F};
+
+/// Of the Sun's light in globe radii. The light is directional, so only its direction shows.
+constexpr double kSunDistance = 1.2;
+
+}  // namespace
+
+void CPlanet::PlaceSunLight() {
+    double hourAngle = 0.0;
+    SunPosition(inputs_.sceneTime, &hourAngle, &sunDeclination);
+    // Deliberate: not brought into a range; only its sine and cosine are used.
+    sunLongitude = -360.0 - hourAngle;
+
+    const double distance = static_cast<double>(radius) * kSunDistance;
+    const auto x = static_cast<float>(distance * CosDeg(sunDeclination) * SinDeg(sunLongitude));
+    const auto y = static_cast<float>(distance * SinDeg(sunDeclination));
+    const auto z = static_cast<float>(distance * CosDeg(sunDeclination) * CosDeg(sunLongitude));
+    const float towardsSun[] = {x, y, z, 0.0F};  // w = 0: rays are parallel
+    glLightfv(GL_LIGHT0, GL_POSITION, towardsSun);
+
+    const float length = std::sqrt(x * x + y * y + z * z);
+    const float fromSun[] = {-x / length, -y / length, -z / length, 1.0F};
+    glLightfv(GL_LIGHT0, GL_SPOT_DIRECTION, fromSun);
+}
+
+void CPlanet::SetSunColours() {
+    glLightfv(GL_LIGHT0, GL_DIFFUSE, kSunDiffuse);
+    glLightfv(GL_LIGHT0, GL_AMBIENT, kSunAmbient);
+    glLightfv(GL_LIGHT0, GL_SPECULAR, kSunSpecular);
+}

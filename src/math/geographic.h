@@ -1,0 +1,19 @@
+#pragma once
+// Latitude and longitude to points of the globe and back. The globe's axes: +Y is the North Pole,
+// +Z the point (0, 0), +X the point 90 degrees east.
+
+#include "math/vector4.h"
+
+/// The point at `latitude`, `longitude` (degrees, north and east positive) on a sphere; w = 1.
+CVector4 LatLonToPoint(double latitudeDeg, double longitudeDeg, double radius) noexcept;
+
+struct LatLon {
+    double latitude = 0.0;
+    double longitude = 0.0;
+};
+
+/// Latitude and longitude of `point` in radians; longitude in (-pi/2, 3 pi/2], 0 on the axis and
+/// at the origin.
+LatLon PointToLatLon(const CVector4& point) noexcept;
+/// The same in degrees.
+LatLon PointToLatLonDeg(const CVector4& point) noexcept;

@@ -1,0 +1,42 @@
+#include "window/window_class_win.h"
+
+#include "window/window_proc_win.h"
+
+namespace {
+
+constexpr wchar_t kClassName[] = L"Zelmo 3D map window - OpenGL version";
+constexpr wchar_t kTitle[] = L"GL Map";
+constexpr int kWindowExtraBytes = 8;
+
+}  // namespace
+
+std::uint32_t RegisterMapClass(HostData& host) noexcept {
+    WNDCLASSEXW windowClass = {};
+    windowClass.cbSize = sizeof windowClass;
+    windowClass.style = CS_VREDRAW | CS_HREDRAW | CS_OWNDC;
+    windowClass.lpfnWndProc = MapWindowProc;
+    windowClass.cbWndExtra = kWindowExtraBytes;
+    windowClass.hInstance = LibraryModule();
+    windowClass.hCursor = LoadCursorW(nullptr, IDC_ARROW);
+    windowClass.hbrBackground = reinterpret_cast<HBRUSH>(COLOR_WINDOW + 1);
+    windowClass.lpszClassName = kClassName;
+    if (RegisterClassExW(&windowClass) != 0) return HORIVO_OK;
+    host.lastSysError = GetLastError();
+    return HORIVO_CLASS_FAILED;
+}
+
+bool UnregisterMapClass() noexcept {
+    return UnregisterClassW(kClassName, LibraryModule()) != FALSE;
+}
+
+HWND MakeMapWindow(HostData& host, const WindowRequest& request) noexcept {
+    // Windows may refuse the window before it is asked itself.
+    host.createStatus = HORIVO_OK;
+    host.createError = ERROR_SUCCESS;
+    const HWND window =
+        CreateWindowExW(0, kClassName, kTitle, request.style, request.x, request.y, request.width,
+                        request.height, request.parent, nullptr, LibraryModule(), nullptr);
+    if (window == nullptr && host.createStatus == HORIVO_OK)
+        host.lastSysError = host.createError != ERROR_SUCCESS ? host.createError : GetLastError();
+    return window;
+}
