@@ -1,7 +1,7 @@
 #!/bin/bash
 # Builds and runs all tests: ./test.sh [native|windows]
-#   native   the portable core, on this machine, under the address and undefined-behaviour sanitizers
-#   windows  the shell and the finished DLL, cross-built, under Wine on a virtual display
+#   native   the portable sources, on this machine, under the address and undefined-behaviour sanitizers
+#   windows  the Windows sources and the finished DLL, cross-built, under Wine on a virtual display
 # Without an argument both sides run, the second also when the first fails. Missing Debian packages
 # are installed first. The exit code is 0 only when everything passed.
 set -uo pipefail

@@ -177,9 +177,7 @@ const HorivoWideChar* GetUnitWord(std::uint32_t table, std::uint32_t number) noe
 /* ---- Time zones and local times ------------------------------------------------------------ */
 
 /** Zones that HORIVO_TIME_ZONES numbers. */
-#define HORIVO_COUNT_ZONE(number, key) +1  // NOLINT(bugprone-macro-parentheses): a chain of sums
-inline constexpr std::uint32_t kTimeZoneCount = 0 HORIVO_TIME_ZONES(HORIVO_COUNT_ZONE);
-#undef HORIVO_COUNT_ZONE
+inline constexpr std::uint32_t kTimeZoneCount = 141;
 
 /** Windows' record of each zone that HORIVO_TIME_ZONES numbers. Records stay where they are for the
  * life of the table, so that city records may point at them. One thread at a time. */
@@ -203,11 +201,12 @@ public:
 
 private:
     static constexpr std::size_t kRecordBytes = 432; /* of a DYNAMIC_TIME_ZONE_INFORMATION */
+    static constexpr std::size_t kTableBytes = kTimeZoneCount * kRecordBytes;
 
-    bool prepared_ = false;
-    std::array<bool, kTimeZoneCount> known_ = {};
+    std::array<const _TIME_DYNAMIC_ZONE_INFORMATION*, kTimeZoneCount> found_ = {};
     /* Room for the records; as bytes, because their type is in windows.h. */
-    alignas(4) std::array<std::byte, kTimeZoneCount* kRecordBytes> records_ = {};
+    alignas(4) std::array<std::byte, kTableBytes> records_ = {};
+    bool prepared_ = false;
 };
 
 /** The rules of time zones by year. They come from the registry, which is too slow for a clock that
@@ -237,7 +236,7 @@ private:
 };
 
 /** Converts a UTC instant to the local time of `zone`, with the daylight saving of the local year.
- * @param[out] local  the local time
+ * `rules` keeps what was looked up for the next call.
  * @return false when the record or the instant makes no time; `local` is then left alone */
 bool UtcToZoneTime(const _SYSTEMTIME& utc, const _TIME_DYNAMIC_ZONE_INFORMATION& zone,
                    ZoneRuleCache& rules, _SYSTEMTIME& local) noexcept;

@@ -1,8 +1,8 @@
 #!/bin/bash
 # Tries the ZIP as another program's author would: tools/check_package.sh [ZIP]
 # Unpacks it in a folder of its own, builds the hosts of examples/ against it (C++ and C with
-# find_package, C# with Mono's compiler), runs those in C++ and C, and lets the sample host take a
-# picture that must show a lit globe.
+# find_package, C++ also with the library's sources in the same build, C# with Mono's compiler), runs
+# those in C++ and C, and lets the sample host take a picture that must show a lit globe.
 set -euo pipefail
 cd "$(dirname "${BASH_SOURCE[0]}")/.."
 root=$PWD
@@ -31,6 +31,33 @@ for language in cpp c; do
         exit 1
     }
 done
+
+say "building examples/cpp with the library's sources in the same build"
+mkdir "$work/consumer"
+cat >"$work/consumer/CMakeLists.txt" <<'END'
+cmake_minimum_required(VERSION 3.25)
+project(consumer LANGUAGES CXX)
+include(FetchContent)
+FetchContent_Declare(horivo_map)
+FetchContent_MakeAvailable(horivo_map)
+add_executable(globe WIN32 ${horivo_map_SOURCE_DIR}/examples/cpp/globe.cpp)
+target_link_libraries(globe PRIVATE horivo_map::horivo_map horivo_map::horivo_host)
+add_custom_command(TARGET globe POST_BUILD
+                   COMMAND ${CMAKE_COMMAND} -E copy $<TARGET_RUNTIME_DLLS:globe> $<TARGET_FILE_DIR:globe>
+                   COMMAND_EXPAND_LISTS)
+if(TARGET horivo_demo OR TARGET horivo_portable_tests OR HORIVO_TESTS)
+  message(FATAL_ERROR "the library brings more than itself into another build")
+endif()
+END
+{
+    cmake -S "$work/consumer" -B "$work/consumer/build" -G Ninja -DCMAKE_BUILD_TYPE=Release \
+        "-DCMAKE_TOOLCHAIN_FILE=$root/cmake/mingw.cmake" \
+        "-DFETCHCONTENT_SOURCE_DIR_HORIVO_MAP=$root" && cmake --build "$work/consumer/build"
+} >"$work/log" 2>&1 || {
+    cat "$work/log"
+    exit 1
+}
+[ -s "$work/consumer/build/horivo_map.dll" ]
 
 say "building examples/csharp, its record is that of the header"
 mcs -warnaserror -warn:4 -platform:x64 "-out:$work/csharp.exe" "$package"/examples/csharp/*.cs

@@ -3,6 +3,7 @@
 #include <vector>
 
 #include "cities/city_markers.h"
+#include "cities/city_pick.h"
 #include "common/spread_cities.h"
 #include "paired_benchmark.h"
 

@@ -7,6 +7,7 @@
 
 #include "bench_picture.h"
 #include "cities/city_markers.h"
+#include "cities/city_pick.h"
 #include "common/pairs.h"
 #include "common/spread_cities.h"
 #include "heap_meter.h"

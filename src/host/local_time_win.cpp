@@ -54,7 +54,7 @@ struct ZoneRuleCache::Entry {
 };
 
 ZoneRuleCache::Entry& ZoneRuleCache::At(std::size_t index) noexcept {
-    static_assert(sizeof(Entry) == kEntryBytes && alignof(Entry) <= alignof(ZoneRuleCache));
+    static_assert(sizeof(Entry) == kEntryBytes && alignof(Entry) == 4);
     return *reinterpret_cast<Entry*>(entries_.data() + index * kEntryBytes);
 }
 

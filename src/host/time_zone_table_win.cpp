@@ -1,8 +1,9 @@
 // The time zones that the public header numbers.
 
-#include <cstring>
 #include <cwchar>
 #include <functional>
+#include <iterator>
+#include <new>
 
 #include "base/windows_types.h"
 #include "horivo_host.h"
@@ -16,6 +17,8 @@ constexpr const wchar_t* kZoneKeys[] = {HORIVO_TIME_ZONES(HORIVO_ZONE_KEY)};
 #define HORIVO_ZONE_NUMBER(number, key) number,
 constexpr std::uint32_t kZoneNumbers[] = {HORIVO_TIME_ZONES(HORIVO_ZONE_NUMBER)};
 #undef HORIVO_ZONE_NUMBER
+
+static_assert(std::size(kZoneKeys) == kTimeZoneCount);
 
 constexpr bool NumbersAreWithoutGaps() noexcept {
     for (std::uint32_t i = 0; i < kTimeZoneCount; ++i) {
@@ -39,7 +42,7 @@ std::uint32_t PlaceOf(const wchar_t* key) noexcept {
 
 void TimeZoneTable::Prepare() noexcept {
     static_assert(sizeof(DYNAMIC_TIME_ZONE_INFORMATION) == kRecordBytes &&
-                  alignof(DYNAMIC_TIME_ZONE_INFORMATION) <= alignof(TimeZoneTable));
+                  alignof(DYNAMIC_TIME_ZONE_INFORMATION) == 4);
     if (prepared_) return;
     prepared_ = true;
     DYNAMIC_TIME_ZONE_INFORMATION zone;
@@ -49,17 +52,15 @@ void TimeZoneTable::Prepare() noexcept {
         if (result != ERROR_SUCCESS) continue;  // one damaged key must not hide the zones behind it
         const std::uint32_t place = PlaceOf(zone.TimeZoneKeyName);
         if (place == kTimeZoneCount) continue;
-        std::memcpy(records_.data() + place * kRecordBytes, &zone, sizeof zone);
-        known_[place] = true;
+        void* const record = records_.data() + place * kRecordBytes;
+        found_[place] = ::new (record) DYNAMIC_TIME_ZONE_INFORMATION(zone);
     }
 }
 
 const DYNAMIC_TIME_ZONE_INFORMATION* TimeZoneTable::Find(std::uint32_t id) noexcept {
     if (id == 0 || id > kTimeZoneCount) return nullptr;
     Prepare();
-    if (!known_[id - 1]) return nullptr;
-    return reinterpret_cast<const DYNAMIC_TIME_ZONE_INFORMATION*>(records_.data() +
-                                                                  (id - 1) * kRecordBytes);
+    return found_[id - 1];
 }
 
 bool TimeZoneTable::Owns(const DYNAMIC_TIME_ZONE_INFORMATION* zone) const noexcept {
