@@ -22,7 +22,8 @@ set(shell_sources ${all_sources})
 list(FILTER shell_sources INCLUDE REGEX "_win\\.cpp$")
 # The face holds what must be compiled into the DLL itself: its exports and its entry point.
 set(face_sources ${shell_sources})
-list(FILTER face_sources INCLUDE REGEX "/(exports|dll_main|load_config|exception_memory)_win\\.cpp$")
+list(FILTER face_sources INCLUDE REGEX
+     "/(exports|dll_main|load_config|exception_memory)_win\\.cpp$")
 list(REMOVE_ITEM shell_sources ${face_sources})
 
 add_library(horivo_base STATIC ${base_sources})
