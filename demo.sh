@@ -2,8 +2,8 @@
 # Builds and runs the sample host: ./demo.sh [--tour]
 # With a display the world clock opens: search and choose a city, drag the globe, turn the wheel,
 # click a place; its menus and F1 tell the keys.
-# Without one, or with --tour, the same program drives itself on a virtual display and leaves
-# pictures in build/demo/. Missing Debian packages are installed first.
+# Without one, or with --tour, another program drives the same windows by itself on a virtual display
+# and leaves pictures in build/demo/. Missing Debian packages are installed first.
 set -euo pipefail
 cd "$(dirname "${BASH_SOURCE[0]}")"
 if [ $# -gt 1 ] || { [ $# -eq 1 ] && [ "$1" != --tour ]; }; then
@@ -13,9 +13,8 @@ fi
 
 tools/install_packages.sh build run demo
 cmake --preset mingw
-cmake --build --preset mingw --target horivo_demo
+cmake --build --preset mingw --target horivo_demo horivo_tour
 source tools/wine_env.sh
-host=build/mingw/bin/horivo_demo.exe
 
 # City photos for the map to find, once for each Wine prefix.
 prepare_photos() {
@@ -27,7 +26,7 @@ prepare_photos() {
 if [ $# -eq 0 ] && [ -n "${DISPLAY:-}" ]; then
     wine_env_start desktop
     prepare_photos
-    wine "$host"
+    wine build/mingw/bin/horivo_demo.exe
     exit
 fi
 
@@ -36,23 +35,23 @@ prepare_photos
 rm -rf build/demo
 mkdir -p build/demo
 echo "Taking the tour"
-wine "$host" --tour build/demo
-# The Sun of chosen hours: another clock for this program alone. Its waits stay real.
+tour=build/mingw/bin/horivo_tour.exe
+wine "$tour" globe build/demo
+# Runs a part of the tour at a chosen hour: the program gets another clock, but waits in real time.
 tour_at() {
-    local hour=$1
-    shift
-    TZ=UTC DONT_FAKE_MONOTONIC=1 faketime -f "@2026-06-21 $hour" \
-        wine "$host" --tour build/demo "$@"
+    local hour=$1 part=$2
+    shift 2
+    TZ=UTC DONT_FAKE_MONOTONIC=1 faketime -f "@2026-06-21 $hour" wine "$tour" "$part" build/demo "$@"
 }
-tour_at 20:00:00 --part june
-tour_at 12:00:00 --part pointer
-for size in 800x600 2560x1440; do
-    tour_at 12:00:00 --part sizes --size "$size"
-done
+tour_at 20:00:00 june
+tour_at 12:00:00 pointer
+tour_at 12:00:00 sizes 800 600
+tour_at 12:00:00 sizes 2560 1440
 # The whole program in several languages, on monitors of two scalings.
-for scaling in 96:800x600 144:1280x800; do
-    wine reg add 'HKCU\Control Panel\Desktop' /v LogPixels /t REG_DWORD /d "${scaling%:*}" /f >/dev/null
-    tour_at 12:00:00 --part clock --size "${scaling#*:}"
+for scaling in '96 800 600' '144 1280 800'; do
+    read -r dpi width height <<<"$scaling"
+    wine reg add 'HKCU\Control Panel\Desktop' /v LogPixels /t REG_DWORD /d "$dpi" /f >/dev/null
+    tour_at 12:00:00 clock "$width" "$height"
 done
 wine reg delete 'HKCU\Control Panel\Desktop' /v LogPixels /f >/dev/null
 echo "Pictures of the tour:"

@@ -8,32 +8,46 @@
 #include "horivo_host.h"
 #include "resource_ids.h"
 #include "texts.h"
-#include "user_messages.h"
 
 namespace {
 
-constexpr UINT kZonesRead = WM_APP;  // to the hidden window
-// Timers of the hidden window.
+// Message and timers of the hidden window.
+constexpr UINT kZonesRead = WM_APP;
 constexpr UINT_PTR kZoneTimer = 1;
 constexpr UINT_PTR kPhotoTimer = 2;
-// Reading the zones takes some systems longer than the first picture, which should not wait.
-constexpr UINT kZoneMs = 500;
-constexpr UINT kPhotoMs = 60000;
+// On some systems reading the zones takes longer than showing the first picture. The delay lets the
+// picture come first.
+constexpr UINT kZoneDelayMs = 500;
+// For file systems that do not report changes: new photos show after a minute at most.
+constexpr UINT kPhotoCheckMs = 60000;
 
-/// The host window that a message belongs to: its map, its controls or itself.
+/// The host window of `window`: itself, the window that it is in (a control), or its owner (a
+/// dialog, under Wine also the map). Null for null.
 HWND TopWindowOf(HWND window) {
     return window != nullptr ? GetAncestor(window, GA_ROOTOWNER) : nullptr;
 }
 
 }  // namespace
 
+HostServices::HostServices() {
+    const INITCOMMONCONTROLSEX controls{sizeof controls, ICC_LISTVIEW_CLASSES | ICC_BAR_CLASSES};
+    InitCommonControlsEx(&controls);
+    CreateLogMutex();
+    ReadAdminFlags();
+    StartHostServices();
+    // The language files keep their names when the program file is renamed.
+    SetBaseName(L"horivo_demo");
+}
+
+HostServices::~HostServices() { CloseLogMutex(); }
+
 HostApp::HostApp() : data{{}, {}, ReadSettings()} {
-    // The user's own needs no search through all languages that Windows knows.
+    // With null SetLanguage takes the user's own language without a search through all locales.
     SetLanguage(data.settings.language.empty() ? nullptr
                                                : FindLanguage(data.settings.language).abbreviation);
     accelerators_ = LoadAcceleratorsW(TextModule(), MAKEINTRESOURCEW(IDR_ACCELERATORS));
     data.cities = ReadCities(ReadWholeFile(ProgramFolder() + L"cities.tsv"));
-    MakeHiddenWindow();
+    CreateHiddenWindow();
 }
 
 HostApp::~HostApp() {
@@ -41,7 +55,7 @@ HostApp::~HostApp() {
     WriteSettings(data.settings);
 }
 
-void HostApp::MakeHiddenWindow() {
+void HostApp::CreateHiddenWindow() {
     WNDCLASSEXW windowClass{};
     windowClass.cbSize = sizeof windowClass;
     windowClass.lpfnWndProc = HiddenProc;
@@ -52,15 +66,15 @@ void HostApp::MakeHiddenWindow() {
                               0, 0, 0, 0, nullptr, nullptr, windowClass.hInstance, nullptr);
     if (hidden_ == nullptr) return;
     SetWindowLongPtrW(hidden_, GWLP_USERDATA, reinterpret_cast<LONG_PTR>(this));
-    SetTimer(hidden_, kZoneTimer, kZoneMs, nullptr);
+    SetTimer(hidden_, kZoneTimer, kZoneDelayMs, nullptr);
 }
 
-void HostApp::Ring(UINT_PTR timer) {
+void HostApp::OnTimer(UINT_PTR timer) {
     if (timer == kZoneTimer) {
         KillTimer(hidden_, kZoneTimer);
         data.times.Begin(hidden_, kZonesRead);
     } else if (watch_ != nullptr) {
-        watch_->LookAgain();
+        watch_->CheckAll();
     }
 }
 
@@ -74,29 +88,29 @@ LRESULT CALLBACK HostApp::HiddenProc(HWND window, UINT message, WPARAM wParam, L
                        ? 1
                        : 0;
         case kZonesRead:
-            app->FinishStart();
+            app->OnZonesRead();
             return 0;
         case WM_TIMER:
-            app->Ring(wParam);
+            app->OnTimer(wParam);
             return 0;
         default:
             return DefWindowProcW(window, message, wParam, lParam);
     }
 }
 
-void HostApp::FinishStart() {
+void HostApp::OnZonesRead() {
     data.times.Finish(data.cities);
     for (HostWindow* window : windows) window->ShowTimes();
     if (IsFeatureEnabled(kNoPhotos)) {
         watch_ = std::make_unique<FolderWatch>(
             PhotoFolder(), data.cities,
-            [this](std::int32_t index, std::int32_t photos) { TellOfPhotos(index, photos); });
-        SetTimer(hidden_, kPhotoTimer, kPhotoMs, nullptr);
+            [this](std::int32_t index, std::int32_t photos) { SendPhotosChanged(index, photos); });
+        SetTimer(hidden_, kPhotoTimer, kPhotoCheckMs, nullptr);
     }
     WriteLog("started");
 }
 
-void HostApp::TellOfPhotos(std::int32_t signedIndex, std::int32_t newPhotos) {
+void HostApp::SendPhotosChanged(std::int32_t signedIndex, std::int32_t newPhotos) {
     for (HostWindow* window : windows) {
         if (HWND map = window->Map(); map != nullptr) {
             SendMessageW(map, HORIVO_MSG_PHOTOS_CHANGED, static_cast<WPARAM>(signedIndex),
@@ -105,21 +119,21 @@ void HostApp::TellOfPhotos(std::int32_t signedIndex, std::int32_t newPhotos) {
     }
 }
 
-HostWindow* HostApp::OpenWindow(SIZE mapSize, bool withList, std::uint32_t& status) {
+bool HostApp::OpenWindow(std::uint32_t& status) {
     auto window = std::make_unique<HostWindow>(data, *this);
-    if (!window->Open({mapSize, withList, windows.empty()}, status)) return nullptr;
-    // From here on it belongs to its window handle, which calls Forget when it goes.
+    if (!window->Open(windows.empty(), status)) return false;
+    // From here on the window handle owns the object and deletes it when it is destroyed.
     windows.push_back(window.release());
-    return windows.back();
+    return true;
 }
 
-void HostApp::OpenAnother(HWND asker, bool withList) {
+void HostApp::OpenAnother(HWND asker) {
     std::uint32_t status = HORIVO_OK;
-    if (OpenWindow({0, 0}, withList, status) == nullptr) TellUser(asker, ResultTextId(status));
+    if (!OpenWindow(status)) TellUser(asker, ResultTextId(status));
 }
 
 void HostApp::CloseAll() {
-    // A copy: each window that closes leaves the list.
+    // A copy of the list: each window that closes removes itself from the list.
     for (HostWindow* window : std::vector<HostWindow*>(windows)) {
         SendMessageW(window->Handle(), WM_CLOSE, 0, 0);
     }
@@ -127,7 +141,7 @@ void HostApp::CloseAll() {
 
 void HostApp::Forget(HostWindow* window) {
     const auto at = std::find(windows.begin(), windows.end(), window);
-    if (at == windows.end()) return;  // one that was refused while it opened
+    if (at == windows.end()) return;  // it was refused while it opened
     windows.erase(at);
     if (windows.empty()) PostQuitMessage(0);
 }
@@ -135,7 +149,6 @@ void HostApp::Forget(HostWindow* window) {
 void HostApp::ChooseLanguage(const Language& language) {
     data.settings.language = language.abbreviation;
     SetLanguage(language.abbreviation);
-    SetLocalString(HORIVO_TEXT_ADD_PHOTO, LocalText(IDS_ADD_PHOTO).c_str());
     SetWindowTextW(hidden_, LocalText(IDS_TITLE).c_str());
     for (HostWindow* window : windows) window->ApplyLanguage();
 }
@@ -158,8 +171,9 @@ void HostApp::Run() {
         const DWORD events = event != nullptr ? 1 : 0;
         const DWORD woken =
             MsgWaitForMultipleObjectsEx(events, &event, INFINITE, QS_ALLINPUT, MWMO_INPUTAVAILABLE);
-        if (events == 1 && woken == WAIT_OBJECT_0) watch_->Collect();
-        // One message a round: a map that paints without end must not hide the event.
+        if (events == 1 && woken == WAIT_OBJECT_0) watch_->ReadChanges();
+        // Only one message, then the event is checked again: a map that asks for frame after frame
+        // never leaves the message queue empty.
         MSG message;
         if (!PeekMessageW(&message, nullptr, 0, 0, PM_REMOVE)) continue;
         if (message.message == WM_QUIT) return;

@@ -1,5 +1,5 @@
 #pragma once
-// The program itself: its windows, its language, its hidden window and its message loop.
+// The program itself: its services, windows, language, hidden window and message loop.
 
 #include <cstdint>
 #include <memory>
@@ -8,43 +8,54 @@
 #include "data/folder_watch.h"
 #include "program_data.h"
 #include "window/host_window.h"
-#include "window/host_windows.h"
 #include "window/program.h"
+#include "windows_api.h"
 
-/// The program between its start and its end. The main thread's alone.
+/// Starts the services of horivo_host.h; they must run before anything else of the program.
+class HostServices {
+public:
+    HostServices();
+    HostServices(const HostServices&) = delete;
+    HostServices& operator=(const HostServices&) = delete;
+    ~HostServices();
+};
+
+/// The program between its start and its end. Only the main thread uses it.
 class HostApp : public Program {
 public:
+    /// Reads settings and cities, selects the language and creates the hidden window.
     HostApp();
     HostApp(const HostApp&) = delete;
     HostApp& operator=(const HostApp&) = delete;
+    /// Writes the settings.
     ~HostApp() override;
 
-    /// Opens one more window with the map in it.
-    /// @param mapSize  of the map, pixels; both 0: as the user left the window
-    /// @return null when it was refused; `status` is then the library's code
-    HostWindow* OpenWindow(SIZE mapSize, bool withList, std::uint32_t& status);
-    void OpenAnother(HWND asker, bool withList) override;
+    /// Opens one more window with the map in it. InitMap must have succeeded.
+    /// @param status  out: the library's code when the map was refused, else HORIVO_OK
+    /// @return false when there is no new window
+    bool OpenWindow(std::uint32_t& status);
+    void OpenAnother(HWND asker) override;
     void CloseAll() override;
-    /// The last window that goes ends the message loop.
+    /// Also ends the message loop when `window` was the last.
     void Forget(HostWindow* window) override;
     void ChooseLanguage(const Language& language) override;
 
-    /// The message loop. @return when the last window has gone
+    /// Runs the message loop until the last window has closed.
     void Run();
 
     ProgramData data;
-    std::vector<HostWindow*> windows;
+    std::vector<HostWindow*> windows;  ///< each is owned by its window handle
 
 private:
     static LRESULT CALLBACK HiddenProc(HWND window, UINT message, WPARAM wParam, LPARAM lParam);
-    void MakeHiddenWindow();
-    void Ring(UINT_PTR timer);
-    /// The zones are read: shows the times and begins to watch the photos.
-    void FinishStart();
-    void TellOfPhotos(std::int32_t signedIndex, std::int32_t newPhotos);
+    void CreateHiddenWindow();
+    void OnTimer(UINT_PTR timer);
+    /// Shows the local times and begins to watch the photos, once the time zones have been read.
+    void OnZonesRead();
+    void SendPhotosChanged(std::int32_t signedIndex, std::int32_t newPhotos);
     void Dispatch(MSG& message);
 
     HWND hidden_ = nullptr;
     HACCEL accelerators_ = nullptr;
-    std::unique_ptr<FolderWatch> watch_;
+    std::unique_ptr<FolderWatch> watch_;  ///< null while photos are not watched
 };

@@ -1,17 +1,17 @@
 #pragma once
-// The languages that the program speaks.
+// The languages that the program has texts for.
 
 #include <cstdint>
 #include <span>
 #include <string>
 
 struct Language {
-    std::uint32_t command;        ///< in the menu
-    const wchar_t* abbreviation;  ///< Windows' own, as SetLanguage takes it
+    std::uint32_t command;        ///< of its menu item
+    const wchar_t* abbreviation;  ///< of Windows ("DEU"), as SetLanguage takes it
 };
 
 std::span<const Language> Languages();
 
-/// What `abbreviation` stands for, else the user's own language when it is among them, else
-/// English.
+/// The language with this abbreviation, in any case; when there is none, the language of the
+/// user's Windows; when the program has no texts for that, English.
 const Language& FindLanguage(const std::wstring& abbreviation);

@@ -1,5 +1,5 @@
 #pragma once
-// What all windows of the program show and remember.
+// The data that all windows of the program share.
 
 #include <vector>
 
@@ -7,9 +7,9 @@
 #include "data/settings.h"
 #include "horivo_map.h"
 
-/// The main thread's alone.
+/// Only the main thread uses it.
 struct ProgramData {
-    std::vector<CityRecord> cities;  ///< the map keeps their address
+    std::vector<CityRecord> cities;  ///< not resized while the map lives: it keeps their address
     CityTimes times;
     HostSettings settings;
 };

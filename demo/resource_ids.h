@@ -1,16 +1,16 @@
 #pragma once
-// Identifiers of the sample host's texts, menu, dialogs and accelerators in res_en.dll. The
-// language files in demo/languages use the same numbers as keys. Read by the resource compiler,
-// too: nothing but definitions.
+// Identifiers of the sample host's texts, menu, dialogs and accelerators in res_en.dll. They are
+// also the keys of the language files in demo/languages. The resource compiler reads this file,
+// too, so it has only definitions.
 
-// Sections of the language files, and the names that LocalizeMenu and LocalizeDialog take.
+// Sections of the language files, as LocalizeMenu and LocalizeDialog take them.
 #define MENU_SECTION L"Menu"
 #define ABOUT_SECTION L"About"
 #define KEYS_SECTION L"Keys"
 
-// ---- String table. "%1" and "%2" stand for what the host puts in their place, as plain text.
+// ---- String table. The host replaces "%1" and "%2" by plain text.
 
-#define IDS_ADD_PHOTO 2  // HORIVO_TEXT_ADD_PHOTO: the map's own hint
+#define IDS_ADD_PHOTO 2  // HORIVO_TEXT_ADD_PHOTO: a hint that the map shows
 #define IDS_TITLE 10     // of windows and message boxes
 
 #define IDS_COLUMN_CITY 20
@@ -18,16 +18,15 @@
 #define IDS_COLUMN_DATE 22
 #define IDS_COLUMN_OFFSET 23
 
-#define IDS_FILTER_LABEL 31  // names of the search field and the list for assistive tools
-#define IDS_LIST_LABEL 32
+#define IDS_FILTER_LABEL 31  // also the name of the search field for screen readers
+#define IDS_LIST_LABEL 32    // the name of the list for screen readers
 
 #define IDS_STATUS_CITIES 40      // %1 number of cities
 #define IDS_STATUS_CITIES_OF 41   // %1 cities found, %2 all cities
 #define IDS_STATUS_UTC 44         // %1 time of day
-#define IDS_STATUS_DIFFERENCE 45  // %1 number, %2 unit word: the chosen city against here
+#define IDS_STATUS_DIFFERENCE 45  // %1 number, %2 unit word: from here to the selected city
 
 // Message texts, at most 128 characters.
-#define IDS_PICTURE_NOT_FOUND 61
 #define IDS_PICTURE_NOT_INSTALLED 62
 #define IDS_NO_CITIES 63
 #define IDS_FOLDER_FAILED 64
@@ -41,7 +40,7 @@
 #define IDS_MAP_CONTEXT_FAILED 72   // HORIVO_CONTEXT_FAILED
 #define IDS_MAP_UNKNOWN_FAILURE 73  // any other code
 
-// Unit tables: the identifiers that StartHostServices registers.
+// Unit words. StartHostServices registers these identifiers.
 #define IDS_UNIT_SECONDS 257
 #define IDS_UNIT_MINUTES 258
 #define IDS_UNIT_HOURS 259

@@ -1,18 +1,24 @@
 #pragma once
-// The program's own texts in the language that the user has chosen.
+// The program's own texts in the language that the user has chosen, and its message boxes.
 
 #include <cstdint>
 #include <string>
 
-#include "window/host_windows.h"
+#include "windows_api.h"
 
-/// Where the program's strings, menu and dialogs come from: res_en.dll once the services have
-/// loaded it, else the program itself.
+/// The module with the program's strings, menu and dialogs: res_en.dll when StartHostServices
+/// could load it, else the program itself.
 HINSTANCE TextModule();
 
-/// A string of resource_ids.h; empty when neither language file nor module has it.
+/// A string of resource_ids.h; empty when neither the language file nor the module has it.
 std::wstring LocalText(std::uint32_t id);
 
-/// The same with "%1" and "%2" replaced.
+/// The same with "%1" replaced by `first` and "%2" by `second`.
 std::wstring LocalText(std::uint32_t id, const std::wstring& first,
                        const std::wstring& second = {});
+
+/// Shows a failure in a message box over `owner`, or over no window when that is null.
+void TellUser(HWND owner, std::uint32_t textId);
+
+/// The text that explains a result code of the library.
+std::uint32_t ResultTextId(std::uint32_t code);

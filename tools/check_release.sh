@@ -15,7 +15,7 @@ say "using the package"
 tools/check_package.sh
 say "a second compiler"
 cmake --preset clang >/dev/null
-cmake --build --preset clang --target horivo_map horivo_host horivo_demo
+cmake --build --preset clang --target horivo_map horivo_host horivo_demo horivo_tour
 say "the reference of the public headers"
 doxygen docs/Doxyfile
 echo "The release is ready"

@@ -1,6 +1,6 @@
 #!/bin/bash
 # Format and static analysis: tools/check_style.sh
-# clang-format looks at every C++ file. clang-tidy looks at src/, demo/ and bench/: the portable
+# clang-format looks at every C++ file. clang-tidy looks at src/, demo/, tour/ and bench/: the portable
 # files as this machine compiles them, the Windows files with clang as a cross-compiler for the same
 # target as MinGW. Exits non-zero when either has something to say.
 set -uo pipefail
@@ -9,7 +9,7 @@ tools/install_packages.sh build check bench || exit 1
 for preset in native mingw bench bench-mingw; do cmake --preset $preset >/dev/null || exit 1; done
 
 failed=0
-mapfile -t all_files < <(find src include demo tests bench -name '*.cpp' -o -name '*.h' 2>/dev/null)
+mapfile -t all_files < <(find src include demo tour tests bench -name '*.cpp' -o -name '*.h' 2>/dev/null)
 echo "clang-format: ${#all_files[@]} files"
 clang-format --dry-run -Werror "${all_files[@]}" || failed=1
 
@@ -32,7 +32,7 @@ find bench/native -name '*.cpp' | tidy -p build/bench || failed=1
 echo "clang-tidy: Windows files"
 {
     find src -name '*_win.cpp'
-    find demo -name '*.cpp' ! -name city_file.cpp
+    find demo tour -name '*.cpp' ! -name city_file.cpp
 } | tidy_windows -p build/mingw || failed=1
 find bench/windows -name '*.cpp' | tidy_windows -p build/bench-mingw || failed=1
 

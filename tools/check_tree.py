@@ -83,11 +83,11 @@ def check_folders():
         folder = path.relative_to(ROOT / "src").parts[0]
         allowed = set(FOLDERS[folder].split()) | {folder}
         for number, quoted, name in includes(path):
-            if not quoted:
-                check_system_include(path, number, name)
-            elif (ROOT / "src" / name).exists():
+            if (ROOT / "src" / name).exists():
                 if name.split("/")[0] not in allowed:
                     fault(path, number, name, f"src/{folder} may not include this folder")
+            elif not quoted:
+                check_system_include(path, number, name)
             elif not (ROOT / "include" / name).exists():
                 fault(path, number, name, "no such file from src/ or include/")
 
@@ -100,7 +100,7 @@ def check_public_headers():
                 fault(path, number, name, "a public header stands on the standard library alone")
     for host, roots in HOSTS.items():
         for path in sources(host):
-            places = [path.parent, ROOT / "include"] + [ROOT / root for root in roots]
+            places = [path.parent, ROOT, ROOT / "include"] + [ROOT / root for root in roots]
             for number, quoted, name in includes(path):
                 found = [p for place in places if (p := (place / name).resolve()).exists()]
                 if quoted and not any(p.is_relative_to(ROOT / r) for p in found

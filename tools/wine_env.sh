@@ -1,7 +1,7 @@
 # To be sourced (bash): Windows programs for the rest of the calling script.
 #
 #   wine_env_start tests     the tests' Wine, on a virtual display
-#   wine_env_start tour      the sample host's Wine on its tour, on a virtual display
+#   wine_env_start tour      the tour's Wine, on a virtual display
 #   wine_env_start desktop   the sample host's Wine on the user's display
 #
 # After it `wine PROGRAM ARGS` runs a Windows program there.

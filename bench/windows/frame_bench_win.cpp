@@ -201,7 +201,7 @@ int wmain(int count, wchar_t** arguments) {
     std::vector<CityRecord> cities = MakeCities(argument(4, 417), labels);
     HMODULE library = GetModuleHandleW(L"horivo_map.dll");
     BenchHost host(cities, width, height);
-    if (!host.PumpUntilTextured()) return 1;
+    if (!PumpUntilTextured(host.Map())) return 1;
     BenchHost::PumpUntilQuiet(kQuietMs);
     SendMessageW(host.Map(), WM_MOUSEMOVE, 0, MAKELPARAM(width / 2, height / 2));
     host.Paint();

@@ -37,13 +37,13 @@ BenchHost::~BenchHost() {
     FreeMap();
 }
 
-bool BenchHost::PumpUntilTextured() {
+bool PumpUntilTextured(HWND map) {
     bool hasTiles = false;
     while (Wait(kPatienceMs)) {
         MSG message;
         while (PeekMessageW(&message, nullptr, 0, 0, PM_REMOVE)) {
             DispatchMessageW(&message);
-            if (message.hwnd != map_) continue;
+            if (message.hwnd != map) continue;
             if (message.message == kStageDone && message.wParam == kSplitStage) hasTiles = true;
             if (message.message == WM_PAINT && hasTiles) return true;
         }

@@ -7,6 +7,9 @@
 #include "base/windows_types.h"
 #include "horivo_map.h"
 
+/// Runs the message loop until `map` has shown a frame with its tiles; false after a minute.
+bool PumpUntilTextured(HWND map);
+
 class BenchHost {
 public:
     /// @param cities  must outlive the host; may be empty
@@ -16,8 +19,6 @@ public:
     ~BenchHost();
 
     HWND Map() const { return map_; }
-    /// Runs the message loop until a frame with the map's tiles was shown; false after a minute.
-    bool PumpUntilTextured();
     /// Runs it until nothing has come for `quietMs`, at most three times as long.
     static void PumpUntilQuiet(DWORD quietMs);
     /// Paints one frame now.

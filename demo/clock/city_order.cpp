@@ -4,29 +4,30 @@
 
 namespace {
 
-constexpr DWORD kAlike = LINGUISTIC_IGNORECASE | LINGUISTIC_IGNOREDIACRITIC;
+constexpr DWORD kIgnoreCaseAndAccents = LINGUISTIC_IGNORECASE | LINGUISTIC_IGNOREDIACRITIC;
 
 bool Contains(const wchar_t* text, const std::wstring& wanted) {
-    return FindNLSStringEx(LOCALE_NAME_USER_DEFAULT, FIND_FROMSTART | kAlike, text, -1,
-                           wanted.c_str(), static_cast<int>(wanted.size()), nullptr, nullptr,
+    return FindNLSStringEx(LOCALE_NAME_USER_DEFAULT, FIND_FROMSTART | kIgnoreCaseAndAccents, text,
+                           -1, wanted.c_str(), static_cast<int>(wanted.size()), nullptr, nullptr,
                            nullptr, 0) >= 0;
 }
 
 int CompareNames(const CityRecord& a, const CityRecord& b) {
     const auto compare = [](const wchar_t* x, const wchar_t* y) {
-        return CompareStringEx(LOCALE_NAME_USER_DEFAULT, kAlike, x, -1, y, -1, nullptr, nullptr,
-                               0) -
+        return CompareStringEx(LOCALE_NAME_USER_DEFAULT, kIgnoreCaseAndAccents, x, -1, y, -1,
+                               nullptr, nullptr, 0) -
                CSTR_EQUAL;
     };
     const int byCity = compare(a.cityName, b.cityName);
     return byCity != 0 ? byCity : compare(a.countryName, b.countryName);
 }
 
-/// Below, at or above 0 as the entries of the column stand.
+/// Compares the entries of a column that is not Name. @return below 0 when `a` comes before `b`, 0
+/// when they are equal
 std::int32_t CompareTimes(const LocalTime& a, const LocalTime& b, CityColumn column) {
     if (column == CityColumn::Offset) return a.offsetMinutes - b.offsetMinutes;
     if (column == CityColumn::Date) {
-        // The date alone: cities of one day stand together, by name.
+        // Only the date: cities with the same date are then sorted by name, not by time.
         const auto day = [](SYSTEMTIME time) {
             time.wHour = time.wMinute = time.wSecond = time.wMilliseconds = 0;
             return time;

@@ -2,7 +2,7 @@
 
 namespace {
 
-constexpr std::int64_t kTicksPerMinute = 600'000'000;  // of 100 ns, the unit of FILETIME
+constexpr std::int64_t kTicksPerMinute = 600'000'000;  // a tick of FILETIME has 100 ns
 
 std::int64_t Ticks(const SYSTEMTIME& time) {
     FILETIME file{};
@@ -35,7 +35,7 @@ void CityTimes::Begin(HWND window, UINT message) {
     window_ = window;
     message_ = message;
     thread_ = CreateThread(nullptr, 0, ReadZones, this, 0, nullptr);
-    // Without a thread the message comes all the same, and Finish reads the zones itself.
+    // Without a thread the message is posted at once: the first lookup in Finish reads the zones.
     if (thread_ == nullptr) PostMessageW(window, message, 0, 0);
 }
 

@@ -1,20 +1,20 @@
 #pragma once
-// Local times of the cities: each city's time zone and what the clock shows there.
+// Local times of the cities, from the time zones that Windows knows.
 
 #include <cstdint>
 #include <vector>
 
 #include "horivo_host.h"
-#include "window/host_windows.h"
+#include "windows_api.h"
 
 /// The time in one city.
 struct LocalTime {
-    SYSTEMTIME time;             ///< what the clock shows there
-    std::int32_t offsetMinutes;  ///< of that clock ahead of UTC
+    SYSTEMTIME time;             ///< local date and time
+    std::int32_t offsetMinutes;  ///< local time minus UTC
 };
 
-/// Asks Windows for the time zones without keeping the windows waiting: some systems take a good
-/// part of a second for them.
+/// Reads the time zones and computes local times. Reading takes up to half a second on some
+/// systems, so it happens on a thread of its own.
 class CityTimes {
 public:
     CityTimes() = default;
@@ -23,17 +23,17 @@ public:
     /// Waits for the thread that Begin started.
     ~CityTimes();
 
-    /// Reads the zones on a thread of its own, once; then posts `message` to `window`.
+    /// Starts the thread that reads the zones and then posts `message` to `window`. Only the first
+    /// call does anything.
     void Begin(HWND window, UINT message);
-    /// To be called when that message has come: puts each city's zone into its record, so that the
-    /// map need not look for it again. The records point into this object from then on.
+    /// Stores the zone of each city in its record, so that the map need not look it up. Call it
+    /// when the message of Begin has arrived. The records then point into this object.
     void Finish(std::vector<CityRecord>& cities);
-    /// Whether Finish has run.
-    bool Ready() const { return ready_; }
 
-    /// @return whether the city has a zone; `local` is left alone otherwise
+    /// Computes the local time of a city.
+    /// @return false, and `local` unchanged, before Finish and for a city without a zone
     bool At(const CityRecord& city, const SYSTEMTIME& utc, LocalTime& local);
-    /// The time of this computer's own zone.
+    /// The local time of this computer's own zone.
     static LocalTime Here(const SYSTEMTIME& utc);
 
 private:
@@ -47,5 +47,5 @@ private:
     bool ready_ = false;
 };
 
-/// Minutes from `b` to `a`, both of the same calendar.
+/// Whole minutes by which `a` is later than `b`; negative when it is earlier.
 std::int32_t MinutesBetween(const SYSTEMTIME& a, const SYSTEMTIME& b);

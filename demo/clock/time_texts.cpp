@@ -7,13 +7,14 @@
 namespace {
 
 constexpr std::int32_t kMinutesPerHour = 60;
-constexpr std::uint32_t kMinuteTable = 1;  // of the unit words
+// Tables of GetUnitWord.
+constexpr std::uint32_t kMinuteTable = 1;
 constexpr std::uint32_t kHourTable = 2;
-constexpr int kTextSize = 80;  // characters: the longest date of any language and more
+constexpr int kTextSize = 80;  // characters, terminator included; no short date or time has as many
 constexpr wchar_t kMinus = L'\x2212';
 
 /// "3 hours".
-std::wstring Counted(std::uint32_t unit, std::int32_t number) {
+std::wstring CountWithUnit(std::uint32_t unit, std::int32_t number) {
     return std::to_wstring(number) + L' ' + GetUnitWord(unit, static_cast<std::uint32_t>(number));
 }
 
@@ -47,7 +48,7 @@ std::wstring DifferenceText(std::int32_t minutes) {
     const std::int32_t rest = size % kMinutesPerHour;
     std::wstring text;
     if (minutes != 0) text += minutes < 0 ? kMinus : L'+';
-    if (hours != 0 || rest == 0) text += Counted(kHourTable, hours);
-    if (rest != 0) text += (hours != 0 ? L" " : L"") + Counted(kMinuteTable, rest);
+    if (hours != 0 || rest == 0) text += CountWithUnit(kHourTable, hours);
+    if (rest != 0) text += (hours != 0 ? L" " : L"") + CountWithUnit(kMinuteTable, rest);
     return text;
 }

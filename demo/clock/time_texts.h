@@ -1,5 +1,5 @@
 #pragma once
-// Times as the user reads them, in the language that the services have chosen.
+// Times as texts, in the language that SetLanguage has chosen.
 
 #include <string>
 
@@ -11,5 +11,5 @@ std::wstring TimeText(const SYSTEMTIME& time);
 std::wstring DateText(const SYSTEMTIME& time);
 /// "UTC", "UTC+5:30" or "UTC-3".
 std::wstring OffsetText(std::int32_t minutes);
-/// "+5 hours 30 minutes", with the language's own words for the numbers; "0 hours" for none.
+/// "+5 hours 30 minutes" with the unit words of the language; "0 hours" for 0.
 std::wstring DifferenceText(std::int32_t minutes);

@@ -8,7 +8,7 @@
 
 namespace {
 
-constexpr char32_t kReplacement = 0xFFFD;  // stands for bytes that are no UTF-8
+constexpr char32_t kReplacement = 0xFFFD;  // the result for bytes that are not UTF-8
 constexpr char32_t kLastCharacter = 0x10FFFF;
 constexpr std::size_t kNameSize = sizeof CityRecord{}.cityName / sizeof(HorivoWideChar);
 
@@ -21,7 +21,8 @@ struct ZoneNumber {
 constexpr ZoneNumber kZones[] = {HORIVO_TIME_ZONES(ZONE_NUMBER)};
 #undef ZONE_NUMBER
 
-/// Takes the text up to the next `separator` off the front of `rest`.
+/// Removes the text up to the next `separator`, and the separator, from the front of `rest`.
+/// @return that text without the separator
 std::string_view TakeUntil(std::string_view& rest, char separator) {
     const std::size_t end = rest.find(separator);
     const std::string_view taken = rest.substr(0, end);
@@ -29,7 +30,8 @@ std::string_view TakeUntil(std::string_view& rest, char separator) {
     return taken;
 }
 
-/// Takes one character off the front of `text`, which is not empty.
+/// Decodes one character of UTF-8 and removes it from the front of `text`, which is not empty.
+/// @return kReplacement for bytes that are not UTF-8
 char32_t TakeCharacter(std::string_view& text) {
     const auto byteAt = [&](std::size_t i) { return static_cast<unsigned char>(text[i]); };
     const unsigned first = byteAt(0);
@@ -55,16 +57,17 @@ char32_t TakeCharacter(std::string_view& text) {
         character = character << 6U | (byteAt(i) & 0x3FU);
     }
     text.remove_prefix(length);
-    // The longer forms of shorter characters, a zero among them, and halves of pairs are no UTF-8.
-    constexpr char32_t kLeastOfLength[] = {0, 0, 0x80, 0x800, 0x10000};
-    const bool isHalf = character >= 0xD800 && character < 0xE000;
-    if (isHalf || character < kLeastOfLength[length] || character > kLastCharacter) {
+    // Not UTF-8: overlong forms (more bytes than the character needs) and surrogates.
+    constexpr char32_t kMinOfLength[] = {0, 0, 0x80, 0x800, 0x10000};
+    const bool isSurrogate = character >= 0xD800 && character < 0xE000;
+    if (isSurrogate || character < kMinOfLength[length] || character > kLastCharacter) {
         return kReplacement;
     }
     return character;
 }
 
-/// Writes `utf8` as UTF-16 into a record's name, never half a character.
+/// Converts `utf8` to UTF-16 in a name of a record, and cuts it between two characters, never
+/// inside a surrogate pair.
 void StoreName(std::string_view utf8, HorivoWideChar (&name)[kNameSize]) {
     std::size_t length = 0;
     while (!utf8.empty()) {
@@ -81,11 +84,12 @@ void StoreName(std::string_view utf8, HorivoWideChar (&name)[kNameSize]) {
     }
 }
 
-std::optional<double> ParseDegrees(std::string_view text, double most) {
+/// The whole `text` as a number of at most `limit` degrees either way.
+std::optional<double> ParseDegrees(std::string_view text, double limit) {
     double degrees = 0.0;
     const char* end = text.data() + text.size();
     const auto [stop, error] = std::from_chars(text.data(), end, degrees);
-    if (error != std::errc{} || stop != end || !(std::fabs(degrees) <= most)) return std::nullopt;
+    if (error != std::errc{} || stop != end || !(std::fabs(degrees) <= limit)) return std::nullopt;
     return degrees;
 }
 

@@ -1,13 +1,14 @@
 #pragma once
-// The city table's file: UTF-8 lines of name, country, latitude, longitude and the registry name
-// of the time zone, with a tab between; lines that begin with '#' are remarks.
+// Reads the file of the city table. It is UTF-8; each line has the fields name, country, latitude,
+// longitude and time zone (its key name in the registry), separated by tabs. Lines that begin with
+// '#' are comments.
 
 #include <string_view>
 #include <vector>
 
 #include "horivo_map.h"
 
-/// Reads a whole city file.
-/// @return one record for each complete line; a line without name or with a position that is no
-///         number is left out, names are cut at 63 characters, an unknown time zone becomes 0
+/// Parses the text of a city file.
+/// @return a record for each line that has a name and a valid position; other lines are skipped.
+///         Names are cut to 63 characters. An unknown or missing time zone becomes 0.
 std::vector<CityRecord> ReadCities(std::string_view text);

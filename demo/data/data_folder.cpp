@@ -1,14 +1,14 @@
 #include "data/data_folder.h"
 
-#include "window/host_windows.h"
+#include "windows_api.h"
 
 #include <shlobj.h>
 
 namespace {
 
-constexpr DWORD kPathSize = 1024;  // characters; longer program paths are cut by Windows anyway
+constexpr DWORD kPathSize = 1024;  // characters; GetModuleFileName cuts a longer path
 
-/// Where all users' data of the map lie, without a backslash; empty when Windows has no such
+/// "<common application data>\Zelmo", which all users share; empty when Windows knows no such
 /// folder.
 std::wstring CommonFolder() {
     wchar_t common[MAX_PATH] = {};
@@ -19,7 +19,7 @@ std::wstring CommonFolder() {
     return std::wstring(common) + L"\\Zelmo";
 }
 
-/// The library's data folder, made when missing; empty when that fails.
+/// The library's data folder, created when it is missing; empty when that fails.
 std::wstring DataFolder() {
     const std::wstring common = CommonFolder();
     if (common.empty()) return {};
@@ -56,12 +56,12 @@ std::string ReadWholeFile(const std::wstring& path) {
 
 MapPicture PrepareMapPicture(const std::wstring& source) {
     const std::wstring folder = DataFolder();
-    if (folder.empty()) return MapPicture::CouldNot;
+    if (folder.empty()) return MapPicture::Failed;
     const std::wstring picture = folder + L"map.jpg";
-    if (GetFileAttributesW(picture.c_str()) != INVALID_FILE_ATTRIBUTES) return MapPicture::WasThere;
-    // Fails when another start was faster: then its picture is there.
-    if (CopyFileW(source.c_str(), picture.c_str(), TRUE)) return MapPicture::NewlyPut;
-    return GetLastError() == ERROR_FILE_EXISTS ? MapPicture::WasThere : MapPicture::CouldNot;
+    if (GetFileAttributesW(picture.c_str()) != INVALID_FILE_ATTRIBUTES) return MapPicture::Present;
+    // TRUE: fails when the picture exists, because another process may have copied it meanwhile.
+    if (CopyFileW(source.c_str(), picture.c_str(), TRUE)) return MapPicture::Copied;
+    return GetLastError() == ERROR_FILE_EXISTS ? MapPicture::Present : MapPicture::Failed;
 }
 
 std::wstring PhotoFolder() { return CommonFolder() + L"\\City Photos\\"; }

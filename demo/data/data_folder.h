@@ -1,24 +1,24 @@
 #pragma once
-// Files and folders of the sample host.
+// Files and folders that the sample host reads and writes.
 
 #include <string>
 
-/// What became of the map picture.
+/// Result of PrepareMapPicture.
 enum class MapPicture {
-    WasThere,  ///< an earlier start or the user put one there: untouched
-    NewlyPut,  ///< this start put it there; the library should check it
-    CouldNot,  ///< neither there nor put there; the map will show a globe without surface
+    Present,  ///< there was one already; it is unchanged
+    Copied,   ///< this call copied it; InstallMap should check it
+    Failed,   ///< there is none and it could not be copied; the globe will have no surface
 };
 
-/// The folder of this program with a backslash at its end.
+/// The folder of this program, with a backslash at its end.
 std::wstring ProgramFolder();
 
-/// A whole file as bytes; empty when it cannot be read.
+/// All bytes of a file; empty when it cannot be opened.
 std::string ReadWholeFile(const std::wstring& path);
 
-/// Sees to it that the library finds a "map.jpg" in its data folder
-/// "<common application data>\Zelmo\Horivo\"; copies `source` there when there is none.
+/// Copies `source` to "<common application data>\Zelmo\Horivo\map.jpg", where the library reads its
+/// map picture, unless there is one.
 MapPicture PrepareMapPicture(const std::wstring& source);
 
-/// The photo tree that the library reads, "<common application data>\Zelmo\City Photos\".
+/// The folder of the photos that the library shows, "<common application data>\Zelmo\City Photos\".
 std::wstring PhotoFolder();

@@ -9,7 +9,7 @@
 
 namespace {
 
-constexpr DWORD kWhat =
+constexpr DWORD kWatchedChanges =
     FILE_NOTIFY_CHANGE_FILE_NAME | FILE_NOTIFY_CHANGE_LAST_WRITE | FILE_NOTIFY_CHANGE_SIZE;
 
 bool SamePath(std::wstring_view a, std::wstring_view b) {
@@ -17,7 +17,7 @@ bool SamePath(std::wstring_view a, std::wstring_view b) {
                                 static_cast<int>(b.size()), TRUE) == CSTR_EQUAL;
 }
 
-/// When a file was last written; 0 when there is none.
+/// The time at which a file was last written; 0 when there is no such file.
 FILETIME WrittenAt(const std::wstring& path) {
     WIN32_FILE_ATTRIBUTE_DATA data{};
     GetFileAttributesExW(path.c_str(), GetFileExInfoStandard, &data);
@@ -35,66 +35,67 @@ FolderWatch::FolderWatch(const std::wstring& folder, const std::vector<CityRecor
     if (directory_ == INVALID_HANDLE_VALUE) return;
     overlapped_.hEvent = CreateEventW(nullptr, TRUE, FALSE, nullptr);
     if (overlapped_.hEvent == nullptr) return;
-    // Asked first: what changes while the tree is read must not be missed.
-    Ask();
-    ListPlaces();
+    // Before the index files are read, so that a change meanwhile is not missed.
+    RequestChanges();
+    ListIndexFiles();
 }
 
 FolderWatch::~FolderWatch() {
-    if (asked_) {
+    if (isWaiting_) {
         CancelIo(directory_);
         DWORD size = 0;
-        // The buffer must stay until Windows has let go of it.
+        // Waits: Windows may write to `changes_` until the request has ended.
         GetOverlappedResult(directory_, &overlapped_, &size, TRUE);
     }
     if (overlapped_.hEvent != nullptr) CloseHandle(overlapped_.hEvent);
     if (directory_ != INVALID_HANDLE_VALUE) CloseHandle(directory_);
 }
 
-void FolderWatch::ListPlaces() {
+void FolderWatch::ListIndexFiles() {
     std::vector<std::wstring> countries;
     for (std::size_t i = 0; i < cities_.size(); ++i) {
         const auto index = static_cast<std::int32_t>(i);
-        const std::wstring country = IndexOfCountry(cities_[i]);
-        const std::wstring city = IndexOfCity(cities_[i]);
-        if (!city.empty()) AddPlace(city, index);
-        // Index 0 has no negative: a country whose first city it is goes by its next one.
+        const std::wstring country = CountryIndexPath(cities_[i]);
+        const std::wstring city = CityIndexPath(cities_[i]);
+        if (!city.empty()) AddIndexFile(city, index);
+        // A country is reported by the negative index of its first city. Index 0 has no negative,
+        // so there the next city of the same country is used.
         const bool isNew =
             std::find(countries.begin(), countries.end(), country) == countries.end();
         if (country.empty() || index == 0 || !isNew) continue;
         countries.push_back(country);
-        AddPlace(country, -index);
+        AddIndexFile(country, -index);
     }
 }
 
-void FolderWatch::AddPlace(const std::wstring& index, std::int32_t signedIndex) {
-    const FILETIME written = WrittenAt(folder_ + index);
-    places_.push_back({index, signedIndex, CountPhotos(folder_ + index), written});
+void FolderWatch::AddIndexFile(const std::wstring& path, std::int32_t signedIndex) {
+    const FILETIME written = WrittenAt(folder_ + path);
+    indexFiles_.push_back({path, signedIndex, CountPhotos(folder_ + path), written});
 }
 
-void FolderWatch::Ask() {
+void FolderWatch::RequestChanges() {
     ResetEvent(overlapped_.hEvent);
-    asked_ = ReadDirectoryChangesW(directory_, changes_, sizeof changes_, TRUE, kWhat, nullptr,
-                                   &overlapped_, nullptr) != FALSE;
+    isWaiting_ = ReadDirectoryChangesW(directory_, changes_, sizeof changes_, TRUE, kWatchedChanges,
+                                       nullptr, &overlapped_, nullptr) != FALSE;
 }
 
-void FolderWatch::LookAt(Place& place) {
-    place.written = WrittenAt(folder_ + place.index);
-    const std::int32_t photos = CountPhotos(folder_ + place.index);
-    const std::int32_t before = std::exchange(place.photos, photos);
-    if (photos > before) listener_(place.signedIndex, photos - before);
+void FolderWatch::Check(IndexFile& file) {
+    file.written = WrittenAt(folder_ + file.path);
+    const std::int32_t photos = CountPhotos(folder_ + file.path);
+    const std::int32_t before = std::exchange(file.photos, photos);
+    if (photos > before) listener_(file.signedIndex, photos - before);
 }
 
-void FolderWatch::LookAgain() {
-    for (Place& place : places_) {
-        const FILETIME written = WrittenAt(folder_ + place.index);
-        if (CompareFileTime(&written, &place.written) != 0) LookAt(place);
+void FolderWatch::CheckAll() {
+    for (IndexFile& file : indexFiles_) {
+        const FILETIME written = WrittenAt(folder_ + file.path);
+        if (CompareFileTime(&written, &file.written) != 0) Check(file);
     }
 }
 
-void FolderWatch::Collect() {
+void FolderWatch::ReadChanges() {
     DWORD size = 0;
-    if (!asked_ || !GetOverlappedResult(directory_, &overlapped_, &size, FALSE)) return;
+    if (!isWaiting_ || !GetOverlappedResult(directory_, &overlapped_, &size, FALSE)) return;
     std::vector<std::wstring> paths;
     for (DWORD at = 0; size > 0;) {
         FILE_NOTIFY_INFORMATION change{};
@@ -105,13 +106,13 @@ void FolderWatch::Collect() {
         if (change.NextEntryOffset == 0) break;
         at += change.NextEntryOffset;
     }
-    Ask();
-    // Nothing in the buffer: there was too much for it.
-    if (paths.empty()) LookAgain();
-    for (Place& place : places_) {
+    RequestChanges();
+    // An empty buffer means that there were more changes than fit in.
+    if (paths.empty()) CheckAll();
+    for (IndexFile& file : indexFiles_) {
         if (std::any_of(paths.begin(), paths.end(),
-                        [&](const std::wstring& path) { return SamePath(path, place.index); })) {
-            LookAt(place);
+                        [&](const std::wstring& path) { return SamePath(path, file.path); })) {
+            Check(file);
         }
     }
 }

@@ -1,5 +1,5 @@
 #pragma once
-// Tells when photos of a city have been added.
+// Watches the folder of the photos and reports new ones.
 
 #include <cstddef>
 #include <cstdint>
@@ -8,51 +8,52 @@
 #include <vector>
 
 #include "horivo_map.h"
-#include "window/host_windows.h"
+#include "windows_api.h"
 
-/// Watches the photo tree for index files that list more photos than before. It needs no thread:
-/// the message loop waits for its event beside the messages.
+/// Watches a photo tree and reports each index file that lists more photos than before. It needs no
+/// thread: the message loop waits for the event of the watch together with its messages.
 class FolderWatch {
 public:
-    /// Told of each city with new photos: the signed index as HORIVO_MSG_PHOTOS_CHANGED wants it
-    /// (negative: its country's own photos) and how many there are.
+    /// Called for each index file with new photos. `signedIndex` is that of
+    /// HORIVO_MSG_PHOTOS_CHANGED: a city, or negative, the own photos of that city's country.
     using Listener = std::function<void(std::int32_t signedIndex, std::int32_t newPhotos)>;
 
-    /// @param folder  the tree, with a backslash at its end; watched only if it exists
-    /// @param cities  the table that indices refer to; must outlive the watch
+    /// Begins to watch; does nothing when the folder does not exist.
+    /// @param folder  with a backslash at its end
+    /// @param cities  the table that the indices refer to; must outlive the watch
     FolderWatch(const std::wstring& folder, const std::vector<CityRecord>& cities,
                 Listener listener);
     FolderWatch(const FolderWatch&) = delete;
     FolderWatch& operator=(const FolderWatch&) = delete;
     ~FolderWatch();
 
-    /// Set while Collect has something to do; null when nothing is watched.
-    HANDLE Event() const { return asked_ ? overlapped_.hEvent : nullptr; }
-    /// Tells the listener of what has changed, and goes on watching.
-    void Collect();
-    /// Looks at every index file that has been written since the last look. To be called now and
-    /// then: some file systems tell of nothing, or of nothing below the folder itself.
-    void LookAgain();
+    /// Event that is set when ReadChanges has something to read; null when nothing is watched.
+    HANDLE Event() const { return isWaiting_ ? overlapped_.hEvent : nullptr; }
+    /// Reads the changes that Windows has reported, calls the listener and waits for further ones.
+    void ReadChanges();
+    /// Reads every index file that was written since it was last read. Call it now and then: some
+    /// file systems report no changes, or none in subfolders.
+    void CheckAll();
 
 private:
-    struct Place {
-        std::wstring index;        ///< path below the tree of its index file
-        std::int32_t signedIndex;  ///< city or country
-        std::int32_t photos;       ///< listed when last read
-        FILETIME written;          ///< then
+    struct IndexFile {
+        std::wstring path;         ///< below the tree
+        std::int32_t signedIndex;  ///< of its city or country
+        std::int32_t photos;       ///< that it listed when it was last read
+        FILETIME written;          ///< its time at that moment; 0: there was none
     };
 
-    void ListPlaces();
-    void Ask();
-    void LookAt(Place& place);
-    void AddPlace(const std::wstring& index, std::int32_t signedIndex);
+    void ListIndexFiles();
+    void AddIndexFile(const std::wstring& path, std::int32_t signedIndex);
+    void RequestChanges();
+    void Check(IndexFile& file);
 
     std::wstring folder_;
     const std::vector<CityRecord>& cities_;
     Listener listener_;
-    std::vector<Place> places_;
+    std::vector<IndexFile> indexFiles_;
     HANDLE directory_ = INVALID_HANDLE_VALUE;
     OVERLAPPED overlapped_{};
-    bool asked_ = false;
-    alignas(DWORD) std::byte changes_[16384] = {};  ///< room for some hundred of them at once
+    bool isWaiting_ = false;  ///< Windows will write to `changes_` and set the event
+    alignas(DWORD) std::byte changes_[16384] = {};  ///< some hundred changes fit
 };

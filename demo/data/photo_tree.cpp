@@ -8,29 +8,31 @@
 
 namespace {
 
-constexpr std::wstring_view kForbidden = L"*/:;?\\\x7F";  // left out of folder names, as by the map
+// Characters that the map, too, drops from a name to get the name of its folder.
+constexpr std::wstring_view kDropped = L"*/:;?\\\x7F";
 constexpr wchar_t kFirstPrintable = L' ';
 constexpr wchar_t kIndexName[] = L"index.tsv";
 
+/// The name of the folder of a city or country; empty when it cannot have one.
 std::wstring FolderName(std::wstring_view place) {
     std::wstring name;
     for (const wchar_t character : place) {
-        const bool dropped =
-            character < kFirstPrintable || kForbidden.find(character) != std::wstring_view::npos;
-        if (!dropped) name += character;
+        const bool drop =
+            character < kFirstPrintable || kDropped.find(character) != std::wstring_view::npos;
+        if (!drop) name += character;
     }
-    // Names of dots and blanks lead out of the tree.
+    // A name of dots and spaces alone would lead out of the tree, as ".." does.
     return name.find_first_not_of(L". ") == std::wstring::npos ? std::wstring() : name;
 }
 
 }  // namespace
 
-std::wstring IndexOfCountry(const CityRecord& city) {
+std::wstring CountryIndexPath(const CityRecord& city) {
     const std::wstring country = FolderName(city.countryName);
     return country.empty() ? std::wstring() : country + L'\\' + kIndexName;
 }
 
-std::wstring IndexOfCity(const CityRecord& city) {
+std::wstring CityIndexPath(const CityRecord& city) {
     const std::wstring country = FolderName(city.countryName);
     const std::wstring name = FolderName(city.cityName);
     if (country.empty() || name.empty()) return {};
@@ -41,7 +43,7 @@ std::int32_t CountPhotos(const std::wstring& path) {
     const std::string index = ReadWholeFile(path);
     std::int32_t photos = 0;
     for (std::size_t start = 0; start < index.size();) {
-        // Everything but a remark or an empty line.
+        // Every line lists a photo, except comments and empty lines.
         if (std::string_view("#;\r\n").find(index[start]) == std::string_view::npos) ++photos;
         const std::size_t end = index.find('\n', start);
         if (end == std::string::npos) break;
@@ -54,6 +56,6 @@ bool MayShowPhotos(const std::vector<CityRecord>& cities, std::int32_t signedInd
     const auto index = static_cast<std::size_t>(std::llabs(signedIndex));
     if (index >= cities.size()) return false;
     const CityRecord& city = cities[index];
-    const std::wstring path = signedIndex < 0 ? IndexOfCountry(city) : IndexOfCity(city);
+    const std::wstring path = signedIndex < 0 ? CountryIndexPath(city) : CityIndexPath(city);
     return !path.empty() && CountPhotos(PhotoFolder() + path) > 0;
 }

@@ -15,10 +15,12 @@ constexpr const wchar_t* kEdges[] = {L"left", L"top", L"right", L"bottom"};
 constexpr wchar_t kMaximized[] = L"maximized";
 constexpr wchar_t kSortColumn[] = L"sort_column";
 constexpr wchar_t kSortDescending[] = L"sort_descending";
-constexpr int kColumns = 4;
-constexpr int kMostLanguageChars = 16;
-constexpr LONG kSmallestSide = 120;  // pixels; a smaller window could not be caught
+constexpr int kColumnCount = 4;
+constexpr int kMaxLanguageChars = 16;
+constexpr LONG kMinSide = 120;  // pixels; a smaller window would be hard to grab
 
+/// Path of the settings file; empty when Windows knows no folder for it.
+/// @param forWriting  creates the folder when it is missing
 std::wstring SettingsFile(bool forWriting) {
     if (!IsFeatureEnabled(kNoPreferences)) return ProgramFolder() + L"default.ini";
     wchar_t folder[MAX_PATH] = {};
@@ -30,7 +32,7 @@ std::wstring SettingsFile(bool forWriting) {
     return own + L"\\horivo_demo.ini";
 }
 
-/// The number at `key`, signed; `missing` when there is none.
+/// The number, possibly negative, of `key`; `missing` when the file has no such key.
 int ReadNumber(const std::wstring& file, const wchar_t* key, int missing) {
     return static_cast<int>(GetPrivateProfileIntW(kSection, key, missing, file.c_str()));
 }
@@ -45,14 +47,14 @@ HostSettings ReadSettings() {
     HostSettings settings;
     const std::wstring file = SettingsFile(false);
     if (file.empty()) return settings;
-    wchar_t language[kMostLanguageChars] = {};
-    GetPrivateProfileStringW(kSection, kLanguage, L"", language, kMostLanguageChars, file.c_str());
+    wchar_t language[kMaxLanguageChars] = {};
+    GetPrivateProfileStringW(kSection, kLanguage, L"", language, kMaxLanguageChars, file.c_str());
     settings.language = language;
     LONG* const edges[] = {&settings.place.left, &settings.place.top, &settings.place.right,
                            &settings.place.bottom};
     for (int i = 0; i < 4; ++i) *edges[i] = ReadNumber(file, kEdges[i], 0);
     settings.maximized = ReadNumber(file, kMaximized, 0) != 0;
-    settings.sortColumn = std::clamp(ReadNumber(file, kSortColumn, 0), 0, kColumns - 1);
+    settings.sortColumn = std::clamp(ReadNumber(file, kSortColumn, 0), 0, kColumnCount - 1);
     settings.sortDescending = ReadNumber(file, kSortDescending, 0) != 0;
     return settings;
 }
@@ -72,7 +74,7 @@ void WriteSettings(const HostSettings& settings) {
 bool FitToScreen(RECT& place) {
     const LONG width = place.right - place.left;
     const LONG height = place.bottom - place.top;
-    if (width < kSmallestSide || height < kSmallestSide) return false;
+    if (width < kMinSide || height < kMinSide) return false;
     MONITORINFO monitor{};
     monitor.cbSize = sizeof monitor;
     if (!GetMonitorInfoW(MonitorFromRect(&place, MONITOR_DEFAULTTONEAREST), &monitor)) return false;

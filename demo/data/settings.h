@@ -1,26 +1,27 @@
 #pragma once
-// What the program remembers from one start to the next.
+// The settings of the program, stored in a profile file.
 
 #include <string>
 
-#include "window/host_windows.h"
+#include "windows_api.h"
 
 struct HostSettings {
-    std::wstring language;  ///< Windows abbreviation ("DEU"); empty: the user's own
-    RECT place{};           ///< of the window at rest, pixels of the screen; empty: none yet
+    std::wstring language;  ///< abbreviation of Windows ("DEU"); empty: the user's own language
+    RECT place{};           ///< of the window when not maximized, screen pixels; empty: none yet
     bool maximized = false;
-    int sortColumn = 0;
+    int sortColumn = 0;  ///< as CityColumn
     bool sortDescending = false;
 };
 
-/// Reads the settings of this user; where the administrator allows no preferences, those in
-/// "default.ini" beside the program. What is missing or makes no sense keeps its initial value.
-/// The administrative switches must have been read.
+/// Reads the user's settings, or "default.ini" beside the program when the switch "no_preferences"
+/// is set (ReadAdminFlags must have been called). What is missing or invalid keeps its initial
+/// value.
 HostSettings ReadSettings();
 
-/// Writes them where they are read from. A folder that cannot be written loses them silently.
+/// Writes the settings to the file that ReadSettings reads. Does nothing when that fails.
 void WriteSettings(const HostSettings& settings);
 
-/// The place cut to what a screen shows, so that a window never opens where nobody can reach it.
-/// @return false when the place is empty or too small to be one
+/// Moves and shrinks `place` into the work area of the nearest monitor, so that a window never
+/// opens where the user cannot reach it.
+/// @return false when `place` is empty or too small for a window
 bool FitToScreen(RECT& place);

@@ -8,16 +8,21 @@
 
 namespace {
 
-constexpr int kMargin = 6;         // pixels at 96 dots per inch, as all sizes below
-constexpr int kCellPadding = 18;   // beside a text in its column, and room for the sort arrow
-constexpr int kNameAtLeast = 100;  // of the city column
-constexpr int kMostFieldChars = 63;
+// Pixels at 96 dots per inch.
+constexpr int kMargin = 6;        // around label, field and list
+constexpr int kCellPadding = 18;  // beside the text of a column: the cell's own and the sort arrow
+constexpr int kMinNameWidth = 100;  // of the city column
+
+constexpr int kMaxFieldChars = 63;  // as many as a city's name may have
+
+constexpr int kSunday = 24;                   // a day of December 2028
+constexpr int kWideOffset = -(12 * 60 + 45);  // minutes; its text is as long as any offset's
 
 constexpr std::uint32_t kTitles[] = {IDS_COLUMN_CITY, IDS_COLUMN_TIME, IDS_COLUMN_DATE,
                                      IDS_COLUMN_OFFSET};
-constexpr int kColumns = 4;
+constexpr int kColumnCount = 4;
 
-HWND MakeChild(HWND parent, const wchar_t* windowClass, DWORD style, DWORD exStyle) {
+HWND CreateChild(HWND parent, const wchar_t* windowClass, DWORD style, DWORD exStyle) {
     return CreateWindowExW(exStyle, windowClass, L"", WS_CHILD | style, 0, 0, 0, 0, parent, nullptr,
                            GetModuleHandleW(nullptr), nullptr);
 }
@@ -25,17 +30,17 @@ HWND MakeChild(HWND parent, const wchar_t* windowClass, DWORD style, DWORD exSty
 }  // namespace
 
 bool CityList::Create(HWND parent) {
-    // The label stands before the field: that gives the field its name for assistive tools.
-    label_ = MakeChild(parent, L"STATIC", SS_NOPREFIX | SS_ENDELLIPSIS, 0);
-    field_ = MakeChild(parent, L"EDIT", WS_TABSTOP | ES_AUTOHSCROLL, WS_EX_CLIENTEDGE);
-    list_ = MakeChild(parent, WC_LISTVIEWW,
-                      WS_TABSTOP | LVS_REPORT | LVS_OWNERDATA | LVS_SINGLESEL | LVS_SHOWSELALWAYS,
-                      WS_EX_CLIENTEDGE);
+    // The label comes first: screen readers take the static text before a field as its name.
+    label_ = CreateChild(parent, L"STATIC", SS_NOPREFIX | SS_ENDELLIPSIS, 0);
+    field_ = CreateChild(parent, L"EDIT", WS_TABSTOP | ES_AUTOHSCROLL, WS_EX_CLIENTEDGE);
+    list_ = CreateChild(parent, WC_LISTVIEWW,
+                        WS_TABSTOP | LVS_REPORT | LVS_OWNERDATA | LVS_SINGLESEL | LVS_SHOWSELALWAYS,
+                        WS_EX_CLIENTEDGE);
     if (label_ == nullptr || field_ == nullptr || list_ == nullptr) return false;
-    SendMessageW(field_, EM_LIMITTEXT, kMostFieldChars, 0);
+    SendMessageW(field_, EM_LIMITTEXT, kMaxFieldChars, 0);
     constexpr DWORD kStyle = LVS_EX_FULLROWSELECT | LVS_EX_DOUBLEBUFFER;
     ListView_SetExtendedListViewStyleEx(list_, kStyle, kStyle);
-    for (int i = 0; i < kColumns; ++i) {
+    for (int i = 0; i < kColumnCount; ++i) {
         LVCOLUMNW column{};
         column.mask = LVCF_FMT | LVCF_SUBITEM;
         column.fmt = LVCFMT_LEFT;
@@ -52,7 +57,7 @@ void CityList::Show(bool shown) {
 void CityList::SetTexts() {
     SetWindowTextW(label_, LocalText(IDS_FILTER_LABEL).c_str());
     SetWindowTextW(list_, LocalText(IDS_LIST_LABEL).c_str());
-    for (int i = 0; i < kColumns; ++i) {
+    for (int i = 0; i < kColumnCount; ++i) {
         std::wstring title = LocalText(kTitles[i]);
         LVCOLUMNW column{};
         column.mask = LVCF_TEXT;
@@ -62,39 +67,37 @@ void CityList::SetTexts() {
     InvalidateRect(list_, nullptr, TRUE);
 }
 
-void CityList::SetLook(const ScaledLook& look) {
+void CityList::SetScale(const UiScale& scale) {
     for (HWND child : {label_, field_, list_}) {
-        SendMessageW(child, WM_SETFONT, reinterpret_cast<WPARAM>(look.Font()), TRUE);
+        SendMessageW(child, WM_SETFONT, reinterpret_cast<WPARAM>(scale.Font()), TRUE);
     }
     const auto measure = [&](const std::wstring& text) {
-        return static_cast<int>(look.Measure(list_, text.c_str()).cx);
+        return static_cast<int>(scale.Measure(list_, text.c_str()).cx);
     };
-    int widths[kColumns] = {look.Pixels(kNameAtLeast), 0, 0, 0};
+    int widths[kColumnCount] = {scale.Pixels(kMinNameWidth), 0, 0, 0};
     for (const CityRecord& city : cities_) widths[0] = std::max(widths[0], measure(city.cityName));
-    SYSTEMTIME sample{};
-    sample.wYear = 2028;
-    sample.wMonth = 12;
-    sample.wHour = 20;  // the widest digits, and the half of the day that has its own word
+    // Wide samples of time and date: each weekday, an hour of two digits and after noon.
     for (WORD i = 0; i < 7; ++i) {
-        sample.wDayOfWeek = i;
-        sample.wDay = static_cast<WORD>(24 + i);  // the 24th of that month is a Sunday
+        const auto day = static_cast<WORD>(kSunday + i);
+        const SYSTEMTIME sample{2028, 12, i, day, 20, 0, 0, 0};
         widths[1] = std::max(widths[1], measure(TimeText(sample)));
         widths[2] = std::max(widths[2], measure(DateText(sample)));
     }
-    widths[3] = measure(OffsetText(-(12 * 60 + 45)));
-    width_ = GetSystemMetricsForDpi(SM_CXVSCROLL, look.Dpi()) +
-             2 * GetSystemMetricsForDpi(SM_CXEDGE, look.Dpi()) + 2 * look.Pixels(kMargin);
-    for (int i = 0; i < kColumns; ++i) {
+    widths[3] = measure(OffsetText(kWideOffset));
+    width_ = GetSystemMetricsForDpi(SM_CXVSCROLL, scale.Dpi()) +
+             2 * GetSystemMetricsForDpi(SM_CXEDGE, scale.Dpi()) + 2 * scale.Pixels(kMargin);
+    for (int i = 0; i < kColumnCount; ++i) {
         const int title = measure(LocalText(kTitles[i]));
-        const int width = std::max(widths[i], title) + look.Pixels(kCellPadding);
+        const int width = std::max(widths[i], title) + scale.Pixels(kCellPadding);
         ListView_SetColumnWidth(list_, i, width);
         width_ += width;
     }
 }
 
-void CityList::Place(const RECT& area, const ScaledLook& look) {
-    const int margin = look.Pixels(kMargin);
-    const int line = static_cast<int>(look.Measure(list_, L"Xg").cy);
+void CityList::Place(const RECT& area, const UiScale& scale) {
+    const int margin = scale.Pixels(kMargin);
+    // A letter of full height and one with a descender.
+    const int line = static_cast<int>(scale.Measure(list_, L"Xg").cy);
     const int width = std::max(0, static_cast<int>(area.right - area.left) - 2 * margin);
     int top = static_cast<int>(area.top) + margin;
     const auto place = [&](HWND child, int height) {
@@ -107,8 +110,8 @@ void CityList::Place(const RECT& area, const ScaledLook& look) {
 }
 
 void CityList::FillRows() {
-    wchar_t wanted[kMostFieldChars + 1] = {};
-    GetWindowTextW(field_, wanted, kMostFieldChars + 1);
+    wchar_t wanted[kMaxFieldChars + 1] = {};
+    GetWindowTextW(field_, wanted, kMaxFieldChars + 1);
     rows_.clear();
     for (std::size_t i = 0; i < cities_.size(); ++i) {
         if (!Matches(cities_[i], wanted)) continue;
@@ -117,10 +120,10 @@ void CityList::FillRows() {
         rows_.push_back(row);
     }
     SortRows(rows_, cities_, sortColumn_, sortDescending_);
-    quiet_ = true;
+    isSelecting_ = true;
     ListView_SetItemCountEx(list_, static_cast<int>(rows_.size()), LVSICF_NOSCROLL);
     ShowSelection();
-    quiet_ = false;
+    isSelecting_ = false;
     InvalidateRect(list_, nullptr, FALSE);
 }
 
@@ -138,18 +141,18 @@ void CityList::Refresh(const SYSTEMTIME& utc) {
     FillRows();
 }
 
-void CityList::Narrow() { FillRows(); }
+void CityList::ApplyFilter() { FillRows(); }
 
 void CityList::SortBy(CityColumn column, bool descending) {
     sortColumn_ = column;
     sortDescending_ = descending;
-    MarkSortColumn();
+    ShowSortArrow();
     FillRows();
 }
 
-void CityList::MarkSortColumn() {
+void CityList::ShowSortArrow() {
     HWND header = ListView_GetHeader(list_);
-    for (int i = 0; i < kColumns; ++i) {
+    for (int i = 0; i < kColumnCount; ++i) {
         HDITEMW item{};
         item.mask = HDI_FORMAT;
         Header_GetItem(header, i, &item);
@@ -162,15 +165,15 @@ void CityList::MarkSortColumn() {
 
 void CityList::Select(std::int32_t city) {
     selected_ = city;
-    const auto isIt = [&](const CityRow& row) { return row.city == city; };
-    if (std::none_of(rows_.begin(), rows_.end(), isIt)) {
+    const auto isCity = [&](const CityRow& row) { return row.city == city; };
+    if (std::none_of(rows_.begin(), rows_.end(), isCity)) {
         SetWindowTextW(field_, L"");
         FillRows();
     }
-    quiet_ = true;
+    isSelecting_ = true;
     ShowSelection();
-    quiet_ = false;
-    const auto row = std::find_if(rows_.begin(), rows_.end(), isIt);
+    isSelecting_ = false;
+    const auto row = std::find_if(rows_.begin(), rows_.end(), isCity);
     if (row == rows_.end()) return;
     ListView_EnsureVisible(list_, static_cast<int>(row - rows_.begin()), FALSE);
 }
@@ -183,8 +186,9 @@ std::wstring CityList::TextOf(const CityRow& row, CityColumn column) const {
     return OffsetText(row.local.offsetMinutes);
 }
 
-/// The line, from `from` on and round, whose city begins like this; -1 when none does.
-int CityList::FindByStart(const wchar_t* start, int from) const {
+/// The first row at or after `from` whose city's name begins with `start`, in any case; after the
+/// last row the search goes on at the first. @return -1 when there is none
+int CityList::FindByPrefix(const wchar_t* start, int from) const {
     const int count = static_cast<int>(rows_.size());
     const int length = lstrlenW(start);
     for (int i = 0; i < count; ++i) {
@@ -199,8 +203,8 @@ int CityList::FindByStart(const wchar_t* start, int from) const {
     return -1;
 }
 
-LRESULT CityList::Notify(NMHDR* notice, bool& selectedNow) {
-    selectedNow = false;
+LRESULT CityList::OnNotify(NMHDR* notice, bool& isNewSelection) {
+    isNewSelection = false;
     switch (notice->code) {
         case LVN_GETDISPINFOW: {
             LVITEMW& item = reinterpret_cast<NMLVDISPINFOW*>(notice)->item;
@@ -213,7 +217,7 @@ LRESULT CityList::Notify(NMHDR* notice, bool& selectedNow) {
         case LVN_ODFINDITEMW: {
             const auto* find = reinterpret_cast<const NMLVFINDITEMW*>(notice);
             const bool byText = (find->lvfi.flags & (LVFI_STRING | LVFI_PARTIAL)) != 0;
-            return byText && !rows_.empty() ? FindByStart(find->lvfi.psz, find->iStart) : -1;
+            return byText && !rows_.empty() ? FindByPrefix(find->lvfi.psz, find->iStart) : -1;
         }
         case LVN_COLUMNCLICK: {
             const auto column =
@@ -226,8 +230,8 @@ LRESULT CityList::Notify(NMHDR* notice, bool& selectedNow) {
             const auto row = static_cast<std::size_t>(change->iItem);
             const bool selects = (change->uNewState & LVIS_SELECTED) != 0 &&
                                  (change->uOldState & LVIS_SELECTED) == 0;
-            if (quiet_ || change->iItem < 0 || !selects || row >= rows_.size()) return 0;
-            selectedNow = rows_[row].city != selected_;
+            if (isSelecting_ || change->iItem < 0 || !selects || row >= rows_.size()) return 0;
+            isNewSelection = rows_[row].city != selected_;
             selected_ = rows_[row].city;
             return 0;
         }

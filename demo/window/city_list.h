@@ -1,13 +1,13 @@
 #pragma once
-// The list of the cities with their local times, and the field that narrows it while one types.
+// The list of the cities with their local times, and the search field above it.
 
 #include <cstdint>
 #include <string>
 #include <vector>
 
 #include "clock/city_order.h"
-#include "window/dpi.h"
-#include "window/host_windows.h"
+#include "window/ui_scale.h"
+#include "windows_api.h"
 
 class CityList {
 public:
@@ -15,45 +15,49 @@ public:
     CityList(const std::vector<CityRecord>& cities, CityTimes& times)
         : cities_(cities), times_(times) {}
 
-    /// Makes the label, the field and the list as children of `parent`, hidden.
+    /// Creates label, field and list as hidden children of `parent`.
+    /// @return false when Windows could not create one of them
     bool Create(HWND parent);
     void Show(bool shown);
-    /// Font and column widths. To be called after SetTexts when both change.
-    void SetLook(const ScaledLook& look);
-    /// Titles in the present language.
+    /// Sets the font and the column widths. Call it after SetTexts: the widths depend on the texts.
+    void SetScale(const UiScale& scale);
+    /// Sets label and column titles in the current language.
     void SetTexts();
-    /// Pixels that all columns need side by side.
+    /// Width that shows all columns, pixels.
     int Width() const { return width_; }
-    void Place(const RECT& area, const ScaledLook& look);
+    /// Moves label, field and list into `area`, client pixels of the parent.
+    void Place(const RECT& area, const UiScale& scale);
 
-    /// Shows the times of `utc`.
+    /// Shows the local times at `utc`.
     void Refresh(const SYSTEMTIME& utc);
-    /// Shows what the field asks for. To be called when its text has changed.
-    void Narrow();
+    /// Shows the cities that match the text of the field. Call it when that text has changed.
+    void ApplyFilter();
     void SortBy(CityColumn column, bool descending);
     CityColumn SortColumn() const { return sortColumn_; }
     bool SortDescending() const { return sortDescending_; }
 
     /// Index of the selected city; -1 when there is none.
     std::int32_t Selected() const { return selected_; }
-    /// Selects a city without telling anybody, shows its line, and empties a field that hides it.
+    /// Selects a city and scrolls to its row; clears the field when its text hides that city.
+    /// OnNotify does not report this selection, because it is not the user's.
     void Select(std::int32_t city);
+    /// Cities that are shown.
     std::size_t RowCount() const { return rows_.size(); }
 
-    /// What the list wants to be told, as WM_NOTIFY brought it.
-    /// @param selectedNow  out: whether the user has selected another city
-    LRESULT Notify(NMHDR* notice, bool& selectedNow);
+    /// Answers a WM_NOTIFY of the list control.
+    /// @param isNewSelection  out: whether the user has selected another city
+    LRESULT OnNotify(NMHDR* notice, bool& isNewSelection);
 
     HWND Field() const { return field_; }
     HWND List() const { return list_; }
 
 private:
     void FillRows();
-    /// Selects the line of `selected_`, wherever it is now.
+    /// Selects the row of `selected_` in the control; the order of the rows may have changed.
     void ShowSelection();
-    void MarkSortColumn();
+    void ShowSortArrow();
     std::wstring TextOf(const CityRow& row, CityColumn column) const;
-    int FindByStart(const wchar_t* start, int from) const;
+    int FindByPrefix(const wchar_t* start, int from) const;
 
     const std::vector<CityRecord>& cities_;
     CityTimes& times_;
@@ -62,7 +66,7 @@ private:
     CityColumn sortColumn_ = CityColumn::Name;
     bool sortDescending_ = false;
     std::int32_t selected_ = -1;
-    bool quiet_ = false;  ///< selections now are the program's, not the user's
+    bool isSelecting_ = false;  ///< the program changes the selection now, not the user
     HWND label_ = nullptr;
     HWND field_ = nullptr;
     HWND list_ = nullptr;

@@ -6,18 +6,18 @@
 
 namespace {
 
-/// What a dialog of texts is opened with.
+/// Parameter of TextDialogProc.
 struct TextDialog {
     const wchar_t* section;  ///< its name in the language files
     HFONT font;
 };
 
-BOOL CALLBACK GiveFont(HWND control, LPARAM font) {
+BOOL CALLBACK SetControlFont(HWND control, LPARAM font) {
     SendMessageW(control, WM_SETFONT, static_cast<WPARAM>(font), FALSE);
     return TRUE;
 }
 
-/// Over the middle of the owner: the template's own way would be the middle of the screen.
+/// Moves the dialog over the middle of its owner; by itself it opens in the middle of the screen.
 void CenterOverOwner(HWND dialog) {
     RECT owner{};
     RECT own{};
@@ -27,13 +27,15 @@ void CenterOverOwner(HWND dialog) {
     SetWindowPos(dialog, nullptr, x, y, 0, 0, SWP_NOSIZE | SWP_NOZORDER | SWP_NOACTIVATE);
 }
 
-/// Texts in the user's language; any button and Escape end it. The parameter is its TextDialog.
+/// Dialog procedure: sets the texts in the user's language and ends the dialog on any button and on
+/// Escape. The parameter of WM_INITDIALOG points to a TextDialog.
 INT_PTR CALLBACK TextDialogProc(HWND dialog, UINT message, WPARAM wParam, LPARAM lParam) {
     if (message == WM_INITDIALOG) {
         const auto& text = *reinterpret_cast<const TextDialog*>(lParam);
         LocalizeDialog(dialog, text.section);
-        // The template's font is one that every Windows has; the user's may have more scripts.
-        EnumChildWindows(dialog, GiveFont, reinterpret_cast<LPARAM>(text.font));
+        // The font of the template exists on every Windows, but may lack the script of the
+        // language.
+        EnumChildWindows(dialog, SetControlFont, reinterpret_cast<LPARAM>(text.font));
         CenterOverOwner(dialog);
         return TRUE;
     }

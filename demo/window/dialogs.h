@@ -1,8 +1,9 @@
 #pragma once
 // The program's dialogs.
 
-#include "window/host_windows.h"
+#include "windows_api.h"
 
-/// Each returns when the user has closed it. @param font  of all its texts
+/// Each shows a modal dialog over `owner` with its texts in `font`, and returns when the user has
+/// closed it.
 void ShowAbout(HWND owner, HFONT font);
 void ShowKeys(HWND owner, HFONT font);

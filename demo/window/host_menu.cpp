@@ -12,7 +12,8 @@ struct MapKey {
     int repeats;
 };
 
-// One press of a zoom key is meant to be held; a menu command is a step that one sees.
+// One press of a zoom key is a small step, because people hold the key down. A menu command repeats
+// it until the step shows.
 constexpr int kZoomStep = 5;
 constexpr MapKey kMapKeys[] = {
     {IDM_HOME_VIEW, VK_HOME, 1},
@@ -33,7 +34,7 @@ const MapKey* Find(std::uint32_t command) {
 
 }  // namespace
 
-void GiveMenu(HWND window, std::uint32_t languageCommand, bool photos) {
+void SetLocalizedMenu(HWND window, std::uint32_t languageCommand, bool photos) {
     HMENU menu = LoadMenuW(TextModule(), MAKEINTRESOURCEW(IDR_MAIN_MENU));
     if (menu == nullptr) return;
     LocalizeMenu(menu, MENU_SECTION);

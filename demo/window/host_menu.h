@@ -3,14 +3,15 @@
 
 #include <cstdint>
 
-#include "window/host_windows.h"
+#include "windows_api.h"
 
-/// Gives the window a fresh menu in the present language; its old one is destroyed.
-/// @param languageCommand  of the language to be marked
-/// @param photos  whether the photo folder can be opened
-void GiveMenu(HWND window, std::uint32_t languageCommand, bool photos);
+/// Loads the menu, sets its texts in the current language and gives it to the window. The window's
+/// old menu is destroyed.
+/// @param languageCommand  menu item of the language that gets the mark
+/// @param photos  whether the item that opens the photo folder is enabled
+void SetLocalizedMenu(HWND window, std::uint32_t languageCommand, bool photos);
 
-/// The key that does a menu command on the map; 0 when it is no command for the map.
+/// The map's key (virtual-key code) for a menu command; 0 when the command is not for the map.
 int MapKeyOf(std::uint32_t command);
-/// How often the map gets that key for one use of the menu.
+/// How many times that key is sent for one use of the command; 0 when it is not for the map.
 int MapKeyRepeats(std::uint32_t command);

@@ -4,13 +4,14 @@
 #include <windowsx.h>
 
 #include <algorithm>
+#include <cstddef>
+#include <iterator>
 
 #include "clock/time_texts.h"
 #include "data/data_folder.h"
 #include "horivo_host.h"
 #include "resource_ids.h"
 #include "texts.h"
-#include "user_messages.h"
 #include "window/dialogs.h"
 #include "window/host_menu.h"
 
@@ -19,7 +20,7 @@ namespace {
 constexpr wchar_t kClass[] = L"Horivo sample host";
 constexpr DWORD kStyle = WS_OVERLAPPEDWINDOW | WS_CLIPCHILDREN;
 constexpr UINT kClockMs = 1000;  // a new minute shows at most this late
-// Pixels at 96 dots per inch.
+// Default size of the map, pixels at 96 dots per inch.
 constexpr int kMapWidth = 800;
 constexpr int kMapHeight = 640;
 
@@ -32,9 +33,9 @@ SYSTEMTIME UniversalTime() {
 std::wstring DifferenceFromHere(const SYSTEMTIME& utc, const LocalTime& there) {
     const std::wstring text =
         DifferenceText(there.offsetMinutes - CityTimes::Here(utc).offsetMinutes);
-    const std::size_t blank = text.find(L' ');
-    return LocalText(IDS_STATUS_DIFFERENCE, text.substr(0, blank),
-                     blank == std::wstring::npos ? L"" : text.substr(blank + 1));
+    const std::size_t space = text.find(L' ');
+    return LocalText(IDS_STATUS_DIFFERENCE, text.substr(0, space),
+                     space == std::wstring::npos ? L"" : text.substr(space + 1));
 }
 
 }  // namespace
@@ -54,32 +55,33 @@ void HostWindow::RegisterOnce() {
     RegisterClassExW(&windowClass);
 }
 
-bool HostWindow::Open(const WindowStart& start, std::uint32_t& status) {
+bool HostWindow::Open(bool isFirst, std::uint32_t& status) {
     status = HORIVO_OK;
-    withList_ = start.withList;
+    withList_ = IsFeatureEnabled(kNoTimeTable);
     RegisterOnce();
     CreateWindowExW(0, kClass, L"", kStyle, CW_USEDEFAULT, CW_USEDEFAULT, CW_USEDEFAULT,
                     CW_USEDEFAULT, nullptr, nullptr, GetModuleHandleW(nullptr), this);
     if (handle_ == nullptr) return false;
-    if (!Build(status)) {
+    if (!CreateParts(status)) {
+        // The window would delete this object, which the caller still owns.
         SetWindowLongPtrW(handle_, GWLP_USERDATA, 0);
         DestroyWindow(handle_);
         return false;
     }
-    GivePlace(start);
-    const bool maximized = start.mapSize.cx == 0 && data_.settings.maximized;
-    ShowWindow(handle_, maximized ? SW_SHOWMAXIMIZED : SW_SHOW);
-    map_.Follow();
+    SetInitialPlace(isFirst);
+    ShowWindow(handle_, data_.settings.maximized ? SW_SHOWMAXIMIZED : SW_SHOW);
+    map_.FollowHost();
     SetFocus(map_.Window());
     return true;
 }
 
-/// The map comes first: it reads its picture while the rest is made.
-bool HostWindow::Build(std::uint32_t& status) {
-    look_ = std::make_unique<ScaledLook>(GetDpiForWindow(handle_));
-    const RECT area{0, 0, look_->Pixels(kMapWidth), look_->Pixels(kMapHeight)};
+/// Creates the map and the controls. The map is first: its picture loads on a thread of the library
+/// while the controls are created.
+bool HostWindow::CreateParts(std::uint32_t& status) {
+    scale_ = std::make_unique<UiScale>(GetDpiForWindow(handle_));
+    const RECT area{0, 0, scale_->Pixels(kMapWidth), scale_->Pixels(kMapHeight)};
     if (!map_.Create(handle_, area, status)) return false;
-    if (!list_.Create(handle_) || !status_.Create(handle_)) return false;
+    if (!list_.Create(handle_) || !statusBar_.Create(handle_)) return false;
     list_.SortBy(static_cast<CityColumn>(data_.settings.sortColumn), data_.settings.sortDescending);
     list_.Show(withList_);
     ApplyLanguage();
@@ -87,28 +89,26 @@ bool HostWindow::Build(std::uint32_t& status) {
     return true;
 }
 
-void HostWindow::GivePlace(const WindowStart& start) {
-    SIZE mapSize = start.mapSize;
-    if (mapSize.cx == 0) {
-        RECT place = data_.settings.place;
-        if (start.isFirst && FitToScreen(place)) {
-            SetWindowPos(handle_, nullptr, place.left, place.top, place.right - place.left,
-                         place.bottom - place.top, SWP_NOZORDER | SWP_NOACTIVATE);
-            return;
-        }
-        mapSize = {look_->Pixels(kMapWidth), look_->Pixels(kMapHeight)};
-    }
-    RECT frame{0, 0, mapSize.cx + (withList_ ? list_.Width() : 0), mapSize.cy + statusHeight_};
-    AdjustWindowRectExForDpi(&frame, kStyle, TRUE, 0, look_->Dpi());
+void HostWindow::SetInitialPlace(bool isFirst) {
+    RECT place = data_.settings.place;
+    if (!isFirst || !FitToScreen(place)) place = DefaultPlace();
+    SetWindowPos(handle_, nullptr, place.left, place.top, place.right - place.left,
+                 place.bottom - place.top, SWP_NOZORDER | SWP_NOACTIVATE);
+}
+
+/// The place of the window with a map of the default size: where Windows has put the window, but
+/// moved so that it is on the screen.
+RECT HostWindow::DefaultPlace() const {
+    RECT place{0, 0, scale_->Pixels(kMapWidth) + (withList_ ? list_.Width() : 0),
+               scale_->Pixels(kMapHeight) + statusHeight_};
+    AdjustWindowRectExForDpi(&place, kStyle, TRUE, 0, scale_->Dpi());
+    OffsetRect(&place, -place.left, -place.top);
     RECT now{};
     GetWindowRect(handle_, &now);
-    const LONG width = frame.right - frame.left;
-    const LONG height = frame.bottom - frame.top;
-    // A map as large as the screen lies there with all its pixels, and the frame's edges outside.
-    const LONG left = std::clamp(now.left, frame.left,
-                                 std::max(frame.left, GetSystemMetrics(SM_CXSCREEN) - width));
-    const LONG top = std::clamp(now.top, 0L, std::max(0L, GetSystemMetrics(SM_CYSCREEN) - height));
-    SetWindowPos(handle_, nullptr, left, top, width, height, SWP_NOZORDER | SWP_NOACTIVATE);
+    const LONG right = std::max(0L, GetSystemMetrics(SM_CXSCREEN) - place.right);
+    const LONG bottom = std::max(0L, GetSystemMetrics(SM_CYSCREEN) - place.bottom);
+    OffsetRect(&place, std::clamp(now.left, 0L, right), std::clamp(now.top, 0L, bottom));
+    return place;
 }
 
 RECT HostWindow::MapArea() const {
@@ -116,34 +116,36 @@ RECT HostWindow::MapArea() const {
     GetClientRect(handle_, &area);
     area.bottom = std::max(area.top, area.bottom - statusHeight_);
     if (withList_) {
-        const LONG spare = std::max(0L, area.right - look_->Pixels(kMapAtLeast));
+        const LONG spare = std::max(0L, area.right - scale_->Pixels(kMinMapWidth));
         area.left = std::min(static_cast<LONG>(list_.Width()), spare);
     }
     return area;
 }
 
 void HostWindow::Arrange() {
-    if (look_ == nullptr || IsIconic(handle_)) return;
-    statusHeight_ = status_.Place(*look_);
+    if (scale_ == nullptr || IsIconic(handle_)) return;
+    statusHeight_ = statusBar_.Place(*scale_);
     const RECT map = MapArea();
-    if (withList_) list_.Place({0, 0, map.left, map.bottom}, *look_);
+    if (withList_) list_.Place({0, 0, map.left, map.bottom}, *scale_);
     map_.Place(map);
 }
 
-void HostWindow::UseScaling(UINT dpi) {
-    auto look = std::make_unique<ScaledLook>(dpi);
-    list_.SetLook(*look);
-    status_.SetLook(*look);
-    look_ = std::move(look);
+void HostWindow::ApplyScaling(UINT dpi) {
+    auto scale = std::make_unique<UiScale>(dpi);
+    list_.SetScale(*scale);
+    statusBar_.SetScale(*scale);
+    scale_ = std::move(scale);
     Arrange();
 }
 
 void HostWindow::ApplyLanguage() {
-    GiveMenu(handle_, FindLanguage(data_.settings.language).command, IsFeatureEnabled(kNoPhotos));
+    SetLocalizedMenu(handle_, FindLanguage(data_.settings.language).command,
+                     IsFeatureEnabled(kNoPhotos));
+    SetLocalString(HORIVO_TEXT_ADD_PHOTO, LocalText(IDS_ADD_PHOTO).c_str());
     list_.SetTexts();
     ShowTitle();
     ShowTimes();
-    UseScaling(look_->Dpi());
+    ApplyScaling(scale_->Dpi());
 }
 
 void HostWindow::ShowTitle() {
@@ -165,8 +167,8 @@ void HostWindow::ShowTimes() {
     const std::wstring count = list_.RowCount() == data_.cities.size()
                                    ? LocalText(IDS_STATUS_CITIES, all)
                                    : LocalText(IDS_STATUS_CITIES_OF, shown, all);
-    status_.SetTexts(SelectedCityText(utc), count, LocalText(IDS_STATUS_UTC, TimeText(utc)),
-                     *look_);
+    statusBar_.SetTexts(SelectedCityText(utc), count, LocalText(IDS_STATUS_UTC, TimeText(utc)),
+                        *scale_);
 }
 
 std::wstring HostWindow::SelectedCityText(const SYSTEMTIME& utc) const {
@@ -184,16 +186,15 @@ std::wstring HostWindow::SelectedCityText(const SYSTEMTIME& utc) const {
 }
 
 bool HostWindow::TakeFocusKey(const MSG& message) {
-    // Not IsDialogMessage: the map answers no question about the keys that it wants, and would lose
-    // its arrow keys. Under Wine the map is not even a child here.
+    // Not IsDialogMessage: it would take the map's arrow keys, because the map does not answer
+    // WM_GETDLGCODE. Under Wine the map is not even a child of this window.
     if (message.message != WM_KEYDOWN || message.wParam != VK_TAB) return false;
-    HWND ring[] = {list_.Field(), list_.List(), map_.Window()};
-    HWND* const end = ring + 3;
-    HWND* at = std::find(ring, end, GetFocus());
-    if (at == end || !withList_) return false;
-    const bool back = GetKeyState(VK_SHIFT) < 0;
-    HWND* next = back ? (at == ring ? end - 1 : at - 1) : (at + 1 == end ? ring : at + 1);
-    if (*next != nullptr) SetFocus(*next);
+    const HWND order[] = {list_.Field(), list_.List(), map_.Window()};
+    const HWND* const at = std::find(std::begin(order), std::end(order), GetFocus());
+    if (at == std::end(order) || !withList_) return false;
+    const std::ptrdiff_t step = GetKeyState(VK_SHIFT) < 0 ? std::ssize(order) - 1 : 1;
+    const HWND next = order[(at - order + step) % std::ssize(order)];
+    if (next != nullptr) SetFocus(next);
     return true;
 }
 
@@ -210,7 +211,7 @@ void HostWindow::FlyToSelected() {
         reinterpret_cast<LPARAM>(&data_.cities[static_cast<std::size_t>(list_.Selected())]));
 }
 
-void HostWindow::CityClicked(std::int32_t index) {
+void HostWindow::OnCityClicked(std::int32_t index) {
     if (index < 0 || static_cast<std::size_t>(index) >= data_.cities.size()) return;
     list_.Select(index);
     ShowTitle();
@@ -224,16 +225,21 @@ void HostWindow::OpenPhotoFolder() {
     if (result < kFirstSuccess) TellUser(handle_, IDS_FOLDER_FAILED);
 }
 
-void HostWindow::Do(std::uint32_t command) {
-    for (const Language& language : Languages()) {
-        if (language.command == command) program_.ChooseLanguage(language);
-    }
+/// Sends the map the key of a menu command, if it is one for the map.
+void HostWindow::PressMapKeys(std::uint32_t command) {
     for (int i = 0; i < MapKeyRepeats(command) && map_.Window() != nullptr; ++i) {
         SendMessageW(map_.Window(), WM_KEYDOWN, static_cast<WPARAM>(MapKeyOf(command)), 1);
     }
+}
+
+void HostWindow::OnMenuCommand(std::uint32_t command) {
+    for (const Language& language : Languages()) {
+        if (language.command == command) program_.ChooseLanguage(language);
+    }
+    PressMapKeys(command);
     switch (command) {
         case IDM_NEW_WINDOW:
-            program_.OpenAnother(handle_, withList_);
+            program_.OpenAnother(handle_);
             break;
         case IDM_CLOSE_WINDOW:
             SendMessageW(handle_, WM_CLOSE, 0, 0);
@@ -252,17 +258,17 @@ void HostWindow::Do(std::uint32_t command) {
             FlyToSelected();
             break;
         case IDM_KEYS:
-            ShowKeys(handle_, look_->Font());
+            ShowKeys(handle_, scale_->Font());
             break;
         case IDM_ABOUT:
-            ShowAbout(handle_, look_->Font());
+            ShowAbout(handle_, scale_->Font());
             break;
         default:
             break;
     }
 }
 
-void HostWindow::KeepPlace() const {
+void HostWindow::StorePlace() const {
     WINDOWPLACEMENT placement{};
     placement.length = sizeof placement;
     if (!GetWindowPlacement(handle_, &placement)) return;

@@ -1,25 +1,19 @@
 #pragma once
-// A window of the program: the cities on the left, the map on the right, a status line below.
+// A window of the program: the cities on the left, the map on the right, a status bar below.
 
 #include <cstdint>
 #include <memory>
 
 #include "program_data.h"
 #include "window/city_list.h"
-#include "window/dpi.h"
-#include "window/host_windows.h"
 #include "window/map_pane.h"
 #include "window/program.h"
-#include "window/status_line.h"
+#include "window/status_bar.h"
+#include "window/ui_scale.h"
+#include "windows_api.h"
 
-/// How a window comes up.
-struct WindowStart {
-    SIZE mapSize;   ///< of the map, pixels; both 0: where and as large as the user left the window
-    bool withList;  ///< of the cities
-    bool isFirst;   ///< only the first takes the place that the user left
-};
-
-/// Lives as long as its window handle, which deletes it.
+/// Its window handle owns an object of this class once Open has succeeded, and deletes it when it
+/// is destroyed.
 class HostWindow {
 public:
     /// @param data, program  must outlive the window
@@ -28,21 +22,21 @@ public:
     HostWindow& operator=(const HostWindow&) = delete;
     ~HostWindow() = default;
 
-    /// Makes and shows the window.
-    /// @param status  out: the library's code when the map was refused
-    /// @return false when it was refused; the object is then still the caller's
-    bool Open(const WindowStart& start, std::uint32_t& status);
+    /// Creates and shows the window.
+    /// @param isFirst  whether it takes the place that the user left; others get the default size
+    /// @param status  out: the library's code when the map was refused, else HORIVO_OK
+    /// @return false when there is no window; the caller then still owns the object
+    bool Open(bool isFirst, std::uint32_t& status);
 
     HWND Handle() const { return handle_; }
     HWND Map() const { return map_.Window(); }
-    CityList& List() { return list_; }
 
-    /// Puts all texts into the present language.
+    /// Replaces all texts by those of the current language, also the one that the map shows.
     void ApplyLanguage();
-    /// Shows the present times in list and status line.
+    /// Shows the current times in the list and the status bar.
     void ShowTimes();
-    /// Whether the message is the key that moves the focus between field, list and map; it is done
-    /// then.
+    /// Moves the focus between field, list and map when `message` is Tab or Shift+Tab.
+    /// @return whether the message was handled; otherwise it is to be dispatched as usual
     bool TakeFocusKey(const MSG& message);
 
 private:
@@ -50,38 +44,40 @@ private:
     LRESULT Handle(UINT message, WPARAM wParam, LPARAM lParam);
     static void RegisterOnce();
 
-    bool Build(std::uint32_t& status);
-    void GivePlace(const WindowStart& start);
+    bool CreateParts(std::uint32_t& status);
+    void SetInitialPlace(bool isFirst);
+    RECT DefaultPlace() const;
     void LimitSize(MINMAXINFO& limits) const;
     void Arrange();
     RECT MapArea() const;
-    void UseScaling(UINT dpi);
-    void TickClock();
-    LRESULT HandleNotice(NMHDR* notice);
-    void HandleCommand(WPARAM wParam, LPARAM lParam);
-    void Do(std::uint32_t command);
+    void ApplyScaling(UINT dpi);
+    void OnClockTimer();
+    LRESULT OnNotify(NMHDR* notice);
+    void OnCommand(WPARAM wParam, LPARAM lParam);
+    void OnMenuCommand(std::uint32_t command);
+    void PressMapKeys(std::uint32_t command);
     void OpenPhotoFolder();
     void FlyToSelected();
     void ShowSelectedCity();
-    void CityClicked(std::int32_t index);
+    void OnCityClicked(std::int32_t index);
     void ShowTitle();
     std::wstring SelectedCityText(const SYSTEMTIME& utc) const;
-    void KeepPlace() const;
+    void StorePlace() const;
 
     static constexpr UINT_PTR kClockTimer = 1;
-    // Pixels at 96 dots per inch.
-    static constexpr int kMapAtLeast = 160;
-    static constexpr int kHeightAtLeast = 240;
+    // The smallest map and window that the user can set, pixels at 96 dots per inch.
+    static constexpr int kMinMapWidth = 160;
+    static constexpr int kMinHeight = 240;
 
     ProgramData& data_;
     Program& program_;
     HWND handle_ = nullptr;
-    HWND focus_ = nullptr;  ///< child that gets the focus back
-    std::unique_ptr<ScaledLook> look_;
+    HWND focus_ = nullptr;  ///< had the focus when the window was last active; gets it back
+    std::unique_ptr<UiScale> scale_;
     MapPane map_;
     CityList list_;
-    StatusLine status_;
+    StatusBar statusBar_;
     int statusHeight_ = 0;
-    WORD shownMinute_ = 60;  ///< none yet
-    bool withList_ = true;
+    WORD shownMinute_ = 60;  ///< of the times shown; 60: none yet
+    bool withList_ = true;   ///< the city list is shown
 };

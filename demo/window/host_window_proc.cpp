@@ -1,4 +1,4 @@
-// What a host window answers to its messages.
+// The window procedure of a host window: messages, notifications and commands.
 
 #include <algorithm>
 
@@ -6,7 +6,7 @@
 
 namespace {
 
-constexpr UINT kActivated = WM_APP;
+constexpr UINT kActivated = WM_APP;  // posted by a window to itself when it becomes active
 
 }  // namespace
 
@@ -35,7 +35,7 @@ LRESULT HostWindow::Handle(UINT message, WPARAM wParam, LPARAM lParam) {
             return 0;
         case WM_WINDOWPOSCHANGED:
             DefWindowProcW(handle_, message, wParam, lParam);
-            map_.Follow();
+            map_.FollowHost();
             return 0;
         case WM_GETMINMAXINFO:
             LimitSize(*reinterpret_cast<MINMAXINFO*>(lParam));
@@ -44,43 +44,44 @@ LRESULT HostWindow::Handle(UINT message, WPARAM wParam, LPARAM lParam) {
             const RECT& place = *reinterpret_cast<const RECT*>(lParam);
             SetWindowPos(handle_, nullptr, place.left, place.top, place.right - place.left,
                          place.bottom - place.top, SWP_NOZORDER | SWP_NOACTIVATE);
-            UseScaling(HIWORD(wParam));
+            ApplyScaling(HIWORD(wParam));
             return 0;
         }
         case WM_ACTIVATE:
-            // The child that has the focus gets it back with the window.
+            // WM_SETFOCUS gives the focus back to the child that has it now.
             if (LOWORD(wParam) == WA_INACTIVE) {
                 focus_ = GetFocus();
                 return 0;
             }
-            // Afterwards: the window itself comes to the top only now.
+            // Posted, not called: this window is raised only after this message.
             PostMessageW(handle_, kActivated, 0, 0);
             break;
         case kActivated:
-            map_.ComeToTop();
+            map_.RaiseAboveHost();
             return 0;
         case WM_SETFOCUS:
             SetFocus(IsWindow(focus_) ? focus_ : map_.Window());
             return 0;
         case WM_MOUSEWHEEL:
-            // A child that does not use the wheel hands it up; over the map it is the map's.
+            // Sent to this window when no child has the focus, or passed on by a child that does
+            // not use the wheel. Only in the first case is it meant for the map.
             if (HWND map = map_.Window(); map != nullptr && GetFocus() == handle_) {
                 return SendMessageW(map, message, wParam, lParam);
             }
             return 0;
         case WM_TIMER:
-            TickClock();
+            OnClockTimer();
             return 0;
         case WM_NOTIFY:
-            return HandleNotice(reinterpret_cast<NMHDR*>(lParam));
+            return OnNotify(reinterpret_cast<NMHDR*>(lParam));
         case WM_COMMAND:
-            HandleCommand(wParam, lParam);
+            OnCommand(wParam, lParam);
             return 0;
         case HORIVO_MSG_CITY:
-            CityClicked(static_cast<std::int32_t>(wParam));
+            OnCityClicked(static_cast<std::int32_t>(wParam));
             return 0;
         case WM_CLOSE:
-            KeepPlace();
+            StorePlace();
             DestroyWindow(handle_);
             return 0;
         case WM_DESTROY:
@@ -93,13 +94,14 @@ LRESULT HostWindow::Handle(UINT message, WPARAM wParam, LPARAM lParam) {
 }
 
 void HostWindow::LimitSize(MINMAXINFO& limits) const {
-    if (look_ == nullptr) return;
+    if (scale_ == nullptr) return;
     const LONG list = withList_ ? list_.Width() : 0;
-    limits.ptMinTrackSize = {list + look_->Pixels(kMapAtLeast), look_->Pixels(kHeightAtLeast)};
+    limits.ptMinTrackSize = {list + scale_->Pixels(kMinMapWidth), scale_->Pixels(kMinHeight)};
 }
 
-/// The list shows minutes; the map does not follow the clock unless somebody asks for a frame.
-void HostWindow::TickClock() {
+/// Shows the times of a new minute, and asks the map for a frame: by itself the map does not redraw
+/// when the Sun moves.
+void HostWindow::OnClockTimer() {
     SYSTEMTIME now{};
     GetSystemTime(&now);
     if (now.wMinute == shownMinute_) return;
@@ -107,24 +109,24 @@ void HostWindow::TickClock() {
     if (HWND map = map_.Window(); map != nullptr) InvalidateRect(map, nullptr, FALSE);
 }
 
-LRESULT HostWindow::HandleNotice(NMHDR* notice) {
+LRESULT HostWindow::OnNotify(NMHDR* notice) {
     if (notice->hwndFrom != list_.List()) return 0;
     if (notice->code == LVN_ITEMACTIVATE) {
         FlyToSelected();
         return 0;
     }
-    bool selectedNow = false;
-    const LRESULT answer = list_.Notify(notice, selectedNow);
-    if (selectedNow) ShowSelectedCity();
+    bool isNewSelection = false;
+    const LRESULT answer = list_.OnNotify(notice, isNewSelection);
+    if (isNewSelection) ShowSelectedCity();
     return answer;
 }
 
-void HostWindow::HandleCommand(WPARAM wParam, LPARAM lParam) {
+void HostWindow::OnCommand(WPARAM wParam, LPARAM lParam) {
     HWND control = reinterpret_cast<HWND>(lParam);
     if (control == nullptr) {
-        Do(LOWORD(wParam));
+        OnMenuCommand(LOWORD(wParam));
     } else if (control == list_.Field() && HIWORD(wParam) == EN_CHANGE) {
-        list_.Narrow();
+        list_.ApplyFilter();
         ShowTimes();
     }
 }

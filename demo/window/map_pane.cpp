@@ -4,12 +4,12 @@
 
 namespace {
 
-bool MustFloat() {
+bool IsWine() {
     const HMODULE ntdll = GetModuleHandleW(L"ntdll.dll");
     return ntdll != nullptr && GetProcAddress(ntdll, "wine_get_version") != nullptr;
 }
 
-void MakeFloat(HWND map, HWND owner) {
+void MakeOwnedPopup(HWND map, HWND owner) {
     ShowWindow(map, SW_HIDE);
     SetParent(map, nullptr);
     SetWindowLongPtrW(map, GWL_STYLE,
@@ -25,23 +25,23 @@ bool MapPane::Create(HWND host, const RECT& area, std::uint32_t& status) {
     map_ = CreateMapWindow(host, area.left, area.top, area.right - area.left,
                            area.bottom - area.top, &status);
     if (map_ == nullptr) return false;
-    floats_ = MustFloat();
-    if (floats_) MakeFloat(map_, host);
+    isPopup_ = IsWine();
+    if (isPopup_) MakeOwnedPopup(map_, host);
     return true;
 }
 
 void MapPane::Place(const RECT& area) {
     area_ = area;
     if (Window() == nullptr) return;
-    if (floats_) {
-        Follow();
+    if (isPopup_) {
+        FollowHost();
     } else {
         MoveWindow(map_, area.left, area.top, area.right - area.left, area.bottom - area.top, TRUE);
     }
 }
 
-void MapPane::Follow() {
-    if (!floats_ || Window() == nullptr) return;
+void MapPane::FollowHost() {
+    if (!isPopup_ || Window() == nullptr) return;
     RECT place = area_;
     MapWindowPoints(host_, nullptr, reinterpret_cast<POINT*>(&place), 2);
     const bool shown = IsWindowVisible(host_) && !IsIconic(host_);
@@ -50,10 +50,11 @@ void MapPane::Follow() {
                  SWP_NOZORDER | SWP_NOACTIVATE | (shown ? SWP_SHOWWINDOW : SWP_HIDEWINDOW));
 }
 
-void MapPane::ComeToTop() {
-    if (!floats_ || Window() == nullptr) return;
+void MapPane::RaiseAboveHost() {
+    if (!isPopup_ || Window() == nullptr) return;
     constexpr UINT kOrderOnly = SWP_NOMOVE | SWP_NOSIZE | SWP_NOACTIVATE;
-    // Wine believes that it is there already; only a change makes it tell the screen.
+    // Wine: the popup counts as being above its owner already, so that HWND_TOP does nothing. Only
+    // a change of the topmost state makes Wine restack the windows on the screen.
     SetWindowPos(map_, HWND_TOPMOST, 0, 0, 0, 0, kOrderOnly);
     SetWindowPos(map_, HWND_NOTOPMOST, 0, 0, 0, 0, kOrderOnly);
 }

@@ -1,34 +1,36 @@
 #pragma once
-// The map inside a host window.
+// The map in its place inside a host window.
 
 #include <cstdint>
 
-#include "window/host_windows.h"
+#include "windows_api.h"
 
-/// One map view. On Windows it is what CreateMapWindow makes, a child of the host window.
+/// One map. On Windows its window is the child window that CreateMapWindow returns, and FollowHost
+/// and RaiseAboveHost do nothing.
 ///
-/// Wine, up to version 8, gives a child window's DC no drawable, so that an OpenGL child stays
-/// black. There the map becomes a borderless window that the host owns and that lies exactly over
-/// its place: it looks the same, and since GetParent names the owner of a popup, its messages
-/// still go to the host.
+/// Wine: up to version 8 an OpenGL child window stays black, because the DC of a child has no
+/// drawable. There the map's window becomes a borderless popup that is owned by the host window and
+/// covers its place in the host. It looks the same, and it still sends its messages to the host,
+/// because GetParent returns the owner of a popup.
 class MapPane {
 public:
-    /// Makes the map over `area`, client pixels of `host`.
+    /// Creates the map in `area`, client pixels of `host`.
     /// @param status  out: the library's code when the map was refused
+    /// @return false when there is no map window
     bool Create(HWND host, const RECT& area, std::uint32_t& status);
 
-    /// The map's window; null when there is none (any more).
+    /// The map's window; null before Create and after the window was destroyed.
     HWND Window() const { return IsWindow(map_) ? map_ : nullptr; }
-    /// Gives the map another place inside the host.
+    /// Moves the map into `area`, client pixels of the host.
     void Place(const RECT& area);
-    /// To be called when the host has moved, been shown or hidden.
-    void Follow();
-    /// To be called when the host has become the active window: that puts it over what floats.
-    void ComeToTop();
+    /// Moves, shows or hides a popup like its host. Call it after each change of the host's place.
+    void FollowHost();
+    /// Raises a popup over its host again. Call it when the host has become the active window.
+    void RaiseAboveHost();
 
 private:
     HWND host_ = nullptr;
     HWND map_ = nullptr;
     RECT area_{};
-    bool floats_ = false;  ///< over the host instead of in it
+    bool isPopup_ = false;  ///< Wine: a popup over the host, not a child in it
 };

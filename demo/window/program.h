@@ -1,11 +1,13 @@
 #pragma once
-// What a window asks of the program around it.
+// What a window may ask of the program.
 
 #include "language.h"
-#include "window/host_windows.h"
+#include "windows_api.h"
 
 class HostWindow;
 
+/// Implemented by HostApp. An interface, so that the windows do not depend on the program that
+/// opens them.
 class Program {
 public:
     Program() = default;
@@ -13,11 +15,12 @@ public:
     Program& operator=(const Program&) = delete;
     virtual ~Program() = default;
 
-    /// Opens one more window; tells the user over `asker` when it was refused.
-    virtual void OpenAnother(HWND asker, bool withList) = 0;
+    /// Opens one more window; shows a message box over `asker` when that fails.
+    virtual void OpenAnother(HWND asker) = 0;
+    /// Closes all windows, which ends the program.
     virtual void CloseAll() = 0;
-    /// To be called by a window that goes.
+    /// Removes a window from the program's list. A window calls it when it is destroyed.
     virtual void Forget(HostWindow* window) = 0;
-    /// Changes the language of everything that is open, and remembers it.
+    /// Changes the language of all open windows and stores it in the settings.
     virtual void ChooseLanguage(const Language& language) = 0;
 };

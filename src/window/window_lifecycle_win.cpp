@@ -149,7 +149,7 @@ void DestroyLast(MapState& map, MapWindow& entry) noexcept {
 
 LRESULT OnCreate(HWND window, WPARAM, LPARAM) {
     MapState& map = Map();
-    // Sent by somebody else: a second lamp and planet would stay in the scene for good.
+    // The window is there already: a second lamp and planet would stay in the scene for good.
     if (map.windows.IsLive(window)) return 0;
     map.host.createStatus = HORIVO_OK;
     const ForeignContextGuard guard(map.drawing.context);

@@ -61,7 +61,7 @@ TEST_F(FolderWatchTest, NewPhotosAreToldByCityOrCountry) {
     const auto toldAfter = [this](const wchar_t* path, const char* text) {
         told_.clear();
         Write(path, text);
-        watch_->LookAgain();
+        watch_->CheckAll();
         return told_;
     };
     EXPECT_THAT(toldAfter(L"France\\Paris\\index.tsv", "paris-2\t1\nparis-3\t1\n"),
@@ -81,7 +81,7 @@ TEST_F(FolderWatchTest, EveryChangeSetsTheEventAnew) {
     for (int i = 0; i < 3; ++i) {
         Write(L"note.txt", "nothing that counts");
         ASSERT_EQ(WaitForSingleObject(watch_->Event(), kPatienceMs), WAIT_OBJECT_0);
-        watch_->Collect();
+        watch_->ReadChanges();
     }
     EXPECT_THAT(told_, IsEmpty());
 }
@@ -93,11 +93,11 @@ TEST(FolderWatchAlone, AMissingTreeIsNotWatched) {
 }
 
 TEST(PhotoTreeTest, NamesThatLeadOutOfTheTreeFormNoPath) {
-    EXPECT_EQ(IndexOfCity(MakeCity(L"Paris", L"France")), L"France\\Paris\\index.tsv");
-    EXPECT_EQ(IndexOfCity(MakeCity(L"St/..\\John", L"A:B?")), L"AB\\St..John\\index.tsv");
+    EXPECT_EQ(CityIndexPath(MakeCity(L"Paris", L"France")), L"France\\Paris\\index.tsv");
+    EXPECT_EQ(CityIndexPath(MakeCity(L"St/..\\John", L"A:B?")), L"AB\\St..John\\index.tsv");
     for (const wchar_t* name : {L"", L"..", L". .", L"\\\\", L" "}) {
-        EXPECT_EQ(IndexOfCity(MakeCity(name, L"France")), L"");
-        EXPECT_EQ(IndexOfCountry(MakeCity(L"Paris", name)), L"");
+        EXPECT_EQ(CityIndexPath(MakeCity(name, L"France")), L"");
+        EXPECT_EQ(CountryIndexPath(MakeCity(L"Paris", name)), L"");
     }
 }
 

@@ -48,18 +48,24 @@ protected:
 };
 
 TEST_F(ChangingTableTest, NoTableIsAnEmptyOneWhateverItsCount) {
-    const auto takeAway = [this] { EXPECT_EQ(library.InitMap(nullptr, 5), HORIVO_CLASS_FAILED); };
-    ZoomIn();
-    Hover(PixelOf(42.0, 3.0));
-    ASSERT_TRUE(Runs(kHoverTimer));
-    takeAway();
-    Tick(kHoverTimer);
-    EXPECT_TRUE(asked.empty()) << "the city is gone";
-    Init();
-    whileAsked = takeAway;
-    Click(PixelOf(42.0, 3.0));
-    EXPECT_EQ(asked.size(), 1U);
-    EXPECT_FALSE(Look().Has("Paris"));
+    const std::pair<CityRecord*, std::int32_t> tables[] = {{nullptr, 5}, {cities.data(), -3}};
+    for (const auto& table : tables) {
+        const auto takeAway = [&] { library.InitMap(table.first, table.second); };
+        Init();
+        Home();
+        ZoomIn();
+        Hover(PixelOf(42.0, 3.0));
+        ASSERT_TRUE(Runs(kHoverTimer)) << table.second;
+        takeAway();
+        Tick(kHoverTimer);
+        EXPECT_TRUE(asked.empty()) << "the city is gone";
+        Init();
+        whileAsked = takeAway;
+        Click(PixelOf(42.0, 3.0));
+        EXPECT_EQ(asked.size(), 1U) << table.second;
+        EXPECT_FALSE(Look().Has("Paris")) << table.second;
+        asked.clear();
+    }
 }
 
 TEST_F(ChangingTableTest, PhotosKeepTheirCitiesInATableOfAnotherOrder) {

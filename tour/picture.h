@@ -1,12 +1,12 @@
 #pragma once
-// Pictures of a window: taken from its DC, kept as PNG files.
+// Pictures of windows: taken from the screen, stored as PNG files.
 
 #include <cstddef>
 #include <cstdint>
 #include <string>
 #include <vector>
 
-#include "window/host_windows.h"
+#include "windows_api.h"
 
 /// Rows from the top, no padding; each pixel 0x00RRGGBB.
 struct Picture {
@@ -21,14 +21,7 @@ struct Picture {
     bool operator==(const Picture&) const = default;
 };
 
-/// Takes what the client area of `window` shows now; empty when that fails.
-Picture TakePicture(HWND window);
-
-/// Takes the part of the screen that `window` covers with its frame, with all that lies over it:
-/// menus, dialogs. Empty when that fails.
-Picture TakeScreenPicture(HWND window);
-
-/// GDI+ for as long as a tour lasts.
+/// Runs GDI+, which the functions below need.
 class GdiplusSession {
 public:
     GdiplusSession();
@@ -38,8 +31,15 @@ public:
 
 private:
     ULONG_PTR token_ = 0;
-    bool started_ = false;
 };
 
-/// Writes a PNG file. GDI+ must be running. @return false when it could not be written
-bool SavePng(const Picture& picture, const std::wstring& path);
+/// The client area of `window`. Throws std::runtime_error when that fails.
+Picture CaptureClient(HWND window);
+
+/// The part of the screen that `window` covers with its frame, and what lies over it (menus,
+/// dialogs). Throws std::runtime_error when that fails.
+Picture CaptureScreen(HWND window);
+
+/// Writes a PNG file. Throws std::runtime_error when that fails. Does not change `picture`, but
+/// GDI+ wants pixels that it could write to.
+void SavePng(Picture& picture, const std::wstring& path);

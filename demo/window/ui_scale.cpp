@@ -1,4 +1,4 @@
-#include "window/dpi.h"
+#include "window/ui_scale.h"
 
 namespace {
 
@@ -13,13 +13,13 @@ HFONT MakeMessageFont(UINT dpi) {
 
 }  // namespace
 
-ScaledLook::ScaledLook(UINT dpi) : dpi_(dpi), font_(MakeMessageFont(dpi)) {}
+UiScale::UiScale(UINT dpi) : dpi_(dpi), font_(MakeMessageFont(dpi)) {}
 
-ScaledLook::~ScaledLook() {
+UiScale::~UiScale() {
     if (font_ != nullptr) DeleteObject(font_);
 }
 
-SIZE ScaledLook::Measure(HWND window, const wchar_t* text) const {
+SIZE UiScale::Measure(HWND window, const wchar_t* text) const {
     const HDC dc = GetDC(window);
     const HGDIOBJ before = SelectObject(dc, font_);
     SIZE size{};

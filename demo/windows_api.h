@@ -1,5 +1,5 @@
 #pragma once
-// windows.h as this program wants it.
+// windows.h and commctrl.h with the definitions that this program needs.
 
 #ifndef NOMINMAX
 #define NOMINMAX
@@ -8,5 +8,5 @@
 #define STRICT
 #endif
 #include <windows.h>
-// The common controls do not stand without it.
+// After windows.h: commctrl.h uses its types.
 #include <commctrl.h>

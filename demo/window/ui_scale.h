@@ -1,0 +1,26 @@
+#pragma once
+// Sizes and font of the program's own controls at the scaling of their monitor.
+
+#include "windows_api.h"
+
+/// Converts sizes to one scaling, and owns the font for it.
+class UiScale {
+public:
+    /// @param dpi  dots per inch of the monitor; 96 is unscaled
+    explicit UiScale(UINT dpi);
+    UiScale(const UiScale&) = delete;
+    UiScale& operator=(const UiScale&) = delete;
+    ~UiScale();
+
+    UINT Dpi() const { return dpi_; }
+    /// Pixels for a size given at 96 dots per inch.
+    int Pixels(int size) const { return MulDiv(size, static_cast<int>(dpi_), 96); }
+    /// The font that the user has chosen for message texts; null when Windows does not say.
+    HFONT Font() const { return font_; }
+    /// Size of a text in that font, pixels.
+    SIZE Measure(HWND window, const wchar_t* text) const;
+
+private:
+    UINT dpi_;
+    HFONT font_;
+};

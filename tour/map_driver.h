@@ -1,0 +1,64 @@
+#pragma once
+// Drives a map window as a user would, and takes pictures of it.
+
+#include <functional>
+#include <string>
+#include <vector>
+
+#include "horivo_map.h"
+#include "tour/picture.h"
+#include "windows_api.h"
+
+/// Dispatches the thread's messages for `ms` milliseconds.
+void PumpMessages(DWORD ms);
+
+/// Sends one map window the messages of pointer, wheel and keyboard. Positions are client pixels
+/// from the upper left corner. What does not happen in time throws std::runtime_error.
+class MapDriver {
+public:
+    /// @param cities  the table that the map reads and writes
+    MapDriver(HWND map, const std::vector<CityRecord>& cities) : map_(map), cities_(cities) {}
+
+    int Width() const;
+    int Height() const;
+    const std::vector<CityRecord>& Cities() const { return cities_; }
+    /// The first city of this name.
+    const CityRecord& City(const wchar_t* name) const;
+    /// Whether the title of the map's host window names the city.
+    bool TitleNames(const wchar_t* city) const;
+
+    void Press(int virtualKey) const;
+    /// Moves the pointer. Also the system's: the map asks for its position when the pointer rests.
+    void PointAt(int x, int y) const;
+    /// Moves the pointer to a city on the visible side of the globe, and returns the position.
+    /// Finds it by the distance that the map writes into the record at each move of the pointer.
+    POINT PointAtCity(const wchar_t* name) const;
+    /// Moves the pointer where the map finds the most cities near it, in the middle of the window.
+    void PointAtCrowd() const;
+    void Click(int x, int y) const;
+    /// Drags the globe from the middle of the window to the right and down.
+    void Drag() const;
+    /// Turns the wheel where the pointer is.
+    /// @param notches  positive: away from the user, which makes the globe smaller
+    void TurnWheel(int notches) const;
+    /// Asks the map to fly to a city and waits until the globe has arrived and rests.
+    void FlyTo(const CityRecord& city) const;
+    void FlyTo(const wchar_t* city) const { FlyTo(City(city)); }
+
+    /// Makes the map draw a frame and takes its picture.
+    Picture Look() const;
+    /// Looks again and again until `isWanted` accepts the picture.
+    Picture LookUntil(const std::function<bool(const Picture&)>& isWanted) const;
+    /// Waits until nothing is loaded and the picture has stopped changing.
+    Picture LookWhenSettled() const;
+    /// Takes a settled picture with information lines and frame rate.
+    Picture LookWithInformation() const;
+    /// Makes the map load its picture again and takes a picture while it says so.
+    Picture LookWhileLoading() const;
+
+private:
+    void SendPointer(UINT message, WPARAM buttons, int x, int y) const;
+
+    HWND map_;
+    const std::vector<CityRecord>& cities_;
+};
