@@ -53,8 +53,9 @@ public:
     bool IsNewestForgotten() const noexcept;
 
 private:
-    /// Changed in one piece: a worker that comes late finds another number in its slot.
-    struct Progress {
+    /// Changed in one piece: a worker that comes late finds another number in its slot. Aligned to
+    /// its size because clang otherwise calls a library that a MinGW build does not link.
+    struct alignas(2 * sizeof(std::uint32_t)) Progress {
         LoadNumber number;
         LoadState state;
     };
