@@ -1,66 +1,44 @@
 #!/usr/bin/env python3
-"""Writes tests/data/zone_offsets.tsv: what the tz database says about the zones of the sample cities.
+"""Writes tests/data/zones_2022.tsv: what the tz database says about the time zones of Windows.
 
-One line for each course of time: offset from UTC in minutes at the start of 2014-12-31, then
-"instant=offset" for every change up to the end of 2030 (instants in UTC), a tab, and the zones that
-keep this time. Run it again after an update of the system's tz database.
+One city of assets/cities.tsv stands for each zone. Zones whose law has changed since 2022 are left
+out: the table of Wine 8, under which the tests run, knows no later law.
 """
+import collections
 import datetime
 import pathlib
 import zoneinfo
 
 ROOT = pathlib.Path(__file__).resolve().parent.parent
-UTC = datetime.timezone.utc
-START = datetime.datetime(2014, 12, 31, tzinfo=UTC)
-END = datetime.datetime(2031, 1, 1, tzinfo=UTC)
-MINUTE = datetime.timedelta(minutes=1)
-STEP = datetime.timedelta(hours=12)
+YEAR = 2022
+NEWER_YEAR = 2025
+WINDOWS_ZONE, TZ_ZONE = 4, 5  # columns of assets/cities.tsv
 
 
-def offset(zone, instant):
-    """Minutes that `zone` is ahead of UTC."""
-    return round(instant.astimezone(zone).utcoffset() / MINUTE)
-
-
-def change_between(zone, low, high):
-    """The first minute after `low` with the offset of `high`; only one change lies between."""
-    after = offset(zone, high)
-    while high - low > MINUTE:
-        middle = low + (high - low) // 2
-        middle = middle.replace(second=0, microsecond=0)
-        if offset(zone, middle) == after:
-            high = middle
-        else:
-            low = middle
-    return high
-
-
-def course(zone):
-    """The zone's offset at START and all changes, as text."""
-    parts = [str(offset(zone, START))]
-    low = START
-    while low < END:
-        high = low + STEP
-        if offset(zone, low) != offset(zone, high):
-            instant = change_between(zone, low, high)
-            parts.append(f"{instant:%Y-%m-%dT%H:%M}={offset(zone, high)}")
-        low = high
-    return " ".join(parts)
+def offsets(tz_zone, year):
+    """Minutes ahead of UTC on 15 January and 15 July."""
+    zone = zoneinfo.ZoneInfo(tz_zone)
+    instants = (datetime.datetime(year, month, 15, 12, tzinfo=datetime.timezone.utc)
+                for month in (1, 7))
+    return tuple(round(instant.astimezone(zone).utcoffset().total_seconds() / 60)
+                 for instant in instants)
 
 
 def main():
-    zones = set()
+    tz_zones = {}
     for line in (ROOT / "assets/cities.tsv").read_text(encoding="utf-8").splitlines():
-        if line and not line.startswith("#"):
-            zones.add(line.split("\t")[5])
-    courses = {}
-    for name in sorted(zones):
-        courses.setdefault(course(zoneinfo.ZoneInfo(name)), []).append(name)
-    lines = ["# offset at 2014-12-31T00:00 UTC, changes (UTC instant=offset), zones; minutes"]
-    lines += [f"{text}\t{' '.join(names)}" for text, names in courses.items()]
-    target = ROOT / "tests/data/zone_offsets.tsv"
-    target.parent.mkdir(exist_ok=True)
-    target.write_text("\n".join(lines) + "\n", encoding="utf-8")
+        if not line.startswith("#"):
+            fields = line.split("\t")
+            tz_zones.setdefault(fields[WINDOWS_ZONE], fields[TZ_ZONE])
+    keys = collections.defaultdict(list)
+    for key, tz_zone in sorted(tz_zones.items()):
+        if offsets(tz_zone, YEAR) == offsets(tz_zone, NEWER_YEAR):
+            keys[offsets(tz_zone, YEAR)].append(key)
+    with open(ROOT / "tests/data/zones_2022.tsv", "w", encoding="utf-8", newline="\n") as table:
+        table.write("# Minutes ahead of UTC by the tz database at noon UTC of 15 January and 15 July"
+                    " 2022, zones of Windows.\n")
+        for (january, july), names in sorted(keys.items()):
+            table.write(f"{january}\t{july}\t{';'.join(names)}\n")
 
 
 if __name__ == "__main__":
