@@ -3,7 +3,7 @@
 #include "base/gl.h"
 #include "render/gl_object.h"
 
-/// A positional spot light that points at the origin of its frame; in the origin itself it points
+/// A positional spot light that points at the origin of its frame. At the origin itself it points
 /// along -Z.
 class CLamp : public CGLObject {
 public:
@@ -19,5 +19,6 @@ public:
     float ambient[4] = {0.0F, 0.0F, 0.0F, 1.0F};
     float diffuse[4] = {0.3F, 1.0F, 0.9F, 1.0F};
     float specular[4] = {0.3F, 1.0F, 0.9F, 1.0F};
-    double lightPosition[4] = {};  ///< x, y, z in the frame of the lamp; the fourth is not read
+    double lightPosition[4] =
+        {};  ///< x, y, z in the frame of the lamp; the fourth value is not read
 };
