@@ -6,7 +6,7 @@
 
 #include "photos/photo_link.h"
 
-// NOLINTNEXTLINE(performance-unnecessary-value-param): the photo may go meanwhile.
+// NOLINTNEXTLINE(performance-unnecessary-value-param): see the header.
 void OpenPhotoLink(WideString link) {
     // ShellExecuteW would open the current folder for an empty name.
     if (link.empty()) return;

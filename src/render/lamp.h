@@ -14,8 +14,9 @@ public:
     void Draw() override;
 
     GLenum lightId;
-    GLint spotExponent = 16;
-    GLint spotCutoff = 30;  ///< degrees
+    GLint spotExponent = 16;  ///< how much darker the spot becomes towards its edge; 0: not at all
+    GLint spotCutoff = 30;    ///< from the axis of the spot to its edge, degrees
+    // Colours: red, green, blue, alpha. By default turquoise.
     float ambient[4] = {0.0F, 0.0F, 0.0F, 1.0F};
     float diffuse[4] = {0.3F, 1.0F, 0.9F, 1.0F};
     float specular[4] = {0.3F, 1.0F, 0.9F, 1.0F};
