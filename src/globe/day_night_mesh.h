@@ -19,7 +19,7 @@ inline constexpr std::int32_t kMeshQuarters = 4;
 
 enum class Hemisphere { North, South };
 
-/// The mesh for one `Compile`. The constructor computes all trigonometry; FillRow only multiplies.
+/// The mesh for one `Compile`. The constructor computes all trigonometry; FillRow needs none.
 class DayNightMesh {
 public:
     /// @param detail  sphereSlices should be a multiple of 4 and sphereStacks even; a remainder is

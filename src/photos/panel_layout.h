@@ -1,8 +1,8 @@
 #pragma once
 // Where the parts of the photo panel stand: plain arithmetic in window pixels, y upward.
 //
-// From the top down: two lines of titles, the photos button, the paging buttons, the photos, and a
-// square that the buttons for the view keep free.
+// From the top down: two lines of titles, the photos button, the paging buttons, the photos, and
+// the square with the buttons for the view.
 
 #include <algorithm>
 #include <cstdint>

@@ -90,11 +90,11 @@ public:
     // Deliberate: a hover counts from the column of the panel's edge on, a click and the wheel from
     // the next column on.
 
-    /// Whether the pointer hovers over photos; the city behind them is then not meant.
+    /// Whether the pointer is over the photos, so that it does not hover over a city behind them.
     bool IsHoverOverPanel(std::int32_t x) const noexcept;
-    /// Whether a click belongs to the panel; between the photos, too, it is not for the globe.
+    /// Whether a click is for the panel, also between its photos, and not for the globe.
     bool IsClickOnPanel(std::int32_t x) const noexcept;
-    /// Whether the wheel turns pages instead of zooming: the list has more than one page.
+    /// Whether the wheel turns pages instead of zooming, because the list has more than one page.
     bool IsWheelOverPanel(std::int32_t x) const noexcept;
 
 private:
