@@ -2,6 +2,7 @@
 // HEIGHT]. The floor of first_picture: one window and one thread, no messages, no settings, no
 // overlay.
 #include <cstdlib>
+#include <memory>
 
 #include "base/gl.h"
 #include "bench_window_win.h"
@@ -49,8 +50,8 @@ void ShowMap(const BenchWindow& window, const std::wstring& path, int width, int
     SYSTEMTIME now;
     GetSystemTime(&now);
     const CityTable noCities;
-    auto* const planet = new CPlanet({detail, extensions, noCompression, now, noCities});
-    scene.AddChild(planet);  // the scene deletes it
+    const PlanetInputs inputs{detail, extensions, noCompression, now, noCities};
+    CPlanet* const planet = scene.AddChild(std::make_unique<CPlanet>(inputs));
     planet->radius = kRadius;
     planet->SetTexture(tiles);
     scene.Compile();

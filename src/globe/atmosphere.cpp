@@ -4,12 +4,12 @@
 
 namespace {
 
-constexpr double kAirHeight = 0.025;  // globe radii, of the outermost shell
-constexpr float kDensest = 0.52F;     // opacity of the innermost shell
-constexpr float kDensityRange = 0.5F;
+constexpr double kAirHeight = 0.025;   // globe radii, of the outermost shell
+constexpr float kDensest = 0.52F;      // opacity of the innermost shell
+constexpr float kDensityRange = 0.5F;  // fall of the opacity over all shells
 constexpr GLint kAirShininess = 120;
 
-/// Red, green and blue of one material property of the air; its opacity differs by shell.
+/// Colour of one material property of the air. The opacity is different for each shell.
 struct AirColour {
     GLenum property;
     float red, green, blue;
@@ -56,8 +56,8 @@ void CPlanet::RenderAtmosphere() const {
 
     glDisable(GL_BLEND);
     glDisable(GL_ALPHA_TEST);
-    // The globe comes next and must not hide behind the air in front of it: what stays of the
-    // shells is the halo outside its disc.
+    // Without this, the depth test would hide the globe, drawn next, behind the shells in front of
+    // it. The globe covers them; only the halo around it stays.
     glClear(GL_DEPTH_BUFFER_BIT);
     glPopMatrix();
 }

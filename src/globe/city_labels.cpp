@@ -12,29 +12,49 @@
 
 namespace {
 
-constexpr std::int32_t kRowGap = 2;      // pixels between two rows
-constexpr std::int32_t kBoxOffset = 7;   // from the pointer to the box, pixels
+// Lengths in pixels.
+constexpr std::int32_t kRowGap = 2;      // between two rows
+constexpr std::int32_t kBoxOffset = 7;   // from the pointer to the box
 constexpr std::int32_t kTextOffset = 9;  // from the pointer to the names
-constexpr std::int32_t kBoxMargin = 4;   // both sides together
-constexpr float kDotSize = 3.5F;         // pixels
+constexpr std::int32_t kBoxMargin = 4;   // width of the box that is not text, both sides together
+constexpr float kDotSize = 3.5F;         // more than a city point, so that the dot covers it
+
+struct Colour {
+    float red, green, blue;
+};
+constexpr Colour kWhite = {1.0F, 1.0F, 1.0F};
+constexpr Colour kBoxColour = {0.0F, 0.0F, 0.0F};
+constexpr float kBoxAlpha = 0.15F;                        // the map shows through
+constexpr Colour kTextColour = {0.75F, 0.82F, 0.0F};      // dull yellow
+constexpr Colour kSelectedColour = {1.0F, 0.9F, 0.2F};    // bright yellow
+constexpr Colour kHighlightColour = {0.0F, 0.95F, 0.9F};  // turquoise
+constexpr float kHighlightAlpha = 0.17F;                  // the map and the box show through
+constexpr Colour kDotColour = {0.0F, 0.99F, 0.0F};        // green, like the cities in range
+constexpr float kOpaque = 1.0F;
+
+void SetColour(const Colour& colour) noexcept { glColor3f(colour.red, colour.green, colour.blue); }
+
+void SetColour(const Colour& colour, float alpha) noexcept {
+    glColor4f(colour.red, colour.green, colour.blue, alpha);
+}
 
 using Entries = std::span<CityRecord*>;
 
-/// Everything that the drawing needs to know; about 8 KB, on the stack.
+/// Layout and texts of the labels of one frame; about 8 KB, on the stack.
 struct LabelColumn {
-    std::int32_t count = 0;     ///< entries that are shown, those without a position included
-    std::int32_t selected = 0;  ///< the entry whose row is level with the pointer
-    double anchorX = 0.0;       ///< the pointer's place, window pixels
-    double anchorY = 0.0;
-    std::int32_t lineHeight = 0;    ///< pixels
-    std::int32_t rowHeight = 0;     ///< pixels
-    std::int32_t maxRowWidth = 0;   ///< pixels, name, blank and time
-    std::int32_t maxNameWidth = 0;  ///< pixels, name and blank
+    std::int32_t count = 0;        ///< entries that have a row, and those without a position
+    std::int32_t selected = 0;     ///< index of the entry whose row is at the height of the pointer
+    double anchorX = 0.0;          ///< x of the pointed place, window pixels
+    double anchorY = 0.0;          ///< y of the pointed place, window pixels, y upward
+    std::int32_t lineHeight = 0;   ///< of the font, pixels
+    std::int32_t rowHeight = 0;    ///< line and gap, pixels
+    std::int32_t maxRowWidth = 0;  ///< of name, space and time, pixels
+    std::int32_t maxNameWidth = 0;  ///< of name and space, pixels
     char names[kMaxLabels][kLabelTextSize];
     char times[kMaxLabels][kLabelTextSize];
 };
 
-/// The place of a point of the globe on screen.
+/// Projects a point of the globe to window pixels.
 CVector4 ProjectGlobePoint(const CScene& scene, const CVector4& point) noexcept {
     CVector4 turned = point;
     scene.TransformPoint(turned, 0, 1);
@@ -47,8 +67,12 @@ bool IsBehindLimb(const CScene& scene, const CVector4& point, double limbDepth) 
     return limbDepth > inCamera.z;
 }
 
-/// Whether the coordinate can be a pixel of any window; infinite ones and NaN cannot.
-bool IsPixel(double coordinate) noexcept { return std::abs(coordinate) < 1e9; }
+/// Whether a coordinate can be that of a pixel in a window; false for infinity and NaN.
+bool IsPixel(double coordinate) noexcept {
+    // More than any window has, and little enough for the layout to fit into 32 bits.
+    constexpr double kMaxCoordinate = 1e9;
+    return std::abs(coordinate) < kMaxCoordinate;
+}
 
 void ProjectEntries(Entries entries, const CScene& scene) noexcept {
     for (CityRecord* entry : entries) {
@@ -60,8 +84,9 @@ void ProjectEntries(Entries entries, const CScene& scene) noexcept {
     }
 }
 
-/// Highest on screen first. An insertion sort keeps its bounds whatever the comparison says; keys
-/// that are not numbers make it contradict itself, which std::sort answers by leaving the array.
+/// Sorts the entries from the highest on the screen to the lowest. Uses an insertion sort, because
+/// keys that are NaN make the comparison inconsistent, and std::sort may then access memory outside
+/// the array.
 void SortTopToBottom(Entries entries, double reference) noexcept {
     for (std::size_t i = 1; i < entries.size(); ++i) {
         CityRecord* const moving = entries[i];
@@ -79,7 +104,8 @@ void WriteName(const CityRecord& city, char (&text)[kLabelTextSize]) noexcept {
     NarrowText(name.data(), static_cast<std::int32_t>(name.size()), text, kLabelTextSize);
 }
 
-/// Writes names and times and measures them; cuts the column at the first city that has no room.
+/// Writes the names and times into the column and measures them. Stops at the first city for which
+/// the column has no row left.
 void WriteTexts(LabelColumn& column, Entries entries, const CGLFont& font,
                 CityClock& clock) noexcept {
     clock.TakeTime();
@@ -98,7 +124,7 @@ void WriteTexts(LabelColumn& column, Entries entries, const CGLFont& font,
     }
 }
 
-/// The nearest city's entry; the first one when it is not among those shown.
+/// Returns the index of the nearest city, or 0 when that city is not among those shown.
 std::int32_t FindSelected(Entries shown) noexcept {
     const auto isNearest = [](const CityRecord* entry) {
         return HasCoordinates(*entry) && entry->nearest != 0;
@@ -112,44 +138,46 @@ void DrawBackground(const LabelColumn& column) noexcept {
     const std::int32_t halfLine = column.lineHeight / 2;
     const auto top =
         static_cast<float>(column.anchorY + column.selected * column.rowHeight + halfLine);
-    glColor4f(0.0F, 0.0F, 0.0F, 0.15F);
+    SetColour(kBoxColour, kBoxAlpha);
     DrawTranslucentRect(static_cast<float>(column.anchorX + kBoxOffset),
                         top - static_cast<float>(height), column.maxRowWidth + kBoxMargin, height);
 }
 
 void DrawDot(const CityRecord& city) noexcept {
-    glColor4f(0.0F, 0.99F, 0.0F, 1.0F);
+    SetColour(kDotColour, kOpaque);
     glPointSize(kDotSize);
     glBegin(GL_POINTS);
     glVertex2d(city.windowPoint[0], city.windowPoint[1]);
     glEnd();
 }
 
-/// The bar behind the selected row. @param x, y  the column's anchor and the row's middle
+/// Draws the bar behind the selected row.
+/// @param x, y  anchor of the column and middle of the row, window pixels
 void DrawHighlight(const LabelColumn& column, std::int32_t x, double y) noexcept {
     const std::int32_t halfLine = column.lineHeight / 2;
-    glColor4f(0.0F, 0.95F, 0.9F, 0.17F);
-    DrawTranslucentRect(static_cast<float>(x + kBoxOffset), static_cast<float>(y - halfLine - 2),
-                        column.maxRowWidth + kBoxMargin, column.lineHeight + 2);
+    SetColour(kHighlightColour, kHighlightAlpha);
+    DrawTranslucentRect(static_cast<float>(x + kBoxOffset),
+                        static_cast<float>(y - halfLine - kRowGap), column.maxRowWidth + kBoxMargin,
+                        column.rowHeight);
 }
 
 void DrawLabelText(const CGLFont& font, std::int32_t x, double y, const char* text) noexcept {
     font.DrawText(static_cast<float>(x), static_cast<float>(y), 0.0F, text);
-    if (text[0] == '\0') glPopMatrix();  // an empty text leaves its matrix level behind
+    if (text[0] == '\0') glPopMatrix();  // DrawText leaves its matrix pushed for an empty text
 }
 
-/// @param y  the row's middle, window pixels
+/// Draws the row of the entry with index `i`. @param y  middle of the row, window pixels
 void DrawRow(const LabelColumn& column, const CityRecord& city, std::int32_t i, double y,
              const CGLFont& font) noexcept {
     const auto x = static_cast<std::int32_t>(column.anchorX);
     const std::int32_t thirdOfLine = column.lineHeight / 3;
-    const double textY = y - thirdOfLine;
+    const double textY = y - thirdOfLine;  // centres the letters above the baseline on the row
     if (i == column.selected) {
         DrawDot(city);
         DrawHighlight(column, x, y);
-        glColor3f(1.0F, 0.9F, 0.2F);
+        SetColour(kSelectedColour);
     } else {
-        glColor3f(0.75F, 0.82F, 0.0F);
+        SetColour(kTextColour);
     }
     DrawLabelText(font, x + kTextOffset, textY, column.names[i]);
     DrawLabelText(font, x + kTextOffset + column.maxNameWidth, textY, column.times[i]);
@@ -158,10 +186,10 @@ void DrawRow(const LabelColumn& column, const CityRecord& city, std::int32_t i, 
 void DrawRows(const LabelColumn& column, Entries entries, const CScene& scene,
               const CGLFont& font) noexcept {
     double y = column.anchorY + column.selected * column.rowHeight;
-    glColor4f(1.0F, 1.0F, 1.0F, 1.0F);
+    SetColour(kWhite, kOpaque);
     for (std::int32_t i = 0; i < column.count; ++i) {
-        // Deliberate: a first row at or above the window's top edge ends the column, although
-        // later rows would lie inside; the box is drawn all the same.
+        // Deliberate: when the first row is at or above the upper edge of the window, no row is
+        // drawn, although later rows would be inside. The box is drawn in any case.
         if (y >= scene.height) return;
         const CityRecord& city = *entries[static_cast<std::size_t>(i)];
         if (!HasCoordinates(city)) continue;
@@ -179,15 +207,15 @@ std::int32_t CompareMarkers(const CityRecord& a, const CityRecord& b, double ref
     const double keyB = rawB - reference;
     if (keyB > keyA) return 1;
     if (keyA > keyB) return -1;
-    // Deliberate: the other way round than above.
+    // Deliberate: the opposite order of the one above.
     if (rawA > rawB) return 1;
     return rawB > rawA ? -1 : 0;
 }
 
 double SnapToPixel(double coordinate) noexcept {
-    constexpr double kReach = 1e-6;  // pixels: far above the rounding, far below what is seen
+    constexpr double kMaxError = 1e-6;  // pixels: far above rounding errors, too little to be seen
     const double whole = std::round(coordinate);
-    return std::abs(coordinate - whole) <= kReach ? whole : coordinate;
+    return std::abs(coordinate - whole) <= kMaxError ? whole : coordinate;
 }
 
 void RenderCityLabels(CityRecord** entries, std::int32_t count, const CGeoPoint& geoPoint,

@@ -1,5 +1,5 @@
 #pragma once
-// The column of city names and local times beside the pointer.
+// Draws the column of city names and local times beside the pointer.
 
 #include <cstdint>
 
@@ -8,29 +8,31 @@
 #include "render/gl_font.h"
 #include "render/scene.h"
 
-/// Labels in one column at most.
+/// Maximum number of labels in the column.
 inline constexpr std::int32_t kMaxLabels = 64;
 
-/// Returns the whole pixel that `coordinate` (window pixels) is within 1e-6 of, else `coordinate`.
-/// The pointer's own pixel comes back from the globe with an error of about 1e-12; cut to an
-/// integer without this, it would be one pixel off in half of all places.
+/// Rounds `coordinate` (window pixels) to a whole pixel that is at most 1e-6 away; otherwise
+/// returns it unchanged. The pixel of the pointer, picked on the globe and projected back, has an
+/// error of about 1e-12. Without this rounding the conversion to an integer would often be one
+/// pixel off.
 double SnapToPixel(double coordinate) noexcept;
 
-/// Order of the labels: by the key `windowPoint` y, larger (higher on screen) first.
-/// @param reference  subtracted from both keys before they are compared
-/// @return 1 when `b` goes first, -1 when `a` goes first, 0 when their keys are equal
-/// Deliberate: keys that only become equal by the subtraction sort the larger raw key last.
+/// Compares two cities for the order of the labels: the larger y of `windowPoint`, higher on the
+/// screen, comes first.
+/// @param reference  subtracted from both y before the comparison
+/// @return 1 when `b` comes first, -1 when `a` comes first, 0 when both y are equal
+/// Deliberate: of two different y that the subtraction makes equal, the larger one comes last.
 std::int32_t CompareMarkers(const CityRecord& a, const CityRecord& b, double reference) noexcept;
 
-/// Draws the labels of `entries`: one row a city, in the order in which the cities lie on screen,
-/// the nearest city's row highlighted and level with the pointer, with a dot on that city. Draws
-/// nothing while the pointed place lies behind the globe's edge.
-/// @param entries    reordered in place; each gets its `windowPoint`. Null: nothing is drawn
-/// @param count      entries; more than kMaxLabels are sorted, but the lowest ones are not drawn
-/// @param limbDepth  depth of the globe's edge in camera space, as MeasureGlobe gives it; 0 (not
-///                   measured yet) hides the labels
-/// Window thread, context current, flat projection in window pixels, no lighting, no depth test.
-/// The point size stays at 3.5.
+/// Draws one row for each city of `entries`, ordered as the cities are on the screen from the top
+/// down. The row of the nearest city is highlighted and at the height of the pointer, and that city
+/// gets a dot. Draws nothing when the pointed place is behind the limb of the globe.
+/// @param entries    sorted in place; the `windowPoint` of each is set. Null: draws nothing
+/// @param count      number of entries; of more than kMaxLabels the lowest ones are not drawn
+/// @param limbDepth  z of the limb in camera space, from MeasureGlobe; 0 (not measured yet): draws
+///                   nothing
+/// Window thread; the context must be current with a projection to window pixels, without lighting
+/// and depth test. Leaves the point size at 3.5.
 void RenderCityLabels(CityRecord** entries, std::int32_t count, const CGeoPoint& geoPoint,
                       const CScene& scene, const CGLFont& font, double limbDepth,
                       CityClock& clock) noexcept;

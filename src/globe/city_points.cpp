@@ -1,14 +1,15 @@
-// The cities as points on the globe.
+// Draws the cities as points on the globe.
 #include "globe/planet.h"
 #include "math/vector4.h"
 
 namespace {
 
+// More ambient light than the globe has, so that the points are also bright on the night side.
 constexpr float kPointAmbientLight[] = {0.95F, 0.95F, 0.95F, 1.0F};
 constexpr float kPointDiffuseLight[] = {0.9F, 0.9F, 0.9F, 1.0F};
-constexpr float kPointColour[] = {0.9F, 0.65F, 0.1F, 1.0F};
-constexpr float kInRangeColour[] = {0.0F, 0.99F, 0.0F, 1.0F};
-constexpr float kPointSize = 2.0F;  // pixels
+constexpr float kPointColour[] = {0.9F, 0.65F, 0.1F, 1.0F};    // orange
+constexpr float kInRangeColour[] = {0.0F, 0.99F, 0.0F, 1.0F};  // green
+constexpr float kPointSize = 2.0F;                             // pixels
 
 void SendPoint(const CityRecord& city) {
     const double* marker = city.markerPoint;
@@ -18,7 +19,8 @@ void SendPoint(const CityRecord& city) {
     glVertex3d(marker[0], marker[1], marker[2]);
 }
 
-/// Sends the placed cities that are out of range. @return how many of the others there are
+/// Sends the cities with a position that are not in range of the pointer. @return the number of
+/// cities with a position that are in range
 int SendOrdinaryPoints(const CityTable& cities) {
     int inRange = 0;
     glBegin(GL_POINTS);
@@ -37,7 +39,7 @@ int SendOrdinaryPoints(const CityTable& cities) {
 void SendInRangePoints(const CityTable& cities) {
     glBegin(GL_POINTS);
     for (const CityRecord& city : cities.Records()) {
-        // Deliberate: the flag alone decides here; only cities with a position ever get it.
+        // Deliberate: does not check the position, because only cities with one are ever in range.
         if (city.inRange != 0) SendPoint(city);
     }
     glEnd();

@@ -8,8 +8,8 @@ namespace {
 
 constexpr double kHalfPi = 1.5707963267948966;
 
-/// By how much the part of a normal that lies along the Sun is stretched before normalising. Ten
-/// narrows the line between day and night to a tenth of that of a plain sphere; tuned by eye.
+/// Factor by which a normal is stretched in the direction of the Sun before it is normalised. 10
+/// makes the transition from day to night a tenth as wide as on a plain sphere; chosen by eye.
 constexpr float kSunStretch = 10.0F;
 
 }  // namespace
@@ -30,7 +30,7 @@ DayNightMesh::DayNightMesh(const MeshDetail& detail, float radius, const CVector
     for (std::int32_t k = 0; k < slices; ++k) {
         meridians_.push_back(directionOf(2.0 * kPi * k / slices - kHalfPi));
     }
-    meridians_.push_back(meridians_.front());  // the seam at 180 degrees closes exactly
+    meridians_.push_back(meridians_.front());  // leaves no gap at longitude 180
     parallels_.reserve(static_cast<std::size_t>(bands) + 1);
     for (std::int32_t j = 0; j <= bands; ++j) {
         parallels_.push_back(directionOf(j * kPi / (2.0 * bands)));
@@ -50,8 +50,8 @@ void DayNightMesh::FillRow(Hemisphere hemisphere, std::int32_t quarter, std::int
     for (std::size_t i = 0; i <= static_cast<std::size_t>(segments_); ++i, ++meridian) {
         const float x = parallel.cosine * meridian->cosine;
         const float z = parallel.cosine * meridian->sine;
-        // Turning the Sun onto an axis, stretching that axis and turning back comes to this sum. It
-        // only ever lengthens the vector, so there is no zero length to guard against.
+        // Stretch the normal in the direction of the Sun: add a multiple of that direction. This
+        // never shortens the normal, so that its length cannot become 0.
         const float towardsSun = x * sun_.x + y * sun_.y + z * sun_.z;
         const float pull = (kSunStretch - 1.0F) * towardsSun;
         const float nx = x + pull * sun_.x;

@@ -12,8 +12,9 @@ constexpr std::int32_t kTurn = 360 * kMinutesPerDegree;  // minutes of arc, like
 constexpr std::int32_t kHalfTurn = kTurn / 2;
 constexpr std::int32_t kQuarterTurn = kTurn / 4;
 
-/// Minutes of arc cut towards zero, within one turn, with the sign of `degrees`. Whole turns go
-/// while the value is still a double, so that no angle is too large for an integer.
+/// Converts degrees to minutes of arc, truncated towards zero, without whole turns and with the
+/// sign of `degrees`. Removes the turns before the conversion to an integer, which large angles
+/// would not fit.
 std::int32_t WholeMinutes(double degrees) {
     const double minutes = std::trunc(degrees * kMinutesPerDegree);
     if (!std::isfinite(minutes)) return 0;
@@ -26,8 +27,8 @@ void FormatLatLong(char (&buffer)[kLatLongTextSize], double latitudeDeg,
                    double longitudeDeg) noexcept {
     std::int32_t latitude = (WholeMinutes(latitudeDeg) + kTurn) % kTurn;
     std::int32_t longitude = WholeMinutes(longitudeDeg);
-    // Deliberate: the North Pole itself is already past it and turns the longitude, the South Pole
-    // is not.
+    // Deliberate: the North Pole counts as beyond the pole and turns the longitude; the South Pole
+    // does not.
     const std::int32_t quarter = latitude / kQuarterTurn;
     if (quarter == 1 || quarter == 2) {
         longitude += kHalfTurn;

@@ -2,12 +2,12 @@
 
 #include <cstddef>
 
-/// Bytes that a readout needs at most, terminator included.
+/// Bytes for the text of a point with its terminator.
 inline constexpr std::size_t kLatLongTextSize = 64;
 
-/// Writes the readout of a point, such as "Lat 33°54'S  Long  18°24'E", in whole minutes of arc cut
-/// towards zero. The degree sign is the byte 0xB0 that the overlay font draws.
-/// A latitude beyond a pole folds back and turns the longitude by 180 degrees. A value that is not
-/// finite counts as 0. @param latitudeDeg, longitudeDeg  degrees, any multiple of turns
+/// Writes the coordinates of a point, such as "Lat 33°54'S  Long  18°24'E", in whole minutes of
+/// arc, truncated towards zero. The degree sign is the byte 0xB0, as CGLFont draws it. A latitude
+/// beyond a pole is counted back from the pole, on the opposite meridian. Values that are not
+/// finite count as 0. @param latitudeDeg, longitudeDeg  degrees; may be outside one turn
 void FormatLatLong(char (&buffer)[kLatLongTextSize], double latitudeDeg,
                    double longitudeDeg) noexcept;

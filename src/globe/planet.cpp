@@ -12,8 +12,8 @@ constexpr float kTextureEnvironment[] = {1.0F, 1.0F, 1.0F, 1.0F};
 
 constexpr float kNoSpecular[] = {0.0F, 0.0F, 0.0F, 1.0F};
 
-/// Records a display list while it lives. It also closes the list when recording runs out of
-/// memory: an open list would swallow every later call of the process.
+/// Records a display list from the constructor to the destructor. The destructor also closes the
+/// list when an exception ends the recording: OpenGL would add all later calls to an open list.
 class ListRecording {
 public:
     explicit ListRecording(GLuint list) { glNewList(list, GL_COMPILE); }
@@ -50,8 +50,8 @@ void CPlanet::Compile() {
     listId = ListName(this);
     {
         const ListRecording body(listId);
-        // Deliberate: no matrix is pushed. The city list, called right after this one, stands on
-        // the same transform.
+        // Deliberate: no glPushMatrix here. The list of the cities is called right after this one
+        // and needs the same transform.
         ApplyTransform();
         RenderBody();
     }
@@ -80,7 +80,7 @@ void CPlanet::RenderBody() {
     PlaceSunLight();
     SetSunColours();
     RenderAtmosphere();
-    // Deliberate: an untextured planet is one shell of air; there is no globe before its map.
+    // Deliberate: without textures only one shell of the atmosphere is drawn, and no globe.
     if (HasTexture()) {
         SetGlobeMaterial();
         BuildMesh();

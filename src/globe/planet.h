@@ -8,12 +8,12 @@
 #include "render/extension_flags.h"
 #include "render/sphere.h"
 
-/// What the planet reads from outside; everything referred to must outlive it. Window thread.
+/// What the planet reads. The objects referred to must outlive the planet. Window thread.
 struct PlanetInputs {
     const MeshDetail& detail;
     const ExtensionFlags& extensions;
-    const std::int32_t& texCompression;  ///< not 0: store tiles compressed where GL can
-    const SYSTEMTIME& sceneTime;         ///< UTC instant of the Sun, read at every `Compile`
+    const std::int32_t& texCompression;  ///< not 0: compress the tiles if OpenGL can
+    const SYSTEMTIME& sceneTime;  ///< UTC, gives the place of the Sun; read at every `Compile`
     const CityTable& cities;
 };
 
@@ -30,30 +30,30 @@ public:
     void Compile() override;
     void Draw() override;
 
-    /// Uploads a tile set, or frees the textures.
-    /// @param tiles  eight pointers (column + 4 x row, from the south-west; null or empty tiles are
-    ///               skipped), or null
-    /// @return 0 or the GL error of the upload that failed; the planet is then untextured
+    /// Uploads a set of tiles, or deletes the textures.
+    /// @param tiles  eight pointers, the tile of a column and row at column + 4 x row, counted from
+    ///               the south-west; null or empty tiles are left out. Null: deletes the textures
+    /// @return 0, or the GL error of an upload that failed; the planet then has no textures
     std::uint32_t SetTexture(const CGLTexture* const* tiles);
     bool HasTexture() const noexcept { return textureNames[0] != 0; }
 
-    /// Issues the textured mesh with normals bent towards the Sun.
+    /// Draws the textured mesh, whose normals are bent towards the Sun.
     void BuildMesh() const;
-    /// Sun, atmosphere and surface: the content of the body list.
+    /// Sets the Sun and draws atmosphere and surface: the content of the body list.
     void RenderBody();
-    /// The city points: the content of the city list.
+    /// Draws the city points: the content of the city list.
     void RenderCities() const;
-    /// Makes GL_LIGHT0 the Sun of the scene time.
+    /// Points GL_LIGHT0 from the place of the Sun at the scene time.
     void PlaceSunLight();
-    /// The translucent shells around the limb.
+    /// Draws the translucent shells of the atmosphere.
     void RenderAtmosphere() const;
 
     GLuint cityListId = 0;
     double sunDeclination = 0.0;  ///< degrees
-    double sunLongitude = 0.0;    ///< degrees east of the Sun, kept as -360 - hour angle
+    double sunLongitude = 0.0;  ///< of the place below the Sun, degrees east, as -360 - hour angle
     GLuint textureNames[kTileCount] = {};
-    std::uint32_t tileWidth = 0;   ///< buffer of tile 0, pixels; 0 when there is no tile set
-    std::uint32_t tileHeight = 0;  ///< buffer of tile 0, pixels; 0 when there is no tile set
+    std::uint32_t tileWidth = 0;   ///< of the buffer of tile 0, pixels; 0 without tiles
+    std::uint32_t tileHeight = 0;  ///< of the buffer of tile 0, pixels; 0 without tiles
 
 private:
     static void SetSunColours();

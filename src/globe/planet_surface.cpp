@@ -1,4 +1,4 @@
-// The globe's surface: how the mesh goes to OpenGL, tile by tile.
+// Draws the surface of the globe: sends the mesh to OpenGL, one tile after the other.
 #include <vector>
 
 #include "globe/day_night_mesh.h"
@@ -7,9 +7,9 @@
 
 namespace {
 
-/// One band of one tile between two rings of vertices, as a strip.
+/// A quad strip: the part of one tile between two neighbouring rings of vertices.
 struct Strip {
-    const std::vector<MeshVertex>& first;  ///< the ring whose vertex comes first in each pair
+    const std::vector<MeshVertex>& first;  ///< the ring that gives the first vertex of each pair
     const std::vector<MeshVertex>& second;
     float firstT, secondT;  ///< texture coordinates of the two rings
 };
@@ -31,14 +31,14 @@ void SendStrip(const DayNightMesh& mesh, const Strip& strip, bool textured) {
     glEnd();
 }
 
-/// The two rings of vertices that the band under way lies between.
+/// The vertices of the two rings that bound the current band.
 struct RowPair {
     std::vector<MeshVertex> nearEquator;
     std::vector<MeshVertex> nearPole;
 };
 
-/// Sends the bands of one tile, equator first. Each ring is computed once and serves both bands
-/// that it borders.
+/// Sends the bands of one tile, from the equator to the pole. Computes each ring once for the two
+/// bands beside it. @param rows  memory for the vertices
 void SendTile(const DayNightMesh& mesh, Hemisphere hemisphere, std::int32_t quarter, RowPair& rows,
               bool textured) {
     mesh.FillRow(hemisphere, quarter, 0, rows.nearEquator);
@@ -46,7 +46,7 @@ void SendTile(const DayNightMesh& mesh, Hemisphere hemisphere, std::int32_t quar
         mesh.FillRow(hemisphere, quarter, ring, rows.nearPole);
         const float lowT = mesh.TextureT(hemisphere, ring - 1);
         const float highT = mesh.TextureT(hemisphere, ring);
-        // The southern ring of a pair always comes first: that keeps the faces outward.
+        // The southern ring must come first, so that the quads face outward.
         if (hemisphere == Hemisphere::North) {
             SendStrip(mesh, {rows.nearEquator, rows.nearPole, lowT, highT}, textured);
         } else {
@@ -66,7 +66,7 @@ void CPlanet::BuildMesh() const {
 
     glTexEnvi(GL_TEXTURE_ENV, GL_TEXTURE_ENV_MODE, GL_MODULATE);
     for (const Hemisphere hemisphere : {Hemisphere::North, Hemisphere::South}) {
-        // Quarters run westwards, so the tiles of a row come last to first.
+        // The quarters of the mesh are counted westwards, the tiles of a row eastwards.
         const int eastern = hemisphere == Hemisphere::North ? kTileCount - 1 : kTileColumns - 1;
         for (std::int32_t quarter = 0; quarter < kMeshQuarters; ++quarter) {
             BindTile(eastern - quarter);

@@ -1,4 +1,4 @@
-// The Sun as the light of the globe.
+// Lights the globe by the Sun.
 #include <cmath>
 
 #include "globe/planet.h"
@@ -9,9 +9,10 @@ namespace {
 
 constexpr float kSunDiffuse[] = {1.0F, 1.0F, 1.0F, 1.0F};
 constexpr float kSunAmbient[] = {0.4F, 0.4F, 0.4F, 1.0F};
-constexpr float kSunSpecular[] = {0.7F, 0.7F, 0.55F, 1.0F};
+constexpr float kSunSpecular[] = {0.7F, 0.7F, 0.55F, 1.0F};  // a yellowish highlight
 
-/// Of the Sun's light in globe radii. The light is directional, so only its direction shows.
+/// Distance of the Sun's light from the centre, globe radii. It has no visible effect, because the
+/// light is directional.
 constexpr double kSunDistance = 1.2;
 
 }  // namespace
@@ -19,14 +20,14 @@ constexpr double kSunDistance = 1.2;
 void CPlanet::PlaceSunLight() {
     double hourAngle = 0.0;
     SunPosition(inputs_.sceneTime, &hourAngle, &sunDeclination);
-    // Deliberate: not brought into a range; only its sine and cosine are used.
+    // Deliberate: not reduced to one turn, because only its sine and cosine are used.
     sunLongitude = -360.0 - hourAngle;
 
     const double distance = static_cast<double>(radius) * kSunDistance;
     const auto x = static_cast<float>(distance * CosDeg(sunDeclination) * SinDeg(sunLongitude));
     const auto y = static_cast<float>(distance * SinDeg(sunDeclination));
     const auto z = static_cast<float>(distance * CosDeg(sunDeclination) * CosDeg(sunLongitude));
-    const float towardsSun[] = {x, y, z, 0.0F};  // w = 0: rays are parallel
+    const float towardsSun[] = {x, y, z, 0.0F};  // w = 0: parallel rays
     glLightfv(GL_LIGHT0, GL_POSITION, towardsSun);
 
     const float length = std::sqrt(x * x + y * y + z * z);

@@ -15,25 +15,45 @@ constexpr double kSecondsPerDay = 86400.0;
 constexpr double kSecondsPerHour = 3600.0;
 constexpr double kDegreesPerHour = 15.0;
 
-constexpr double kTwoPi = 6.283185307;  // to the digits of the theory's other constants
+constexpr double kTwoPi = 6.283185307;  // as many digits as the theory's other constants
 constexpr double kArcSecondsPerTurn = 1.296e6;
 constexpr double kSinObliquity = 0.39778;  // of the ecliptic at J2000: 23.439 degrees
 constexpr double kCosObliquity = 0.91748;
 
+// Mean elements of the Sun at J2000 and their change in a Julian century.
+constexpr double kMeanAnomaly = 0.993133;         // turns: 357.528 degrees
+constexpr double kMeanAnomalyRate = 99.997361;    // turns per century: 0.9856003 degrees a day
+constexpr double kPerigeeLongitude = 0.7859453;   // turns: 282.940 degrees
+constexpr double kPerigeeLongitudeRate = 6191.2;  // arc-seconds per century
+
+// Equation of centre, arc-seconds: 2 e - e^3 / 4 and 5 e^2 / 4 for the eccentricity e = 0.01671.
+constexpr double kCentreSine = 6893.0;
+constexpr double kCentreSineOfDouble = 72.0;
+
+// Greenwich mean sidereal time at 0 h UT, a polynomial of Julian centuries since J2000.
+constexpr double kSiderealTimeAtJ2000 = 6.697374558;  // hours
+constexpr double kSiderealRate = 8640184.812866;      // seconds per century
+constexpr double kSiderealSquare = 0.093104;          // seconds per century squared
+constexpr double kSiderealCube = 6.2e-6;              // seconds per century cubed, subtracted
+constexpr double kSiderealHoursPerHour = 1.0027379093;
+
 double CenturiesSinceJ2000(double mjd) noexcept { return (mjd - kMjdJ2000) / kDaysPerCentury; }
 
-/// Ecliptic longitude of the Sun, radians: mean longitude (its annual excess over the mean anomaly
-/// is the second term) plus an equation of centre of two terms, both in arc-seconds.
+/// Returns the ecliptic longitude of the Sun, radians: the longitude of the perigee, the mean
+/// anomaly and the equation of centre.
 double SunEclipticLongitude(double T) noexcept {
-    const double anomaly = kTwoPi * Frac(0.993133 + 99.997361 * T);
-    const double centre = 6893.0 * std::sin(anomaly) + 72.0 * std::sin(2.0 * anomaly);
-    return kTwoPi * Frac(0.7859453 + anomaly / kTwoPi + (6191.2 * T + centre) / kArcSecondsPerTurn);
+    const double anomaly = kTwoPi * Frac(kMeanAnomaly + kMeanAnomalyRate * T);
+    const double centre =
+        kCentreSine * std::sin(anomaly) + kCentreSineOfDouble * std::sin(2.0 * anomaly);
+    return kTwoPi * Frac(kPerigeeLongitude + anomaly / kTwoPi +
+                         (kPerigeeLongitudeRate * T + centre) / kArcSecondsPerTurn);
 }
 
 }  // namespace
 
 std::int32_t JulianDayNumber(std::int32_t year, std::int32_t month, std::int32_t day) noexcept {
-    // January and February count to the year before; all divisions drop their rest.
+    // The formula of Fliegel and Van Flandern. January and February count as months of the year
+    // before. All divisions truncate.
     const std::int32_t a = (month - 14) / 12;
     const std::int32_t y = year + a;
     return (1461 * (y + 4800)) / 4 + (367 * (month - 2 - 12 * a)) / 12 -
@@ -54,8 +74,8 @@ double SiderealTime(double mjd, double longitude) noexcept {
     const double hours = kHoursPerDay * std::modf(mjd, &midnight);
     const double T0 = CenturiesSinceJ2000(midnight);
     const double greenwich =
-        6.697374558 + 1.0027379093 * hours +
-        (8640184.812866 + (0.093104 - 6.2e-6 * T0) * T0) * T0 / kSecondsPerHour;
+        kSiderealTimeAtJ2000 + kSiderealHoursPerHour * hours +
+        (kSiderealRate + (kSiderealSquare - kSiderealCube * T0) * T0) * T0 / kSecondsPerHour;
     return kHoursPerDay * Frac((greenwich - longitude / kDegreesPerHour) / kHoursPerDay);
 }
 
@@ -65,7 +85,7 @@ void MiniSun(double T, double& ra, double& dec) noexcept {
     const double z = kSinObliquity * sinLongitude;
     const double rho = std::sqrt(1.0 - z * z);
     dec = 360.0 / kTwoPi * std::atan(z / rho);
-    // Half the angle by its tangent keeps the quadrant: atan gives half of -12 to 12 hours.
+    // The tangent of half the angle keeps the quadrant; 48 hours per turn double the half angle.
     ra = 48.0 / kTwoPi * std::atan(kCosObliquity * sinLongitude / (std::cos(longitude) + rho));
     if (ra < 0.0) ra += kHoursPerDay;
 }

@@ -11,18 +11,18 @@
 namespace {
 
 constexpr wchar_t kFileName[] = L"buttons.png";
-constexpr DWORD kLongestPath = 32768;  // characters, terminator included
+constexpr DWORD kPathCapacity = 32768;  // characters with the terminator; the limit of Windows
 
 constexpr std::int32_t kSheetBitsPerPixel = 32;
-constexpr std::size_t kBytesPerPixel = kSheetBitsPerPixel / 8;
-constexpr std::size_t kRowBytes = kSheetWidth * kBytesPerPixel;
+constexpr std::size_t kSheetBytesPerPixel = kSheetBitsPerPixel / 8;
+constexpr std::size_t kRowBytes = kSheetWidth * kSheetBytesPerPixel;
 constexpr std::size_t kSheetBytes = kSheetHeight * kRowBytes;
 
 constexpr std::int32_t kPixelFormat32bppPargb = 0xE200B;
-/// Room behind the pixels, bytes a row.
+/// Bytes reserved behind the pixels for each row.
 constexpr SIZE_T kReservePerRow = 8;
 
-/// Bits that a pixel takes in a GDI+ pixel format.
+/// Returns the bits per pixel of a GDI+ pixel format, which holds them in bits 8 to 15.
 constexpr std::int32_t BitsPerPixel(std::int32_t pixelFormat) noexcept {
     return (pixelFormat >> 8) & 0xFF;
 }
@@ -32,10 +32,10 @@ bool HasAlphaFormat(const Picture& picture) noexcept {
     return format == kPixelFormat32bppArgb || format == kPixelFormat32bppPargb;
 }
 
-/// The picture with alpha; null when it cannot serve as the sheet.
+/// Opens the picture and gives it an alpha channel. Returns null when it cannot serve as the sheet.
 std::unique_ptr<Picture> OpenSheet(const std::wstring& path) {
     std::unique_ptr<Picture> picture = OpenPicture(path);
-    // The file's own format decides: a sheet without alpha would cover the globe with full squares.
+    // Refuse a file without an alpha channel: its buttons would be opaque squares over the globe.
     const bool fits = picture->IsOk() && picture->GetWidth() == kSheetWidth &&
                       picture->GetHeight() == kSheetHeight &&
                       BitsPerPixel(picture->GetPixelFormat()) == kSheetBitsPerPixel;
@@ -44,7 +44,7 @@ std::unique_ptr<Picture> OpenSheet(const std::wstring& path) {
     return ConvertPicture(std::move(picture), kPixelFormat32bppArgb);
 }
 
-/// Copies the rows bottom-up: the top row becomes the last.
+/// Copies the rows bottom-up: the top row becomes the last one.
 void CopySheetRows(const PixelRows& rows, std::uint8_t* out) noexcept {
     const std::uint8_t* from = rows.firstRow;
     for (std::int32_t row = kSheetHeight - 1; row >= 0; --row, from += rows.stride) {
@@ -52,22 +52,23 @@ void CopySheetRows(const PixelRows& rows, std::uint8_t* out) noexcept {
     }
 }
 
-/// B, G, R, A becomes R, G, B, A.
+/// Turns B, G, R, A into R, G, B, A.
 void ExchangeRedAndBlue(std::uint8_t* pixels) noexcept {
-    for (std::size_t i = 0; i < kSheetBytes; i += kBytesPerPixel) {
+    for (std::size_t i = 0; i < kSheetBytes; i += kSheetBytesPerPixel) {
         std::swap(pixels[i], pixels[i + 2]);
     }
 }
 
-/// Whether `path` names its drive or server; any other depends on the current directory.
+/// Whether `path` begins with a drive or a server. Any other path depends on the current directory.
 bool IsFullPath(std::wstring_view path) noexcept {
     return path.starts_with(L"\\\\") || (path.size() > 2 && path.substr(1, 2) == L":\\");
 }
 
-/// Folder of the host's executable with a trailing backslash; empty when Windows does not tell.
+/// Returns the folder of the host's executable with a backslash at its end, or an empty text when
+/// Windows does not give it.
 std::wstring ExecutableFolder() {
-    std::wstring path(kLongestPath, L'\0');
-    path.resize(GetModuleFileNameW(nullptr, path.data(), kLongestPath));
+    std::wstring path(kPathCapacity, L'\0');
+    path.resize(GetModuleFileNameW(nullptr, path.data(), kPathCapacity));
     return path.substr(0, path.rfind(L'\\') + 1);
 }
 
@@ -77,7 +78,7 @@ bool ButtonSheet::Load(const std::wstring& path) {
     pixels_.reset();
     const std::unique_ptr<Picture> picture = OpenSheet(path);
     if (picture == nullptr) return false;
-    // A fixed block: its handle is its address.
+    // GMEM_FIXED makes the handle of the block its address.
     UniqueGlobalBlock block(GlobalAlloc(GMEM_FIXED, kSheetBytes + kSheetHeight * kReservePerRow));
     if (block == nullptr) return false;
     const PixelRows rows = picture->LockForReading();
@@ -99,7 +100,7 @@ bool ButtonSheet::LoadFor(const std::wstring& hostDirectory) {
     if (IsFullPath(path) && GetFileAttributesW(path.c_str()) != INVALID_FILE_ATTRIBUTES) {
         return Load(path);
     }
-    // The command line may have given another folder (without quotes) or a relative one.
+    // A command line without quotes around the program may give a wrong folder or a relative one.
     const std::wstring folder = ExecutableFolder();
     return !folder.empty() && Load(folder + kFileName);
 }

@@ -5,17 +5,19 @@
 
 #include "base/handles_win.h"
 
-/// The button sheet, "buttons.png", as it goes to OpenGL.
+/// The pixels of the button sheet, "buttons.png", in the form that OpenGL takes.
 class ButtonSheet {
 public:
-    /// Loads "buttons.png" from the program's folder; never from the current directory, where
-    /// anyone's picture may lie.
-    /// @param hostDirectory  where the command line says that the program lies
-    /// @return false, and an empty sheet, when there is none or it is not a readable picture of
-    ///         128 x 256 pixels that the file itself stores with 32 bits each
+    /// Loads "buttons.png" from the folder of the program. Never takes it from the current
+    /// directory, because anyone may have put a picture there.
+    /// @param hostDirectory  the folder of the program according to its command line
+    /// @return false when there is no such file, when it cannot be read, when it does not have
+    ///         128 x 256 pixels, or when the file does not store 32 bits per pixel. The sheet is
+    ///         then empty
     bool LoadFor(const std::wstring& hostDirectory);
 
-    /// R, G, B, A; rows bottom-up without padding; null while the sheet is empty. The sheet's own.
+    /// Returns the pixels: R, G, B, A; rows bottom-up, without padding. Null while the sheet is
+    /// empty. The sheet owns them.
     const std::uint8_t* GetPixels() const noexcept;
 
 private:

@@ -6,10 +6,11 @@
 
 #include "photos/panel_layout.h"
 #include "render/overlay_button.h"
+#include "render/overlay_texture.h"
 
 namespace {
 
-// Virtual-key codes of the buttons.
+// Windows' virtual-key codes, defined here because this file is portable.
 constexpr std::int32_t kKeyPrior = 33;
 constexpr std::int32_t kKeyNext = 34;
 constexpr std::int32_t kKeyHome = 36;
@@ -21,19 +22,25 @@ constexpr std::int32_t kKeyInsert = 45;
 constexpr std::int32_t kKeyAdd = 107;
 constexpr std::int32_t kKeySubtract = 109;
 
-constexpr float kHiddenY = -32.0F;  // below the window
+constexpr float kHiddenY = -32.0F;  // pixels: below the window, since no button is higher
+
+/// Pixels that lift the baseline of the hint so that its letters, not its line with the descenders,
+/// are centred on the button.
+constexpr float kHintLift = 4.0F;
+constexpr std::int32_t kHintGap = 1;  // pixels between the hint and the panel
 
 struct ButtonSpec {
-    std::int32_t id;
-    float x, y;         // in the group, pixels
-    std::int32_t u, v;  // lower-left pixel of the highlighted look in the sheet
-    float width, height;
+    std::int32_t id;      // virtual-key code
+    float x, y;           // in the group, pixels
+    std::int32_t u, v;    // lower-left pixel of the highlighted picture in the sheet
+    float width, height;  // pixels
 };
 
 enum ButtonIndex : std::int32_t { kPhotosButton = 7, kPreviousButton, kNextButton };
 
-// A 3 x 3 block of 32-pixel cells, 6 pixels from the corner, without its lower corners; then the
-// photo buttons in the order of ButtonIndex, placed anew for each frame.
+// First the buttons for the view: a block of 3 x 3 cells of 32 pixels, 6 pixels from the corner of
+// the panel, with no button in its two lower corners. Then the photo buttons in the order of
+// ButtonIndex; each frame places them again.
 constexpr ButtonSpec kButtons[] = {
     {kKeyDown, 38, 6, 32, 0, 32, 32},
     {kKeyLeft, 6, 38, 0, 32, 32, 32},
@@ -42,14 +49,14 @@ constexpr ButtonSpec kButtons[] = {
     {kKeyAdd, 6, 70, 0, 64, 32, 32},
     {kKeyUp, 38, 70, 32, 64, 32, 32},
     {kKeySubtract, 70, 70, 0, 0, 32, 32},
-    {kKeyInsert, 4, kHiddenY, 0, 96, 100, 24},
-    {kKeyPrior, 40, kHiddenY, 64, 64, 9, 19},
-    // Reaches over the photos button, where it is hit first; its picture is clear in that part.
+    {kKeyInsert, 4, kHiddenY, 0, 96, 100, kPhotosButtonHeight},
+    {kKeyPrior, 40, kHiddenY, 64, 64, 9, kPagingButtonHeight},
+    // Overlaps the photos button. There this button gets the click, and its picture is transparent.
     {kKeyNext, 59, kHiddenY, 64, 0, 9, 32},
 };
 static_assert(kButtons[kPhotosButton].id == kKeyInsert && kButtons[kNextButton].id == kKeyNext &&
                   std::size(kButtons) == kNextButton + 1,
-              "the photo buttons are found by their place");
+              "ButtonIndex gives the places of the photo buttons");
 
 std::unique_ptr<C2DButton2> NewButton(const ButtonSpec& spec, GLuint sheet) {
     auto button = std::make_unique<C2DButton2>();
@@ -60,7 +67,7 @@ std::unique_ptr<C2DButton2> NewButton(const ButtonSpec& spec, GLuint sheet) {
     return button;
 }
 
-/// The group holds nothing but buttons.
+/// Returns a child of the group as a button; the group holds nothing but buttons.
 C2DButton2* ButtonAt(const CGLGroup& group, std::int32_t index) noexcept {
     return static_cast<C2DButton2*>(group.GetChild(index));
 }
@@ -78,29 +85,20 @@ void MapButtons::CreateButtons(const std::uint8_t* sheet) {
     try {
         AddButtons();
     } catch (...) {
-        DestroyButtons();  // some of them would pass for all
+        DestroyButtons();  // a set with some buttons missing would pass for a complete one
         throw;
     }
 }
 
 void MapButtons::AddButtons() {
     for (const ButtonSpec& spec : kButtons) {
-        std::unique_ptr<C2DButton2> button = NewButton(spec, texture_);
-        group_.AddChild(button.get());
-        static_cast<void>(
-            button.release());  // the group's from here on; had it thrown, it would be ours
+        group_.AddChild(NewButton(spec, texture_));
     }
 }
 
 void MapButtons::UploadSheet(const std::uint8_t* sheet) noexcept {
-    constexpr GLint kComponents = 4;
     glGenTextures(1, &texture_);
-    glBindTexture(GL_TEXTURE_2D, texture_);
-    glTexParameteri(GL_TEXTURE_2D, GL_TEXTURE_MIN_FILTER, GL_LINEAR);
-    glTexParameteri(GL_TEXTURE_2D, GL_TEXTURE_MAG_FILTER, GL_LINEAR);
-    glPixelStorei(GL_UNPACK_ALIGNMENT, 1);
-    glTexImage2D(GL_TEXTURE_2D, 0, kComponents, kSheetWidth, kSheetHeight, 0, GL_RGBA,
-                 GL_UNSIGNED_BYTE, sheet);
+    UploadOverlayTexture(texture_, kSheetWidth, kSheetHeight, sheet);
 }
 
 void MapButtons::DestroyButtons() noexcept {
@@ -120,8 +118,8 @@ void MapButtons::LayoutButtons(const ButtonLayout& layout, const CGLFont& font,
 
 void MapButtons::PlacePhotoButtons(const ButtonLayout& layout, std::int32_t lineHeight) noexcept {
     if (group_.GetChildCount() == 0) return;
-    const std::int32_t pagingY = layout.windowHeight - TitleStripHeight(lineHeight) + 4;
-    const std::int32_t photosY = layout.windowHeight - 2 * lineHeight - 32;
+    const std::int32_t pagingY = layout.windowHeight - TitleStripHeight(lineHeight) + kPagingGap;
+    const std::int32_t photosY = layout.windowHeight - PhotosButtonDepth(lineHeight);
     ButtonAt(group_, kNextButton)->position.y = ShownAt(HasNextPhotos(layout.page), pagingY);
     ButtonAt(group_, kPreviousButton)->position.y =
         ShownAt(HasPreviousPhotos(layout.page), pagingY);
@@ -143,11 +141,11 @@ void MapButtons::DrawHint(const ButtonLayout& layout, const CGLFont& font,
     if (hint == nullptr || hint[0] == 0 || group_.GetChildCount() == 0) return;
     const C2DButton2& button = *ButtonAt(group_, kPhotosButton);
     if (!layout.offerPhotos || !button.highlighted) return;
-    // A text that would begin left of the window is dropped by OpenGL as a whole.
-    const std::int32_t right = layout.windowWidth - kPhotoPanelWidth - 1;
+    const std::int32_t right = layout.windowWidth - kPhotoPanelWidth - kHintGap;
+    // Not left of the window, because OpenGL draws nothing of a text that begins there.
     const std::int32_t x = std::max(right - font.GetTextWidthW(hint), 0);
     const float middle = (button.size.height - static_cast<float>(font.GetHeight())) / 2.0F;
-    const float y = button.position.y + group_.position.y + 4.0F + middle;
+    const float y = button.position.y + group_.position.y + kHintLift + middle;
     font.DrawTextW(static_cast<float>(x), y, 0.0F, hint);
 }
 

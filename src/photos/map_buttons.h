@@ -10,45 +10,47 @@
 #include "render/gl_font.h"
 #include "render/gl_object.h"
 
-/// Sides of the sheet that the buttons are cut from, pixels.
+/// Size of the sheet with the pictures of all buttons, pixels.
 inline constexpr std::int32_t kSheetWidth = 128;
 inline constexpr std::int32_t kSheetHeight = 256;
 
-/// What the place of the photo buttons depends on.
+/// What the places of the photo buttons depend on.
 struct ButtonLayout {
     std::int32_t windowWidth = 0;   ///< pixels
     std::int32_t windowHeight = 0;  ///< pixels
     PhotoPage page;                 ///< of the panel
-    bool offerPhotos = false;       ///< the host allows photos: the add-photo button shows
+    bool offerPhotos = false;       ///< show the photos button, because the host allows photos
 };
 
-/// The buttons and their one texture. A button's id is the virtual-key code that it stands for.
-/// Window thread; context current wherever something is made, drawn or deleted.
+/// The buttons and the texture that they share. The id of a button is the virtual-key code of the
+/// key that does the same. Window thread. The context must be current where something is created,
+/// drawn or deleted.
 class MapButtons {
 public:
     MapButtons() noexcept = default;
     MapButtons(const MapButtons&) = delete;
     MapButtons& operator=(const MapButtons&) = delete;
 
-    /// Uploads the sheet and makes the buttons, replacing earlier ones. The photo buttons are
-    /// hidden until the next layout.
+    /// Uploads the sheet and creates the buttons in place of earlier ones. The photo buttons stay
+    /// hidden until the next layout. Throws std::bad_alloc; there are no buttons then.
     /// @param sheet  R, G, B, A; 128 x 256 pixels; rows bottom-up; not kept. Null: no buttons
     void CreateButtons(const std::uint8_t* sheet);
-    /// Deletes buttons and texture.
+    /// Deletes the buttons and the texture.
     void DestroyButtons() noexcept;
 
     /// Places the photo buttons. @param lineHeight  of the font, pixels
     void PlacePhotoButtons(const ButtonLayout& layout, std::int32_t lineHeight) noexcept;
-    /// Places the photo buttons, draws all buttons and, while the pointer is over the add-photo
-    /// button, the hint to the left of the panel.
-    /// @param hint  null or empty for none; not kept
+    /// Places the photo buttons and draws all buttons. While the pointer is over the photos button,
+    /// also draws the hint to the left of the panel.
+    /// @param hint  null or empty: no hint; not kept
     void LayoutButtons(const ButtonLayout& layout, const CGLFont& font, const HorivoWideChar* hint);
 
-    /// Lights the buttons under a point and puts out all others.
+    /// Highlights the buttons under a point and no others.
     /// @param x, y         window pixels, y upward
-    /// @param clearOnly    light none; the result is then 0
+    /// @param clearOnly    true: highlights no button and returns 0
     /// @param windowWidth  pixels
-    /// @return id of the button under the point, of the last one where two overlap; 0 for none
+    /// @return the id of the button under the point, or 0; where two buttons overlap, the id of the
+    ///         one that is drawn last
     std::int32_t HitTestButtons(std::int32_t x, std::int32_t y, bool clearOnly,
                                 std::int32_t windowWidth) noexcept;
 

@@ -1,29 +1,45 @@
 #pragma once
 // Where the parts of the photo panel stand: plain arithmetic in window pixels, y upward.
+//
+// From the top down: two lines of titles, the photos button, the paging buttons, the photos, and
+// the square with the buttons for the view.
 
 #include <algorithm>
 #include <cstdint>
 
-/// Width of the column at the window's right edge that holds buttons and photos, pixels.
+/// Width of the column at the right edge of the window that holds buttons and photos, pixels.
 inline constexpr std::int32_t kPhotoPanelWidth = 108;
-/// Height of the strip at the lower edge that is left to the buttons; the origin of the images.
+/// Height of the strip at the lower edge of the window that is left to the buttons, pixels. Photos
+/// are placed relative to its top.
 inline constexpr std::int32_t kPanelBottom = 108;
-inline constexpr std::int32_t kPhotoGap = 4;
+inline constexpr std::int32_t kPhotoGap = 4;  ///< between two photos, pixels
+
+/// Heights and gaps of the title strip, pixels.
+inline constexpr std::int32_t kTitleGap = 8;  ///< between the titles and the photos button
+inline constexpr std::int32_t kPhotosButtonHeight = 24;
+inline constexpr std::int32_t kPagingButtonHeight = 19;  ///< of the part that is seen
+inline constexpr std::int32_t kPagingGap = 4;            ///< above and below the paging buttons
 
 /// What the layout depends on, pixels.
 struct PanelArea {
     std::int32_t width = 0;       ///< of the window
     std::int32_t height = 0;      ///< of the window
-    std::int32_t lineHeight = 0;  ///< line height of the font
+    std::int32_t lineHeight = 0;  ///< of the font
 };
 
+/// Left edge of the panel.
 constexpr std::int32_t PanelX(const PanelArea& area) noexcept {
     return area.width - kPhotoPanelWidth;
 }
 
-/// Height of the strip at the upper edge with the titles and the paging buttons.
+/// Height from the upper edge of the window to the bottom of the photos button.
+constexpr std::int32_t PhotosButtonDepth(std::int32_t lineHeight) noexcept {
+    return 2 * lineHeight + kTitleGap + kPhotosButtonHeight;
+}
+
+/// Height of the strip at the upper edge of the window with the titles and the photo buttons.
 constexpr std::int32_t TitleStripHeight(std::int32_t lineHeight) noexcept {
-    return 2 * lineHeight + 59;
+    return PhotosButtonDepth(lineHeight) + kPagingGap + kPagingButtonHeight + kPagingGap;
 }
 
 /// Height between the title strip and the buttons; negative in a very low window.
@@ -31,39 +47,39 @@ constexpr std::int32_t PhotoStackHeight(const PanelArea& area) noexcept {
     return area.height - TitleStripHeight(area.lineHeight) - kPanelBottom;
 }
 
-/// Where a title of this width begins: centred in the panel, at least 4 pixels from its edge.
+/// Left end of a title of this width: centred in the panel, at least 4 pixels from its left edge.
 constexpr std::int32_t TitleX(std::int32_t panelX, std::int32_t textWidth) noexcept {
-    constexpr std::int32_t kLeastMargin = 4;
-    return panelX + std::max((kPhotoPanelWidth - textWidth) / 2, kLeastMargin);
+    constexpr std::int32_t kMinMargin = 4;
+    return panelX + std::max((kPhotoPanelWidth - textWidth) / 2, kMinMargin);
 }
 
-/// Where a line of this width begins that ends 4 pixels left of the panel. Not left of the window:
-/// OpenGL would drop the whole line.
+/// Left end of a line of this width that ends 4 pixels left of the panel. Never left of the window,
+/// because OpenGL draws nothing of a line that begins there.
 constexpr std::int32_t CaptionX(std::int32_t panelX, std::int32_t textWidth) noexcept {
     constexpr std::int32_t kMargin = 4;
     return std::max(panelX - kMargin - textWidth, 0);
 }
 
-/// Stacks the images from the title strip downward.
+/// Stacks the photos from the title strip downward.
 class PhotoStack {
 public:
     explicit constexpr PhotoStack(const PanelArea& area) noexcept
-        : hiddenY_(area.height), current_(PhotoStackHeight(area)) {}
+        : hiddenY_(area.height), top_(PhotoStackHeight(area)) {}
 
-    /// Gives the y of the next image, relative to the images' origin. One that would reach among
-    /// the buttons gets a y above the window; so do all that follow it.
+    /// Returns the bottom of the next photo, relative to kPanelBottom. A photo that would reach
+    /// into the strip of the buttons gets a place above the window, and so do all photos after it.
     constexpr std::int32_t Place(std::int32_t height) noexcept {
-        const std::int32_t y = current_ - height;
-        current_ -= height + kPhotoGap;
-        if (y < 0) return hiddenY_;
+        const std::int32_t bottom = top_ - height;
+        top_ -= height + kPhotoGap;
+        if (bottom < 0) return hiddenY_;
         ++shown_;
-        return y;
+        return bottom;
     }
-    /// Images placed inside the window; they are the first ones.
+    /// Number of photos placed inside the window; they are the first ones.
     constexpr std::int32_t GetShownCount() const noexcept { return shown_; }
 
 private:
     std::int32_t hiddenY_;
-    std::int32_t current_;
+    std::int32_t top_;
     std::int32_t shown_ = 0;
 };

@@ -1,6 +1,6 @@
 #pragma once
 // The photo tree on disk, below "<common application data>\Zelmo\City Photos". Other software fills
-// it; the library only reads.
+// the tree; the library only reads it.
 
 #include <cstddef>
 #include <cstdint>
@@ -9,32 +9,34 @@
 #include "base/wide_text.h"
 #include "cities/city_table.h"
 
-/// The folder of a country (`city` empty) or of a city, with a backslash at its end.
-/// @return false, with `path` empty, when there is no country or no photo tree, when a name makes
-///         no folder, or when the path reaches 260 characters. Throws std::bad_alloc.
+/// Gives the folder of a country (`city` empty) or of a city, with a backslash at its end. Throws
+/// std::bad_alloc.
+/// @return false and an empty `path` when `country` is empty, when there is no photo tree, when a
+///         name cannot be a folder name, or when the path has 260 characters or more
 bool GetPhotoFolder(WideView country, WideView city, WideString& path);
 
-/// The file of photo `number` of a city; otherwise as above.
+/// Gives the file of photo `number` of a city; otherwise like GetPhotoFolder.
 bool GetPhotoPath(WideView country, WideView city, std::int32_t number, WideString& path);
-/// The same for a city of the table; also false for an index outside of it.
+/// The same for a city of the table. Also returns false for an index outside the table.
 bool GetPhotoPath(const CityTable& cities, std::int32_t cityIndex, std::int32_t number,
                   WideString& path);
 
-// What follows asks the disk; implemented in photo_files_win.
+// The functions below access the disk. They are implemented in photo_files_win.cpp.
 
-/// The root of the photo tree with a backslash at its end; empty when the system names no folder
-/// for common data. Throws std::bad_alloc.
+/// Returns the root of the photo tree with a backslash at its end, or an empty text when the system
+/// has no folder for common data. Throws std::bad_alloc.
 WideString PhotoRoot();
 
-/// Whether there is a file (no folder) at `path`.
+/// Whether `path` is a file that exists; false for a folder.
 bool PhotoFileExists(const WideString& path) noexcept;
 
-/// An index longer than this is read up to here.
+/// Bytes that are read of an index at most, so that a huge file does not fill the memory.
 inline constexpr std::size_t kIndexByteLimit = 8U << 20U;
 
-/// Reads a whole index file; false when it cannot be opened or read. Throws std::bad_alloc.
+/// Reads an index file, at most kIndexByteLimit bytes of it. Returns false when it cannot be opened
+/// or read. Throws std::bad_alloc.
 bool ReadPhotoIndex(const WideString& path, std::string& bytes);
 
-/// Reads a photo's size from its header, without decoding it; false, with both unchanged, when
-/// there is none.
+/// Reads the size of a photo in pixels from the header of its file, without decoding the photo.
+/// Returns false and leaves both sizes unchanged when the file has no readable header.
 bool ReadPhotoSize(const WideString& path, std::int32_t& width, std::int32_t& height) noexcept;

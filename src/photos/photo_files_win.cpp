@@ -14,7 +14,7 @@ bool PhotoFileExists(const WideString& path) noexcept {
 }
 
 bool ReadPhotoIndex(const WideString& path, std::string& bytes) {
-    // Other software may be adding photos at this moment.
+    // Share everything: other software may be writing or replacing the index at this moment.
     constexpr DWORD kShareAll = FILE_SHARE_READ | FILE_SHARE_WRITE | FILE_SHARE_DELETE;
     const UniqueFile file(CreateFileW(path.c_str(), GENERIC_READ, kShareAll, nullptr, OPEN_EXISTING,
                                       FILE_ATTRIBUTE_NORMAL, nullptr));

@@ -10,14 +10,14 @@ using std::string_view_literals::operator""sv;
 
 namespace {
 
-constexpr std::size_t kLongestLine = 4095;  // bytes
+constexpr std::size_t kMaxLineLength = 4095;  // bytes
 constexpr std::size_t kFieldCount = 6;
-constexpr std::size_t kNumberCharacters = 10;
+constexpr std::size_t kMaxNumberLength = 10;  // characters, as many as 2147483647 has
 constexpr std::string_view kUtf8Mark = "\xEF\xBB\xBF";
-constexpr char kEndOfFileMark = '\x1A';
+constexpr char kEndOfFileMark = '\x1A';  // Ctrl-Z
 constexpr HorivoWideChar kTab = '\t';
 
-/// Where the columns of the two kinds lie.
+/// Which columns the two kinds of index use.
 struct Columns {
     std::size_t caption, pagePath;
 };
@@ -28,7 +28,7 @@ constexpr Columns kCountryColumns = {4, 5};
 
 using Fields = std::array<WideView, kFieldCount>;
 
-/// Takes a line off the front of `rest`, without its LF.
+/// Removes the first line from `rest` and returns it without its LF.
 std::string_view TakeLine(std::string_view& rest) noexcept {
     const std::size_t end = std::min(rest.find('\n'), rest.size());
     const std::string_view line = rest.substr(0, end);
@@ -36,17 +36,24 @@ std::string_view TakeLine(std::string_view& rest) noexcept {
     return line;
 }
 
-/// Where to cut a line that is too long: before a UTF-8 character that would be halved, because the
-/// half would make the whole line look like ANSI.
+/// Returns the length to which a line that is too long is cut. A UTF-8 character at the limit is
+/// left out completely, because a part of it would make the whole line invalid as UTF-8.
 std::size_t CutPosition(std::string_view line) noexcept {
-    constexpr std::size_t kMostFollowing = 3;
-    std::size_t start = kLongestLine;
-    while (start > kLongestLine - kMostFollowing && (line[start] & 0xC0) == 0x80) --start;
-    return (line[start] & 0xC0) == 0xC0 ? start : kLongestLine;
+    // UTF-8: a character begins with 11xxxxxx, and at most three bytes 10xxxxxx follow.
+    constexpr unsigned kKindMask = 0xC0;
+    constexpr unsigned kFollowingByte = 0x80;
+    constexpr unsigned kFirstByte = 0xC0;
+    constexpr std::size_t kMaxFollowingBytes = 3;
+    const auto kindOf = [line](std::size_t at) {
+        return static_cast<unsigned char>(line[at]) & kKindMask;
+    };
+    std::size_t start = kMaxLineLength;
+    while (start > kMaxLineLength - kMaxFollowingBytes && kindOf(start) == kFollowingByte) --start;
+    return kindOf(start) == kFirstByte ? start : kMaxLineLength;
 }
 
 std::string_view TextOfLine(std::string_view line) noexcept {
-    if (line.size() > kLongestLine) line = line.substr(0, CutPosition(line));
+    if (line.size() > kMaxLineLength) line = line.substr(0, CutPosition(line));
     return line.substr(0, line.find_first_of("\0\r"sv));
 }
 
@@ -69,10 +76,10 @@ Fields SplitFields(WideView line) noexcept {
     return fields;
 }
 
-/// Reads a decimal number from the first ten characters of `field`; nothing when there is no digit
-/// or when it is negative.
+/// Reads a decimal number from the first ten characters of `field`. Returns nothing when there is
+/// no digit or when the number is negative.
 std::optional<std::int32_t> ReadPhotoNumber(WideView field) noexcept {
-    field = field.substr(0, kNumberCharacters);
+    field = field.substr(0, kMaxNumberLength);
     field.remove_prefix(std::min(field.find_first_not_of(HorivoWideChar{' '}), field.size()));
     const bool negative = !field.empty() && field.front() == '-';
     if (negative || (!field.empty() && field.front() == '+')) field.remove_prefix(1);

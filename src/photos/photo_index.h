@@ -5,31 +5,32 @@
 
 #include "base/wide_text.h"
 
-/// Whose index it is: a city's, or that of all cities of a country.
+/// Whether an index lists the photos of one city or of all cities of a country.
 enum class PhotoIndexKind { City, Country };
 
 /// One photo of an index.
 struct PhotoIndexEntry {
     std::int32_t photoNumber = 0;  ///< 0 or above
-    WideString city;               ///< in a country's index only
+    WideString city;               ///< only set by the index of a country
     WideString caption;
     WideString pagePath;
 };
 
-/// Reads an "index.tsv" that may come from anyone.
+/// Reads the photos of an "index.tsv". The file may come from anyone; every content is accepted.
 ///
-/// A line holds up to six fields with tabs between:
-///   city's index:     number, -, -, caption, page path
-///   country's index:  number, city, -, -, caption, page path
-/// and is a comment when it is empty or begins with '#' or ';'. Missing fields are empty. A line
-/// that is valid UTF-8 is UTF-8, any other is in the system's ANSI code page. What follows the
-/// 4095th byte of a line is thrown away, a NUL ends a line's text and Ctrl-Z the file. Lines
-/// without a photo number of 0 or above are skipped; numbers stop at the largest of 32 bits.
+/// A line has up to six fields, separated by tabs:
+///   index of a city:     number, -, -, caption, page path
+///   index of a country:  number, city, -, -, caption, page path
+/// Missing fields are empty. Empty lines and lines that begin with '#' or ';' are comments. A line
+/// is read as UTF-8 when it is valid UTF-8, otherwise in the ANSI code page of the system. Bytes
+/// after the 4095th of a line are ignored. A NUL ends the text of a line; Ctrl-Z ends the file.
+/// Lines without a photo number of 0 or above are skipped. Numbers above 2147483647 become
+/// 2147483647.
 class PhotoIndexReader {
 public:
-    /// @param bytes  the whole file; must outlive the reader
+    /// @param bytes  content of the file; must outlive the reader
     PhotoIndexReader(std::string_view bytes, PhotoIndexKind kind) noexcept;
-    /// Gives the next photo; false at the end. Throws std::bad_alloc.
+    /// Gives the next photo. Returns false at the end of the file. Throws std::bad_alloc.
     bool Next(PhotoIndexEntry& entry);
 
 private:

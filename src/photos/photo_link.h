@@ -1,12 +1,12 @@
 #pragma once
-// Addresses on the photo web site. The site is chosen when the library is built; nothing that an
-// index file says can lead to another one.
+// Addresses on the photo web site. The site is fixed when the library is built; no content of an
+// index file can lead to another site.
 
 #include <cstddef>
 
 #include "base/wide_text.h"
 
-// The Windows build defines the address; elsewhere no page is ever opened.
+// The Windows build defines the address. The native build, which opens no page, uses this one.
 #ifndef HORIVO_PHOTO_SITE
 #define HORIVO_PHOTO_SITE u"https://photos.example"
 #endif
@@ -14,13 +14,14 @@
 /// The photo web site, without a slash at the end.
 inline constexpr const HorivoWideChar* kPhotoSite = HORIVO_PHOTO_SITE;
 
-/// Characters of a link without its terminator; longer ones are cut.
-inline constexpr std::size_t kLongestLink = 511;
+/// Longer links are cut to this many characters, the terminator not included.
+inline constexpr std::size_t kMaxLinkLength = 511;
 
-/// The address of a page of the photo web site; empty for an empty path. Throws std::bad_alloc.
-/// @param pagePath  as the index file gives it; a path that does not begin with '/' gets one put
-///                  before it, a quotation mark is written as %22
+/// Returns the address of a page of the photo web site, or an empty text for an empty path. Throws
+/// std::bad_alloc.
+/// @param pagePath  the path as the index file gives it. A '/' is added in front if there is none,
+///                  and a quotation mark becomes %22
 WideString PhotoPageLink(WideView pagePath);
 
-/// The page on which users add a photo of their own. Throws std::bad_alloc.
+/// Returns the address of the page on which users add a photo of their own. Throws std::bad_alloc.
 WideString AddPhotoLink();

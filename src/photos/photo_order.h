@@ -7,17 +7,19 @@
 /// Sort key of a photo. Its values are copies, because the host may change its records during the
 /// sort.
 struct PhotoOrderKey {
-    double distance = 0.0;  ///< squared distance to the last clicked point; infinity for unknown
-    std::int32_t nearest = 0;
+    /// Squared distance of the city to the place that was last picked; infinity when not known.
+    double distance = 0.0;
+    std::int32_t nearest = 0;  ///< not 0: no city is nearer to that place
     std::int32_t cityIndex = -1;
     std::int32_t photoNumber = 0;
 };
 
-/// @param city  the record at `cityIndex`
+/// Makes the sort key of a photo. @param city  the record at `cityIndex`
 PhotoOrderKey MakePhotoOrderKey(const CityRecord& city, std::int32_t cityIndex,
                                 std::int32_t photoNumber) noexcept;
 
-/// Whether the photo of `a` is shown before that of `b`: photos of the city nearest to the place
-/// clicked first, then of the city marked as nearest, then in the order of the table; within a city
-/// the highest number, the newest photo, first. A strict weak order for keys made as above.
+/// Whether the photo of `a` is shown before the photo of `b`. The city with the smaller distance
+/// comes first; at equal distances the city that is marked as nearest, then the order of the table.
+/// Within a city the photo with the higher number, the newer one, comes first. The result is a
+/// strict weak order for keys from MakePhotoOrderKey.
 bool IsShownBefore(const PhotoOrderKey& a, const PhotoOrderKey& b) noexcept;

@@ -1,14 +1,14 @@
 #include "photos/photo_page_win.h"
 
 #include "base/windows_types.h"
-// shellapi.h needs windows.h before it.
+// shellapi.h must come after windows.h.
 #include <shellapi.h>
 
 #include "photos/photo_link.h"
 
-// NOLINTNEXTLINE(performance-unnecessary-value-param): a copy outlives what it was made from.
+// NOLINTNEXTLINE(performance-unnecessary-value-param): see the header.
 void OpenPhotoLink(WideString link) {
-    // An empty file name would open the current folder.
+    // ShellExecuteW would open the current folder for an empty name.
     if (link.empty()) return;
     ShellExecuteW(nullptr, L"open", link.c_str(), nullptr, L".\\", SW_SHOWNORMAL);
 }

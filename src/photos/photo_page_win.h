@@ -1,17 +1,18 @@
 #pragma once
-// Opens pages of the photo web site in the user's browser. Windows handles messages meanwhile: the
-// host may destroy the window or the photos may change, so a caller holds no pointer into them.
+// Opens pages of the photo web site in the user's browser. Windows handles messages while a page is
+// opened: the host may destroy the window and the photos may change. A caller must therefore keep
+// no pointer to a photo across these calls.
 
 #include <cstdint>
 
 #include "base/wide_text.h"
 #include "photos/photo_set.h"
 
-/// Opens `link`; nothing when it is empty. Taken by value: what it was copied from may change while
-/// it is opened.
+/// Opens `link`, unless it is empty. The link is a copy, because the photo that it comes from may
+/// be deleted while the page is opened.
 void OpenPhotoLink(WideString link);
 
-/// Opens the page of the loaded photo with this number, if there is one.
+/// Opens the page of the photo with this number, if the set has loaded one.
 void OpenPhotoPage(const PhotoSet& set, std::int32_t number);
 
 /// Opens the page on which users add a photo of their own.

@@ -4,7 +4,8 @@
 
 namespace {
 
-std::int32_t PageBehind(const PhotoPage& page) noexcept {
+/// Returns the index of the photo 16 after the first one, at most that of the last photo.
+std::int32_t FirstOfNextPage(const PhotoPage& page) noexcept {
     const std::int64_t next = std::int64_t{page.firstShown} + kPhotosPerPage;
     return static_cast<std::int32_t>(std::min(next, std::int64_t{page.count} - 1));
 }
@@ -13,18 +14,18 @@ std::int32_t PageBehind(const PhotoPage& page) noexcept {
 
 bool HasNextPhotos(const PhotoPage& page) noexcept {
     return std::int64_t{page.firstShown} + page.shown < page.count &&
-           PageBehind(page) < page.brokenFrom;
+           FirstOfNextPage(page) < page.brokenFrom;
 }
 
 std::int32_t NextFirstShown(const PhotoPage& page) noexcept {
-    return HasNextPhotos(page) ? PageBehind(page) : page.firstShown;
+    return HasNextPhotos(page) ? FirstOfNextPage(page) : page.firstShown;
 }
 
-std::int32_t PreviousFirstShown(std::int32_t firstShown, std::span<const std::int32_t> rooms,
+std::int32_t PreviousFirstShown(std::int32_t firstShown, std::span<const std::int32_t> heights,
                                 std::int32_t freeHeight) noexcept {
     std::int32_t first = firstShown;
-    for (const std::int32_t room : rooms) {
-        freeHeight -= room;
+    for (const std::int32_t height : heights) {
+        freeHeight -= height;
         if (freeHeight < 0 || first <= 0 || firstShown - first == kPhotosPerPage) break;
         --first;
     }

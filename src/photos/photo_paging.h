@@ -1,39 +1,41 @@
 #pragma once
-// Which photos of a list are on the page: plain arithmetic.
+// Which photos of a list are shown together, as a page: plain arithmetic.
 
 #include <cstdint>
 #include <limits>
 #include <span>
 
-/// Photos of a full page.
+/// Number of photos on a full page.
 inline constexpr std::int32_t kPhotosPerPage = 16;
 
-/// `brokenFrom` while no page of the list has failed to load.
+/// Value of `brokenFrom` while every page that was shown had a photo that could be loaded.
 inline constexpr std::int32_t kNoneBroken = std::numeric_limits<std::int32_t>::max();
 
 /// A page of a list of photos.
 struct PhotoPage {
-    std::int32_t firstShown = 0;            ///< place of its first photo in the list
-    std::int32_t shown = 0;                 ///< photos on it that have room in the panel
-    std::int32_t count = 0;                 ///< photos of the list
-    std::int32_t brokenFrom = kNoneBroken;  ///< no photo from this place on could be loaded
+    std::int32_t firstShown = 0;            ///< index of the first photo of the page in the list
+    std::int32_t shown = 0;                 ///< photos of the page that have room in the panel
+    std::int32_t count = 0;                 ///< photos in the list
+    std::int32_t brokenFrom = kNoneBroken;  ///< no photo from this index on could be loaded
 };
 
-/// Whether photos follow behind those on the page, and the next page has not failed to load.
+/// Whether the list has photos after those of the page and the next page has not failed to load.
 bool HasNextPhotos(const PhotoPage& page) noexcept;
 
-/// Whether photos stand before those on the page.
+/// Whether the list has photos before those of the page.
 constexpr bool HasPreviousPhotos(const PhotoPage& page) noexcept {
     return page.count > 0 && page.firstShown > 0;
 }
 
-/// The first photo of the next page, but never past the last photo; `firstShown` when there is no
-/// next page. Deliberate: 16 further, also when fewer had room.
+/// Returns the index of the first photo of the next page, at most that of the last photo of the
+/// list; or `firstShown` when there is no next page.
+/// Deliberate: the next page begins 16 photos further, also when fewer had room in the panel.
 std::int32_t NextFirstShown(const PhotoPage& page) noexcept;
 
-/// The first photo of the page before: as far back as photos have room together, at most a page.
-/// @param rooms       pixels that the photos before `firstShown` take, the nearest first; at most
-///                    as many as there are
-/// @param freeHeight  pixels that the panel has for photos; may be negative
-std::int32_t PreviousFirstShown(std::int32_t firstShown, std::span<const std::int32_t> rooms,
+/// Returns the index of the first photo of the previous page, which holds as many photos before
+/// `firstShown` as have room in the panel together, at most 16.
+/// @param heights     heights of the photos before `firstShown` with their gaps, the last photo
+///                    first, pixels; at most `firstShown` of them
+/// @param freeHeight  height that the panel has for photos, pixels; may be negative
+std::int32_t PreviousFirstShown(std::int32_t firstShown, std::span<const std::int32_t> heights,
                                 std::int32_t freeHeight) noexcept;

@@ -7,61 +7,24 @@
 #include <utility>
 
 #include "photos/photo_files.h"
+#include "render/overlay_texture.h"
 
 namespace {
 
-constexpr std::int32_t kFirstOffsetStep = 20;  // pixels between images before their first layout
-
-std::int32_t PhotoY(const PanelImage& entry) noexcept {
-    return static_cast<std::int32_t>(entry.image->position.y);
-}
-
-void PlaceImages(PhotoPanel& panel) noexcept {
-    PhotoStack stack(panel.area);
-    for (const PanelImage& entry : panel.images) {
-        const std::int32_t height = entry.photo->thumbnail.GetHeight();
-        entry.image->position.y = static_cast<float>(stack.Place(height));
-    }
-    panel.shownCount = stack.GetShownCount();
-}
-
-void UploadThumbnail(GLuint texture, const CJpegTexture& thumbnail) noexcept {
-    constexpr GLint kComponents = 4;
-    glBindTexture(GL_TEXTURE_2D, texture);
-    glTexParameteri(GL_TEXTURE_2D, GL_TEXTURE_MIN_FILTER, GL_LINEAR);
-    glTexParameteri(GL_TEXTURE_2D, GL_TEXTURE_MAG_FILTER, GL_LINEAR);
-    glPixelStorei(GL_UNPACK_ALIGNMENT, 1);
-    glTexImage2D(GL_TEXTURE_2D, 0, kComponents, thumbnail.GetBufferWidth(),
-                 thumbnail.GetBufferHeight(), 0, GL_RGBA, GL_UNSIGNED_BYTE, thumbnail.GetPixels());
-}
-
-std::unique_ptr<C2DImage> NewImage(const CJpegTexture& thumbnail, std::int32_t y) {
+/// Makes an image of a photo, centred in the panel; PlaceImages sets its height in the window.
+std::unique_ptr<C2DImage> NewImage(const CJpegTexture& thumbnail) {
     auto image = std::make_unique<C2DImage>();
     const std::int32_t width = thumbnail.GetWidth();
     image->size = {static_cast<float>(width), static_cast<float>(thumbnail.GetHeight())};
-    // Deliberate: a photo wider than the panel hangs over both edges.
+    // Deliberate: a photo wider than the panel extends past both of its edges.
     const std::int32_t left = (kPhotoPanelWidth - width) / 2;
-    image->position = {static_cast<float>(left), static_cast<float>(y), 0.0F};
+    image->position.x = static_cast<float>(left);
     return image;
 }
 
-void AddImages(PhotoPanel& panel) {
-    const std::size_t count = std::min(panel.photoSet.loaded.size(), panel.textures.size());
-    panel.images.reserve(count);
-    std::int32_t y = 0;
-    for (std::size_t i = 0; i < count; ++i) {
-        const PhotoRecord* photo = panel.photoSet.loaded[i];
-        auto image = NewImage(photo->thumbnail, y);
-        panel.group.AddChild(image.get());
-        panel.images.push_back({image.release(), photo});
-        y += photo->thumbnail.GetHeight() + kFirstOffsetStep;
-    }
-    panel.uploadsWait = true;
-}
-
-/// Pixels that a photo takes in the panel. One that is not loaded is measured by its file; one that
-/// cannot be shown takes none.
-std::int32_t RoomOf(const PhotoRecord& photo, const CityTable& cities) {
+/// Returns the height that a photo takes in the panel with the gap below it, pixels. A photo that
+/// is not loaded is measured by the header of its file. A photo that cannot be shown takes 0.
+std::int32_t HeightInPanel(const PhotoRecord& photo, const CityTable& cities) {
     std::int32_t height = photo.thumbnail.GetHeight();
     if (height <= 0) {
         WideString path;
@@ -75,116 +38,153 @@ std::int32_t RoomOf(const PhotoRecord& photo, const CityTable& cities) {
 
 }  // namespace
 
-void ResizePhotoPanel(PhotoPanel& panel, const PanelArea& area) noexcept {
-    panel.area = area;
-    panel.panelX = PanelX(area);
-    PlaceImages(panel);
+std::int32_t PhotoPanel::BottomOf(const Image& entry) noexcept {
+    return static_cast<std::int32_t>(entry.image->position.y);
 }
 
-void BuildPhotoPanel(PhotoPanel& panel, const CityTable& cities, WideView country, WideView city,
-                     bool reload) {
-    DeletePanelImages(panel);
-    if (country.empty()) {
-        DeletePhotos(panel.photoSet);
-        panel.photoSet.country.clear();
-        panel.photoSet.city.clear();
+void PhotoPanel::Resize(const PanelArea& area) noexcept {
+    area_ = area;
+    panelX_ = PanelX(area);
+    PlaceImages();
+}
+
+void PhotoPanel::PlaceImages() noexcept {
+    PhotoStack stack(area_);
+    for (const Image& entry : images_) {
+        const std::int32_t height = entry.photo->thumbnail.GetHeight();
+        entry.image->position.y = static_cast<float>(stack.Place(height));
+    }
+    shownCount_ = stack.GetShownCount();
+}
+
+void PhotoPanel::ShowPlace(const CityTable& cities, WideString country, WideString city) {
+    placeName_ = std::move(country);
+    heading_ = std::move(city);
+    ForgetCityOrder();
+    BuildPhotoPanel(cities, PhotoSource::Disk);
+}
+
+void PhotoPanel::BuildPhotoPanel(const CityTable& cities, PhotoSource source) {
+    DeleteImages();
+    if (placeName_.empty()) {
+        DeletePhotos(photoSet_);
+        photoSet_.country.clear();
+        photoSet_.city.clear();
         return;
     }
-    if (reload) LoadPhotoSet(panel.photoSet, cities, country, city);
-    if (panel.photoSet.loaded.empty()) return;
-    AddImages(panel);
-    // A click may come before the next frame: it must find the images where that will draw them.
-    PlaceImages(panel);
+    if (source == PhotoSource::Disk) ReloadPhotoSet(cities);
+    if (!HasThumbnails()) return;
+    AddImages();
+    // Lay out the images now: a click may come before the next frame and must find them where that
+    // frame will draw them.
+    PlaceImages();
 }
 
-void UploadPhotos(PhotoPanel& panel) noexcept {
-    if (!std::exchange(panel.uploadsWait, false)) return;
-    if (panel.textures[0] == 0) {
-        glGenTextures(static_cast<GLsizei>(panel.textures.size()), panel.textures.data());
+void PhotoPanel::ReloadPhotoSet(const CityTable& cities) {
+    LoadPhotoSet(photoSet_, cities, placeName_, heading_);
+}
+
+void PhotoPanel::AddImages() {
+    const std::size_t count = std::min(photoSet_.loaded.size(), textureNames_.size());
+    images_.reserve(count);
+    for (std::size_t i = 0; i < count; ++i) {
+        const PhotoRecord* photo = photoSet_.loaded[i];
+        images_.push_back({group_.AddChild(NewImage(photo->thumbnail)), photo});
     }
-    for (std::size_t i = 0; i < panel.images.size(); ++i) {
-        const CJpegTexture& thumbnail = panel.images[i].photo->thumbnail;
-        UploadThumbnail(panel.textures[i], thumbnail);
-        panel.images[i].image->SetTexture(panel.textures[i], thumbnail.GetBufferWidth(),
-                                          thumbnail.GetBufferHeight());
+    uploadPending_ = true;
+}
+
+void PhotoPanel::UploadPhotos() noexcept {
+    if (!std::exchange(uploadPending_, false)) return;
+    if (textureNames_[0] == 0) {
+        glGenTextures(static_cast<GLsizei>(textureNames_.size()), textureNames_.data());
+    }
+    for (std::size_t i = 0; i < images_.size(); ++i) {
+        const CJpegTexture& thumbnail = images_[i].photo->thumbnail;
+        const std::int32_t width = thumbnail.GetBufferWidth();
+        const std::int32_t height = thumbnail.GetBufferHeight();
+        UploadOverlayTexture(textureNames_[i], width, height, thumbnail.GetPixels());
+        images_[i].image->SetTexture(textureNames_[i], width, height);
     }
 }
 
-void ShowPhotoPanel(PhotoPanel& panel, const CityTable& cities, WideString name, WideString key) {
-    panel.placeName = std::move(name);
-    panel.heading = std::move(key);
-    panel.photoSet.ranks.clear();
-    BuildPhotoPanel(panel, cities, panel.placeName, panel.heading, true);
+void PhotoPanel::DeleteImages() noexcept {
+    images_.clear();
+    group_.DeleteChildren();
+    shownCount_ = 0;
+    uploadPending_ = false;
 }
 
-void DeletePanelImages(PhotoPanel& panel) noexcept {
-    panel.images.clear();
-    panel.group.DeleteChildren();
-    panel.shownCount = 0;
-    panel.uploadsWait = false;
+void PhotoPanel::DeleteImagesAndPhotos() noexcept {
+    DeleteImages();
+    DeletePhotos(photoSet_);
 }
 
-void DeletePhotoTextures(PhotoPanel& panel) noexcept {
-    if (panel.textures[0] == 0) return;
-    glDeleteTextures(static_cast<GLsizei>(panel.textures.size()), panel.textures.data());
-    panel.textures = {};
+void PhotoPanel::DeleteTextures() noexcept {
+    if (textureNames_[0] == 0) return;
+    glDeleteTextures(static_cast<GLsizei>(textureNames_.size()), textureNames_.data());
+    textureNames_ = {};
 }
 
-const PhotoRecord* FindPhotoAt(const PhotoPanel& panel, std::int32_t x, std::int32_t y) noexcept {
-    const std::int32_t panelX = x - panel.panelX;
-    const std::int32_t panelY = y - panel.panelY;
-    for (std::int32_t i = 0; i < panel.shownCount; ++i) {
-        const PanelImage& entry = panel.images[static_cast<std::size_t>(i)];
+const PhotoRecord* PhotoPanel::FindPhotoAt(std::int32_t x, std::int32_t y) const noexcept {
+    const std::int32_t groupX = x - panelX_;
+    const std::int32_t groupY = y - kPanelBottom;
+    for (std::int32_t i = 0; i < shownCount_; ++i) {
+        const Image& entry = images_[static_cast<std::size_t>(i)];
         const auto left = static_cast<std::int32_t>(entry.image->position.x);
-        const std::int32_t bottom = PhotoY(entry);
+        const std::int32_t bottom = BottomOf(entry);
         const CJpegTexture& thumbnail = entry.photo->thumbnail;
-        if (panelX >= left && panelX < left + thumbnail.GetWidth() && panelY >= bottom &&
-            panelY < bottom + thumbnail.GetHeight()) {
+        if (groupX >= left && groupX < left + thumbnail.GetWidth() && groupY >= bottom &&
+            groupY < bottom + thumbnail.GetHeight()) {
             return entry.photo;
         }
     }
     return nullptr;
 }
 
-std::int32_t HitTestPhoto(const PhotoPanel& panel, std::int32_t x, std::int32_t y) noexcept {
-    const PhotoRecord* photo = FindPhotoAt(panel, x, y);
+std::int32_t PhotoPanel::HitTestPhoto(std::int32_t x, std::int32_t y) const noexcept {
+    const PhotoRecord* photo = FindPhotoAt(x, y);
     return photo != nullptr ? photo->photoNumber : -1;
 }
 
-PhotoPage PageOf(const PhotoPanel& panel) noexcept {
-    const PhotoSet& set = panel.photoSet;
-    const auto count = static_cast<std::int32_t>(set.photos.size());
-    return {set.firstShown, panel.shownCount, count, set.brokenFrom};
+PhotoPage PhotoPanel::GetPage() const noexcept {
+    const auto count = static_cast<std::int32_t>(photoSet_.photos.size());
+    return {photoSet_.firstShown, shownCount_, count, photoSet_.brokenFrom};
 }
 
-bool PageForward(PhotoPanel& panel) noexcept {
-    const std::int32_t next = NextFirstShown(PageOf(panel));
-    return std::exchange(panel.photoSet.firstShown, next) != next;
+bool PhotoPanel::PageForward() noexcept {
+    const std::int32_t next = NextFirstShown(GetPage());
+    return std::exchange(photoSet_.firstShown, next) != next;
 }
 
-bool PageBack(PhotoPanel& panel, const CityTable& cities) {
-    PhotoSet& set = panel.photoSet;
-    // Photos may have vanished since the page was turned.
-    const auto count = static_cast<std::int32_t>(set.photos.size());
-    const std::int32_t from = std::clamp(set.firstShown, 0, count);
-    std::array<std::int32_t, kPhotosPerPage> rooms = {};
+bool PhotoPanel::PageBack(const CityTable& cities) {
+    // The list may have become shorter since the page was turned.
+    const auto count = static_cast<std::int32_t>(photoSet_.photos.size());
+    const std::int32_t from = std::clamp(photoSet_.firstShown, 0, count);
+    std::array<std::int32_t, kPhotosPerPage> heights = {};
     const auto before = static_cast<std::size_t>(std::min(from, kPhotosPerPage));
     for (std::size_t i = 0; i < before; ++i) {
-        rooms[i] = RoomOf(*set.photos[static_cast<std::size_t>(from) - 1 - i], cities);
+        heights[i] =
+            HeightInPanel(*photoSet_.photos[static_cast<std::size_t>(from) - 1 - i], cities);
     }
     const std::int32_t previous =
-        PreviousFirstShown(from, std::span(rooms).first(before), PhotoStackHeight(panel.area));
-    return std::exchange(set.firstShown, previous) != previous;
+        PreviousFirstShown(from, std::span(heights).first(before), PhotoStackHeight(area_));
+    return std::exchange(photoSet_.firstShown, previous) != previous;
 }
 
-bool IsHoverOverPanel(const PhotoPanel& panel, std::int32_t x) noexcept {
-    return !panel.images.empty() && x >= panel.panelX;
+void PhotoPanel::RejectPage(std::int32_t firstShown) noexcept {
+    photoSet_.brokenFrom = photoSet_.firstShown;
+    photoSet_.firstShown = firstShown;
 }
 
-bool IsClickOnPanel(const PhotoPanel& panel, std::int32_t x) noexcept {
-    return !panel.images.empty() && x > panel.panelX;
+bool PhotoPanel::IsHoverOverPanel(std::int32_t x) const noexcept {
+    return !images_.empty() && x >= panelX_;
 }
 
-bool IsWheelOverPanel(const PhotoPanel& panel, std::int32_t x) noexcept {
-    return x > panel.panelX && panel.photoSet.photos.size() > kMostThumbnails;
+bool PhotoPanel::IsClickOnPanel(std::int32_t x) const noexcept {
+    return !images_.empty() && x > panelX_;
+}
+
+bool PhotoPanel::IsWheelOverPanel(std::int32_t x) const noexcept {
+    return x > panelX_ && photoSet_.photos.size() > kMaxThumbnails;
 }

@@ -12,80 +12,117 @@
 #include "render/gl_font.h"
 #include "render/overlay_image.h"
 
-/// One picture of the panel. Which photo it shows stands beside the image, which knows only pixels.
-struct PanelImage {
-    C2DImage* image = nullptr;           ///< a child of the panel's group
-    const PhotoRecord* photo = nullptr;  ///< of the panel's set
+/// Where the panel takes its photos from.
+enum class PhotoSource {
+    Disk,   ///< read the index and the thumbnails again
+    Memory  ///< the thumbnails that are loaded already, for a new window
 };
 
-/// The column of photos along the right edge of the window. Window thread; the context is current
-/// wherever something is uploaded or drawn and where textures are deleted.
+/// The column of photos along the right edge of the window. It shows the photos of one place: a
+/// city, or all cities of a country. Window thread. The context must be current where images are
+/// uploaded or drawn and where textures are deleted.
 ///
-/// A pointer into the panel is good until the panel is built again, which the host can cause during
-/// every message that is sent to it and while a page is opened.
-struct PhotoPanel {
-    WideString placeName;  ///< the country; empty: there is no panel
-    WideString heading;    ///< the city; empty: the panel shows all cities of the country
-    PhotoSet photoSet;
-    PanelArea area;
-    std::int32_t panelX = 0;             ///< left edge of the panel, window pixels
-    std::int32_t panelY = kPanelBottom;  ///< origin of the images, window pixels
-    std::int32_t shownCount = 0;         ///< images that have room; they are the first ones
-    CGLGroup group;
-    std::vector<PanelImage> images;                     ///< of `group`, in its order
-    std::array<GLuint, kMostThumbnails> textures = {};  ///< 0 before first use and after deletion
-    bool uploadsWait = false;                           ///< the images have no textures yet
+/// Pointers to photos are valid until the panel is built again. The host can cause that during
+/// every message that is sent to it and while a web page is opened.
+class PhotoPanel {
+public:
+    PhotoPanel() noexcept = default;
+    PhotoPanel(const PhotoPanel&) = delete;
+    PhotoPanel& operator=(const PhotoPanel&) = delete;
+
+    /// Takes the size of the window and the line height of the font and lays out the images. Call
+    /// this before the first build; after that each frame does it.
+    void Resize(const PanelArea& area) noexcept;
+
+    /// Shows the photos of another place, read from the disk. Throws std::bad_alloc.
+    /// @param country  empty: shows no panel and deletes the photos
+    /// @param city     empty: the whole country
+    void ShowPlace(const CityTable& cities, WideString country, WideString city);
+    /// Makes the images of the place that the panel shows. UploadPhotos makes them visible.
+    /// Without a place deletes the photos. Throws std::bad_alloc.
+    void BuildPhotoPanel(const CityTable& cities, PhotoSource source);
+    /// Uploads the images of the last build. Does nothing when they are uploaded already.
+    void UploadPhotos() noexcept;
+
+    /// Reads the photos of the place again, but makes no images. Call this after a change of the
+    /// city table while there is no window. Throws std::bad_alloc.
+    void ReloadPhotoSet(const CityTable& cities);
+    /// Lets the next build sort the cities by their distances of that time.
+    void ForgetCityOrder() noexcept { photoSet_.ranks.clear(); }
+
+    /// Deletes the images; photos and titles stay.
+    void DeleteImages() noexcept;
+    /// Deletes the images and the photos; the titles stay.
+    void DeleteImagesAndPhotos() noexcept;
+    /// Deletes the texture names; the next upload makes new ones.
+    void DeleteTextures() noexcept;
+
+    /// Resizes the panel to `area` and draws background, titles, photos and the caption of the
+    /// photo beside the pointer. Draws nothing without a place. Allocates nothing.
+    void DrawPhotoPanel(const PanelArea& area, const CityTable& cities, const CGLFont& font,
+                        const CGeoPoint& pointer);
+
+    /// Returns the photo at a point of the window (pixels, y upward), or null.
+    const PhotoRecord* FindPhotoAt(std::int32_t x, std::int32_t y) const noexcept;
+    /// Returns the number of the photo at a point of the window (pixels, y upward), or -1.
+    std::int32_t HitTestPhoto(std::int32_t x, std::int32_t y) const noexcept;
+
+    /// The country, also shown as a title; empty: there is no panel.
+    const WideString& GetPlaceName() const noexcept { return placeName_; }
+    /// The city, also shown as a title; empty: the panel shows all cities of the country.
+    const WideString& GetHeading() const noexcept { return heading_; }
+    /// The page of photos that the panel shows.
+    PhotoPage GetPage() const noexcept;
+    /// Whether at least one thumbnail of the page could be loaded.
+    bool HasThumbnails() const noexcept { return !photoSet_.loaded.empty(); }
+
+    /// Goes to the next or to the previous page. @return whether the first photo changed; the
+    /// caller must then build the panel again
+    bool PageForward() noexcept;
+    bool PageBack(const CityTable& cities);
+    /// Goes back to the page of `firstShown` and offers no page from the current one on, because no
+    /// photo of it could be loaded. The caller must then build the panel again.
+    void RejectPage(std::int32_t firstShown) noexcept;
+    /// Offers the pages that RejectPage took out.
+    void OfferAllPages() noexcept { photoSet_.brokenFrom = kNoneBroken; }
+
+    // What the pointer at column `x` of the window means to the panel.
+    // Deliberate: a hover counts from the column of the panel's edge on, a click and the wheel from
+    // the next column on.
+
+    /// Whether the pointer is over the photos, so that it does not hover over a city behind them.
+    bool IsHoverOverPanel(std::int32_t x) const noexcept;
+    /// Whether a click is for the panel, also between its photos, and not for the globe.
+    bool IsClickOnPanel(std::int32_t x) const noexcept;
+    /// Whether the wheel turns pages instead of zooming, because the list has more than one page.
+    bool IsWheelOverPanel(std::int32_t x) const noexcept;
+
+private:
+    /// One picture of the panel and the photo that it shows.
+    struct Image {
+        C2DImage* image;           ///< a child of `group_`
+        const PhotoRecord* photo;  ///< one of `photoSet_`
+    };
+
+    /// Bottom of an image in the frame of the group, pixels.
+    static std::int32_t BottomOf(const Image& entry) noexcept;
+    void AddImages();
+    void PlaceImages() noexcept;
+    void DrawBackground() const;
+    void DrawTitles(const CGLFont& font) const;
+    void DrawTitle(const CGLFont& font, const WideString& title, std::int32_t y) const;
+    void DrawCaption(const CityTable& cities, const CGLFont& font, const PhotoRecord& photo,
+                     std::int32_t mouseY) const;
+    bool IsPointedAt(const Image& entry, const CGeoPoint& pointer) const noexcept;
+
+    WideString placeName_;
+    WideString heading_;
+    PhotoSet photoSet_;
+    PanelArea area_;
+    std::int32_t panelX_ = 0;                               ///< left edge, window pixels
+    std::int32_t shownCount_ = 0;                           ///< the first images, which have room
+    CGLGroup group_;                                        ///< owns the images
+    std::vector<Image> images_;                             ///< in the order of `group_`
+    std::array<GLuint, kMaxThumbnails> textureNames_ = {};  ///< all 0 or all generated
+    bool uploadPending_ = false;                            ///< the images have no textures yet
 };
-
-/// Takes over the window's size and the font's line height and places the images anew. Needed
-/// before the first build; later each frame does it.
-void ResizePhotoPanel(PhotoPanel& panel, const PanelArea& area) noexcept;
-
-/// Fills the panel with the photos of a country (`city` empty) or city; UploadPhotos then makes
-/// them visible. An empty `country` empties panel and set. Throws std::bad_alloc.
-/// @param reload  read the index again; else the thumbnails that the set holds are taken again, for
-///                a window made anew
-void BuildPhotoPanel(PhotoPanel& panel, const CityTable& cities, WideView country, WideView city,
-                     bool reload);
-
-/// Names the place and fills the panel with its photos. Throws std::bad_alloc.
-/// @param key  the city; empty for the whole country
-void ShowPhotoPanel(PhotoPanel& panel, const CityTable& cities, WideString name, WideString key);
-
-/// Uploads the photos of the last build, once.
-void UploadPhotos(PhotoPanel& panel) noexcept;
-
-/// Deletes the images; photos and titles stay.
-void DeletePanelImages(PhotoPanel& panel) noexcept;
-/// Deletes the texture names; the next build makes new ones.
-void DeletePhotoTextures(PhotoPanel& panel) noexcept;
-
-/// Takes over `area` and draws background, titles, photos and the caption of the photo at the
-/// pointer's height. Nothing without a place name. Nothing is allocated.
-void DrawPhotoPanel(PhotoPanel& panel, const PanelArea& area, const CityTable& cities,
-                    const CGLFont& font, const CGeoPoint& pointer);
-
-/// The photo whose picture is at a point of the window, y upward; null where none is shown. Valid
-/// until the panel is built again.
-const PhotoRecord* FindPhotoAt(const PhotoPanel& panel, std::int32_t x, std::int32_t y) noexcept;
-
-/// Number of the photo at a point of the window, y upward; -1 where none is shown.
-std::int32_t HitTestPhoto(const PhotoPanel& panel, std::int32_t x, std::int32_t y) noexcept;
-
-/// The page that the panel shows.
-PhotoPage PageOf(const PhotoPanel& panel) noexcept;
-
-/// Goes to the next or the previous page. @return whether the first photo changed: the panel must
-/// be built again then
-bool PageForward(PhotoPanel& panel) noexcept;
-bool PageBack(PhotoPanel& panel, const CityTable& cities);
-
-// What the pointer at `x` means to the panel. Deliberate: a hover counts from the edge's own column
-// on, everything else from the one right of it.
-
-/// The pointer hovers over photos: no city behind them is meant.
-bool IsHoverOverPanel(const PhotoPanel& panel, std::int32_t x) noexcept;
-/// A click beside the photos still belongs to the panel, not to the globe.
-bool IsClickOnPanel(const PhotoPanel& panel, std::int32_t x) noexcept;
-/// The wheel turns pages instead of zooming: the list holds more than one.
-bool IsWheelOverPanel(const PhotoPanel& panel, std::int32_t x) noexcept;

@@ -13,12 +13,14 @@
 
 namespace {
 
-constexpr std::size_t kLongestName = 63;
-constexpr std::size_t kLongestCaption = 99;
+// Longer texts are cut, characters.
+constexpr std::size_t kMaxNameLength = 63;
+constexpr std::size_t kMaxCaptionLength = 99;
+
 constexpr std::uint8_t kOpaque = 255;
 
-/// Finds the cities of an index. Its lines repeat a few names, and the table may hold more than
-/// 100,000 records, so each name is looked up once.
+/// Finds the cities of an index in the table. Looks up each name once, because the lines of an
+/// index repeat a few names and the table may hold more than 100,000 records.
 class CityFinder {
 public:
     CityFinder(const CityTable& cities, WideView country) : cities_(cities), country_(country) {}
@@ -34,10 +36,11 @@ private:
     std::map<WideString, std::int32_t> found_;
 };
 
-/// Makes (`country`, `city`) the set's place; another place is shown from its start.
+/// Makes `country` and `city` the place of the set. Another place than before begins at its first
+/// photo.
 void MoveTo(PhotoSet& set, WideView country, WideView city) {
-    WideString newCountry(CutText(country, kLongestName));
-    WideString newCity(CutText(city, kLongestName));
+    WideString newCountry(CutText(country, kMaxNameLength));
+    WideString newCity(CutText(city, kMaxNameLength));
     if (newCity != set.city || newCountry != set.country) {
         set.firstShown = 0;
         set.brokenFrom = kNoneBroken;
@@ -47,17 +50,17 @@ void MoveTo(PhotoSet& set, WideView country, WideView city) {
     set.city = std::move(newCity);
 }
 
-/// Appends the photos that the index names and that lie on disk, in the order of the index.
+/// Appends the photos that are listed in the index and exist on disk, in the order of the index.
 void ReadPhotos(PhotoSet& set, const CityTable& cities, std::string_view bytes, WideView country,
                 const WideString& city) {
     const bool ofCountry = city.empty();
     CityFinder finder(cities, country);
-    // Each line asks the disk for its photo, while the window waits.
-    constexpr int kMostLines = 20000;
+    // A limit, because each line looks for a file on the disk while the window cannot answer.
+    constexpr int kMaxLines = 20000;
     PhotoIndexReader reader(bytes, ofCountry ? PhotoIndexKind::Country : PhotoIndexKind::City);
     PhotoIndexEntry entry;
     WideString path;
-    for (int line = 0; line < kMostLines && reader.Next(entry); ++line) {
+    for (int line = 0; line < kMaxLines && reader.Next(entry); ++line) {
         const WideString& photoCity = ofCountry ? entry.city : city;
         if (!GetPhotoPath(country, photoCity, entry.photoNumber, path)) continue;
         if (!PhotoFileExists(path)) continue;
@@ -66,13 +69,13 @@ void ReadPhotos(PhotoSet& set, const CityTable& cities, std::string_view bytes, 
         auto record = std::make_unique<PhotoRecord>();
         record->cityIndex = cityIndex;
         record->photoNumber = entry.photoNumber;
-        record->caption = CutText(entry.caption, kLongestCaption);
+        record->caption = CutText(entry.caption, kMaxCaptionLength);
         record->link = PhotoPageLink(entry.pagePath);
         set.photos.push_back(std::move(record));
     }
 }
 
-/// Whether the header alone tells that a photo is too large: then it is not even opened.
+/// Whether the header of the file says that the photo is too large, so that it need not be decoded.
 bool IsTooLarge(const WideString& path) noexcept {
     std::int32_t width = 0;
     std::int32_t height = 0;
@@ -81,7 +84,7 @@ bool IsTooLarge(const WideString& path) noexcept {
 
 void SortPhotos(PhotoSet& set, const CityTable& cities) {
     const std::span<const CityRecord> records = cities.Records();
-    // All that may throw comes before the first record is moved.
+    // Make all keys first: try_emplace may throw, the sort below does not.
     for (const auto& photo : set.photos) {
         const CityRecord& city = records[static_cast<std::size_t>(photo->cityIndex)];
         const auto key = MakePhotoOrderKey(city, photo->cityIndex, photo->photoNumber);
@@ -118,7 +121,7 @@ std::int32_t LoadPhotoSet(PhotoSet& set, const CityTable& cities, WideView count
         set.country.clear();
         return -1;
     }
-    // Copies: a caller may pass the set's own place.
+    // Copy the names: a caller may pass the strings of the set, which MoveTo replaces.
     const WideString ofCountry(country);
     const WideString ofCity(city);
     MoveTo(set, ofCountry, ofCity);
@@ -135,12 +138,12 @@ std::int32_t LoadThumbnails(PhotoSet& set, const CityTable& cities) {
     set.byNumber.clear();
     WideString path;
     auto next = static_cast<std::size_t>(std::max(set.firstShown, 0));
-    for (; next < set.photos.size() && set.loaded.size() < kMostThumbnails; ++next) {
+    for (; next < set.photos.size() && set.loaded.size() < kMaxThumbnails; ++next) {
         PhotoRecord& record = *set.photos[next];
         if (!GetPhotoPath(cities, record.cityIndex, record.photoNumber, path)) continue;
         if (IsTooLarge(path) || !record.LoadThumbnail(ToWstring(path))) continue;
         set.loaded.push_back(&record);
-        // Two cities may have photos of one number: the first keeps it.
+        // Two cities may have photos with the same number: emplace keeps the first.
         set.byNumber.emplace(record.photoNumber, &record);
     }
     return static_cast<std::int32_t>(set.loaded.size());

@@ -13,58 +13,59 @@
 #include "photos/photo_order.h"
 #include "photos/photo_paging.h"
 
-/// Thumbnails loaded at a time.
-inline constexpr std::size_t kMostThumbnails = 16;
-/// Larger photos are refused, pixels.
+/// Thumbnails that are loaded at the same time; each has a texture of its own.
+inline constexpr std::size_t kMaxThumbnails = 16;
+/// Photos larger than this are refused, pixels.
 inline constexpr int kThumbnailMaxWidth = 128;
 inline constexpr int kThumbnailMaxHeight = 256;
 
-/// Whether a photo of this size is shown at all.
+/// Whether a photo of this size is small enough to be shown.
 constexpr bool IsThumbnailSize(std::int32_t width, std::int32_t height) noexcept {
     return width <= kThumbnailMaxWidth && height <= kThumbnailMaxHeight;
 }
 
-/// A photo that an index names and that lies on disk.
+/// A photo that is listed in an index and exists on disk.
 struct PhotoRecord {
-    /// Loads an opaque RGBA texture, padded to powers of two from 16; false, with the texture
-    /// cleared, for what cannot be read or is too large.
+    /// Loads the photo as an opaque RGBA texture whose sides are padded to powers of two, 16 or
+    /// more. Returns false and clears the texture when the file cannot be read or is too large.
     bool LoadThumbnail(const std::wstring& path);
     bool HasThumbnail() const noexcept { return thumbnail.GetPixels() != nullptr; }
 
-    std::int32_t cityIndex = -1;   ///< in the city table; always valid once in a set
-    std::int32_t photoNumber = 0;  ///< also its file name
-    WideString link;               ///< page on the photo web site, at most 511 characters; or empty
+    std::int32_t cityIndex = -1;   ///< index in the city table; valid for every photo of a set
+    std::int32_t photoNumber = 0;  ///< also the name of the file
+    WideString link;               ///< web page of the photo, at most 511 characters; may be empty
     WideString caption;            ///< at most 99 characters
-    CJpegTexture thumbnail;        ///< keeps its size when the pixels are freed
-    PhotoOrderKey order;           ///< its rank among the photos of the set
+    CJpegTexture thumbnail;        ///< keeps its size when its pixels are freed
+    PhotoOrderKey order;           ///< sort key within the set
 };
 
 /// The photos of one city or of all cities of a country. Window thread.
 struct PhotoSet {
-    /// By city: how it was ranked when the place was chosen. The pointer moves on and the distances
-    /// with it; the order of the photos must not change while their pages are turned.
+    /// Sort key of each city, by its index, from the time when the place was chosen. The distances
+    /// change with the pointer, but the order of the photos must not change from page to page.
     std::map<std::int32_t, PhotoOrderKey> ranks;
-    std::map<std::int32_t, PhotoRecord*> byNumber;     ///< of `loaded`; the first of a number
-    std::vector<std::unique_ptr<PhotoRecord>> photos;  ///< in display order
-    std::vector<PhotoRecord*> loaded;                  ///< those with a thumbnail
-    std::int32_t firstShown = 0;                       ///< thumbnails are loaded from here on
-    /// No photo from this place of the list on could be loaded when a page was turned to it. Reset
-    /// when another place is shown or the host reports new photos.
+    /// The photos in `loaded` by their number; of two with one number, the first.
+    std::map<std::int32_t, PhotoRecord*> byNumber;
+    std::vector<std::unique_ptr<PhotoRecord>> photos;  ///< in the order in which they are shown
+    std::vector<PhotoRecord*> loaded;                  ///< the photos that have a thumbnail
+    std::int32_t firstShown = 0;                       ///< thumbnails are loaded from this index on
+    /// No photo from this index on could be loaded when the user turned to its page. Reset when
+    /// another place is shown or the host reports new photos.
     std::int32_t brokenFrom = kNoneBroken;
     WideString city;  ///< empty: all cities of the country
     WideString country;
 };
 
-/// Deletes the photos; place and position stay.
+/// Deletes the photos. The place of the set and `firstShown` stay.
 void DeletePhotos(PhotoSet& set) noexcept;
 
-/// Reads the index of a country (`city` empty) or of a city and loads the first thumbnails. The
-/// position is kept when it is the same place as before, else it goes back to the start. Index
-/// lines without a photo on disk or with a city that is not in the table are left out.
-/// @return thumbnails loaded; 0 without an index; -1 when the names make no folder, and the set's
-///         place is empty then. Throws std::bad_alloc.
+/// Reads the index of a country (`city` empty) or of a city and loads the thumbnails of a page.
+/// `firstShown` stays for the place that the set held before and becomes 0 for another place. Lines
+/// of the index without a photo on disk or without a city in the table are left out.
+/// @return number of thumbnails loaded; 0 without an index; -1 when the names cannot be folder
+///         names, and the set then holds no place. Throws std::bad_alloc.
 std::int32_t LoadPhotoSet(PhotoSet& set, const CityTable& cities, WideView country, WideView city);
 
-/// Frees the thumbnails and loads up to 16 from `firstShown` on; photos that cannot be loaded are
-/// passed over. @return thumbnails loaded. Throws std::bad_alloc.
+/// Frees the thumbnails and loads up to 16 from `firstShown` on. Leaves out photos that cannot be
+/// loaded. @return number of thumbnails loaded. Throws std::bad_alloc.
 std::int32_t LoadThumbnails(PhotoSet& set, const CityTable& cities);

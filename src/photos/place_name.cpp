@@ -7,7 +7,7 @@
 
 namespace {
 
-constexpr std::uint32_t kFirstPrintable = 32;
+constexpr std::uint32_t kFirstPrintable = 32;  // lower codes are control characters
 constexpr std::uint32_t kDelete = 127;
 constexpr std::string_view kDroppedMarks = "*/:;?\\";
 constexpr HorivoWideChar kBackslash = '\\';
@@ -18,7 +18,7 @@ bool StaysInName(HorivoWideChar c) noexcept {
     return code > kDelete || kDroppedMarks.find(static_cast<char>(code)) == std::string_view::npos;
 }
 
-/// Appends the folder of one name to `path`; false when the name makes none.
+/// Appends the folder of one name to `path`. Returns false when the name cannot be a folder name.
 bool AppendFolder(WideString& path, WideView name) {
     const WideString cleaned = CleanPlaceName(name);
     if (!IsFolderName(cleaned)) return false;
@@ -28,18 +28,18 @@ bool AppendFolder(WideString& path, WideView name) {
 
 }  // namespace
 
-WideString CleanPlaceName(WideView name, Blanks blanks) {
+WideString CleanPlaceName(WideView name, Spaces spaces) {
     WideString cleaned;
     cleaned.reserve(name.size());
     for (const HorivoWideChar c : name) {
         if (!StaysInName(c)) continue;
-        cleaned.push_back(c == ' ' && blanks == Blanks::Underline ? HorivoWideChar{'_'} : c);
+        cleaned.push_back(c == ' ' && spaces == Spaces::Underscore ? HorivoWideChar{'_'} : c);
     }
     return cleaned;
 }
 
 bool IsFolderName(WideView cleaned) noexcept {
-    // Windows drops dots and blanks from the end of a name: ".. " is "..".
+    // Windows removes dots and spaces from the end of a name, so that ".. " would mean "..".
     return std::any_of(cleaned.begin(), cleaned.end(),
                        [](HorivoWideChar c) { return c != '.' && c != ' '; });
 }

@@ -4,9 +4,8 @@
 
 class CGLContext;
 
-/// Remembers a rendering context of another part of the program that is current on this thread,
-/// and makes it current again at the end of the scope. With none, or with the map's own, nothing
-/// happens.
+/// Makes the rendering context of another part of the program current again at the end of a scope.
+/// Does nothing when no context, or the map's own, is current on this thread at the beginning.
 class ForeignContextGuard {
 public:
     explicit ForeignContextGuard(const CGLContext& ours) noexcept;
@@ -19,13 +18,14 @@ private:
     HDC foreignDc_ = nullptr;
 };
 
-/// Makes the map's context current on `dc` for a scope; a foreign one that was current comes back
-/// at its end. Nothing is switched where the map's context is already current on `dc`.
+/// Makes the map's context current on `dc`, unless it is already. At the end of the scope makes a
+/// context of another part of the program current again, as ForeignContextGuard does.
 class CurrentContextScope {
 public:
     CurrentContextScope(CGLContext& context, HDC dc);
 
-    /// Whether GL commands of this scope reach the map's context; if not, issue none.
+    /// Whether the map's context is current. If not, GL commands would go nowhere or to the context
+    /// of another part of the program, so the caller must issue none.
     bool IsCurrent() const noexcept { return isCurrent_; }
 
 private:

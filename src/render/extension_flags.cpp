@@ -4,7 +4,7 @@
 
 namespace {
 
-constexpr char kGenericRendererPrefix[] = "GDI ";  // the blank belongs to it
+constexpr char kGenericRendererPrefix[] = "GDI ";  // with the space, so "GDIxyz" does not match
 
 }  // namespace
 

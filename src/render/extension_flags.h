@@ -1,6 +1,6 @@
 #pragma once
 
-/// Which optional features the current OpenGL has; all false until the first detection.
+/// Optional features that the current OpenGL has. All are false before the first detection.
 struct ExtensionFlags {
     bool hasSeparateSpecularColor = false;
     bool hasMultitexture = false;
@@ -8,13 +8,14 @@ struct ExtensionFlags {
     bool hasTextureEdgeClamp = false;
 };
 
-/// Sets the flags from an extension string; null leaves them as they are.
-/// Deliberate: a plain substring search, so a longer extension name that begins with one of the
-/// four counts as found.
+/// Sets the flags from an extension string. A null string leaves them unchanged.
+/// Deliberate: this is a plain substring search, so a longer extension name that contains one of
+/// the four names counts as found.
 void DetectExtensionFlags(const char* extensions, ExtensionFlags& flags) noexcept;
 
-/// Whether `renderer` is the operating system's generic software renderer.
+/// Whether the GL_RENDERER string `renderer` is that of Windows' generic software renderer.
 bool IsGenericRenderer(const char* renderer) noexcept;
 
-/// Copies `text` into a 256-character field, cut at 255 and terminated; null leaves it unchanged.
+/// Copies `text` to `field`, cut at 255 characters and terminated. A null `text` leaves the field
+/// unchanged.
 void CopyGlString(const char* text, char (&field)[256]) noexcept;

@@ -6,7 +6,7 @@
 
 void UpdateGeoPoint(CGeoPoint& geoPoint, const CScene& scene) noexcept {
     const CVector4& point = geoPoint.globePoint;
-    if (point.x == 0.0 && point.y == 0.0 && point.z == 0.0) return;  // nothing was hit yet
+    if (point.x == 0.0 && point.y == 0.0 && point.z == 0.0) return;  // no point was picked yet
     const LatLon angles = PointToLatLon(point);
     geoPoint.latitudeRad = angles.latitude;
     geoPoint.longitudeRad = angles.longitude;
@@ -14,6 +14,7 @@ void UpdateGeoPoint(CGeoPoint& geoPoint, const CScene& scene) noexcept {
     geoPoint.longitudeDeg = RadiansToDegrees(angles.longitude);
 
     CVector4 turned = point;
-    scene.TransformPoint(turned, 0, 1);  // the projection applies the camera's translation itself
+    // Apply only the rotation here: ProjectToWindow applies the translation itself.
+    scene.TransformPoint(turned, 0, 1);
     geoPoint.windowPoint = scene.ProjectToWindow(turned);
 }

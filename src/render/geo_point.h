@@ -6,23 +6,23 @@
 
 class CScene;
 
-/// The geographic point under the pointer and the anchor of a drag. Window thread.
+/// The pointer, the point of the globe under it, and where a drag began. Window thread.
 struct CGeoPoint {
-    bool valid = false;       ///< leave-tracking is armed: the pointer is inside the window
+    bool valid = false;       ///< the pointer is inside the window, which waits for WM_MOUSELEAVE
     std::int32_t mouseX = 0;  ///< window pixels
-    std::int32_t mouseY = 0;  ///< window pixels, counted from the bottom
+    std::int32_t mouseY = 0;  ///< window pixels, y upward
     double latitudeDeg = 0.0;
     double longitudeDeg = 0.0;
     double latitudeRad = 0.0;
     double longitudeRad = 0.0;
-    double pressTilt = 0.0;       ///< view angles at the press, degrees
-    double pressSpin = 0.0;       ///< degrees
-    double pressLatitude = 0.0;   ///< the grabbed point in the view's frame, degrees
-    double pressLongitude = 0.0;  ///< degrees
-    CVector4 globePoint;          ///< in the globe's frame; the origin until the first hit
-    CVector4 windowPoint;         ///< its projection, window pixels
+    double pressTilt = 0.0;       ///< tilt of the view when the button went down, degrees
+    double pressSpin = 0.0;       ///< spin of the view when the button went down, degrees
+    double pressLatitude = 0.0;   ///< latitude of the grabbed point in the view's frame, degrees
+    double pressLongitude = 0.0;  ///< longitude of the grabbed point in the view's frame, degrees
+    CVector4 globePoint;          ///< in the globe's frame; the origin before the first pick
+    CVector4 windowPoint;         ///< projection of globePoint, window pixels
 };
 
-/// Refreshes the angles and the projection from `globePoint` (only the camera's rotation is applied
-/// before projecting). Does nothing while `globePoint` is still the origin.
+/// Computes latitude, longitude and `windowPoint` from `globePoint`. Does nothing while
+/// `globePoint` is the origin.
 void UpdateGeoPoint(CGeoPoint& geoPoint, const CScene& scene) noexcept;

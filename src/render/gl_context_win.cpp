@@ -5,10 +5,10 @@
 
 namespace {
 
-constexpr BYTE kBits = 32;  // of a pixel's colour, of its accumulated colour and of its depth
+constexpr BYTE kBits = 32;  // per pixel, of each of the colour, accumulation and depth buffers
 
-/// What the map window asks of OpenGL: true colour with depth, double-buffered, in a window; the
-/// driver may answer with less.
+/// Returns the pixel format that the map window asks for: true colour with depth, double-buffered,
+/// in a window. The driver may give less.
 PIXELFORMATDESCRIPTOR MapPixelFormat() noexcept {
     PIXELFORMATDESCRIPTOR format{};
     format.nSize = sizeof format;
@@ -17,17 +17,17 @@ PIXELFORMATDESCRIPTOR MapPixelFormat() noexcept {
         PFD_DOUBLEBUFFER | PFD_DRAW_TO_WINDOW | PFD_SUPPORT_OPENGL | PFD_GENERIC_ACCELERATED;
     format.iPixelType = PFD_TYPE_RGBA;
     format.cColorBits = kBits;
-    // Deliberate: nothing accumulates, yet the buffer is part of what is asked for; another request
-    // may be answered with another format.
+    // Deliberate: the map asks for an accumulation buffer but does not use it. Without it the
+    // driver may choose another format.
     format.cAccumBits = kBits;
     format.cDepthBits = kBits;
     format.iLayerType = PFD_MAIN_PLANE;
     return format;
 }
 
-/// Gives the window behind `dc` the pixel format that comes nearest to `wanted`. A window keeps its
-/// first format for life; asking again for the same one succeeds.
-/// @param lastSysError  gets GetLastError() of a failure, else untouched
+/// Sets the pixel format that is nearest to `wanted` for the window of `dc`. A window keeps its
+/// first format until it is destroyed; setting the same format again succeeds.
+/// @param lastSysError  out: GetLastError() after a failure, otherwise unchanged
 /// @return HORIVO_OK, HORIVO_NO_PIXEL_FORMAT or HORIVO_PIXEL_FORMAT_REFUSED
 std::uint32_t SetMapPixelFormat(HDC dc, const PIXELFORMATDESCRIPTOR& wanted,
                                 std::uint32_t& lastSysError) noexcept {
@@ -55,15 +55,16 @@ std::uint32_t CGLContext::Create(HDC dc) {
     pfd_ = MapPixelFormat();
     const std::uint32_t status = SetMapPixelFormat(dc, pfd_, lastSysError_);
     if (status != HORIVO_OK) return status;
-    // No test of the result: without a context the next step fails, and the error is still there.
+    // The result is not checked here: without a context MakeCurrent fails, and GetLastError() still
+    // has the reason.
     hglrc_ = wglCreateContext(dc);
     if (!MakeCurrent(dc)) {
         lastSysError_ = GetLastError();
         return HORIVO_CONTEXT_FAILED;
     }
     const char* renderer = GlString(GL_RENDERER);
-    // Deliberate: the generic renderer is used like any other, but the three texts stay as they
-    // were, so the information lines have nothing to show for it.
+    // Deliberate: the map uses the generic renderer like any other, but leaves the three texts as
+    // they were, so the information lines stay empty.
     if (renderer == nullptr || IsGenericRenderer(renderer)) return HORIVO_OK;
     CopyGlString(renderer, renderer_);
     CopyGlString(GlString(GL_VERSION), version_);

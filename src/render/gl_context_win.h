@@ -5,39 +5,39 @@
 #include "base/windows_types.h"
 #include "render/extension_flags.h"
 
-/// Addresses of OpenGL functions beyond 1.1; null until a detection finds them.
-/// Deliberate: they are stored and never called; looking them up is part of the detection.
+/// Addresses of OpenGL functions beyond version 1.1; null before a detection finds them.
+/// Deliberate: no code calls them; looking them up is part of the detection.
 struct ExtensionEntryPoints {
     PROC wglGetExtensionsStringARB = nullptr;
-    PROC glActiveTextureARB = nullptr;    ///< asked for only with multitexture
-    PROC glMultiTexCoord2fARB = nullptr;  ///< asked for only with multitexture
+    PROC glActiveTextureARB = nullptr;    ///< looked up only when there is multitexture
+    PROC glMultiTexCoord2fARB = nullptr;  ///< looked up only when there is multitexture
 };
 
-/// The one rendering context of the map, which serves all map windows in turn. Window thread.
+/// The rendering context that all map windows share. Window thread.
 class CGLContext {
 public:
-    /// @param extensions    flags written by every detection; must outlive the context
-    /// @param lastSysError  gets GetLastError() of a failed creation; must outlive the context
+    /// @param extensions    out: set by every detection; must outlive the context
+    /// @param lastSysError  out: GetLastError() after a failed creation; must outlive the context
     CGLContext(ExtensionFlags& extensions, std::uint32_t& lastSysError) noexcept
         : extensions_(extensions), lastSysError_(lastSysError) {}
     CGLContext(const CGLContext&) = delete;
     CGLContext& operator=(const CGLContext&) = delete;
     ~CGLContext() { Destroy(); }
 
-    /// Replaces the context by one for `dc`, current afterwards. @return HORIVO_OK or one of the
-    /// three OpenGL set-up codes. A null `dc` only destroys. After HORIVO_CONTEXT_FAILED a handle
-    /// that was made stays until Destroy.
+    /// Deletes the context, creates one for `dc` and makes it current. A null `dc` only deletes.
+    /// @return HORIVO_OK or one of the three OpenGL set-up codes. After HORIVO_CONTEXT_FAILED a
+    ///         context that was created but could not be made current stays until Destroy
     std::uint32_t Create(HDC dc);
-    /// Makes the context current on `dc` and detects the extensions again. `dc` must belong to a
-    /// window for which Create has run, because only that gives it the context's pixel format.
-    /// @return false without a context or when GL refuses
+    /// Makes the context current on `dc` and detects the extensions again. Create must have run for
+    /// the window of `dc`, because Create sets the pixel format of the window.
+    /// @return false when there is no context or when wglMakeCurrent fails
     bool MakeCurrent(HDC dc);
-    /// Deletes the context, if any; the thread then has no current context, not even another
-    /// program part's (see ForeignContextGuard).
+    /// Deletes the context, if there is one. The thread then has no current context, even when the
+    /// context of another part of the program was current before (see ForeignContextGuard).
     void Destroy() noexcept;
 
     HGLRC GetHandle() const noexcept { return hglrc_; }
-    /// Text of the GL in use, at most 255 characters; empty for the system's generic renderer.
+    /// Strings of the OpenGL in use, at most 255 characters; empty for Windows' generic renderer.
     const char* GetVendor() const noexcept { return vendor_; }
     const char* GetRenderer() const noexcept { return renderer_; }
     const char* GetVersion() const noexcept { return version_; }

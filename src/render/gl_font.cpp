@@ -9,19 +9,20 @@
 
 namespace {
 
-constexpr GLsizei kListCount = 256;  // names, one a character code
-// Deliberate: from here on widths count as 0.
+constexpr GLsizei kListCount = 256;  // list names, one for each character code
+// Deliberate: characters from this code on count as 0 pixels wide.
 constexpr unsigned kFirstUnmeasured = 128;
 constexpr std::int32_t kTextCapacity = 2048;  // bytes of converted text with its terminator
 
-/// The caller counts wide characters, and a conversion may have yielded fewer bytes.
+/// Limits a length in wide characters to the bytes of the converted text, which may be fewer. A
+/// negative length, "to the terminator", stays negative.
 std::int32_t LengthWithin(std::int32_t wideLength, std::int32_t bytes) noexcept {
-    return std::min(wideLength, bytes);  // stays negative for "to the terminator"
+    return std::min(wideLength, bytes);
 }
 
 }  // namespace
 
-static_assert(sizeof(CGLFont) > kListCount, "the list names must lie inside the object");
+static_assert(sizeof(CGLFont) > kListCount, "the list names are addresses of bytes of the object");
 
 void CGLFont::Release() noexcept {
     if (!built) return;
@@ -37,7 +38,7 @@ void CGLFont::DrawText(float x, float y, float z, const char* text, std::int32_t
         glRasterPos3f(x, y, z);
     }
     if (length < 0 && text != nullptr) length = static_cast<std::int32_t>(std::strlen(text));
-    // Deliberate: without text the level stays pushed.
+    // Deliberate: without text the matrix stays pushed.
     if (length == 0 || text == nullptr) return;
     glListBase(ListName(this));
     glCallLists(length, GL_UNSIGNED_BYTE, text);
@@ -46,7 +47,7 @@ void CGLFont::DrawText(float x, float y, float z, const char* text, std::int32_t
 
 void CGLFont::DrawTextW(float x, float y, float z, const HorivoWideChar* text,
                         std::int32_t length) const {
-    if (text == nullptr || text[0] == 0) return;  // also when a length promises more
+    if (text == nullptr || text[0] == 0) return;  // also with a length above 0
     char narrow[kTextCapacity];
     const std::int32_t bytes = NarrowText(text, length, narrow, kTextCapacity);
     if (bytes > 0) DrawText(x, y, z, narrow, LengthWithin(length, bytes));

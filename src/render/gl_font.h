@@ -5,11 +5,11 @@
 #include "base/windows_types.h"
 #include "horivo_map.h"
 
-/// Text in OpenGL: one display list for each of the character codes 0 to 254 of the system's ANSI
-/// code page; 255 shows nothing. Window thread, context current.
+/// Text in OpenGL, with one display list for each of the character codes 0 to 254 of the system's
+/// ANSI code page. Code 255 shows nothing. Window thread; the context must be current.
 ///
-/// The object is far larger than 256 bytes: the list names that begin at the low half of its
-/// address lie inside its own memory.
+/// The list names are the low halves of the addresses of the object's first 256 bytes (see
+/// ListName), so that no other object uses them.
 class CGLFont {
 public:
     CGLFont() noexcept = default;
@@ -18,28 +18,28 @@ public:
     ~CGLFont() { Release(); }
 
 #ifdef _WIN32
-    /// Makes the lists from the font selected into `dc` and measures all 256 codes; releases
-    /// earlier lists first. @param outlineMode  filled 3D outlines instead of bitmaps
-    /// @return whether the lists exist
+    /// Releases earlier lists, makes the lists from the font that is selected into `dc` and
+    /// measures all 256 codes. @param outlineMode  true: filled 3D outlines; false: bitmaps
+    /// @return whether the lists could be made
     bool Build(HDC dc, bool outlineMode);
 #endif
-    /// Deletes the lists, if any.
+    /// Deletes the lists, if there are any.
     void Release() noexcept;
 
     /// Draws `text` with its origin at (x, y, z). @param length  bytes; below 0: to the terminator
-    /// Deliberate: an empty or null text leaves the modelview stack one level deeper; who may pass
-    /// one pops that level.
+    /// Deliberate: an empty or null text leaves one matrix more on the modelview stack. A caller
+    /// whose text may be empty must pop it.
     void DrawText(float x, float y, float z, const char* text, std::int32_t length = -1) const;
-    /// The same for wide text, which is converted to the ANSI code page and cut at 2047 bytes;
-    /// draws nothing and pushes nothing for an empty or null text.
+    /// The same for wide text, which is converted to the ANSI code page and cut at 2047 bytes. Does
+    /// nothing, and leaves the matrix stack as it is, for an empty or null text.
     void DrawTextW(float x, float y, float z, const HorivoWideChar* text,
                    std::int32_t length = -1) const;
 
-    /// Width in pixels of the first `length` bytes (below 0: all) or up to a zero byte.
-    /// Codes 128 to 255 count as 0.
+    /// Returns the width in pixels of the first `length` bytes, or of all bytes for a length below
+    /// 0; a zero byte ends the text. Codes 128 to 255 count as 0.
     std::int32_t GetTextWidth(const char* text, std::int32_t length = -1) const noexcept;
     std::int32_t GetTextWidthW(const HorivoWideChar* text, std::int32_t length = -1) const noexcept;
-    /// Height of the tallest character cell, pixels.
+    /// Returns the height of the tallest character cell, pixels.
     std::int32_t GetHeight() const noexcept { return maxHeight; }
 
     bool built = false;
@@ -50,14 +50,13 @@ public:
 };
 
 #ifdef _WIN32
-/// Number of display lists that carry a glyph: codes 0 to 254.
-/// Deliberate: 255 gets none, though 256 names are kept and 256 codes are measured.
+/// Number of display lists with a glyph: codes 0 to 254.
+/// Deliberate: code 255 gets no glyph, although 256 list names are used and 256 codes are measured.
 inline constexpr unsigned kGlyphCount = 255;
 
-/// The character that the list of `code` shows, so that a text in `codePage` reads right. It is
-/// the Unicode character of the same number, except for the codes 128 to 254 of a single-byte code
-/// page that mean another character there. 0xB0 stays the degree sign in every language, because
-/// the coordinate readout writes it so. For a code page with characters of several bytes nothing is
-/// changed: one list a byte cannot show them.
+/// Returns the character that the list of `code` shows. For the codes 128 to 254 of a code page
+/// with one byte per character it is the character of the code page; for all others it is the
+/// Unicode character of the same number. (One list per byte cannot show characters of several
+/// bytes.) 0xB0 is the degree sign in every code page, because the coordinate text uses it.
 wchar_t CharacterOfCode(UINT codePage, unsigned code) noexcept;
 #endif

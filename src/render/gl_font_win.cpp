@@ -9,8 +9,8 @@
 namespace {
 
 constexpr unsigned kCodeCount = 256;
-constexpr unsigned kBlank = ' ';
-constexpr unsigned kFirstForeignCode = 128;
+constexpr unsigned kSpace = ' ';
+constexpr unsigned kFirstCodePageCode = 128;  // lower codes are ASCII in every code page
 constexpr unsigned kDegreeSign = 0xB0;
 
 bool IsSingleByte(UINT codePage) noexcept {
@@ -18,8 +18,8 @@ bool IsSingleByte(UINT codePage) noexcept {
     return GetCPInfo(codePage, &info) && info.MaxCharSize == 1;
 }
 
-/// Records the lists of `count` characters from `first` on as `list` and the names behind it.
-/// @param metrics  gets one record a character in outline mode
+/// Records the lists of `count` characters from `first` on, with the names from `list` on.
+/// @param metrics  out: one record per character, in outline mode only
 bool RecordGlyphs(HDC dc, bool outline, wchar_t first, unsigned count, GLuint list,
                   GLYPHMETRICSFLOAT* metrics) noexcept {
     const BOOL done = outline ? wglUseFontOutlinesW(dc, first, count, list, 0.0F, 0.0F,
@@ -28,8 +28,8 @@ bool RecordGlyphs(HDC dc, bool outline, wchar_t first, unsigned count, GLuint li
     return done == TRUE;
 }
 
-/// Records again the codes that mean another character in the system's code page. A character
-/// that the font cannot give leaves the code as it is.
+/// Records again the codes that mean another character in the system's code page. A code whose
+/// character the font cannot give keeps its list.
 void RecordCodePage(HDC dc, bool outline, GLuint base, GLYPHMETRICSFLOAT* metrics) noexcept {
     const UINT codePage = GetACP();
     for (unsigned code = 0; code < kGlyphCount; ++code) {
@@ -50,8 +50,8 @@ bool Advances(GLuint list, int width) noexcept {
     return std::abs(after[0] - before[0]) * 2.0F >= static_cast<float>(width);
 }
 
-/// Whether the font has a picture for `character`; a blank has none.
-bool HasInk(HDC dc, wchar_t character) noexcept {
+/// Whether the glyph of `character` has any pixels; that of a space has none.
+bool HasPixels(HDC dc, wchar_t character) noexcept {
     constexpr MAT2 kIdentity = {{0, 1}, {0, 0}, {0, 0}, {0, 1}};
     GLYPHMETRICS glyph;
     const DWORD size = GetGlyphOutlineW(dc, character, GGO_BITMAP, &glyph, 0, nullptr, &kIdentity);
@@ -59,27 +59,27 @@ bool HasInk(HDC dc, wchar_t character) noexcept {
 }
 
 void RecordAdvance(GLuint list, int width) noexcept {
-    // Mesa: without an address the command is not recorded at all, though no byte is read.
+    // Mesa does not record the command with a null address, although no byte is read from it.
     constexpr GLubyte kNoPixels = 0;
     glNewList(list, GL_COMPILE);
     glBitmap(0, 0, 0.0F, 0.0F, static_cast<float>(width), 0.0F, &kNoPixels);
     glEndList();
 }
 
-/// Mesa: a list made from an empty bitmap stays empty (GL_OUT_OF_MEMORY while it is recorded) and
-/// does not move the raster position, so words run together. Where the blank shows this, each code
-/// without ink becomes a list that only advances.
-void RepairBlanks(HDC dc, GLuint base, const std::int16_t (&widths)[kCodeCount]) noexcept {
-    if (widths[kBlank] == 0 || Advances(base + kBlank, widths[kBlank])) return;
+/// Replaces the lists of glyphs without pixels by lists that only move the raster position, if the
+/// list of the space does not move it. Mesa records nothing for an empty bitmap (it reports
+/// GL_OUT_OF_MEMORY meanwhile), and words would run together.
+void RepairSpaces(HDC dc, GLuint base, const std::int16_t (&widths)[kCodeCount]) noexcept {
+    if (widths[kSpace] == 0 || Advances(base + kSpace, widths[kSpace])) return;
     const UINT codePage = GetACP();
     for (unsigned code = 0; code < kGlyphCount; ++code) {
-        if (widths[code] == 0 || HasInk(dc, CharacterOfCode(codePage, code))) continue;
+        if (widths[code] == 0 || HasPixels(dc, CharacterOfCode(codePage, code))) continue;
         if (!Advances(base + code, widths[code])) RecordAdvance(base + code, widths[code]);
     }
 }
 
-/// RepairBlanks under transforms that keep the raster position valid; all state comes back.
-void CheckBlanks(HDC dc, GLuint base, const std::int16_t (&widths)[kCodeCount]) noexcept {
+/// Calls RepairSpaces with transforms that keep the raster position valid, then restores all state.
+void CheckSpaces(HDC dc, GLuint base, const std::int16_t (&widths)[kCodeCount]) noexcept {
     glPushAttrib(GL_CURRENT_BIT | GL_TRANSFORM_BIT);
     glMatrixMode(GL_PROJECTION);
     glPushMatrix();
@@ -87,7 +87,7 @@ void CheckBlanks(HDC dc, GLuint base, const std::int16_t (&widths)[kCodeCount]) 
     glMatrixMode(GL_MODELVIEW);
     glPushMatrix();
     glLoadIdentity();
-    RepairBlanks(dc, base, widths);
+    RepairSpaces(dc, base, widths);
     glPopMatrix();
     glMatrixMode(GL_PROJECTION);
     glPopMatrix();
@@ -98,7 +98,7 @@ void CheckBlanks(HDC dc, GLuint base, const std::int16_t (&widths)[kCodeCount]) 
 
 wchar_t CharacterOfCode(UINT codePage, unsigned code) noexcept {
     const auto sameNumber = static_cast<wchar_t>(code);
-    if (code < kFirstForeignCode || code >= kGlyphCount || code == kDegreeSign ||
+    if (code < kFirstCodePageCode || code >= kGlyphCount || code == kDegreeSign ||
         !IsSingleByte(codePage)) {
         return sameNumber;
     }
@@ -124,8 +124,8 @@ bool CGLFont::Build(HDC dc, bool outlineMode) {
     }
     if (built) {
         RecordCodePage(dc, outline, base, glyphMetrics);
-        if (!outline) CheckBlanks(dc, base, charWidth);
+        if (!outline) CheckSpaces(dc, base, charWidth);
     }
-    DrainErrors();  // what the lists left must not be blamed on others
+    DrainErrors();  // a later glGetError must not report errors of these lists
     return built;
 }

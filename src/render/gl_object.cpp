@@ -2,18 +2,19 @@
 
 #include <algorithm>
 #include <cmath>
+#include <cstddef>
 
 #include "base/gl.h"
 #include "math/angles.h"
 
 namespace {
 
-constexpr std::int32_t kChildrenPerGrowth = 16;
-constexpr double kLeastTurnDeg = 1e-6;  // smaller turns move nothing by a pixel
+constexpr std::size_t kChildrenPerGrowth = 16;
+constexpr double kMinTurnDeg = 1e-6;  // smaller turns move no point by a pixel
 
-bool Turns(double degrees) noexcept { return std::abs(degrees) > kLeastTurnDeg; }
+bool Turns(double degrees) noexcept { return std::abs(degrees) > kMinTurnDeg; }
 
-/// m = m x translation by `scale` times `position`.
+/// Multiplies `m` by a translation by `scale` times `position`.
 void Translate(CMatrix4& m, const Position3& position, double scale) noexcept {
     CMatrix4 translation;
     translation.SetTranslation(scale * static_cast<double>(position.x),
@@ -39,47 +40,35 @@ void RotateBack(CMatrix4& m, const Rotation3& rotation) noexcept {
 CGLObject::~CGLObject() { DeleteChildren(); }
 
 void CGLObject::Init() {
-    for (std::int32_t i = 0; i < childCount_; ++i) children_[i]->Init();
+    for (const auto& child : children_) child->Init();
 }
 
 void CGLObject::Compile() {
-    for (std::int32_t i = 0; i < childCount_; ++i) children_[i]->Compile();
+    for (const auto& child : children_) child->Compile();
 }
 
 void CGLObject::Draw() {
     ApplyTransform();
-    for (std::int32_t i = 0; i < childCount_; ++i) children_[i]->Draw();
+    for (const auto& child : children_) child->Draw();
 }
 
-void CGLObject::AddChild(CGLObject* child) {
+void CGLObject::Append(std::unique_ptr<CGLObject> child) {
     if (child == nullptr) return;
-    if (childCount_ >= childCapacity_) GrowChildren();
-    children_[childCount_] = child;
-    ++childCount_;
-    child->parent_ = this;
-}
-
-void CGLObject::GrowChildren() {
-    const std::int32_t capacity = childCapacity_ + kChildrenPerGrowth;
-    auto** const larger = new CGLObject*[static_cast<std::size_t>(capacity)];
-    std::copy_n(children_, childCount_, larger);
-    delete[] children_;
-    children_ = larger;
-    childCapacity_ = capacity;
+    if (children_.size() == children_.capacity()) {
+        children_.reserve(children_.capacity() + kChildrenPerGrowth);
+    }
+    children_.push_back(std::move(child));
+    children_.back()->parent_ = this;
 }
 
 void CGLObject::DeleteChildren() noexcept {
-    while (childCount_ >= 1) {
-        --childCount_;
-        delete children_[childCount_];
-    }
-    delete[] children_;
-    children_ = nullptr;
-    childCapacity_ = 0;
+    while (!children_.empty()) children_.pop_back();
+    children_.shrink_to_fit();
 }
 
 CGLObject* CGLObject::GetChild(std::int32_t index) const noexcept {
-    return index >= 0 && index < childCount_ ? children_[index] : nullptr;
+    return index >= 0 && index < GetChildCount() ? children_[static_cast<std::size_t>(index)].get()
+                                                 : nullptr;
 }
 
 void CGLObject::ApplyTransform() const {
@@ -96,7 +85,7 @@ void CGLObject::TransformPoint(CVector4& point, std::int32_t translateSign,
     if (translateSign > 0) Translate(m, position, translateSign);
     if (rotateSign > 0) Rotate(m, rotation);
     if (rotateSign < 0) RotateBack(m, rotation);
-    // Undone last, so that (-1, -1) is the inverse of (1, 1).
+    // Undo the translation last, so that signs (-1, -1) are the inverse of (1, 1).
     if (translateSign < 0) Translate(m, position, translateSign);
     m.Transform(point);
 }
@@ -105,7 +94,7 @@ void CGLObject::GetModelMatrix(std::array<double, 16>& out, bool withRotation) c
     CMatrix4 m;
     Translate(m, position, 1.0);
     if (withRotation) Rotate(m, rotation);
-    m.Transpose();  // OpenGL's order
+    m.Transpose();  // CMatrix4 is row-major, OpenGL's order is column-major
     std::copy_n(m.Data(), out.size(), out.begin());
 }
 

@@ -2,9 +2,13 @@
 
 #include <array>
 #include <cstdint>
+#include <memory>
+#include <utility>
+#include <vector>
 
 #include "math/matrix4.h"
 
+/// A place in the frame of the parent, in its unit: scene units, or window pixels in the overlay.
 struct Position3 {
     float x = 0.0F;
     float y = 0.0F;
@@ -18,9 +22,9 @@ struct Rotation3 {
     double z = 0.0;
 };
 
-/// A node of the scene tree. The window calls `Init` once after the context exists, `Compile`
-/// whenever display lists must be made again, `Draw` every frame; all on its own thread with the
-/// context current. A node owns its children and deletes them last-added first.
+/// A node of the scene tree. Call `Init` once after the context exists, `Compile` whenever display
+/// lists must be recorded again, and `Draw` for every frame, all on the window thread with the
+/// context current. A node owns its children and deletes the one added last first.
 class CGLObject {
 public:
     CGLObject() noexcept = default;
@@ -31,44 +35,50 @@ public:
     virtual void Init();
     virtual void Compile();
     /// Applies the node's own transform and draws the children.
-    /// Deliberate: no matrix is pushed, so the transform stays in force for later siblings; a
-    /// subtree that must keep it to itself goes under a CGLGroup.
+    /// Deliberate: no matrix is pushed, so the transform also applies to later siblings. Put a
+    /// subtree under a CGLGroup to limit its transform to the subtree.
     virtual void Draw();
 
-    /// Appends `child` and takes ownership; null is ignored. Throws std::bad_alloc; the child is
-    /// then still the caller's.
-    void AddChild(CGLObject* child);
+    /// Appends `child`; null is ignored. Throws std::bad_alloc. @return the child
+    template <class Object>
+    Object* AddChild(std::unique_ptr<Object> child) {
+        Object* const added = child.get();
+        Append(std::move(child));
+        return added;
+    }
+    /// Deletes all children, the one added last first, and frees the array.
     void DeleteChildren() noexcept;
-    std::int32_t GetChildCount() const noexcept { return childCount_; }
-    /// The child at `index`; null outside [0, count).
+    std::int32_t GetChildCount() const noexcept {
+        return static_cast<std::int32_t>(children_.size());
+    }
+    /// Returns the child at `index`, or null outside [0, count).
     CGLObject* GetChild(std::int32_t index) const noexcept;
     CGLObject* GetParent() const noexcept { return parent_; }
 
-    /// Issues the node's translation and its rotations about X, Y, Z (those above 1e-6 degrees).
+    /// Multiplies the current GL matrix by the node's translation and by its rotations about X, Y
+    /// and Z. Rotations of 1e-6 degrees or less are left out.
     void ApplyTransform() const;
 
-    /// Moves `point` by the node's transform or by its inverse.
-    /// @param translateSign  1 translate, -1 translate back, 0 not
-    /// @param rotateSign     1 rotate about X, Y, Z; -1 undo that; 0 not
+    /// Transforms `point` by the node's transform or by its inverse.
+    /// @param translateSign  1: translate; -1: undo the translation; 0: no translation
+    /// @param rotateSign     1: rotate about X, Y, Z; -1: undo the rotation; 0: no rotation
     void TransformPoint(CVector4& point, std::int32_t translateSign,
                         std::int32_t rotateSign) const noexcept;
 
-    /// The node's own matrix in OpenGL's column-major order.
+    /// Gives the matrix of the node's own transform in OpenGL's column-major order.
     void GetModelMatrix(std::array<double, 16>& out, bool withRotation) const noexcept;
 
     Position3 position;
     Rotation3 rotation;
 
 private:
-    void GrowChildren();
+    void Append(std::unique_ptr<CGLObject> child);
 
     CGLObject* parent_ = nullptr;
-    CGLObject** children_ = nullptr;
-    std::int32_t childCount_ = 0;
-    std::int32_t childCapacity_ = 0;
+    std::vector<std::unique_ptr<CGLObject>> children_;
 };
 
-/// A node that keeps its transform to itself.
+/// A node whose transform applies to its own subtree only.
 class CGLGroup : public CGLObject {
 public:
     void Draw() override;

@@ -4,9 +4,9 @@
 
 namespace {
 
-/// A lamp in the origin has no way to it. Seen from there every outward normal of the globe turns
-/// away, so that any finite direction adds no light; not-a-number directions turn some drivers'
-/// pictures black or white.
+/// Direction of a lamp at the origin, which has no direction towards it. Any finite direction will
+/// do: all normals of the globe point away from the origin, so such a lamp adds no light. A NaN
+/// would make the picture black or white with some drivers.
 constexpr float kDirectionFromOrigin[4] = {0.0F, 0.0F, -1.0F, 1.0F};
 
 }  // namespace

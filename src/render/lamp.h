@@ -3,7 +3,7 @@
 #include "base/gl.h"
 #include "render/gl_object.h"
 
-/// A positional spot light that points at the origin of its frame; in the origin itself it points
+/// A positional spot light that points at the origin of its frame. At the origin itself it points
 /// along -Z.
 class CLamp : public CGLObject {
 public:
@@ -14,10 +14,12 @@ public:
     void Draw() override;
 
     GLenum lightId;
-    GLint spotExponent = 16;
-    GLint spotCutoff = 30;  ///< degrees
+    GLint spotExponent = 16;  ///< how much darker the spot becomes towards its edge; 0: not at all
+    GLint spotCutoff = 30;    ///< from the axis of the spot to its edge, degrees
+    // Colours: red, green, blue, alpha. By default turquoise.
     float ambient[4] = {0.0F, 0.0F, 0.0F, 1.0F};
     float diffuse[4] = {0.3F, 1.0F, 0.9F, 1.0F};
     float specular[4] = {0.3F, 1.0F, 0.9F, 1.0F};
-    double lightPosition[4] = {};  ///< x, y, z in the frame of the lamp; the fourth is not read
+    double lightPosition[4] =
+        {};  ///< x, y, z in the frame of the lamp; the fourth value is not read
 };

@@ -4,14 +4,17 @@
 
 #include "base/gl.h"
 
-/// Display-list names are not reserved through OpenGL: an object uses the low half of its own
-/// address and the names behind it that lie inside its own memory.
+/// Returns the first display-list name of an object: the low half of its address. Further lists of
+/// the object take the next names, up to as many as the object has bytes, so that objects within
+/// 4 GB have no name in common. Deliberate: names are not reserved with glGenLists.
 inline GLuint ListName(const void* object) noexcept {
     return static_cast<GLuint>(reinterpret_cast<std::uintptr_t>(object));
 }
 
-/// Whether two runs of list names share one. Two objects more than 4 GB apart may have the same low
-/// halves; names wrap at 2^32.
+/// Whether two ranges of list names have a name in common. That happens when two objects are
+/// about a multiple of 4 GB apart, because names wrap at 2^32.
+/// @param a, b            first names
+/// @param countA, countB  numbers of names
 inline bool ListNamesOverlap(GLuint a, GLuint countA, GLuint b, GLuint countB) noexcept {
     return b - a < countA || a - b < countB;
 }

@@ -2,7 +2,8 @@
 
 #include <cstdint>
 
-/// How finely the globe is drawn; the tuning changes it, meshes read it when they are compiled.
+/// How finely the globe is drawn. The level of detail changes it; meshes read it at every
+/// `Compile`.
 struct MeshDetail {
     std::int32_t sphereSlices = 180;     ///< divisions of longitude, a multiple of 4
     std::int32_t sphereStacks = 120;     ///< divisions of latitude, even

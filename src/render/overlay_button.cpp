@@ -3,8 +3,8 @@
 C2DButton::~C2DButton() = default;
 
 void C2DButton::Draw() {
-    const GLuint look = highlighted && hoverTexture != 0 ? hoverTexture : texture;
-    DrawTexturedQuad({look, textureWidth, textureHeight, position.x, position.y}, position, size);
+    const GLuint shown = highlighted && hoverTexture != 0 ? hoverTexture : texture;
+    DrawTexturedQuad({shown, textureWidth, textureHeight, position.x, position.y}, position, size);
 }
 
 void C2DButton::SetTextures(GLuint normal, GLuint hover, std::int32_t width,

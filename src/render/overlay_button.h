@@ -2,45 +2,46 @@
 
 #include "render/textured_quad.h"
 
-/// A push button whose texture is a picture of the whole button strip, laid out as on screen: the
-/// button shows the part that lies at its own `position`. Textures belong to whoever set them.
+/// A push button whose texture shows all buttons, placed as on the screen: the button draws the
+/// part of the texture at its own `position`. The button does not own its textures.
 class C2DButton : public CGLObject {
 public:
     C2DButton() noexcept = default;
     ~C2DButton() override;
 
     void Draw() override;
-    /// @param normal, hover  the two looks; `hover` 0: the normal one serves for both
+    /// @param normal         texture of the button
+    /// @param hover          texture of the highlighted button; 0: the same as `normal`
     /// @param width, height  of both textures, pixels
     void SetTextures(GLuint normal, GLuint hover, std::int32_t width, std::int32_t height) noexcept;
 
-    /// Whether a point (pixels in the button's frame, y upward) lies in the button: left and bottom
-    /// edges are inside, right and top edges outside.
+    /// Whether a point is inside the button. The left and bottom edges belong to the button, the
+    /// right and top edges do not. @param x, y  pixels in the frame of `position`, y upward
     bool HitTest(std::int32_t x, std::int32_t y) const noexcept;
 
     GLuint texture = 0;
     GLuint hoverTexture = 0;
-    std::int32_t commandId = 0;  ///< what the button stands for
-    bool highlighted = false;    ///< the pointer is over it
-    std::int32_t textureWidth = 8;
-    std::int32_t textureHeight = 8;
+    std::int32_t commandId = 0;      ///< chosen by the owner; tells which button was hit
+    bool highlighted = false;        ///< the pointer is over the button
+    std::int32_t textureWidth = 8;   ///< pixels
+    std::int32_t textureHeight = 8;  ///< pixels
     Size2 size = {20.0F, 20.0F};
 };
 
-/// A push button cut out of a sheet: the sheet's lower half holds the highlighted look of each
-/// button, the upper half the normal look at the same place. Uses `texture` only.
+/// A push button whose texture is a sheet: the lower half of the sheet has the pictures of the
+/// highlighted buttons, the upper half the normal pictures at the same places. Uses `texture` only.
 class C2DButton2 : public C2DButton {
 public:
     C2DButton2() noexcept = default;
     ~C2DButton2() override;
 
     void Draw() override;
-    /// @param sheet          texture name, 0 for none
-    /// @param cellX, cellY   lower-left pixel of the highlighted look in the sheet
+    /// @param sheet          texture name; 0: draw nothing
+    /// @param cellX, cellY   lower-left pixel of the highlighted picture in the sheet
     /// @param width, height  of the whole sheet, pixels
     void SetImage(GLuint sheet, std::int32_t cellX, std::int32_t cellY, std::int32_t width,
                   std::int32_t height) noexcept;
 
-    std::int32_t atlasX = 0;
-    std::int32_t atlasY = 0;
+    std::int32_t atlasX = 0;  ///< left edge of the button's pictures in the sheet, pixels
+    std::int32_t atlasY = 0;  ///< bottom of the highlighted picture in the sheet, pixels
 };

@@ -2,16 +2,16 @@
 
 #include "render/textured_quad.h"
 
-/// A picture drawn flat over the globe, with its lower-left corner at `position`. The texture
-/// belongs to whoever set it and must outlive the last `Draw`.
+/// A picture drawn flat over the globe, with its lower-left corner at `position`. The image does
+/// not own its texture, which must outlive the last `Draw`.
 class C2DImage : public CGLObject {
 public:
     C2DImage() noexcept = default;
     ~C2DImage() override;
 
-    /// Draws the lower-left `size` pixels of the texture; children and rotation are not looked at.
+    /// Draws the lower-left `size` pixels of the texture. Ignores children and rotation.
     void Draw() override;
-    /// @param newTexture     0 for none
+    /// @param newTexture     texture name; 0: draw nothing
     /// @param width, height  of the texture, pixels
     void SetTexture(GLuint newTexture, std::int32_t width, std::int32_t height) noexcept;
 

@@ -2,12 +2,13 @@
 
 #include "base/gl.h"
 
-/// Takes the GL errors that others left behind, so that they are not blamed on the next call.
+/// Clears the error flags of OpenGL, so that the next glGetError reports only errors of later
+/// calls.
 inline void DrainErrors() noexcept {
-    // More than a context can hold at once. Without a current context glGetError reports for ever,
-    // and an unbounded wait for "no error" would hang the host.
-    constexpr int kMostPending = 32;
-    for (int round = 0; round < kMostPending; ++round) {
+    // The loop needs a limit: without a current context glGetError returns an error every time. The
+    // limit is more than the error flags that a context has.
+    constexpr int kMaxPending = 32;
+    for (int i = 0; i < kMaxPending; ++i) {
         if (glGetError() == GL_NO_ERROR) return;
     }
 }

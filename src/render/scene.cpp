@@ -10,13 +10,17 @@
 
 namespace {
 
+// The spot of the Sun has no visible effect: its light is directional, and CPlanet::PlaceSunLight
+// points the spot along the rays.
 constexpr GLint kSunSpotExponent = 0;
 constexpr GLint kSunSpotCutoffDeg = 60;
-constexpr float kAmbientLight[4] = {0.25F, 0.25F, 0.3F, 1.0F};
+constexpr float kAmbientLight[4] = {0.25F, 0.25F, 0.3F, 1.0F};  // of the night side; slightly blue
 
-constexpr std::int32_t kLimbSearchStartDeg = 90;  // from a finite distance less than half is seen
+/// Longitude where the search for the limb starts. A viewer at any distance sees less than 90
+/// degrees to each side.
+constexpr std::int32_t kLimbSearchStartDeg = 90;
 
-/// Empties the picture and stands the modelview matrix at the camera.
+/// Clears the picture and makes the modelview matrix the identity, the frame of the camera.
 void BeginPicture() {
     glClear(GL_COLOR_BUFFER_BIT | GL_DEPTH_BUFFER_BIT);
     glMatrixMode(GL_MODELVIEW);
@@ -27,8 +31,8 @@ double Aspect(std::int32_t width, std::int32_t height) noexcept {
     return static_cast<double>(width) / static_cast<double>(height);
 }
 
-/// Twice the distance of `edgeX` from the middle column, whole pixels; 0 when it has no place in 32
-/// bits.
+/// Returns twice the distance of `edgeX` from the middle column in whole pixels, or 0 when that
+/// does not fit into 32 bits.
 std::int32_t DiameterOnScreen(double edgeX, std::int32_t width) noexcept {
     const std::int32_t middle = width / 2;
     const double diameter = 2.0 * (std::trunc(edgeX) - middle);
@@ -73,7 +77,7 @@ void CScene::Resize(std::int32_t newWidth, std::int32_t newHeight) {
     glLoadIdentity();
 }
 
-// The perspective matrix that gluPerspective makes, by the half extents of the near plane.
+// The same matrix as gluPerspective makes, from half the width and height of the near plane.
 void CScene::GetProjectionMatrix(std::array<double, 16>& out) const noexcept {
     const double top = std::tan(DegToRad(fovY / 2.0)) * zNear;
     const double right = Aspect(width, height) * top;
@@ -108,7 +112,8 @@ CVector4 CScene::ProjectToWindow(const CVector4& point) const noexcept {
 }
 
 GlobeMeasure CScene::MeasureGlobe(const CSphere& sphere) const noexcept {
-    // From the side towards the viewer x grows up to the edge and shrinks behind it.
+    // Walk along the equator from longitude 90 towards the viewer: x on the screen grows up to the
+    // limb and becomes smaller after it.
     const auto radius = static_cast<double>(sphere.radius);
     std::int32_t longitude = kLimbSearchStartDeg;
     double previousX = 0.0;
@@ -117,7 +122,7 @@ GlobeMeasure CScene::MeasureGlobe(const CSphere& sphere) const noexcept {
     while (longitude >= 1) {
         edge = LatLonToPoint(0.0, longitude, radius);
         edgeX = ProjectToWindow(edge).x;
-        if (!(edgeX > previousX)) break;  // also for not-a-number
+        if (!(edgeX > previousX)) break;  // also stops at a NaN
         previousX = edgeX;
         --longitude;
     }

@@ -7,15 +7,15 @@
 
 class CSphere;
 
-/// What `MeasureGlobe` finds about the globe's edge on screen.
+/// What `MeasureGlobe` finds about the limb, the visible edge of the globe.
 struct GlobeMeasure {
     std::int32_t diameter = 0;       ///< pixels along the equator
     std::int32_t longitudeSpan = 0;  ///< width of the visible cap along the equator, degrees
-    double limbDepth = 0.0;          ///< z of the edge in camera space; nearer points are in front
+    double limbDepth = 0.0;          ///< z of the limb in camera space; visible points have more
 };
 
-/// Root of the scene: viewport, perspective, global GL state and camera. Its own position and
-/// rotation are the camera transform.
+/// Root of the scene, with viewport, perspective and global GL state. Its own position and rotation
+/// are the camera transform.
 class CScene : public CGLObject {
 public:
     void Init() override;
@@ -24,22 +24,23 @@ public:
     /// Sets viewport and projection. @param width, height  pixels, both at least 1
     virtual void Resize(std::int32_t width, std::int32_t height);
 
-    /// The matrix that `Resize` gives to GL, column-major, computed without GL.
+    /// Gives the projection matrix that `Resize` sets, column-major, computed without GL.
     void GetProjectionMatrix(std::array<double, 16>& out) const noexcept;
 
-    /// Projects a point into [-1, 1] each way; w = 1.
-    /// Deliberate: only the camera's translation is applied; callers rotate the point first.
+    /// Projects a point to normalized device coordinates, [-1, 1] inside the view; w = 1.
+    /// Deliberate: applies only the translation of the camera; the caller must rotate the point.
     CVector4 ProjectToNormalized(const CVector4& point) const noexcept;
 
-    /// Projects a point to window pixels, y upward. z is mapped into [zNear, zFar], not [0, 1].
+    /// Projects a point to window pixels, y upward, with the same condition. z is mapped to
+    /// [zNear, zFar], not to [0, 1].
     CVector4 ProjectToWindow(const CVector4& point) const noexcept;
 
-    /// Finds the visible edge of `sphere` on the equator; ends for every input.
+    /// Finds the limb of `sphere` on the equator.
     GlobeMeasure MeasureGlobe(const CSphere& sphere) const noexcept;
 
     std::int32_t width = 1;   ///< viewport, pixels
     std::int32_t height = 1;  ///< viewport, pixels
-    double zNear = 1.0;
-    double zFar = 30.0;
-    double fovY = 30.0;  ///< degrees
+    double zNear = 1.0;       ///< distance of the near plane, scene units
+    double zFar = 30.0;       ///< distance of the far plane, scene units
+    double fovY = 30.0;       ///< vertical field of view, degrees
 };

@@ -4,7 +4,7 @@
 
 namespace {
 
-/// Issues a white sphere; nothing when GLU has no memory for it.
+/// Draws a white sphere. Draws nothing when GLU has no memory for it.
 void DrawWhiteSphere(double radius, const MeshDetail& detail) {
     GLUquadricObj* const quadric = gluNewQuadric();
     if (quadric == nullptr) return;

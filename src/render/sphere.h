@@ -4,17 +4,17 @@
 #include "render/gl_object.h"
 #include "render/mesh_detail.h"
 
-/// An untextured white sphere drawn through GLU into one display list.
+/// A white sphere without texture, drawn by GLU into one display list.
 class CSphere : public CGLObject {
 public:
-    /// @param detail  mesh resolution, read at every `Compile`; must outlive the sphere
+    /// @param detail  resolution of the mesh, read at every `Compile`; must outlive the sphere
     explicit CSphere(const MeshDetail& detail) noexcept : detail_(detail) {}
     ~CSphere() override;
 
-    /// Records the list: own transform, children, sphere. The position of compile time is frozen
-    /// in.
+    /// Records the list: the node's transform, the children, the sphere. A later change of
+    /// `position` or `rotation` has no effect before the next `Compile`.
     void Compile() override;
-    /// Calls the list; applies no transform of its own.
+    /// Calls the list, which contains the transform.
     void Draw() override;
 
     GLuint listId = 0;    ///< 0 while no list exists

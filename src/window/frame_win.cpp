@@ -110,7 +110,7 @@ bool NoteShownSize(MapWindow& entry, std::int32_t width, std::int32_t height) no
 /// Uploads what came while the context could not be made current.
 void UploadWaitingTextures(MapState& map) {
     AttachWaitingTiles(map);
-    UploadPhotos(map.overlay.panel);
+    map.overlay.panel.UploadPhotos();
 }
 
 }  // namespace

@@ -2,6 +2,7 @@
 
 #include <algorithm>
 #include <memory>
+#include <utility>
 
 #include "base/gl.h"
 #include "cities/city_markers.h"
@@ -54,10 +55,8 @@ void PopulateScene(MapState& map) {
     auto planet = MakePlanet(map);
     planet->radius = kPlanetRadius;
     CScene& scene = map.drawing.scene;
-    scene.AddChild(lamp.get());
-    map.drawing.lamp = lamp.release();
-    scene.AddChild(planet.get());
-    map.drawing.planet = planet.release();
+    map.drawing.lamp = scene.AddChild(std::move(lamp));
+    map.drawing.planet = scene.AddChild(std::move(planet));
 }
 
 void InitScene(MapState& map) {

@@ -44,9 +44,9 @@ void PointAt(MapState& map, HWND window, const CVector4& place) {
 /// Whether the panel shows what a signed index means: a country without a city when it is negative.
 bool PanelShows(const PhotoPanel& panel, const CityRecord& city, std::int32_t signedIndex) {
     const WideString country(CountryNameOf(city));
-    if (lstrcmpW(panel.placeName.c_str(), country.c_str()) != 0) return false;
-    if (signedIndex < 0) return panel.heading.empty();
-    return lstrcmpW(panel.heading.c_str(), WideString(CityNameOf(city)).c_str()) == 0;
+    if (lstrcmpW(panel.GetPlaceName().c_str(), country.c_str()) != 0) return false;
+    if (signedIndex < 0) return panel.GetHeading().empty();
+    return lstrcmpW(panel.GetHeading().c_str(), WideString(CityNameOf(city)).c_str()) == 0;
 }
 
 }  // namespace

@@ -17,7 +17,7 @@ ButtonLayout ButtonLayoutOf(const MapState& map, std::int32_t width, std::int32_
     return {
         .windowWidth = width,
         .windowHeight = height,
-        .page = PageOf(panel),
+        .page = panel.GetPage(),
         .offerPhotos = map.overlay.hostAccepted,
     };
 }
@@ -25,7 +25,7 @@ ButtonLayout ButtonLayoutOf(const MapState& map, std::int32_t width, std::int32_
 /// Where the context cannot be made current, the next frame that has it uploads the photos.
 void UploadNowOrLater(MapState& map, const MapWindow& entry) {
     const CurrentContextScope current(map.drawing.context, entry.dc.Get());
-    if (current.IsCurrent()) UploadPhotos(map.overlay.panel);
+    if (current.IsCurrent()) map.overlay.panel.UploadPhotos();
 }
 
 }  // namespace
@@ -34,7 +34,7 @@ void FitOverlayTo(MapState& map, HWND window) noexcept {
     std::int32_t width = 0;
     std::int32_t height = 0;
     if (!ClientSize(window, width, height)) return;
-    ResizePhotoPanel(map.overlay.panel, AreaOf(map, width, height));
+    map.overlay.panel.Resize(AreaOf(map, width, height));
     map.overlay.buttons.PlacePhotoButtons(ButtonLayoutOf(map, width, height),
                                           map.drawing.font.GetHeight());
 }
@@ -43,23 +43,20 @@ void CreateOverlay(MapState& map) {
     ButtonSheet sheet;
     map.overlay.buttons.CreateButtons(sheet.LoadFor(map.host.hostDirectory) ? sheet.GetPixels()
                                                                             : nullptr);
-    PhotoPanel& panel = map.overlay.panel;
-    // A window made anew shows the place that the last one showed.
-    BuildPhotoPanel(panel, map.host.cities, WideString(panel.placeName), WideString(panel.heading),
-                    false);
-    UploadPhotos(panel);
+    // A new window shows the place that the last window showed.
+    map.overlay.panel.BuildPhotoPanel(map.host.cities, PhotoSource::Memory);
+    map.overlay.panel.UploadPhotos();
 }
 
 void ReleaseOverlay(MapState& map) noexcept {
-    DeletePhotoTextures(map.overlay.panel);
-    DeletePanelImages(map.overlay.panel);
+    map.overlay.panel.DeleteTextures();
+    map.overlay.panel.DeleteImages();
     map.overlay.buttons.DestroyButtons();
 }
 
 void DrawOverlay(MapState& map, std::int32_t width, std::int32_t height) {
-    PhotoPanel& panel = map.overlay.panel;
-    DrawPhotoPanel(panel, AreaOf(map, width, height), map.host.cities, map.drawing.font,
-                   map.pointer.geoPoint);
+    map.overlay.panel.DrawPhotoPanel(AreaOf(map, width, height), map.host.cities, map.drawing.font,
+                                     map.pointer.geoPoint);
     map.overlay.buttons.LayoutButtons(ButtonLayoutOf(map, width, height), map.drawing.font,
                                       map.host.localStrings.Get(HORIVO_TEXT_ADD_PHOTO, nullptr));
 }
@@ -68,7 +65,7 @@ void ShowPhotos(MapState& map, HWND window, WideString country, WideString city)
     const MapWindow* entry = map.windows.Find(window);
     if (entry == nullptr) return;
     FitOverlayTo(map, window);
-    ShowPhotoPanel(map.overlay.panel, map.host.cities, std::move(country), std::move(city));
+    map.overlay.panel.ShowPlace(map.host.cities, std::move(country), std::move(city));
     UploadNowOrLater(map, *entry);
 }
 
@@ -76,51 +73,47 @@ void ReloadPhotos(MapState& map, HWND window) {
     const MapWindow* entry = map.windows.Find(window);
     if (entry == nullptr) return;
     FitOverlayTo(map, window);
-    PhotoPanel& panel = map.overlay.panel;
-    BuildPhotoPanel(panel, map.host.cities, WideString(panel.placeName), WideString(panel.heading),
-                    true);
+    map.overlay.panel.BuildPhotoPanel(map.host.cities, PhotoSource::Disk);
     UploadNowOrLater(map, *entry);
 }
 
 void TakeNewPhotos(MapState& map, HWND window) {
-    map.overlay.panel.photoSet.brokenFrom = kNoneBroken;
+    map.overlay.panel.OfferAllPages();
     ReloadPhotos(map, window);
 }
 
 void TakeNewTable(MapState& map) noexcept {
     PhotoPanel& panel = map.overlay.panel;
-    panel.photoSet.ranks.clear();
+    panel.ForgetCityOrder();
     try {
         if (const MapWindow* live = map.windows.Current()) {
             ReloadPhotos(map, live->window);
-        } else if (!panel.placeName.empty()) {
-            LoadPhotoSet(panel.photoSet, map.host.cities, panel.placeName, panel.heading);
+        } else if (!panel.GetPlaceName().empty()) {
+            panel.ReloadPhotoSet(map.host.cities);
         }
     } catch (...) {  // out of memory
-        DeletePanelImages(panel);
-        DeletePhotos(panel.photoSet);
+        panel.DeleteImagesAndPhotos();
     }
 }
 
 void ShowNextPhotos(MapState& map, HWND window) {
-    PhotoSet& set = map.overlay.panel.photoSet;
-    if (set.photos.empty()) return;
+    PhotoPanel& panel = map.overlay.panel;
+    if (panel.GetPage().count == 0) return;
     FitOverlayTo(map, window);
-    const std::int32_t before = set.firstShown;
-    if (!PageForward(map.overlay.panel)) return;
+    const std::int32_t before = panel.GetPage().firstShown;
+    if (!panel.PageForward()) return;
     ReloadPhotos(map, window);
-    if (!set.loaded.empty()) return;
-    // None of the photos that remain can be loaded: neither a page of nothing helps nor a button
-    // that leads there.
-    set.brokenFrom = set.firstShown;
-    set.firstShown = before;
+    if (panel.HasThumbnails()) return;
+    // None of the remaining photos can be loaded. An empty page would help nobody, nor would a
+    // button that leads to it.
+    panel.RejectPage(before);
     ReloadPhotos(map, window);
 }
 
 void ShowPreviousPhotos(MapState& map, HWND window) {
-    if (map.overlay.panel.photoSet.photos.empty()) return;
+    if (map.overlay.panel.GetPage().count == 0) return;
     FitOverlayTo(map, window);
-    if (PageBack(map.overlay.panel, map.host.cities)) ReloadPhotos(map, window);
+    if (map.overlay.panel.PageBack(map.host.cities)) ReloadPhotos(map, window);
 }
 
 void AddPhoto(MapState&, HWND) { OpenAddPhotoPage(); }

@@ -31,7 +31,7 @@ void ArmLeaveTracking(MapState& map, HWND window) noexcept {
 
 /// Waits for the pointer to rest when it is on a city.
 void HoverAt(MapState& map, HWND window, const WindowPoint& point) noexcept {
-    if (IsHoverOverPanel(map.overlay.panel, point.x)) return;
+    if (map.overlay.panel.IsHoverOverPanel(point.x)) return;
     const CityPick pick = PickCity(map.host.cities, map.pointer.geoPoint.globePoint);
     // Deliberate: above 0, so the first city of the table never starts a hover; a click takes it.
     if (pick.index > 0 && pick.index < map.host.cities.count)
@@ -39,7 +39,7 @@ void HoverAt(MapState& map, HWND window, const WindowPoint& point) noexcept {
 }
 
 PressedPhoto PhotoAt(const MapState& map, const WindowPoint& point) noexcept {
-    const PhotoRecord* photo = FindPhotoAt(map.overlay.panel, point.x, point.y);
+    const PhotoRecord* photo = map.overlay.panel.FindPhotoAt(point.x, point.y);
     return photo != nullptr ? PressedPhoto{photo->cityIndex, photo->photoNumber} : PressedPhoto{};
 }
 
@@ -61,12 +61,12 @@ void OpenPhotoUnder(const MapState& map, const WindowPoint& point) {
         return;
     }
     // The record behind the picture that was hit: two cities may have photos of one number.
-    OpenPhotoLink(WideString(FindPhotoAt(map.overlay.panel, point.x, point.y)->link));
+    OpenPhotoLink(WideString(map.overlay.panel.FindPhotoAt(point.x, point.y)->link));
 }
 
 /// A plain click: tells the host of a city, offers photos, and flies there in any case.
 void Click(MapState& map, HWND window, const WindowPoint& point, bool onGlobe) {
-    if (IsClickOnPanel(map.overlay.panel, point.x) || !onGlobe) return;
+    if (map.overlay.panel.IsClickOnPanel(point.x) || !onGlobe) return;
     const CityPick pick = PickCity(map.host.cities, map.pointer.geoPoint.globePoint);
     if (pick.IsIn(map.host.cities.count)) {
         const bool hit = pick.hits > 0;
@@ -155,7 +155,7 @@ LRESULT OnMouseWheel(HWND window, WPARAM wParam, LPARAM) {
     MapState& map = Map();
     const std::int32_t notches = WheelNotches(GET_WHEEL_DELTA_WPARAM(wParam));
     FitOverlayTo(map, window);
-    if (IsWheelOverPanel(map.overlay.panel, map.pointer.geoPoint.mouseX)) {
+    if (map.overlay.panel.IsWheelOverPanel(map.pointer.geoPoint.mouseX)) {
         if (notches != 0) PressButton(window, notches > 0 ? VK_NEXT : VK_PRIOR);
         return 0;
     }

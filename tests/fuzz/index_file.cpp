@@ -44,7 +44,7 @@ void ReadAll(std::string_view bytes, PhotoIndexKind kind) {
         }
         if (FormPhotoFolder(kRoot, entry.caption, {}, path)) Check(LiesBelowRoot(path, 1));
         const WideString link = PhotoPageLink(entry.pagePath);
-        Check(link.size() <= kLongestLink && link.find(u'"') == WideString::npos);
+        Check(link.size() <= kMaxLinkLength && link.find(u'"') == WideString::npos);
         Check(link.empty() || link.starts_with(WideString(kPhotoSite) + u'/'));
     }
 }

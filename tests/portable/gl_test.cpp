@@ -66,13 +66,13 @@ private:
 TEST(CGLObject, KeepsItsChildrenInOrderWhileItGrowsAndIsEmptied) {
     std::vector<int> log;
     CGLObject root;
-    root.AddChild(nullptr);
+    root.AddChild(std::unique_ptr<Logged>());
     for (int round = 0; round < 2; ++round) {
         EXPECT_EQ(root.GetChild(0), nullptr);
         std::vector<int> expected;
         for (int i = 1; i <= 40; ++i) {
             expected.push_back(i);
-            root.AddChild(new Logged(log, i));
+            root.AddChild(std::make_unique<Logged>(log, i));
         }
         for (int i = 40; i >= 1; --i) expected.push_back(-i);
         log.clear();

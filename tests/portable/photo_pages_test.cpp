@@ -17,12 +17,12 @@ namespace {
 
 constexpr WideView kRoot = u"C:\\Data\\";
 
-TEST(PlaceName, DropsWhatCouldLeadAwayAndKeepsBlanks) {
+TEST(PlaceName, DropsWhatCouldLeadAwayAndKeepsSpaces) {
     EXPECT_EQ(CleanPlaceName(u"a*b/c:d;e?f\\g\tb\r\n\u001Fc\u007Fd"), u"abcdefgbcd");
     EXPECT_EQ(CleanPlaceName(u"S\u00E3o \u042F\u262F"), u"S\u00E3o \u042F\u262F")
         << "letters beyond ASCII stay, also those whose low byte is a mark";
     EXPECT_EQ(CleanPlaceName(u"St. John's (N. B.)"), u"St. John's (N. B.)");
-    EXPECT_EQ(CleanPlaceName(u"New York: NY", Blanks::Underline), u"New_York_NY");
+    EXPECT_EQ(CleanPlaceName(u"New York: NY", Spaces::Underscore), u"New_York_NY");
 }
 
 TEST(PlaceName, FormsFoldersInsideTheTreeOnly) {
