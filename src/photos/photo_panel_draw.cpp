@@ -15,7 +15,7 @@ class LineText {
 public:
     void Append(WideView part) noexcept {
         const std::size_t room = characters_.size() - 1 - length_;
-        length_ += CutText(part, room).copy(characters_.data() + length_, room);
+        length_ += Truncate(part, room).copy(characters_.data() + length_, room);
         characters_[length_] = 0;
     }
     const HorivoWideChar* Get() const noexcept { return characters_.data(); }

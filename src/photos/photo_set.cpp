@@ -36,8 +36,8 @@ private:
 
 /// Makes (`country`, `city`) the set's place; another place is shown from its start.
 void MoveTo(PhotoSet& set, WideView country, WideView city) {
-    WideString newCountry(CutText(country, kLongestName));
-    WideString newCity(CutText(city, kLongestName));
+    WideString newCountry(Truncate(country, kLongestName));
+    WideString newCity(Truncate(city, kLongestName));
     if (newCity != set.city || newCountry != set.country) {
         set.firstShown = 0;
         set.brokenFrom = kNoneBroken;
@@ -66,7 +66,7 @@ void ReadPhotos(PhotoSet& set, const CityTable& cities, std::string_view bytes, 
         auto record = std::make_unique<PhotoRecord>();
         record->cityIndex = cityIndex;
         record->photoNumber = entry.photoNumber;
-        record->caption = CutText(entry.caption, kLongestCaption);
+        record->caption = Truncate(entry.caption, kLongestCaption);
         record->link = PhotoPageLink(entry.pagePath);
         set.photos.push_back(std::move(record));
     }
