@@ -1,9 +1,9 @@
 #!/usr/bin/env python3
-"""Writes tests/data/zone_offsets.tsv: what the tz database says about the zones of the sample cities.
+"""Writes tests/data/zone_offsets.tsv: the times of the sample cities' zones by the tz database.
 
-One line for each course of time: offset from UTC in minutes at the start of 2014-12-31, then
-"instant=offset" for every change up to the end of 2030 (instants in UTC), a tab, and the zones that
-keep this time. Run it again after an update of the system's tz database.
+Zones with the same times share a line. It has the offset from UTC in minutes at the start of
+2014-12-31, "instant=offset" for every change up to the end of 2030 (instants in UTC), a tab, and the
+names of the zones. Run this script again after an update of the system's tz database.
 """
 import datetime
 import pathlib
@@ -23,7 +23,7 @@ def offset(zone, instant):
 
 
 def change_between(zone, low, high):
-    """The first minute after `low` with the offset of `high`; only one change lies between."""
+    """The first minute after `low` with the offset of `high`. There is one change between them."""
     after = offset(zone, high)
     while high - low > MINUTE:
         middle = low + (high - low) // 2
