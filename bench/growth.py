@@ -27,7 +27,7 @@ def windows(program, *arguments):
 
 def frame(width, height, labels, cities):
     """Milliseconds of the quickest frame and of the library's own part, peak of memory in MiB."""
-    lines = {line["road"]: line
+    lines = {line["name"]: line
              for line in windows(FRAME, width, height, labels, cities, FRAME_BUDGET_MS)}
     # Of very many cities one or two more stand near the middle of the window by themselves.
     if lines["frame/labels"]["value"] < labels:
