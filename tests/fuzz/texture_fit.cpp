@@ -35,7 +35,7 @@ private:
 MemoryImage PictureOf(Settings& settings, const std::uint8_t* data, std::size_t size) {
     constexpr std::int32_t kFormats[] = {kPixelFormat24bppRgb, kPixelFormat8bppIndexed};
     MemoryImage image;
-    // Shifted, because large sides are slow and small ones hold most of the roads.
+    // Shifted, because large sides are slow and small ones reach most code paths.
     const int shifts = settings.Byte();
     image.width = std::max(settings.Word() >> shifts % 16, 1);
     image.height = std::max(settings.Word() >> shifts / 16, 1);
