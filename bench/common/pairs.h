@@ -28,12 +28,12 @@ inline double Quantile(std::vector<double> values, double share) {
     return values[static_cast<std::size_t>(std::lround(share * last))];
 }
 
-/// Limits of a comparison: at least `leastPairs` pairs, and more as long as `ms` has not passed.
+/// Limits of a comparison: at least `minPairs` pairs, and more as long as `ms` has not passed.
 struct PairBudget {
-    int leastPairs = kBenchPairs;
+    int minPairs = kBenchPairs;
     double ms = 3000.0;
 };
-inline constexpr int kMostPairs = 300;
+inline constexpr int kMaxPairs = 300;
 
 /// Times of an operation and of its baseline, pair by pair.
 class Pairs {
@@ -70,7 +70,7 @@ Pairs MeasurePairs(Baseline&& baseline, Operation&& operation, PairBudget budget
     operation();  // before the first pair, so that both have touched their memory
     Pairs pairs;
     double spentMs = 0.0;
-    for (int i = 0; i < budget.leastPairs || (spentMs < budget.ms && i < kMostPairs); ++i) {
+    for (int i = 0; i < budget.minPairs || (spentMs < budget.ms && i < kMaxPairs); ++i) {
         double baselineMs = baseline();
         double measuredMs = operation();
         measuredMs += operation();
