@@ -41,7 +41,7 @@ NAMES_HEAD = """\
 # Countries and places of the tz database: CLDR. All others: GeoNames. Terms: NOTICE.md.
 """
 
-# Kinds of GeoNames places that are towns of their own; PPLC are capitals.
+# GeoNames codes of places that are independent towns; PPLC is a capital.
 TOWN_KINDS = {"PPL", "PPLA", "PPLA2", "PPLA3", "PPLA4", "PPLC", "PPLG"}
 # Capitals are always added. Another town is added when it reaches both numbers of a pair: inhabitants,
 # and languages in which GeoNames has a name for it. So large towns are all added, smaller ones only

@@ -19,7 +19,7 @@ namespace {
 constexpr int kCities = 417;
 constexpr float kRadius = 3.0F;
 
-/// A planet with textures in a window of its own.
+/// A planet with textures, in its own window.
 class CompileBench {
 public:
     CompileBench() : window_(64, 48), context_(extensions_, lastSysError_), planet_(Inputs()) {

@@ -5,7 +5,7 @@
 #include "base/wide_text.h"
 #include "cities/city_table.h"
 
-/// The names of a record. They may use the whole field, without a terminator.
+/// The names of a record, also when a name fills its field and has no terminator.
 WideView CityNameOf(const CityRecord& city) noexcept;
 WideView CountryNameOf(const CityRecord& city) noexcept;
 

@@ -19,7 +19,7 @@ constexpr DWORD kControlTextChars = 2047;
 constexpr DWORD kMenuTextChars = 255;
 
 constexpr UINT kOpensSubmenu = 0xFFFFFFFF;  // GetMenuItemID's result for an item with a submenu
-// The identifier -1 of a control without one, after a template has stored it in 16 bits.
+// Identifier of a control without one: -1, which a template has stored in 16 bits.
 constexpr std::int32_t kNoControlId16 = 0xFFFF;
 constexpr int kClassNameCapacity = 32;  // characters; enough for "Button" and "Static"
 

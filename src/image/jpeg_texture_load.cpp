@@ -179,7 +179,7 @@ bool CGLTexture::LoadShrunk(Picture& picture, int maxWidth, int maxHeight) {
     const std::int64_t targetHeight = FittedSide(height, maxHeight);
     if (targetWidth > width || targetHeight > height) return false;
     if (targetWidth == width && targetHeight == height) return false;
-    // Other rows are padded first, and the padding takes part in the filter.
+    // Rows of other widths must be padded first, because the filter includes the padding.
     if (width % kRowMultiple != 0) return false;
 
     const LockedRows rows(picture);
