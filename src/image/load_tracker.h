@@ -31,8 +31,9 @@ public:
     /// Gives a number to a new load for `window`. Window thread, like everything except Report.
     LoadNumber Start(const void* window) noexcept;
 
-    /// Stores the state of a load. Does nothing for kNoLoad and for a load that is too old to be
-    /// remembered. A thread that reports Loaded must hold the scene mutex. Any thread.
+    /// Stores the state of a load, and with Loaded also that this load filled the picture. The
+    /// state of a load that is too old to be remembered is dropped; kNoLoad is ignored. A thread
+    /// that reports Loaded must hold the scene mutex. Any thread.
     void Report(LoadNumber number, LoadState state) noexcept;
 
     /// The newest load of `window` that has this state; kNoLoad when there is none.
