@@ -99,7 +99,8 @@ protected:
         for (const int i : order_) {
             if (slots[i].window == nullptr) continue;
             const int different = DifferentPixels(FrameOf(slots[i]), slots[i].alone);
-            EXPECT_LE(different, slots[i].width * slots[i].height / 500) << i << " after" << actions;
+            EXPECT_LE(different, slots[i].width * slots[i].height / 500)
+                << i << " after" << actions;
         }
         auto held = ledger_.Held();
         const std::size_t maps = Living() > 0 ? 1 : 0;
