@@ -2,8 +2,8 @@
 # Builds and runs all tests: ./test.sh [native|windows]
 #   native   the portable sources, on this machine, under the address and undefined-behaviour sanitizers
 #   windows  the Windows sources and the finished DLL, cross-built, under Wine on a virtual display
-# Without an argument both sides run, the second also when the first fails. Missing Debian packages
-# are installed first. The exit code is 0 only when everything passed.
+# Without an argument both run, the second also when the first fails. Missing Debian packages are
+# installed first. The exit code is 0 only when everything passed.
 set -uo pipefail
 cd "$(dirname "${BASH_SOURCE[0]}")"
 
@@ -11,7 +11,7 @@ test_native() {
     cmake --preset native && cmake --build --preset native && ctest --preset native -j2
 }
 
-# One after the other: the tests share one Windows, with one data folder and one input focus.
+# The Windows tests run one after the other: they share one data folder and one input focus.
 test_windows() {
     cmake --preset mingw && cmake --build --preset mingw && wine_env_start tests &&
         ctest --preset mingw

@@ -10,13 +10,13 @@ set xrange [0:*]
 
 set xlabel "map picture, megapixels"
 set ylabel "ms"
-set title "Image road, native (without the decode)"
+set title "Image pipeline, native (without the decode)"
 plot data."/pictures.dat" using 1:2 title "load", \
      "" using 1:3 title "rescale to half", \
      "" using 1:4 title "split 4 x 2", \
      "" using 1:5 title "load shrunk to half"
 set ylabel "MiB"
-set title "Image road: most memory beside the decoded picture"
+set title "Image pipeline: most memory beside the decoded picture"
 plot data."/pictures.dat" using 1:6 title "load, then rescale", \
      "" using 1:7 title "load shrunk to half"
 

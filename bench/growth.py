@@ -27,9 +27,9 @@ def windows(program, *arguments):
 
 def frame(width, height, labels, cities):
     """Milliseconds of the quickest frame and of the library's own part, peak of memory in MiB."""
-    lines = {line["road"]: line
+    lines = {line["name"]: line
              for line in windows(FRAME, width, height, labels, cities, FRAME_BUDGET_MS)}
-    # Of very many cities one or two more stand near the middle of the window by themselves.
+    # With very many cities, one or two others are near the middle of the window, too.
     if lines["frame/labels"]["value"] < labels:
         raise RuntimeError(f"{lines['frame/labels']['value']} labels instead of {labels}")
     return (lines["frame"]["best_ms"], lines["frame_outside_gl/own_best"]["value"],

@@ -1,4 +1,4 @@
-# To be sourced (bash) from the root of the project: everything that benchmarks need.
+# Source this file (bash) from the root of the project to prepare the benchmarks.
 source tools/wine_env.sh
 
 # Builds the programs, makes the maps, starts Wine and puts the map into the library's data folder.

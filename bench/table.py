@@ -1,7 +1,7 @@
 #!/usr/bin/python3
 """Runs the benchmarks and prints their table: bench/table.py [--record]. Called by bench/run.sh,
-which has built the programs, made the maps and started Wine. With --record the table also takes the
-place of the one in docs/performance.md."""
+which builds the programs, makes the maps and starts Wine. With --record the table also replaces the
+one in docs/performance.md."""
 
 import json
 import os
@@ -31,7 +31,7 @@ def windows_path(path):
 
 
 def run_native(program):
-    """Figures of a Google Benchmark program, by the name of the road."""
+    """Figures of a Google Benchmark program, by name."""
     text = subprocess.run([NATIVE / program, "--benchmark_format=json"], check=True,
                           stdout=subprocess.PIPE, stderr=subprocess.DEVNULL, text=True).stdout
     return {figure["name"].split("/iterations")[0]: figure
@@ -40,23 +40,24 @@ def run_native(program):
 
 def run_windows(program, *arguments):
     """The lines that a program under Wine printed."""
-    command = ["wine", WINDOWS / program, *map(str, arguments)]  # the folder yields to a full path
+    # A full path in `program` replaces the folder.
+    command = ["wine", WINDOWS / program, *map(str, arguments)]
     run = subprocess.run(command, check=False, stdout=subprocess.PIPE, stderr=subprocess.DEVNULL,
                          text=True, timeout=300)
     lines = [json.loads(line) for line in run.stdout.splitlines() if line.startswith("{")]
-    # Wine's server kills a program that is slow to end, which counts as no failure: it has said
-    # what it had to say.
+    # Wine's server kills a program that is slow to end. That is no failure, because the program has
+    # printed its figures.
     if not lines or run.returncode not in (0, -signal.SIGKILL):
         raise RuntimeError(f"{program} ended with {run.returncode} after {len(lines)} figures")
     return lines
 
 
-def by_road(lines):
-    return {line["road"]: line for line in lines}
+def by_name(lines):
+    return {line["name"]: line for line in lines}
 
 
 def first_picture(program, *arguments):
-    """Milliseconds from the start of a process to its first picture, and its peak of memory."""
+    """Milliseconds from the start of a process to its first picture, and its peak memory."""
     start = time.time() * 1000.0
     shown = run_windows(program, *arguments)[-1]
     return shown["shown_at_ms"] - start, shown["peak_mib"]
@@ -71,57 +72,57 @@ def library_alone():
 
 
 def world_clock():
-    """The whole sample host; its window, not the map in it, has the size of the others."""
+    """The whole sample host. Its window has the size that the map has in the other programs."""
     return first_picture(WORLD_CLOCK, 1920, 1080)
 
 
-def compare_first_pictures(name, road):
+def compare_first_pictures(name, program):
     """Whole processes in turns; the first pair only warms the disk's cache."""
     pairs = []
     for number in range(PAIRS + 1):
         runs = {}
-        for run in (road, bare_map) if number % 2 else (bare_map, road):
+        for run in (program, bare_map) if number % 2 else (bare_map, program):
             runs[run] = run()
-        pairs.append((runs[bare_map], runs[road]))
+        pairs.append((runs[bare_map], runs[program]))
     pairs = pairs[1:]
-    ratios = [road[0] / floor[0] for floor, road in pairs]
+    ratios = [measured[0] / baseline[0] for baseline, measured in pairs]
     low, _, high = statistics.quantiles(ratios, n=4)
     median = statistics.median
     return {
         name: {
-            "floor_ms": median(floor[0] for floor, _ in pairs),
-            "road_ms": median(road[0] for _, road in pairs),
+            "baseline_ms": median(baseline[0] for baseline, _ in pairs),
+            "measured_ms": median(measured[0] for _, measured in pairs),
             "ratio": median(ratios), "low": low, "high": high,
         },
         f"{name}/peak": {
-            "floor_mib": median(floor[1] for floor, _ in pairs),
-            "road_mib": median(road[1] for _, road in pairs),
+            "baseline_mib": median(baseline[1] for baseline, _ in pairs),
+            "measured_mib": median(measured[1] for _, measured in pairs),
         },
     }
 
 
 def measure_peaks():
-    """Peaks of processes that only decode, and that load with shrink: medians of some runs each."""
+    """Peak memory of processes that only decode and of those that load and shrink: medians."""
     peaks = {}
-    for mode, road in (("decode", "peak_decode"), ("load", "peak_load_shrink")):
+    for mode, name in (("decode", "peak_decode"), ("load", "peak_load_shrink")):
         runs = [run_windows("image_bench.exe", mode, windows_path(DATA / "map_8192.jpg"), 4096,
                             2048)[-1]["value"] for _ in range(PEAK_RUNS)]
-        peaks[road] = {"value": statistics.median(runs)}
+        peaks[name] = {"value": statistics.median(runs)}
     return peaks
 
 
 def measure():
-    """All figures, by road."""
+    """All figures, by name."""
     figures = {}
     steps = [
-        ("image road, native", lambda: run_native("image_roads_bench")),
-        ("hit test, native", lambda: run_native("city_roads_bench")),
-        ("image road, GDI+", lambda: by_road(
+        ("image pipeline, native", lambda: run_native("image_pipeline_bench")),
+        ("hit test, native", lambda: run_native("city_pick_bench")),
+        ("image pipeline, GDI+", lambda: by_name(
             run_windows("image_bench.exe", "pairs", windows_path(DATA / "map_8192.jpg"), 4096,
                         2048))),
         ("peaks of decoding and loading", measure_peaks),
-        ("compile", lambda: by_road(run_windows("compile_bench.exe"))),
-        ("frame", lambda: by_road(run_windows("frame_bench.exe"))),
+        ("compile", lambda: by_name(run_windows("compile_bench.exe"))),
+        ("frame", lambda: by_name(run_windows("frame_bench.exe"))),
         ("first picture", lambda: compare_first_pictures("first_picture", library_alone)),
         ("world clock", lambda: compare_first_pictures("world_clock", world_clock)),
     ]
@@ -137,27 +138,28 @@ class Table:
 
     def __init__(self):
         self.missed = 0
-        self.lines = ["| road | floor, ms | road, ms | figure (quartiles of the pairs) | target | |",
+        self.lines = ["| operation | baseline, ms | measured, ms "
+                      "| figure (quartiles of the pairs) | target | |",
                       "|---|---|---|---|---|---|"]
 
-    def row(self, road, floor, value, figure, target, holds):
+    def row(self, operation, baseline, measured, figure, target, holds):
         self.missed += not holds
-        self.lines.append(f"| {road} | {floor} | {value} | {figure} | {target} | "
+        self.lines.append(f"| {operation} | {baseline} | {measured} | {figure} | {target} | "
                           f"{'holds' if holds else 'MISSED'} |")
 
-    def speed(self, road, pair, least, unit="x the floor's speed"):
+    def speed(self, operation, pair, least, unit="x the baseline's speed"):
         figure = f"{1 / pair['ratio']:.2f} ({1 / pair['high']:.2f} to {1 / pair['low']:.2f})"
-        self.row(road, f"{pair['floor_ms']:.2f}", f"{pair['road_ms']:.2f}", figure,
+        self.row(operation, f"{pair['baseline_ms']:.2f}", f"{pair['measured_ms']:.2f}", figure,
                  f"at least {least} {unit}", 1 / pair["ratio"] >= least)
 
-    def time(self, road, pair, most):
+    def time(self, operation, pair, most):
         figure = f"{pair['ratio']:.3f} ({pair['low']:.3f} to {pair['high']:.3f})"
-        self.row(road, f"{pair['floor_ms']:.3f}", f"{pair['road_ms']:.3f}", figure,
-                 f"at most {most} x the floor's time", pair["ratio"] <= most)
+        self.row(operation, f"{pair['baseline_ms']:.3f}", f"{pair['measured_ms']:.3f}", figure,
+                 f"at most {most} x the baseline's time", pair["ratio"] <= most)
 
-    def value(self, road, figure, most, unit):
-        # Blocks are rounded up by the heap: the third digit decides, not the sixth.
-        self.row(road, "", "", f"{figure:.3f}", f"at most {most} {unit}",
+    def value(self, operation, figure, most, unit):
+        # Rounded to three digits, because the heap rounds blocks up.
+        self.row(operation, "", "", f"{figure:.3f}", f"at most {most} {unit}",
                  round(figure, 3) <= most)
 
 
@@ -169,8 +171,8 @@ def make_table(figures):
     table.speed("Rescale, 10800 x 5400 to 8192 x 4096", figures["rescale_ratio/10800"], 0.20)
     table.speed("the same against the straightforward form (3 pairs)",
                 figures["rescale_plain/10800"], 10, "x its speed")
-    for road in ("rescale_halved/8192", "rescale_ratio/10800"):
-        table.value(f"memory beside the block, {road}", figures[road]["extra_bytes_per_column"],
+    for name in ("rescale_halved/8192", "rescale_ratio/10800"):
+        table.value(f"memory beside the block, {name}", figures[name]["extra_bytes_per_column"],
                     16, "bytes x width")
     for size in ("8192", "16384"):
         table.speed(f"Load without shrink, {size}", figures[f"load/{size}"], 0.82)
@@ -186,8 +188,8 @@ def make_table(figures):
         table.speed(f"Split 4 x 2, {size}", figures[f"split/{size}"], 0.75)
         table.value(f"its peak, {size}", figures[f"split/{size}"]["peak_to_picture"], 1.5,
                     "x the picture")
-    table.time("Image road without the decode, 8192 halved and cut",
-               figures["image_road_to_decode"], 0.15)
+    table.time("Image pipeline without the decode, 8192 halved and cut",
+               figures["image_pipeline_to_decode"], 0.15)
     for factor in (100, 200, 400, 800):
         table.time(f"Compile, detail {factor}", figures[f"compile/{factor}"], 1.05)
     for factor in (100, 200, 400, 800):
@@ -198,13 +200,13 @@ def make_table(figures):
     table.value("its heap allocations", figures["frame/allocations"]["value"], 0, "in 20 frames")
     for count in (1000, 10000, 50000, 140000):
         table.time(f"FindCitiesNear, {count} cities", figures[f"find_cities/{count}"], 1.0)
-    for name, road, most in (("first_picture", "First picture, 4096 x 2048 map, 1920 x 1080", 1.10),
+    for name, operation, most in (("first_picture", "First picture, 4096 x 2048 map, 1920 x 1080", 1.10),
                              ("world_clock", "World clock start, the same map and window", 1.30)):
-        table.time(road, figures[name], most)
+        table.time(operation, figures[name], most)
         peak = figures[f"{name}/peak"]
         table.value(
-            f"its peak ({peak['road_mib']:.0f} MiB, bare program {peak['floor_mib']:.0f} MiB)",
-            peak["road_mib"] / peak["floor_mib"], 1.15, "x the bare program's")
+            f"its peak ({peak['measured_mib']:.0f} MiB, bare program {peak['baseline_mib']:.0f} MiB)",
+            peak["measured_mib"] / peak["baseline_mib"], 1.15, "x the bare program's")
     return table
 
 
@@ -227,7 +229,7 @@ def record(text):
 
 def main():
     if "HORIVO_WINE_ENV" not in os.environ:
-        sys.exit("start me by bench/run.sh: I need its Wine")
+        sys.exit("run bench/run.sh, which starts Wine for this script")
     start = time.time()
     figures = measure()
     (DATA.parent / "figures.json").write_text(json.dumps(figures, indent=1))

@@ -1,5 +1,5 @@
-# The same Windows target, compiled with Debian's clang on the headers and libraries of Debian's
-# MinGW: a second opinion on the code.
+# Compiles for the same Windows target with Debian's clang and the headers and libraries of Debian's
+# MinGW, to get the warnings of a second compiler.
 include(${CMAKE_CURRENT_LIST_DIR}/mingw.cmake)
 set(CMAKE_C_COMPILER clang)
 set(CMAKE_CXX_COMPILER clang++)
@@ -12,15 +12,16 @@ execute_process(COMMAND x86_64-w64-mingw32-g++-posix -print-file-name=include
                 OUTPUT_VARIABLE gcc_folder OUTPUT_STRIP_TRAILING_WHITESPACE)
 get_filename_component(gcc_folder ${gcc_folder} DIRECTORY)
 set(cxx_headers ${gcc_folder}/include/c++)
-# Links get these flags, too, and would complain that they need no headers.
+# The linker gets these flags, too. The first and last option silence its warning that it does not
+# use them.
 string(JOIN " " CMAKE_CXX_FLAGS_INIT
        "--start-no-unused-arguments -nostdinc++ --end-no-unused-arguments"
        "-isystem ${cxx_headers} -isystem ${cxx_headers}/x86_64-w64-mingw32")
 foreach(kind EXE SHARED MODULE)
   set(CMAKE_${kind}_LINKER_FLAGS_INIT "-L${gcc_folder}")
 endforeach()
-# The C++ library and the unwinder stand on the thread library, which must come after them. Cached,
-# else the platform's own list would take its place.
+# The C++ library and the unwinder need the thread library, which must come after them. This is a
+# cache variable, because CMake would replace an ordinary one by its own list.
 set(CMAKE_CXX_STANDARD_LIBRARIES
     "-lstdc++ -lgcc_eh -lwinpthread -lkernel32 -luser32 -lgdi32 -lshell32 -lole32 -ladvapi32"
     CACHE STRING "Linked into every C++ program")

@@ -1,5 +1,5 @@
-# One set of options for every target of the project: warnings are errors, and floating-point
-# contraction is off so that native tests see the numbers that Windows sees.
+# The options of every target of the project. Warnings are errors. Floating-point contraction is off,
+# so that native tests compute the same numbers as Windows.
 add_library(horivo_options INTERFACE)
 if(MSVC)
   target_compile_options(horivo_options INTERFACE /W4 /WX /permissive- /fp:precise /utf-8
@@ -9,7 +9,7 @@ else()
   target_compile_options(
     horivo_options INTERFACE -Wall -Wextra -Wpedantic -Wshadow -Wconversion -Werror
                              -ffp-contract=off)
-  # Two builds of one commit are alike, wherever they were made.
+  # Two builds of one commit are identical, whatever their folders are.
   target_compile_options(horivo_options INTERFACE -ffile-prefix-map=${PROJECT_BINARY_DIR}=build
                                                   -ffile-prefix-map=${PROJECT_SOURCE_DIR}=.)
 endif()
@@ -18,15 +18,15 @@ if(WIN32)
                                                       WINVER=0x0A00)
 endif()
 if(MINGW)
-  # The C++ runtime and the thread library are linked in: a host needs nothing but Windows.
+  # Links the C++ runtime and the thread library statically: a host needs nothing but Windows.
   target_link_options(horivo_options INTERFACE -static)
-  # Hardened images at no cost at run time. GCC has no control-flow protection for Windows.
+  # Security options that cost no time. GCC has no control-flow protection for Windows.
   target_link_options(horivo_options INTERFACE -Wl,--dynamicbase,--nxcompat,--high-entropy-va)
-  # Linked twice, alike: no time of the link in the image.
+  # No time of the link in the image, so that linking twice gives the same bytes.
   add_link_options(-Wl,--no-insert-timestamp)
 endif()
 if(HORIVO_SANITIZE)
-  # Conversions of numbers out of range are not among GCC's undefined behaviour.
+  # GCC's "undefined" group does not include float-cast-overflow.
   set(sanitizers -fsanitize=address,undefined,float-cast-overflow -fno-sanitize-recover=all
                  -fno-omit-frame-pointer)
   if(HORIVO_FUZZ)
@@ -34,7 +34,7 @@ if(HORIVO_SANITIZE)
   endif()
   target_compile_options(horivo_options INTERFACE ${sanitizers})
   target_link_options(horivo_options INTERFACE ${sanitizers})
-  # The standard library checks its indices and iterators too.
+  # Makes the standard library check its indices and iterators, too.
   target_compile_definitions(horivo_options INTERFACE _GLIBCXX_ASSERTIONS)
 endif()
 if(HORIVO_SANITIZE_THREADS)

@@ -1,7 +1,7 @@
-# find_package(horivo_map CONFIG) in the unpacked ZIP, wherever it lies:
+# For find_package(horivo_map CONFIG) in the unpacked ZIP, in any folder. Targets:
 #   horivo_map::horivo_map    the DLL and its header, for MinGW and Microsoft's compiler
 #   horivo_map::horivo_host   the services for hosts (static, C++20), for MinGW only
-# horivo_map_RUNTIME_DIR is where the DLL lies, to copy it beside a program.
+# horivo_map_RUNTIME_DIR is the folder of the DLL, which must be copied beside a program.
 get_filename_component(horivo_map_root ${CMAKE_CURRENT_LIST_DIR}/../../.. ABSOLUTE)
 set(horivo_map_RUNTIME_DIR ${horivo_map_root}/bin)
 

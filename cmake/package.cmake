@@ -1,8 +1,8 @@
-# What the ZIP holds, packed by tools/make_package.sh: `bin` runs as it stands, `lib` and `include`
-# are for hosts, which find them with find_package(horivo_map CONFIG).
+# Contents of the ZIP that tools/make_package.sh makes. The programs in `bin` run as they are. Hosts
+# find `lib` and `include` with find_package(horivo_map CONFIG).
 include(CMakePackageConfigHelpers)
 
-# Import libraries: MinGW's comes with the link, Microsoft's linker wants one of its own kind.
+# Import libraries: MinGW's linker makes its own; Microsoft's linker needs another one.
 find_program(HORIVO_DLLTOOL NAMES llvm-dlltool llvm-dlltool-14)
 set(msvc_import_library ${CMAKE_ARCHIVE_OUTPUT_DIRECTORY}/horivo_map.lib)
 set(export_list ${PROJECT_SOURCE_DIR}/src/api/horivo_map.def)
@@ -18,7 +18,7 @@ endif()
 
 install(TARGETS horivo_map RUNTIME DESTINATION bin ARCHIVE DESTINATION lib)
 if(MINGW)
-  # C++: only for the compiler that made them.
+  # C++ libraries can be used only with the compiler that built them.
   install(TARGETS horivo_host horivo_base ARCHIVE DESTINATION lib)
 endif()
 install(FILES include/horivo_map.h include/horivo_host.h DESTINATION include)
@@ -30,7 +30,7 @@ install(FILES cmake/horivo_mapConfig.cmake
               ${PROJECT_BINARY_DIR}/generated/horivo_mapConfigVersion.cmake
         DESTINATION ${config_folder})
 
-# The sample host, beside the DLL and with its data.
+# The sample host with its data, beside the DLL.
 install(TARGETS horivo_demo RUNTIME DESTINATION bin)
 install(TARGETS res_en LIBRARY DESTINATION bin)
 install(FILES assets/cities.tsv assets/map.jpg assets/buttons.png DESTINATION bin)
@@ -41,7 +41,7 @@ endforeach()
 install(FILES README.md CHANGELOG.md LICENSE NOTICE.md DESTINATION .)
 install(DIRECTORY docs examples DESTINATION .)
 install(FILES licenses/unicode.txt DESTINATION licenses)
-# Parts of the compiler's runtime libraries are in the binaries.
+# The binaries contain parts of the compiler's runtime libraries, which need this notice.
 set(runtime_notice /usr/share/doc/mingw-w64-common/copyright)
 if(MINGW AND EXISTS ${runtime_notice})
   install(FILES ${runtime_notice} DESTINATION licenses RENAME mingw-w64.txt)

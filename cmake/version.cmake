@@ -1,4 +1,4 @@
-# The version stands in the public header, where hosts read it; everything else takes it from here.
+# Reads the version from the public header, the only place that defines it.
 set(version_header ${CMAKE_CURRENT_LIST_DIR}/../include/horivo_map.h)
 set_property(DIRECTORY APPEND PROPERTY CMAKE_CONFIGURE_DEPENDS ${version_header})
 set(horivo_version "")

@@ -1,21 +1,21 @@
 /** @file
  * Horivo Map: an interactive, lit globe of the Earth in a child window of the host.
  *
- * All that a host includes, from C or C++. The header pulls in no windows.h; handles are declared
- * under their usual names and agree with it in any order of inclusion.
+ * The only header that a host needs, from C or C++. It does not include windows.h: it declares the
+ * handle types under their usual names and may be included before or after windows.h.
  *
- * Life of the library in the host:
+ * Order of the calls in a host:
  *   InitMap           once, before anything else
  *   SetLocalString    any time, normally before the first window
  *   InstallMap        only after a new "map.jpg" has been put into the data folder
  *   CreateMapWindow   for each map view; destroy it with DestroyWindow or with its parent
  *   FreeMap           last, when no map window is left
  *
- * Threads: every function belongs to the one thread that runs the windows' message loop. The
- * library starts short worker threads of its own to decode and cut the map picture; they keep the
- * library loaded until they have left it, so FreeLibrary right after FreeMap is safe.
+ * Threads: call every function from the one thread that runs the message loop of the windows. The
+ * library starts short-lived worker threads that decode and split the map picture. Each of them
+ * keeps the library loaded until it has ended, so FreeLibrary right after FreeMap is safe.
  *
- * No function throws. Text is UTF-16. Strings that the host passes are copied when they are used.
+ * No function throws. Text is UTF-16.
  */
 #ifndef HORIVO_MAP_H
 #define HORIVO_MAP_H
@@ -36,14 +36,14 @@ typedef char16_t HorivoWideChar;
 typedef uint_least16_t HorivoWideChar;
 #endif
 
-/* The windows.h names that the interface speaks of. */
+/* Types of windows.h that this header refers to. */
 struct HWND__;
 struct _TIME_DYNAMIC_ZONE_INFORMATION;
 
 /* ---- Version ------------------------------------------------------------------------------- */
 
-/** Version of the library: the one place where it stands. The build takes the DLL's version
- * resource and the package's name from here. The first number changes when a host has to. */
+/** Version of the library. It is defined only here: the build takes the DLL's version resource and
+ * the package's name from these numbers. A new major version means that hosts must be changed. */
 /** @{ */
 #define HORIVO_MAP_VERSION_MAJOR 1
 #define HORIVO_MAP_VERSION_MINOR 0
@@ -58,17 +58,19 @@ extern "C" {
 
 /** Success. */
 #define HORIVO_OK 0u
-/** The map picture cannot be read as a JPEG, or it would need more than a third of the memory. */
+/** The map picture cannot be read as a JPEG, or its pixels would need more than a third of the
+ * physical memory. */
 #define HORIVO_BAD_PICTURE 0x20000003u
 /** The map picture is smaller than 16 x 16 pixels or has neither 3 nor 4 colour components. */
 #define HORIVO_UNFIT_PICTURE 0x20000004u
 /** Copying "map.jpg" to "map0.jpg" or back failed; GetLastSysError says why. */
 #define HORIVO_COPY_FAILED 0x20000005u
-/** The window class was not registered, or Windows made no window; GetLastSysError says why. */
+/** The window class could not be registered, or Windows could not create the window;
+ * GetLastSysError says why. */
 #define HORIVO_CLASS_FAILED 0x20000006u
-/** OpenGL found no pixel format for the window; GetLastSysError says why. */
+/** There is no OpenGL pixel format for the window; GetLastSysError says why. */
 #define HORIVO_NO_PIXEL_FORMAT 0x20000007u
-/** The pixel format was refused; GetLastSysError says why. */
+/** Windows refused to set the pixel format; GetLastSysError says why. */
 #define HORIVO_PIXEL_FORMAT_REFUSED 0x20000008u
 /** The OpenGL context could not be made current; GetLastSysError says why. */
 #define HORIVO_CONTEXT_FAILED 0x20000009u
@@ -78,17 +80,18 @@ extern "C" {
 /** From the map to its parent: the user clicked a city.
  * wParam: index of the city in the host's table; lParam: address of its CityRecord.
  * From the host to the map: show this city (fly there, offer its photos).
- * wParam: not read; lParam: address of a CityRecord whose names are looked up in the table given to
- * InitMap (0, an unknown city or one without position: nothing happens). */
+ * wParam: ignored; lParam: address of a CityRecord. The library looks its names up in the table
+ * given to InitMap. Nothing happens for 0, for an unknown city and for a city without position. */
 #define HORIVO_MSG_CITY 0x80C8u
 /** From the map to the host's hidden main window (class HORIVO_HOST_WINDOW_CLASS), by SendMessage:
- * may the photos of this city's country be shown? wParam: city index, negative when no city lies
- * under the pointer and -index is only the nearest one; lParam: the map window. Answer 1 to allow;
- * every other answer, or no such window, is a refusal. */
+ * asks whether the photos of this city's country may be shown.
+ * wParam: index of the city under the pointer; when no city is there, the negated index of the
+ * nearest one. lParam: the map window. Return 1 to allow. Any other value refuses; without such a
+ * window the photos are refused, too. */
 #define HORIVO_MSG_MAY_SHOW_PHOTOS 0x80D2u
 /** From the host to the map: photos of a city have changed on disk.
- * wParam: city index as it came with HORIVO_MSG_MAY_SHOW_PHOTOS (sign included); lParam: number of
- * new photos, at least 1. */
+ * wParam: the city index of the HORIVO_MSG_MAY_SHOW_PHOTOS message, with its sign; lParam: number
+ * of new photos, at least 1. */
 #define HORIVO_MSG_PHOTOS_CHANGED 0x80D3u
 
 /** Class name of the host's hidden main window. */
@@ -96,16 +99,17 @@ extern "C" {
 
 /* ---- Local strings ------------------------------------------------------------------------- */
 
-/** The one text that the map asks of the host: the hint beside the add-photo button; unset, none.
- */
+/** Identifier of the hint beside the add-photo button, the only text that the map takes from the
+ * host. Until the host sets it, no hint is shown. */
 #define HORIVO_TEXT_ADD_PHOTO 2
 
 /* ---- Time zones ---------------------------------------------------------------------------- */
 
-/** Every time zone of Windows by the name of its registry key, with the number that
- * CityRecord::timeZoneId uses for it. X(number, name) is expanded once a zone; the name is a narrow
- * string literal, `L##name` makes it wide. Numbers never change: the list was sorted once, zones
- * that Windows adds later go to its end. A zone that the running system lacks gives an empty time.
+/** The time zones of Windows: the name of each registry key and the number that
+ * CityRecord::timeZoneId uses for it. X(number, name) is expanded once for each zone; the name is a
+ * narrow string literal, and `L##name` makes it wide. Numbers never change: zones that Windows adds
+ * later are appended, so that later entries need not be in alphabetical order. A city whose zone
+ * the running system lacks shows no time.
  */
 /* clang-format off */
 #define HORIVO_TIME_ZONES(X) \
@@ -257,36 +261,37 @@ extern "C" {
 /** One city of the host's table: 376 bytes, little-endian, records packed back to back.
  *
  * The host owns the array and keeps it valid from InitMap until FreeMap has returned. The library
- * reads the names, the position and the time-zone fields; it writes timeZone, markerPoint,
- * windowPoint, distanceSq, inRange and nearest, and touches no other byte.
+ * reads the names, the position and the time-zone fields. It writes only timeZone, markerPoint,
+ * windowPoint, distanceSq, inRange and nearest.
  *
  * A city has a position only when latitude and longitude are both non-zero (a NaN counts as
  * non-zero): a city exactly on the equator or on the prime meridian gets no marker and no label. */
 typedef struct CityRecord {
     HorivoWideChar cityName[64]; /**< name, NUL-terminated, at most 63 characters */
     HorivoWideChar
-        countryName[64];        /**< country, NUL-terminated; with the name it finds the photos */
-    unsigned char hostBytes[8]; /**< the host's own; never read, never written */
+        countryName[64];        /**< country, NUL-terminated; country and name lead to the photos */
+    unsigned char hostBytes[8]; /**< for the host's own use; never read, never written */
     double latitude;            /**< degrees, north positive; 0 means no position */
     double longitude;           /**< degrees, east positive; 0 means no position */
-    uint32_t timeZoneId;        /**< HORIVO_TIME_ZONES number, 0 unknown; read when timeZone is
-                                   null */
+    uint32_t timeZoneId;        /**< HORIVO_TIME_ZONES number, 0 unknown; used while timeZone
+                                   is null */
     uint32_t padding;           /**< not read, not written */
     const struct _TIME_DYNAMIC_ZONE_INFORMATION*
-        timeZone;          /**< DYNAMIC_TIME_ZONE_INFORMATION of the city: with a TimeZoneKeyName
-                              that the system knows and without DynamicDaylightTimeDisabled, the
-                              system's rules of the year; else its own bias and dates. Null:
-                              the library looks timeZoneId up and writes its own record here,
-                              which lives until the library is unloaded; FreeMap puts null back
-                              where the library wrote, in the table of the last InitMap. Clear it
-                              yourself in a record that you hand over again after unloading. */
+        timeZone;          /**< DYNAMIC_TIME_ZONE_INFORMATION of the city, or null. Windows' rules
+                              of the year apply when Windows knows its TimeZoneKeyName and
+                              DynamicDaylightTimeDisabled is not set; otherwise its own bias and
+                              dates apply. When it is null, the library looks timeZoneId up and
+                              writes the address of a record of its own here. That record lives
+                              until the library is unloaded. FreeMap writes null again wherever the
+                              library wrote an address in the table of the last InitMap. In a
+                              record that you pass again after unloading, write null yourself. */
     double markerPoint[4]; /**< out: x, y, z, 1 on the globe of radius 3, lifted by 1.0001 */
-    double windowPoint[4]; /**< out: its last projection, window pixels, y upward */
+    double windowPoint[4]; /**< out: last projection of the marker, window pixels, y upward */
     double distanceSq;     /**< out: squared distance to the place last pointed at, clicked or
-                              flown to by HORIVO_MSG_CITY, globe units. A country's photos are shown
-                              nearest city first by it, as it is when the country is chosen */
-    unsigned char inRange; /**< out: 1 while the city lies within reach of the pointed place */
-    unsigned char nearest; /**< out: 1 for the one city nearest to the pointed place */
+                              shown by HORIVO_MSG_CITY, globe units. When a country is chosen, its
+                              photos are sorted by this value, those of the nearest city first */
+    unsigned char inRange; /**< out: 1 while the city is at most 0.02 globe units from that place */
+    unsigned char nearest; /**< out: 1 for the one city nearest to that place */
     unsigned char tail[6]; /**< not read, not written */
 } CityRecord;
 
@@ -311,7 +316,7 @@ _Static_assert(sizeof(CityRecord) == 376 && offsetof(CityRecord, latitude) == 26
 
 /* ---- Functions ----------------------------------------------------------------------------- */
 
-/** How the functions are declared: imported from the DLL, plain inside it. */
+/** Linkage of the functions: imported from the DLL; without attribute while the DLL is built. */
 #ifdef HORIVO_MAP_BUILD
 #define HORIVO_API
 #elif defined(_WIN32)
@@ -320,43 +325,46 @@ _Static_assert(sizeof(CityRecord) == 376 && offsetof(CityRecord, latitude) == 26
 #define HORIVO_API
 #endif
 
-/** Takes the host's city table and makes the library ready: finds the data folder
- * (`Zelmo\Horivo` in the common application data folder, made when missing), registers the window
- * class. A second call replaces the table and reports the class that is already there. A call that
- * finds no memory (ERROR_NOT_ENOUGH_MEMORY) leaves the table of the call before in force.
- * @param cities     the host's array, may be null
+/** Takes the host's city table and prepares the library: finds the data folder (`Zelmo\Horivo` in
+ * the common application data folder; it is created when it is missing) and registers the window
+ * class. A second call replaces the table; then HORIVO_CLASS_FAILED with
+ * ERROR_CLASS_ALREADY_EXISTS only reports that the class is registered already. A call that runs
+ * out of memory (ERROR_NOT_ENOUGH_MEMORY) keeps the table of the previous call.
+ * @param cities     the host's array; may be null
  * @param cityCount  number of records; below 0 counts as none
  * @return HORIVO_OK or HORIVO_CLASS_FAILED */
 HORIVO_API uint32_t InitMap(CityRecord* cities, int32_t cityCount);
 
 /** Sets or replaces a localized text.
- * @param id    HORIVO_TEXT_ADD_PHOTO is the one that is read
- * @param text  is copied; null is ignored and leaves an earlier text in place */
+ * @param id    HORIVO_TEXT_ADD_PHOTO; the map uses no other
+ * @param text  is copied; null is ignored, so that an earlier text stays */
 HORIVO_API void SetLocalString(int32_t id, const HorivoWideChar* text);
 
 /** Creates a visible map window inside `parent`.
- * @param parent         gets HORIVO_MSG_CITY; owns the window and destroys it with itself
+ * @param parent         gets HORIVO_MSG_CITY; owns the window, which is destroyed with it
  * @param x,y            place in the client area of `parent`, pixels
  * @param width,height   pixels
  * @param[out] status    HORIVO_OK or one of the three OpenGL set-up codes; null is tolerated
- * @return the window; null when it was refused: *status then holds the set-up code, or HORIVO_OK
- * when Windows itself refused it (GetLastSysError) */
+ * @return the window; null when it could not be created. *status then holds the OpenGL set-up code,
+ * or HORIVO_OK when Windows itself refused the window (see GetLastSysError) */
 HORIVO_API struct HWND__* CreateMapWindow(struct HWND__* parent, int32_t x, int32_t y,
                                           int32_t width, int32_t height, uint32_t* status);
 
-/** Checks a newly installed "map.jpg" in the data folder, keeps a pristine copy as "map0.jpg" (or
- * restores from it when "map.jpg" is bad), proves with a hidden window that the picture becomes
- * textures on this machine, and writes "map.jpg" back at quality 85 when it had to be shrunk.
- * May take seconds.
+/** Checks a newly installed "map.jpg" in the data folder and keeps an unchanged copy of it as
+ * "map0.jpg"; when "map.jpg" is bad, restores it from that copy. Then tries in a hidden window
+ * whether this machine can make textures of the picture, and writes "map.jpg" back with JPEG
+ * quality 85 when the picture had to be shrunk. May take seconds.
  * @return HORIVO_OK or one of the result codes above */
 HORIVO_API uint32_t InstallMap(void);
 
 /** Releases the textures, the window class and the lock. Call it when no map window is left; the
- * city array must live until it returns. Further calls touch no record until the next InitMap.
+ * city array must live until it returns. A further call before the next InitMap does not access the
+ * city array.
  * @return non-zero on success */
 HORIVO_API uint32_t FreeMap(void);
 
-/** The operating system's error behind the last failure that says so; never reset. */
+/** The operating system's error code of the last failure whose result code refers to this function;
+ * never reset. */
 HORIVO_API uint32_t GetLastSysError(void);
 
 #ifdef __cplusplus

@@ -1,9 +1,9 @@
 #!/usr/bin/env python3
 """Checks the time zones of the sample cities: tools/check_city_zones.py [FILE]
 
-Windows keeps one time for all cities of one of its zones. So in each of six months of one year the
-cities that FILE (default: assets/cities.tsv) gives one Windows name must have one offset from UTC by
-the system's tz database. Prints every zone whose cities differ, and fails then.
+All cities with the same Windows time zone have the same time. So in each of six months of one year,
+the cities with the same Windows zone in FILE (default: assets/cities.tsv) must have the same offset
+from UTC in the system's tz database. Prints every zone whose cities differ; then exits non-zero.
 """
 import collections
 import datetime
@@ -11,10 +11,10 @@ import pathlib
 import sys
 import zoneinfo
 
-# The tz databases in use know the laws of this year. It is raised by hand: if it followed the
-# calendar, a law made somewhere today would fail the check of a change that has nothing to do with it.
+# A year whose time zone laws are in all tz databases in use. It is raised by hand: with the current
+# year, a new law anywhere would make this check fail for a change that has nothing to do with it.
 CHECKED_YEAR = 2025
-# Every second month: in some of them the one half of the world has daylight time, in others the other.
+# Every second month, so that daylight saving time of both hemispheres is covered.
 MONTHS = (1, 3, 5, 7, 9, 11)
 WINDOWS_ZONE, TZ_ZONE = 4, 5  # columns; the city's name is the first
 

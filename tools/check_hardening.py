@@ -1,9 +1,9 @@
 #!/usr/bin/python3
-"""Reads from built files how they protect the process that loads them.
+"""Checks the security options of built files: check_hardening.py OBJDUMP DLL [PROGRAM...]
 
-check_hardening.py OBJDUMP DLL [PROGRAM...]: every file must lie at any address of 64 bits, run no
-data and hold no page that is written and run; what holds code must guard its stack; the DLL looks
-for what it is linked to in the system's folder alone and carries a version.
+Every file must support random 64-bit addresses and non-executable data, must have no section that is
+both writable and executable, and must use stack protection. The DLL must search the libraries that
+it imports in the system folder only, and must have a version resource.
 """
 import re
 import subprocess
@@ -13,8 +13,10 @@ import pefile
 
 LOAD_FROM_SYSTEM_FOLDER = 0x800
 LOAD_CONFIG = pefile.DIRECTORY_ENTRY["IMAGE_DIRECTORY_ENTRY_LOAD_CONFIG"]
-# Functions with buffers; below it, the option was lost for most of the sources.
-FEWEST_GUARDED = 100
+# Functions with stack protection. Fewer mean that most sources were compiled without the option.
+MIN_GUARDED = 100
+RELOCATIONS = 5  # index in the table of data directories
+DEPENDENT_LOAD_FLAGS = 78  # offset in the load configuration, bytes; 2 bytes long
 
 
 def image_faults(image):
@@ -22,18 +24,18 @@ def image_faults(image):
     flags = {
         "DYNAMIC_BASE": "is not loaded at random addresses",
         "HIGH_ENTROPY_VA": "is not loaded at random addresses of 64 bits",
-        "NX_COMPAT": "does not ask for data that cannot run",
+        "NX_COMPAT": "does not ask for non-executable data",
     }
     for flag, fault in flags.items():
         if not getattr(header, "IMAGE_DLLCHARACTERISTICS_" + flag):
             yield fault
-    if image.FILE_HEADER.IMAGE_FILE_RELOCS_STRIPPED or not header.DATA_DIRECTORY[5].Size:
-        yield "has no relocations: any address is an empty promise"
+    if image.FILE_HEADER.IMAGE_FILE_RELOCS_STRIPPED or not header.DATA_DIRECTORY[RELOCATIONS].Size:
+        yield "has no relocations, so it cannot be loaded at random addresses"
     for section in image.sections:
         if section.IMAGE_SCN_MEM_WRITE and section.IMAGE_SCN_MEM_EXECUTE:
-            yield f"has a section that is written and run: {section.Name.rstrip(bytes(1))}"
+            yield f"has a section that is writable and executable: {section.Name.rstrip(bytes(1))}"
     if header.CheckSum != image.generate_checksum():
-        yield "carries a wrong checksum"
+        yield "has a wrong checksum"
 
 
 def guarded_functions(objdump, path):
@@ -46,13 +48,13 @@ def dll_faults(image):
     config = image.OPTIONAL_HEADER.DATA_DIRECTORY[LOAD_CONFIG]
     flags = 0
     if config.Size:
-        flags = image.get_word_at_rva(config.VirtualAddress + 78)
-        if image.get_dword_at_rva(config.VirtualAddress) < 80:
+        flags = image.get_word_at_rva(config.VirtualAddress + DEPENDENT_LOAD_FLAGS)
+        if image.get_dword_at_rva(config.VirtualAddress) < DEPENDENT_LOAD_FLAGS + 2:
             yield "has a load configuration without flags"
     if flags != LOAD_FROM_SYSTEM_FOLDER:
-        yield f"looks for other libraries by {flags:#x}"
+        yield f"searches other libraries with the flags {flags:#x}"
     if not getattr(image, "VS_FIXEDFILEINFO", None):
-        yield "carries no version"
+        yield "has no version"
 
 
 def main():
@@ -62,14 +64,14 @@ def main():
         image = pefile.PE(path)
         guarded = guarded_functions(objdump, path)
         faults = list(image_faults(image))
-        if guarded < FEWEST_GUARDED:
-            faults.append(f"guards the stack of {guarded} functions only")
+        if guarded < MIN_GUARDED:
+            faults.append(f"protects the stack of only {guarded} functions")
         if path == dll:
             faults += dll_faults(image)
         for fault in faults:
             print(f"{path} {fault}")
         failed |= bool(faults)
-        print(f"{path}: {guarded} functions guard their stack")
+        print(f"{path}: {guarded} functions protect their stack")
     sys.exit(failed)
 
 

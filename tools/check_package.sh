@@ -1,14 +1,14 @@
 #!/bin/bash
-# Tries the ZIP as another program's author would: tools/check_package.sh [ZIP]
-# Unpacks it in a folder of its own, builds the hosts of examples/ against it (C++ and C with
-# find_package, C++ also with the library's sources in the same build, C# with Mono's compiler), runs
-# those in C++ and C and the sample host, whose map must show a lit globe.
+# Uses the ZIP as the author of a host would: tools/check_package.sh [ZIP]
+# Unpacks it into a temporary folder and builds the hosts of examples/ against it: C++ and C with
+# find_package, C++ also with the library's sources in the same build, C# with Mono's compiler. Then
+# runs the hosts in C++ and C, and the sample host, whose map must show a lit globe.
 set -euo pipefail
 cd "$(dirname "${BASH_SOURCE[0]}")/.."
 root=$PWD
 tools/install_packages.sh build run demo package
 zip=$(realpath "${1:-$(ls build/mingw/package/*.zip)}")
-work=$(mktemp -d "${TMPDIR:-/tmp}/horivo package.XXXXXX")  # with a blank, as people's folders have
+work=$(mktemp -d "${TMPDIR:-/tmp}/horivo package.XXXXXX")  # a path with a space, as users have
 trap 'rm -rf "$work"' EXIT
 
 say() { echo "-- $*"; }
@@ -16,7 +16,7 @@ say() { echo "-- $*"; }
 unzip -q "$zip" -d "$work"
 package=$(echo "$work"/horivo_map-*)
 
-say "README shows the C++ host as it is"
+say "README shows the C++ host unchanged"
 diff <(awk '/^```$/ { shown = 0 } shown { print } /^```cpp$/ { shown = 1 }' "$package/README.md") \
     "$package/examples/cpp/globe.cpp"
 
@@ -46,7 +46,7 @@ add_custom_command(TARGET globe POST_BUILD
                    COMMAND ${CMAKE_COMMAND} -E copy $<TARGET_RUNTIME_DLLS:globe> $<TARGET_FILE_DIR:globe>
                    COMMAND_EXPAND_LISTS)
 if(TARGET horivo_demo OR TARGET horivo_portable_tests OR HORIVO_TESTS)
-  message(FATAL_ERROR "the library brings more than itself into another build")
+  message(FATAL_ERROR "the library adds more than itself to another build")
 endif()
 END
 {
@@ -59,12 +59,12 @@ END
 }
 [ -s "$work/consumer/build/horivo_map.dll" ]
 
-say "building examples/csharp, its record is that of the header"
+say "building examples/csharp; its record must have the layout of the header"
 mcs -warnaserror -warn:4 -platform:x64 "-out:$work/csharp.exe" "$package"/examples/csharp/*.cs
 mcs -warnaserror "-out:$work/layout.exe" tools/csharp_layout.cs "$package/examples/csharp/HorivoMap.cs"
 mono "$work/layout.exe"
 
-say "the import library for Microsoft's linker serves it"
+say "linking with the import library for Microsoft's linker"
 clang --target=x86_64-pc-windows-msvc -nostdinc -c tools/import_library_user.c \
     -o "$work/user.obj"
 lld-link -nodefaultlib -entry:start -subsystem:console "-out:$work/user.exe" "$work/user.obj" \
@@ -78,7 +78,8 @@ source tools/wine_env.sh
 wine_env_start package
 trap 'wine_env_end; rm -rf "$work"' EXIT
 
-# Takes pictures of the map until one shows the lit globe; its last attempt says what is wrong.
+# Takes pictures of the map until one shows the lit globe. After 20 failures it prints what is wrong
+# with the last picture.
 check_map() {
     local window
     echo "there is no map" >"$work/log"
@@ -98,9 +99,10 @@ END
     return 1
 }
 
-# Runs a host as on a machine that has never seen the map: run_host FOLDER PROGRAM TITLE CHECK
-# The window with this title must show, which it does only once CreateMapWindow has given a map; CHECK
-# must succeed while it runs; and it must close with success. Its clock says noon on a day in June.
+# Runs a host on a machine without the library's data folder: run_host FOLDER PROGRAM TITLE CHECK
+# A window with this title must appear; hosts show it only after CreateMapWindow has succeeded. CHECK
+# must succeed while the host runs, and the host must end with exit code 0. Its clock shows noon on a
+# day in June.
 run_host() {
     local data="$WINEPREFIX/drive_c/ProgramData/Zelmo" host window='' status=0
     say "running $2 in $1"
@@ -110,7 +112,7 @@ run_host() {
     for _ in $(seq 120); do
         window=$(xdotool search --onlyvisible --name "^$3\$" 2>/dev/null || true)
         [ -z "$window" ] || break
-        kill -0 $host 2>/dev/null || break  # gone already: its code says why
+        kill -0 $host 2>/dev/null || break  # the host has ended; its exit code is printed below
         sleep 0.5
     done
     if [ -z "$window" ]; then
@@ -119,13 +121,13 @@ run_host() {
     fi
     $4 || return 1
     kill -0 $host 2>/dev/null || { echo "the host ended by itself"; return 1; }
-    say "its window stands: $(xdotool getwindowgeometry "$window" | tr '\n' ' ')"
+    say "its window: $(xdotool getwindowgeometry "$window" | tr '\n' ' ')"
     [ -s "$data/Horivo/map.jpg" ]
     wine taskkill /IM "$2" >/dev/null 2>&1 || true
     wait $host || status=$?
-    [ $status -eq 0 ] || { echo "closed, the host ended with $status"; return 1; }
+    [ $status -eq 0 ] || { echo "after closing, the host ended with $status"; return 1; }
 }
-run_host "$work/cpp" globe.exe 'My globe' 'sleep 3'  # Wine shows no map there
+run_host "$work/cpp" globe.exe 'My globe' 'sleep 3'  # no check of the map: Wine does not show it there
 run_host "$work/c" globe.exe 'My globe' 'sleep 3'
 run_host "$package/bin" horivo_demo.exe 'Horivo World Clock' check_map
 say "the package is as it should be"

@@ -1,10 +1,11 @@
 #!/usr/bin/env python3
 """Checks the tour's pictures for a lit globe: tools/check_pictures.py FOLDER.
 
-Prints a line for each check and exits non-zero when a picture does not show what it must: a round
-globe in the middle of black space, sea and land by day, darkness by night, on a June evening over
-Europe the lit ice of the north above, day to the left and night to the right and below; and where
-the pointer shows something, its labels, photos, captions and buttons in their colours and places.
+Prints a line for each check and exits non-zero when a picture does not show what it must. All pictures
+must show a round globe in the middle of black space. By day the globe shows sea and land, by night
+it is dark. On a June evening over Europe it shows lit ice in the north, day on the left, and night on
+the right and below. Where the pointer shows something, the picture must have the labels, photos,
+captions and buttons in their colours and places.
 """
 
 import sys
@@ -14,11 +15,11 @@ from png_reader import read_png
 
 GLOBE_STOPS = ["01-start", "02-drag", "03-near", "04-far", "05-fly-to", "06-information",
                "07-loading", "08-day-side", "09-night-side", "10-june-evening"]
-SPACE = 12      # channel value; the halo's faintest part is brighter
-STEP = 2        # every second pixel of a row and every second row is plenty
-INNER = 0.95    # of the radius: leaves the halo out
-CORNER = 60, 30  # pixels, width and height; text and buttons stand in the lower corners
-PANEL = 108     # pixels; photos and buttons stand in this column on the right
+SPACE = 12      # largest channel value of black space; the faintest part of the air is brighter
+STEP = 2        # pixels; measuring every second pixel of every second row is enough
+INNER = 0.95    # share of the radius that is measured, without the air around the globe
+CORNER = 60, 30  # pixels, width and height of the upper corners; the lower ones have text and buttons
+PANEL = 108     # pixels; width of the column on the right with photos and buttons
 SIZES = ["800x600", "2560x1440"]  # of the tour through windows of several sizes
 
 WHITE = (255, 255, 255)
@@ -37,9 +38,9 @@ def demand(condition, text):
 
 
 def disc(picture):
-    """Centre and radius of what is not space on the two middle lines."""
+    """Centre, half width and half height of the globe, measured on the two middle lines."""
     middle_x, middle_y = picture.width // 2, picture.height // 2
-    # Photos and their panel are no part of the globe.
+    # The photo panel is not part of the globe.
     row = [x for x in range(picture.width - PANEL) if max(picture.pixel(x, middle_y)) > SPACE]
     column = [y for y in range(picture.height) if max(picture.pixel(middle_x, y)) > SPACE]
     demand(row and column, "nothing but space")
@@ -63,14 +64,14 @@ def check_globe(picture):
 
 
 def count(picture, colour, left, top, right, bottom):
-    """Pixels of a colour; left and right below 0 count from the right edge."""
+    """Number of pixels of a colour; left and right below 0 are counted from the right edge."""
     columns = range(left % picture.width, right % picture.width or picture.width)
     return sum(1 for y in range(top, bottom) for x in columns
                if all(abs(a - b) < 4 for a, b in zip(picture.pixel(x, y), colour)))
 
 
 def check_labels(others):
-    """The nearest city's name and dot, and names of other cities where there are some."""
+    """Checks the name and the dot of the nearest city, and names of other cities if `others` is set."""
     def check(picture):
         def on_globe(colour):
             return count(picture, colour, picture.width // 4, 0, -PANEL, picture.height)
@@ -82,7 +83,7 @@ def check_labels(others):
 
 
 def check_photos(previous, following):
-    """Titles, a photo, and the arrows to the pages before and after."""
+    """Checks the title, a photo, and the arrows to the previous and the next page."""
     def check(picture):
         demand(count(picture, WHITE, -PANEL, 0, picture.width, 34) > 60, "no title")
         first = [picture.pixel(picture.width - PANEL // 2 + dx, y)
@@ -102,7 +103,7 @@ def check_text_beside_panel(top, bottom):
 
 
 def check_plus(lit):
-    """The ground of the plus button: dark at rest, blue under the pointer; the plus is light."""
+    """Checks the plus button: its ground is dark, or blue under the pointer; the plus is light."""
     def check(picture):
         left, top = picture.width - PANEL + 6, picture.height - 102
         blue = picture.pixel(left + 6, top + 8)[2]
@@ -112,7 +113,7 @@ def check_plus(lit):
 
 
 class Surface:
-    """Shares of sea, land and ice on the globe, and the light of its four quarters."""
+    """Shares of sea, land and ice on the globe, and the brightness of its four quarters."""
 
     def __init__(self, picture):
         x0, y0, radius, _ = disc(picture)
@@ -142,7 +143,7 @@ class Surface:
 
 
 def check_day_and_night(day, night):
-    # At the hour of the run the Sun may stand over the middle of an ocean: land has a stop of its own.
+    # The Sun may be over an ocean at the hour of the run, so land is checked in another picture.
     demand(day.sea > 0.05 and day.sea + day.land > 0.4,
            f"by day the surface shows {day.sea:.0%} sea and {day.land:.0%} land")
     demand(day.mean_light > 2.5 * night.mean_light,
@@ -177,8 +178,8 @@ MIDDLE_PAGE = check_photos(previous=True, following=True)
 CAPTION = check_text_beside_panel(90, 160)
 HINT = check_text_beside_panel(34, 64)
 
-# What else is to be seen on the stops where the pointer shows something: whether the whole globe
-# is in the picture, and the checks of the flat things above it.
+# Pictures in which the pointer shows something: whether the whole globe is in the picture, and the
+# checks of labels, photos and buttons.
 POINTER_STOPS = {
     "11-buttons": (True, check_plus(lit=False), check_land),
     "12-button-plus": (True, check_plus(lit=True)),
@@ -211,7 +212,7 @@ CLOCK_VIEWS = ["", "-menu-1", "-menu-2", "-menu-3", "-menu-4", "-keys", "-about"
 
 
 def check_clock(pictures, scaling):
-    """The whole program: a list on the left and a globe on the right, each language another text."""
+    """Checks the whole program: a list on the left, a globe on the right, menus in the language."""
     factor = SCALINGS[scaling]
     titles = set()
     for language in LANGUAGES:
@@ -271,14 +272,14 @@ def main():
     if faults:
         return 1
     for name in GLOBE_STOPS:
-        if name != "03-near":  # there the globe is larger than the window
+        if name != "03-near":  # in that picture the globe is larger than the window
             run(f"{name}: a round globe in black space", lambda name=name: check_globe(pictures[name]))
-    run("07-loading: says so", lambda: check_loading(pictures["07-loading"]))
+    run("07-loading: the line about loading", lambda: check_loading(pictures["07-loading"]))
     run("day and night side", lambda: check_day_and_night(
         Surface(pictures["08-day-side"]), Surface(pictures["09-night-side"])))
     run("10-june-evening: Sun and map", lambda: check_june(Surface(pictures["10-june-evening"])))
     for name, (whole_globe, *checks) in flat_stops().items():
-        run(f"{name}: what stands above the globe", lambda name=name, whole=whole_globe, checks=checks:
+        run(f"{name}: labels, photos and buttons", lambda name=name, whole=whole_globe, checks=checks:
             check_all(read_png(folder / f"{name}.png"), whole, checks))
     for scaling in SCALINGS:
         run(f"the world clock at {scaling} %", lambda scaling=scaling: check_clock(

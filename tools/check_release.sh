@@ -1,7 +1,8 @@
 #!/bin/bash
-# What the ZIP must pass before anybody gets it: tools/check_release.sh
-# One version everywhere, the same bytes from two builds, hosts built and run from the unpacked ZIP,
-# a second compiler content with every line, a reference without gaps.
+# Checks the ZIP before a release: tools/check_release.sh
+# The version must be the same everywhere, two builds must give the same bytes, hosts must build and
+# run from the unpacked ZIP, a second compiler must accept all sources without a warning, and the
+# reference of the public headers must be complete.
 set -euo pipefail
 cd "$(dirname "${BASH_SOURCE[0]}")/.."
 
@@ -9,7 +10,7 @@ say() { echo "---- $*"; }
 
 say "packing"
 tools/make_package.sh
-say "packing again elsewhere"
+say "packing again in another folder"
 tools/check_reproducible.sh
 say "using the package"
 tools/check_package.sh

@@ -1,7 +1,7 @@
 #!/bin/bash
-# Checks that one state of the sources gives one ZIP: tools/check_reproducible.sh
-# Packs it a second time from a copy in another folder, without any cache of the compiler, and
-# compares the bytes with the ZIP of tools/make_package.sh.
+# Checks that the same sources always give the same ZIP: tools/check_reproducible.sh
+# Builds the ZIP a second time from a copy in another folder, without compiler cache, and compares its
+# bytes with the ZIP of tools/make_package.sh.
 set -euo pipefail
 cd "$(dirname "${BASH_SOURCE[0]}")/.."
 copy=$(mktemp -d "${TMPDIR:-/tmp}/horivo-again.XXXXXX")

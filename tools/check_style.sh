@@ -1,8 +1,8 @@
 #!/bin/bash
 # Format and static analysis: tools/check_style.sh
-# clang-format looks at every C++ file. clang-tidy looks at src/, demo/, tour/ and bench/: the portable
-# files as this machine compiles them, the Windows files with clang as a cross-compiler for the same
-# target as MinGW. Exits non-zero when either has something to say.
+# Runs clang-format on every C++ file, and clang-tidy on src/, demo/, tour/ and bench/. clang-tidy reads
+# portable files as this machine compiles them, and Windows files as cross-compiled for MinGW's
+# target. Exits non-zero when one of them finds something.
 set -uo pipefail
 cd "$(dirname "${BASH_SOURCE[0]}")/.."
 tools/install_packages.sh build check bench || exit 1
@@ -13,7 +13,7 @@ mapfile -t all_files < <(find src include demo tour tests bench -name '*.cpp' -o
 echo "clang-format: ${#all_files[@]} files"
 clang-format --dry-run -Werror "${all_files[@]}" || failed=1
 
-# Runs clang-tidy on the files that come on standard input, on all cores; only its findings show.
+# Runs clang-tidy on the files named on standard input, on all cores; prints only its findings.
 tidy() {
     xargs -P "$(nproc)" -n 4 clang-tidy --quiet "$@" 2> >(grep -v ' warnings\? generated' >&2)
 }

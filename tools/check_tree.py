@@ -1,13 +1,13 @@
 #!/usr/bin/python3
-"""Checks how the source tree holds together: tools/check_tree.py
+"""Checks which files of the source tree include which: tools/check_tree.py
 
-- A folder of src includes the folders that its row below names, itself, and include/.
-- No circle of units. A unit is a header with the sources of its name: x.h with x.cpp and x_win.cpp;
-  x_win.h, where there is one, with x_win.cpp.
-- <windows.h> stands in base/windows_types.h alone, other headers of Windows in _win files.
-- demo, tour and examples know the library by its public headers.
-- Every header compiles alone: _win ones for Windows, the others natively. A header that a source of
-  its kind includes before anything else does so in every build; the rest is compiled here.
+- A folder of src includes only itself, include/, and the folders that its row below names.
+- There is no circle of units. A unit is a header with the sources of its name: x.h with x.cpp and
+  x_win.cpp. If there is an x_win.h, x_win.cpp belongs to that.
+- Only base/windows_types.h includes <windows.h>; only _win files include other headers of Windows.
+- demo, tour and examples include only the library's public headers and their own.
+- Every header compiles alone: _win headers for Windows, the others natively. When a source of the
+  same kind includes a header first, every build proves that; this script compiles the others.
 
 Prints each offending line and exits non-zero when there is one.
 """
@@ -20,7 +20,7 @@ from pathlib import Path
 
 ROOT = Path(__file__).resolve().parent.parent
 
-# Lowest first: a row names rows above it, so there is no circle of folders.
+# Lowest first. A row may name only rows above it, so that there is no circle of folders.
 FOLDERS = {
     "base": "",
     "math": "base",
@@ -97,7 +97,7 @@ def check_public_headers():
         for number, quoted, name in includes(path):
             if name.endswith(".h") and not name.startswith("std") and \
                     not (ROOT / "include" / name).exists():
-                fault(path, number, name, "a public header stands on the standard library alone")
+                fault(path, number, name, "a public header includes only the standard library")
     for host, roots in HOSTS.items():
         for path in sources(host):
             places = [path.parent, ROOT, ROOT / "include"] + [ROOT / root for root in roots]
@@ -105,7 +105,7 @@ def check_public_headers():
                 found = [p for place in places if (p := (place / name).resolve()).exists()]
                 if quoted and not any(p.is_relative_to(ROOT / r) for p in found
                                       for r in [*roots, "include"]):
-                    fault(path, number, name, "hosts know public headers and their own alone")
+                    fault(path, number, name, "hosts include only public headers and their own")
 
 
 def unit_of(path):

@@ -1,8 +1,8 @@
 #!/usr/bin/env python3
-"""Checks that one version stands everywhere: tools/check_version.py DLL ZIP
+"""Checks that the version is the same everywhere: tools/check_version.py DLL ZIP
 
-The version of include/horivo_map.h must be that of the newest entry of CHANGELOG.md, of the DLL's
-version resource, of the sample host's manifest and of the package's name.
+The newest entry of CHANGELOG.md, the DLL's version resource, the sample host's manifest and the name
+of the package must have the version of include/horivo_map.h.
 """
 
 import re
@@ -11,7 +11,7 @@ import sys
 from pathlib import Path
 
 ROOT = Path(__file__).resolve().parent.parent
-FIXED_VERSION = struct.pack("<II", 0xFEEF04BD, 0x10000)  # how VS_FIXEDFILEINFO begins
+FIXED_VERSION = struct.pack("<II", 0xFEEF04BD, 0x10000)  # first bytes of VS_FIXEDFILEINFO
 
 
 def header_version():
@@ -30,7 +30,7 @@ def manifest_version():
 
 
 def resource_versions(dll):
-    """The numbers of file and product, and the two texts."""
+    """Versions of file and product in the resource, each as a number and as a text."""
     image = dll.read_bytes()
     place = image.index(FIXED_VERSION) + len(FIXED_VERSION)
     for name, (high, low) in (("file", struct.unpack_from("<II", image, place)),

@@ -1,10 +1,10 @@
-"""What the sources of tools/make_city_data.py do not say: towns to add, English names, corrections.
+"""Additions to the sources of tools/make_city_data.py: towns, English names, corrections.
 
-Territories are those of ISO 3166.
+Territories have their ISO 3166 codes.
 """
 
-# Towns that people ask for although no pair of LIMITS lets them in, by their English names. Where a
-# country has several of one name, the largest is meant.
+# Well-known towns that are below all LIMITS, by their English names. Where a country has several
+# towns of one name, the largest is meant.
 WANTED = {
     "AU": "Alice Springs, Cairns, Gold Coast",
     "BA": "Mostar",
@@ -64,8 +64,8 @@ WANTED = {
     "ZM": "Livingstone",
     "ZW": "Victoria Falls",
 }
-# English where GeoNames has the country's own or an unusual name, or where the tz database's row
-# already bears another spelling: a row of the same name is not added twice.
+# English names for GeoNames places whose name there is in the country's own language or unusual, or
+# for which the tz database uses another spelling (so that the place is not added twice).
 ENGLISH = {
     "AG": {"Saint John's": "St. John's"},
     "AL": {"Tirana": "Tirane"},
@@ -104,10 +104,10 @@ ENGLISH = {
     "VN": {"Ho Chi Minh City": "Ho Chi Minh"},
     "VU": {"Port-Vila": "Port Vila"},
 }
-# Countries without a zone of their own.
+# Countries without their own time zone.
 COUNTRIES = {"XK": "Kosovo"}
-# Names for which the source has a wrong or outdated word, another place, or nothing, by language
-# and English name. Empty: as in English.
+# Names that are wrong, outdated or missing in the sources, by language and English name. An empty
+# text means the English name.
 CORRECTIONS = {
     "de": {
         "Aarhus": "", "Astana": "", "Changchun": "", "Da Nang": "", "Heraklion": "", "Hue": "",

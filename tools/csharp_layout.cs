@@ -1,4 +1,4 @@
-// Checks that the C# record lies in memory as horivo_map.h says.
+// Checks that the C# record has the memory layout of horivo_map.h.
 using System;
 using System.Runtime.InteropServices;
 
@@ -14,7 +14,7 @@ static class Layout {
             Console.WriteLine(place.field + " is not at " + place.offset);
             ++faults;
         }
-        // A table is what the library reads: text in UTF-16, records back to back.
+        // A table must have UTF-16 text, and its records must follow each other without gaps.
         IntPtr table = HorivoMap.TableOf(new[] { new CityRecord { cityName = "A" },
                                                  new CityRecord { cityName = "\u00c9", latitude = 1.5 } });
         if (Marshal.ReadInt16(table, 376) != 0xC9) ++faults;

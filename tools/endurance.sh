@@ -1,11 +1,11 @@
 #!/bin/bash
-# Soak, races, failures of every call, any order of windows, the worst renderer:
+# Runs the long tests: soak, races, failures of every call, any order of windows, the worst renderer.
 # tools/endurance.sh [short|full] [GTEST_FILTER]
-#   short  minutes: what every change has to pass
-#   full   the soak for the better part of an hour, the races for ten minutes, each call fails
-# The filter ("*Soak*", "Races*", "Failures*") chooses among the tests. Each runs in a process of its own, from
-# copies of the programs, in a Wine of its own: meanwhile the tree may be built and tested.
-# HORIVO_SEED=NUMBER repeats a run whose seed was printed.
+#   short  some minutes; every change has to pass it
+#   full   the soak for most of an hour, the races for ten minutes, a failure of each single call
+# The filter ("*Soak*", "Races*", "Failures*") selects tests. Each test runs in its own process, with
+# copies of the programs and its own Wine, so that the tree can be built and tested at the same time.
+# HORIVO_SEED=NUMBER repeats the run that printed this seed.
 set -uo pipefail
 cd "$(dirname "${BASH_SOURCE[0]}")/.."
 
@@ -28,7 +28,7 @@ folder=$(mktemp -d build/endurance.XXXXXX)
 cp build/mingw/tests/bin/horivo_{endurance_tests.exe,map.dll} "$folder"
 export HORIVO_ENDURANCE=$form
 program=$folder/horivo_endurance_tests.exe
-if [ "$form" = full ]; then limit=2h; else limit=5m; fi  # for one test; far more than it needs
+if [ "$form" = full ]; then limit=2h; else limit=5m; fi  # for one test, which needs much less
 
 failed=()
 tests=$(tools/run_under_wine.sh "$program" --gtest_list_tests "--gtest_filter=$filter" |

@@ -1,11 +1,11 @@
 #!/bin/bash
-# Builds all fuzzers and lets each run for a while: tools/fuzz.sh [SECONDS_EACH [FUZZER...]]
-# Without an argument 15 seconds each, which finds what a careless change breaks; a longer run is
-# for a change of a parser. FUZZER is a name of tests/fuzz without its ending. One line a fuzzer tells
-# how many inputs it tried and what they reached: cov, places in the program, and ft, features
-# (places with how often they were passed). What it learnt lies in build/fuzz/corpus and serves
-# the next run. An input that breaks something is left in build/fuzz/finds and the exit code is 1:
-# run the fuzzer with that file alone, mend the fault and turn it into a test.
+# Builds all fuzzers and runs each for a while: tools/fuzz.sh [SECONDS_EACH [FUZZER...]]
+# The default of 15 seconds each finds obvious faults; run longer after a change of a parser. FUZZER is
+# the name of a file in tests/fuzz without its extension. For each fuzzer one line shows how many
+# inputs it tried and what they reached: cov is the number of code edges, ft the number of features
+# (edges with counts of their executions). The inputs that reached something new are kept in
+# build/fuzz/corpus for the next run. An input that fails is written to build/fuzz/finds, and the exit
+# code is 1: run the fuzzer with that file alone, mend the fault and add a test for it.
 set -uo pipefail
 cd "$(dirname "${BASH_SOURCE[0]}")/.."
 seconds=${1:-15}
@@ -26,7 +26,7 @@ for name in "${fuzzers[@]}"; do
     corpus=build/fuzz/corpus/$name
     log=build/fuzz/$name.log
     mkdir -p "$corpus"
-    # A single input may take long on a busy machine, but never this long.
+    # -timeout: seconds for a single input, far more than one takes even on a busy machine.
     if build/fuzz/bin/fuzz_"$name" -max_total_time="$seconds" -timeout=20 -max_len=16384 \
         -print_final_stats=1 -artifact_prefix="$finds/$name-" \
         "$corpus" "build/fuzz/seeds/$name" >"$log" 2>&1; then

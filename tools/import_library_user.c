@@ -1,4 +1,4 @@
-/* Uses every function of the library, to be linked with its import library only; never run. */
+/* Calls every function of the library. It is only linked, to check the import library; never run. */
 __declspec(dllimport) unsigned InitMap(void*, int);
 __declspec(dllimport) void SetLocalString(int, const unsigned short*);
 __declspec(dllimport) void* CreateMapWindow(void*, int, int, int, int, unsigned*);

@@ -1,26 +1,26 @@
 #!/bin/bash
-# Installs the Debian packages that are still missing: tools/install_packages.sh PURPOSE...
-# where PURPOSE is build, run, demo, check, fuzz, package or bench. Asks for nothing; needs root or
-# sudo only when something is missing. Exits non-zero when a package could not be installed.
+# Installs the Debian packages that are missing: tools/install_packages.sh PURPOSE...
+# PURPOSE is build, run, demo, check, fuzz, package or bench. The script asks no questions, and needs
+# root or sudo only when a package is missing. Exits non-zero when one could not be installed.
 set -euo pipefail
 
-# Both compilers, both generators, the sources of the test framework, and what the check of the
-# sample cities' time zones asks.
+# Both compilers, both generators, the sources of the test framework, and Python with time zone data
+# for the check of the sample cities.
 build_packages=(cmake ninja-build g++ g++-mingw-w64-x86-64-posix googletest libgl1-mesa-dev
     libglu1-mesa-dev python3 tzdata)
-# Wine opens the X libraries by name at run time, so its package does not pull them in; without
-# libxcomposite1 it would draw OpenGL child windows another way, without fonts-wine the window's
-# font would be a stretched stand-in.
+# Wine loads the X libraries at run time, so its package does not depend on them. Without
+# libxcomposite1 Wine draws OpenGL child windows in another way. Without fonts-wine it replaces the
+# window's font by a stretched one.
 run_packages=(wine wine64 fonts-wine xvfb faketime libgl1 libgl1-mesa-dri libxcomposite1
     libxcursor1 libxfixes3 libxi6 libxinerama1 libxrandr2 libxrender1 procps python3-pefile
     util-linux)
-# What makes the sample photos.
+# For the sample photos.
 demo_packages=(imagemagick python3 fonts-vlgothic)
 check_packages=(clang-format clang-tidy python3)
 fuzz_packages=(clang libclang-rt-dev)
-# The ZIP, hosts built from it in three languages, the reference, the second compiler.
+# For the ZIP, hosts built from it in three languages, the reference, and the second compiler.
 package_packages=(clang doxygen git lld llvm mono-mcs mono-runtime unzip xdotool)
-# Native benchmarks, large maps, the table and the plots.
+# For native benchmarks, large maps, the table and the plots.
 bench_packages=(libbenchmark-dev imagemagick python3 gnuplot-nox)
 
 wanted=()

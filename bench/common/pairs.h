@@ -1,6 +1,6 @@
 #pragma once
-// Compares a road with its floor: both run in turns, so that whatever else the machine does meets
-// both alike, and the figures are medians over the pairs.
+// Compares an operation with its baseline, the least work that the task needs. Both run in turns,
+// so that other load on the machine affects both; the figures are medians over the pairs.
 
 #include <algorithm>
 #include <chrono>
@@ -8,7 +8,7 @@
 #include <cstddef>
 #include <vector>
 
-/// Pairs that a figure of the table rests on.
+/// Number of pairs for a figure of the table.
 inline constexpr int kBenchPairs = 15;
 
 /// Runs `work` once. @return ms
@@ -20,60 +20,63 @@ double MillisecondsOf(Work&& work) {
         .count();
 }
 
-/// The value that a share of the values lies below; 0.5 is the median. `values` not empty.
+/// The value below which this share of the values lies; 0.5 gives the median. `values` is not
+/// empty.
 inline double Quantile(std::vector<double> values, double share) {
     std::sort(values.begin(), values.end());
     const auto last = static_cast<double>(values.size() - 1);
     return values[static_cast<std::size_t>(std::lround(share * last))];
 }
 
-/// How long a comparison may take: short roads get more pairs, as many as fit into the time.
+/// Limits of a comparison: at least `minPairs` pairs, and more as long as `ms` has not passed.
 struct PairBudget {
-    int leastPairs = kBenchPairs;
+    int minPairs = kBenchPairs;
     double ms = 3000.0;
 };
-inline constexpr int kMostPairs = 300;
+inline constexpr int kMaxPairs = 300;
 
-/// Times of a road and of its floor, pair by pair.
+/// Times of an operation and of its baseline, pair by pair.
 class Pairs {
 public:
-    void Add(double floorMs, double roadMs) {
-        floors_.push_back(floorMs);
-        roads_.push_back(roadMs);
+    void Add(double baselineMs, double measuredMs) {
+        baselines_.push_back(baselineMs);
+        measured_.push_back(measuredMs);
     }
-    double FloorMs() const { return Quantile(floors_, 0.5); }
-    double RoadMs() const { return Quantile(roads_, 0.5); }
-    /// Of the quickest round.
-    double BestFloorMs() const { return Quantile(floors_, 0.0); }
-    double BestRoadMs() const { return Quantile(roads_, 0.0); }
-    /// The road's time in units of the floor's, within pairs; `share` as for Quantile.
+    double BaselineMs() const { return Quantile(baselines_, 0.5); }
+    double MeasuredMs() const { return Quantile(measured_, 0.5); }
+    /// Times of the fastest round.
+    double BestBaselineMs() const { return Quantile(baselines_, 0.0); }
+    double BestMeasuredMs() const { return Quantile(measured_, 0.0); }
+    /// Time of the operation divided by that of its baseline, over the pairs; `share` as for
+    /// Quantile.
     double TimeRatio(double share) const {
-        std::vector<double> ratios(roads_.size());
-        std::transform(roads_.begin(), roads_.end(), floors_.begin(), ratios.begin(),
-                       [](double road, double floor) { return road / floor; });
+        std::vector<double> ratios(measured_.size());
+        std::transform(measured_.begin(), measured_.end(), baselines_.begin(), ratios.begin(),
+                       [](double measured, double baseline) { return measured / baseline; });
         return Quantile(std::move(ratios), share);
     }
 
 private:
-    std::vector<double> floors_;
-    std::vector<double> roads_;
+    std::vector<double> baselines_;
+    std::vector<double> measured_;
 };
 
-/// Pairs of `floor()` and `road()`, each giving the milliseconds of the part that counts. A pair is
-/// floor, road, road, floor: what one finds as the other left it, memory above all, meets both.
-template <class Floor, class Road>
-Pairs MeasurePairs(Floor&& floor, Road&& road, PairBudget budget = {}) {
-    floor();
-    road();  // both have touched their memory before the first pair counts
+/// Measures pairs of `baseline()` and `operation()`, which return the milliseconds of the
+/// measured part. A pair is baseline, operation, operation, baseline, so that the state of memory
+/// that one leaves affects both.
+template <class Baseline, class Operation>
+Pairs MeasurePairs(Baseline&& baseline, Operation&& operation, PairBudget budget = {}) {
+    baseline();
+    operation();  // before the first pair, so that both have touched their memory
     Pairs pairs;
     double spentMs = 0.0;
-    for (int i = 0; i < budget.leastPairs || (spentMs < budget.ms && i < kMostPairs); ++i) {
-        double floorMs = floor();
-        double roadMs = road();
-        roadMs += road();
-        floorMs += floor();
-        pairs.Add(floorMs / 2.0, roadMs / 2.0);
-        spentMs += floorMs + roadMs;
+    for (int i = 0; i < budget.minPairs || (spentMs < budget.ms && i < kMaxPairs); ++i) {
+        double baselineMs = baseline();
+        double measuredMs = operation();
+        measuredMs += operation();
+        baselineMs += baseline();
+        pairs.Add(baselineMs / 2.0, measuredMs / 2.0);
+        spentMs += baselineMs + measuredMs;
     }
     return pairs;
 }

@@ -1,23 +1,23 @@
 #pragma once
-// How a benchmark program hands its figures on: one JSON object a line, which bench/table.py reads.
+// Prints the figures of a benchmark program: one JSON object per line, which bench/table.py reads.
 
 #include <cstdio>
 #include <string>
 
 #include "common/pairs.h"
 
-inline void PrintPairs(const std::string& road, const Pairs& pairs) {
+inline void PrintPairs(const std::string& name, const Pairs& pairs) {
     std::printf(
-        "{\"road\": \"%s\", \"floor_ms\": %.4f, \"road_ms\": %.4f, \"ratio\": %.4f, "
+        "{\"name\": \"%s\", \"baseline_ms\": %.4f, \"measured_ms\": %.4f, \"ratio\": %.4f, "
         "\"low\": %.4f, \"high\": %.4f, \"best_ms\": %.4f}\n",
-        road.c_str(), pairs.FloorMs(), pairs.RoadMs(), pairs.TimeRatio(0.5), pairs.TimeRatio(0.25),
-        pairs.TimeRatio(0.75), pairs.BestRoadMs());
+        name.c_str(), pairs.BaselineMs(), pairs.MeasuredMs(), pairs.TimeRatio(0.5),
+        pairs.TimeRatio(0.25), pairs.TimeRatio(0.75), pairs.BestMeasuredMs());
     std::fflush(stdout);
 }
 
-/// A figure without a floor of its own.
-inline void PrintValue(const std::string& road, const std::string& unit, double value) {
-    std::printf("{\"road\": \"%s\", \"unit\": \"%s\", \"value\": %.6g}\n", road.c_str(),
+/// Prints a figure that has no baseline.
+inline void PrintValue(const std::string& name, const std::string& unit, double value) {
+    std::printf("{\"name\": \"%s\", \"unit\": \"%s\", \"value\": %.6g}\n", name.c_str(),
                 unit.c_str(), value);
     std::fflush(stdout);
 }

@@ -1,6 +1,6 @@
 #pragma once
-// Pictures for benchmarks: blocks of noise that are there already, so that nothing but the road
-// itself allocates or reads a file.
+// Pictures for benchmarks: blocks of noise in memory, so that only the measured operation allocates
+// memory.
 
 #include <cstdint>
 #include <cstring>
@@ -23,7 +23,7 @@ inline PixelBytes NoiseBytes(std::size_t bytes) {
     return noise;
 }
 
-/// A decoded picture over pixels that belong to somebody else: top row first, B, G, R, rows packed.
+/// A decoded picture that uses the caller's pixels: top row first, B, G, R, rows packed.
 class BorrowedPicture final : public Picture {
 public:
     BorrowedPicture(const PixelBytes& pixels, int width, int height)

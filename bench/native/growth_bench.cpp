@@ -1,6 +1,6 @@
-// How the image road and the hit test grow: growth_bench pictures | cities
-// One line a size, blank-separated, for the plot. Times are those of the quickest round: other
-// programs only ever add to them.
+// Measures how the times of the image pipeline and of the hit test grow: growth_bench pictures |
+// cities Prints one line for each size, separated by spaces, for the plot. Times are those of the
+// fastest round, because other programs can only slow a round down.
 #include <cstdio>
 #include <cstring>
 #include <string>
@@ -18,52 +18,52 @@ namespace {
 constexpr int kRounds = 9;
 constexpr double kMiB = 1024.0 * 1024.0;
 
-struct Road {
+struct Figures {
     std::vector<double> loadMs, rescaleMs, splitMs, shrinkMs;
     std::size_t peak = 0;  ///< of load, rescale and split
     std::size_t shrinkPeak = 0;
 };
 
-void WalkRoad(const PixelBytes& source, int width, int height, Road& road) {
+void MeasurePipeline(const PixelBytes& source, int width, int height, Figures& figures) {
     CGLTexture tiles[8];
     CGLTexture* grid[8];
     for (int i = 0; i < 8; ++i) grid[i] = &tiles[i];
     const HeapMeter meter;
-    road.loadMs.push_back(MillisecondsOf([&] { LoadNoise(tiles[0], source, width, height); }));
-    road.rescaleMs.push_back(MillisecondsOf([&] { tiles[0].Rescale(width / 2, height / 2); }));
-    road.peak = meter.Peak();
+    figures.loadMs.push_back(MillisecondsOf([&] { LoadNoise(tiles[0], source, width, height); }));
+    figures.rescaleMs.push_back(MillisecondsOf([&] { tiles[0].Rescale(width / 2, height / 2); }));
+    figures.peak = meter.Peak();
     LoadNoise(tiles[0], source, width, height);
-    road.splitMs.push_back(MillisecondsOf([&] { SplitIntoGrid(grid, 4, 2); }));
+    figures.splitMs.push_back(MillisecondsOf([&] { SplitIntoGrid(grid, 4, 2); }));
 }
 
-void WalkShrinkingRoad(const PixelBytes& source, int width, int height, Road& road) {
+void MeasureShrinkingLoad(const PixelBytes& source, int width, int height, Figures& figures) {
     CGLTexture texture;
     const HeapMeter meter;
-    road.shrinkMs.push_back(MillisecondsOf([&] {
+    figures.shrinkMs.push_back(MillisecondsOf([&] {
         texture.Load(std::make_unique<BorrowedPicture>(source, width, height), width / 2,
                      height / 2);
     }));
-    road.shrinkPeak = meter.Peak();
+    figures.shrinkPeak = meter.Peak();
 }
 
 void PrintPictures() {
     std::puts("# megapixels load_ms rescale_ms split_ms load_shrunk_ms peak_mib shrunk_peak_mib");
-    // Powers of two, as a load shrinks to them: all are exactly halved.
+    // Powers of two, because a load shrinks to those: each picture is halved exactly.
     const int heights[] = {512, 1024, 2048, 4096, 8192};
     for (const int height : heights) {
         const int width = 2 * height;
         const PixelBytes source =
             NoiseBytes(static_cast<std::size_t>(width) * static_cast<std::size_t>(height) * 3);
-        Road road;
+        Figures figures;
         for (int i = 0; i < kRounds; ++i) {
-            WalkRoad(source, width, height, road);
-            WalkShrinkingRoad(source, width, height, road);
+            MeasurePipeline(source, width, height, figures);
+            MeasureShrinkingLoad(source, width, height, figures);
         }
         std::printf("%.3f %.3f %.3f %.3f %.3f %.2f %.2f\n", width * (height / 1e6),
-                    Quantile(road.loadMs, 0.0), Quantile(road.rescaleMs, 0.0),
-                    Quantile(road.splitMs, 0.0), Quantile(road.shrinkMs, 0.0),
-                    static_cast<double>(road.peak) / kMiB,
-                    static_cast<double>(road.shrinkPeak) / kMiB);
+                    Quantile(figures.loadMs, 0.0), Quantile(figures.rescaleMs, 0.0),
+                    Quantile(figures.splitMs, 0.0), Quantile(figures.shrinkMs, 0.0),
+                    static_cast<double>(figures.peak) / kMiB,
+                    static_cast<double>(figures.shrinkPeak) / kMiB);
         std::fflush(stdout);
     }
 }

@@ -1,28 +1,28 @@
 #pragma once
-// Google Benchmark runs that time a road together with its floor.
+// Runs of Google Benchmark that measure an operation together with its baseline.
 
 #include <benchmark/benchmark.h>
 
 #include "common/pairs.h"
 
-/// One iteration is one pair: `floor()` and `road()` each do their own preparation and give the
-/// milliseconds of the part that counts. The counters carry medians and quartiles.
-template <class Floor, class Road>
-void RunPairs(benchmark::State& state, Floor&& floor, Road&& road) {
-    floor();
-    road();  // both have touched their memory before the first pair counts
+/// One iteration is one pair: `baseline()` and `operation()` do their own preparation and
+/// return the milliseconds of the measured part. The counters have medians and quartiles.
+template <class Baseline, class Operation>
+void RunPairs(benchmark::State& state, Baseline&& baseline, Operation&& operation) {
+    baseline();
+    operation();  // before the first pair, so that both have touched their memory
     Pairs pairs;
-    bool roadFirst = false;
+    bool operationFirst = false;
     for (auto _ : state) {
-        double roadMs = roadFirst ? road() : 0.0;
-        const double floorMs = floor();
-        if (!roadFirst) roadMs = road();
-        roadFirst = !roadFirst;
-        pairs.Add(floorMs, roadMs);
-        state.SetIterationTime(roadMs / 1000.0);
+        double measuredMs = operationFirst ? operation() : 0.0;
+        const double baselineMs = baseline();
+        if (!operationFirst) measuredMs = operation();
+        operationFirst = !operationFirst;
+        pairs.Add(baselineMs, measuredMs);
+        state.SetIterationTime(measuredMs / 1000.0);
     }
-    state.counters["floor_ms"] = pairs.FloorMs();
-    state.counters["road_ms"] = pairs.RoadMs();
+    state.counters["baseline_ms"] = pairs.BaselineMs();
+    state.counters["measured_ms"] = pairs.MeasuredMs();
     state.counters["ratio"] = pairs.TimeRatio(0.5);
     state.counters["low"] = pairs.TimeRatio(0.25);
     state.counters["high"] = pairs.TimeRatio(0.75);

@@ -1,6 +1,5 @@
-// The steps to a first picture in their order, with nothing around them: bare_map MAP [WIDTH
-// HEIGHT]. The floor of first_picture: one window and one thread, no messages, no settings, no
-// overlay.
+// Makes a first picture with the necessary steps only: bare_map MAP [WIDTH HEIGHT]. It is the
+// baseline of first_picture: one window and one thread, no messages, no settings, no overlay.
 #include <cstdlib>
 #include <memory>
 
@@ -59,7 +58,7 @@ void ShowMap(const BenchWindow& window, const std::wstring& path, int width, int
     glFlush();
     SwapBuffers(window.Dc());
     PrintShown();
-    std::_Exit(0);  // what comes after the picture is not measured
+    std::_Exit(0);  // work after the first picture is not measured
 }
 
 }  // namespace

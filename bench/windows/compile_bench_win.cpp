@@ -1,4 +1,5 @@
-// Compiling the globe's two display lists, against the same OpenGL commands with ready values.
+// Compiles the globe's two display lists. Baseline: the same OpenGL commands with all arguments
+// precomputed.
 #include <cstdlib>
 #include <vector>
 
@@ -6,7 +7,7 @@
 #include "cities/city_markers.h"
 #include "common/result_line.h"
 #include "common/spread_cities.h"
-#include "gl_tape_win.h"
+#include "gl_recording_win.h"
 #include "globe/planet.h"
 #include "image/jpeg_texture.h"
 #include "image/picture.h"
@@ -18,7 +19,7 @@ namespace {
 constexpr int kCities = 417;
 constexpr float kRadius = 3.0F;
 
-/// A planet with textures in a window of its own.
+/// A planet with textures, in its own window.
 class CompileBench {
 public:
     CompileBench() : window_(64, 48), context_(extensions_, lastSysError_), planet_(Inputs()) {
@@ -59,16 +60,16 @@ private:
         glEndList();
     }
 
-    template <class Road>
-    void Compare(const std::string& name, Road&& road) {
-        GlTape tape;
-        tape.Record({GetModuleHandleW(nullptr), GetModuleHandleW(L"glu32.dll")}, road);
-        PrintPairs(name, MeasurePairs([&] { return MillisecondsOf([&] { tape.Play(); }); },
-                                      [&] { return MillisecondsOf(road); }));
-        PrintValue(name + "/commands", "calls", static_cast<double>(tape.Size()));
+    template <class Operation>
+    void Compare(const std::string& name, Operation&& operation) {
+        GlRecording recording;
+        recording.Record({GetModuleHandleW(nullptr), GetModuleHandleW(L"glu32.dll")}, operation);
+        PrintPairs(name, MeasurePairs([&] { return MillisecondsOf([&] { recording.Play(); }); },
+                                      [&] { return MillisecondsOf(operation); }));
+        PrintValue(name + "/commands", "calls", static_cast<double>(recording.Size()));
     }
 
-    static constexpr GLuint kBody = 1000;  // a list that nobody else has
+    static constexpr GLuint kBody = 1000;  // a list name that the library does not use
 
     BenchWindow window_;
     ExtensionFlags extensions_;

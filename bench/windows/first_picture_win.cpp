@@ -1,5 +1,5 @@
-// The way of a host from its start to the first frame with the whole map in it: first_picture
-// [WIDTH HEIGHT]. bench/table.py starts it in turns with bare_map.
+// A host from its start to the first frame with the whole map: first_picture [WIDTH HEIGHT].
+// bench/table.py runs it in turns with bare_map.
 #include <cstdlib>
 
 #include "map_host_win.h"
@@ -12,5 +12,5 @@ int wmain(int count, wchar_t** arguments) {
     BenchHost host(noCities, width, height);
     if (!PumpUntilTextured(host.Map())) return 1;
     PrintShown();
-    std::_Exit(0);  // what comes after the picture is not measured
+    std::_Exit(0);  // work after the first picture is not measured
 }

@@ -1,5 +1,5 @@
-// One frame of the map, against the bare OpenGL commands of the same frame: frame_bench [WIDTH
-// HEIGHT [LABELS [CITIES [BUDGET_MS]]]]
+// One frame of the map. Baseline: the recorded OpenGL commands of the same frame.
+// frame_bench [WIDTH HEIGHT [LABELS [CITIES [BUDGET_MS]]]]
 #include <algorithm>
 #include <cstdio>
 #include <cstdlib>
@@ -9,7 +9,7 @@
 
 #include "common/result_line.h"
 #include "common/spread_cities.h"
-#include "gl_tape_win.h"
+#include "gl_recording_win.h"
 #include "map_host_win.h"
 #include "peak_memory_win.h"
 #include "support/faked_import_win.h"
@@ -18,21 +18,22 @@ namespace {
 
 constexpr DWORD kQuietMs = 2000;  // the library measures itself after a load, and may load again
 constexpr int kFrameBudgetMs = 8000;
-constexpr int kFewPairs = 3;  // when a budget is named: for a plot, whose points are many
-// Frames without OpenGL behind a figure: each takes microseconds.
+constexpr int kFewPairs = 3;  // when a budget is given: a plot has many points
+// Frames without OpenGL for one figure; each takes microseconds.
 constexpr int kOwnTurns = 10;
 constexpr int kOwnFrames = 50;       // in a row, of one window
-constexpr int kUncountedFrames = 5;  // the first of a row meet what showing the window left to do
-constexpr DWORD kTurnMs = 50;        // without messages before a row begins
+constexpr int kUncountedFrames = 5;  // the first frames also do work left from showing the window
+constexpr DWORD kTurnMs = 50;        // time without messages before the frames of a turn
 
-// A little below what the middle of a new window shows, and how far apart the cities stand there.
+// A place just below the middle of a new window, and the distance between the cities there.
 constexpr double kMiddleLatitude = 39.8;
 constexpr double kMiddleLongitude = 0.05;
 constexpr double kCityStepDeg = 0.01;
 constexpr int kCitiesInRow = 8;
 
-/// `labels` cities within reach of the window's middle, the others all over the globe. The nearest
-/// ones are the highest on screen: a column that began above the window would not be drawn.
+/// Makes `labels` cities near the middle of the window and the others all over the globe. The
+/// nearest cities are the highest on the screen, because a column of labels that begins above the
+/// window is not drawn.
 std::vector<CityRecord> MakeCities(int count, int labels) {
     std::vector<CityRecord> cities = SpreadCities(count);
     for (int i = 0; i < labels; ++i) {
@@ -174,15 +175,15 @@ Pairs MeasureOwnWork(HWND map, HMODULE library) {
 
 /// Frames of the library and the bare commands of one, in turns on the same window.
 Pairs MeasureFrames(const BenchHost& host, HMODULE library, PairBudget budget) {
-    GlTape tape;
-    tape.Record({library, GetModuleHandleW(L"glu32.dll")}, [&] { host.Paint(); });
-    PrintValue("frame/commands", "calls", static_cast<double>(tape.Size()));
+    GlRecording recording;
+    recording.Record({library, GetModuleHandleW(L"glu32.dll")}, [&] { host.Paint(); });
+    PrintValue("frame/commands", "calls", static_cast<double>(recording.Size()));
     HGLRC context = wglGetCurrentContext();
     HDC dc = GetDC(host.Map());
     Pairs pairs = MeasurePairs(
         [&] {
             wglMakeCurrent(dc, context);
-            return MillisecondsOf([&] { tape.Play(dc); });
+            return MillisecondsOf([&] { recording.Play(dc); });
         },
         [&] { return MillisecondsOf([&] { host.Paint(); }); }, budget);
     ReleaseDC(host.Map(), dc);
@@ -217,7 +218,7 @@ int wmain(int count, wchar_t** arguments) {
     PrintValue("frame/allocations", "blocks", CountAllocations(host, library, 20));
     const Pairs own = MeasureOwnWork(host.Map(), library);
     PrintPairs("frame_outside_gl", own);
-    PrintValue("frame_outside_gl/own", "ms", own.RoadMs() - own.FloorMs());
-    PrintValue("frame_outside_gl/own_best", "ms", own.BestRoadMs() - own.BestFloorMs());
-    std::_Exit(0);  // without OpenGL there is nothing to take down
+    PrintValue("frame_outside_gl/own", "ms", own.MeasuredMs() - own.BaselineMs());
+    PrintValue("frame_outside_gl/own_best", "ms", own.BestMeasuredMs() - own.BestBaselineMs());
+    std::_Exit(0);  // no normal end, because OpenGL was replaced by empty functions
 }

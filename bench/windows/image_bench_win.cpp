@@ -1,8 +1,8 @@
-// The image road with the real decoder: image_bench MODE MAP [WIDTH HEIGHT]
+// The image pipeline with the real decoder: image_bench MODE MAP [WIDTH HEIGHT]
 //   pairs   times of load and split against decoding and against plain copies
 //   decode, load, plain
-//           one run each, for the process's peak of memory: the decoder alone, the whole road, the
-//           same without shrinking
+//           one run each, for the peak memory of the process: the decoder alone, the whole
+//           pipeline, the pipeline without shrinking
 // WIDTH and HEIGHT are the limits of the load.
 #include <cstdlib>
 #include <cstring>
@@ -21,7 +21,7 @@ struct Limits {
     int width = 0, height = 0;
 };
 
-/// A picture that is decoded, whatever the platform puts off until the first lock.
+/// Opens a picture and locks it once, because the platform may decode only at the first lock.
 std::unique_ptr<Picture> Decode(const std::wstring& path) {
     auto picture = OpenPicture(path);
     picture->LockForReading();
@@ -29,8 +29,8 @@ std::unique_ptr<Picture> Decode(const std::wstring& path) {
     return picture;
 }
 
-/// Lends a picture to a load, which destroys what it gets: giving its memory back belongs to the
-/// decoder.
+/// Passes a picture to a load without its ownership. A load destroys the picture that it gets, and
+/// freeing the memory shall count as time of the decoder.
 class LentPicture final : public Picture {
 public:
     explicit LentPicture(Picture& lent) : lent_(lent) {}
@@ -90,7 +90,7 @@ void MeasurePairs(const std::wstring& path, Limits limits) {
         const double freeMs = MillisecondsOf([&] { picture.reset(); });
         ofDecode.Add(decodeMs + freeMs, loadMs + splitMs);
     }
-    PrintPairs("image_road_to_decode", ofDecode);
+    PrintPairs("image_pipeline_to_decode", ofDecode);
     PrintPairs("gdi_load", plain);
     PrintPairs("gdi_load_shrink", shrinking);
 }

@@ -4,7 +4,7 @@ namespace {
 
 constexpr wchar_t kClass[] = L"horivo bench host";
 constexpr DWORD kPatienceMs = 60000;
-constexpr DWORD kMostQuiets = 3;  // times as long as the quiet that is waited for
+constexpr DWORD kMaxQuiets = 3;  // longest wait, in multiples of the quiet time
 
 // By these the library's workers tell its window how far they are; seen from the message loop.
 constexpr UINT kStageDone = WM_USER + 1;
@@ -55,7 +55,7 @@ void BenchHost::PumpUntilQuiet(DWORD quietMs) {
     // A pointer that happens to rest over the window gives messages for ever.
     const DWORD start = GetTickCount();
     MSG message;
-    while (Wait(quietMs) && GetTickCount() - start < kMostQuiets * quietMs) {
+    while (Wait(quietMs) && GetTickCount() - start < kMaxQuiets * quietMs) {
         while (PeekMessageW(&message, nullptr, 0, 0, PM_REMOVE)) DispatchMessageW(&message);
     }
 }

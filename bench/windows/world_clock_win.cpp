@@ -1,5 +1,5 @@
-// The sample host from its start to the first frame with the whole map in it: world_clock [WIDTH
-// HEIGHT], the size of its window. bench/table.py starts it in turns with bare_map.
+// The sample host from its start to the first frame with the whole map: world_clock [WIDTH HEIGHT],
+// the size of its window. bench/table.py runs it in turns with bare_map.
 #include <cstdlib>
 
 #include "data/data_folder.h"
@@ -19,5 +19,5 @@ int wmain(int count, wchar_t** arguments) {
     if (status != HORIVO_OK || !app.OpenWindow(status)) return 1;
     if (!PumpUntilTextured(app.windows[0]->Map())) return 1;
     PrintShown();
-    std::_Exit(0);  // what comes after the picture is not measured
+    std::_Exit(0);  // work after the first picture is not measured
 }

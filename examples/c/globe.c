@@ -1,5 +1,5 @@
-/* The same host in C. Link horivo_map; put horivo_map.dll, map.jpg and, for the buttons over the
- * map, buttons.png beside the program. */
+/* A window with a globe in it, in C. Link horivo_map; put horivo_map.dll, map.jpg and, for the
+ * buttons over the map, buttons.png beside the program. */
 #include <windows.h>
 #include <shlobj.h>
 #include <wchar.h>
@@ -22,7 +22,7 @@ static LRESULT CALLBACK HostProc(HWND window, UINT message, WPARAM wParam, LPARA
 int WINAPI WinMain(HINSTANCE instance, HINSTANCE before, LPSTR line, int show) {
     (void)before, (void)line, (void)show;
     if (InitMap(cities, 3) != HORIVO_OK) return 1;
-    wchar_t picture[MAX_PATH + 32] = L""; /* InitMap has made the folder */
+    wchar_t picture[MAX_PATH + 32] = L""; /* InitMap has created the folder */
     SHGetFolderPathW(NULL, CSIDL_COMMON_APPDATA, NULL, SHGFP_TYPE_CURRENT, picture);
     wcscat(picture, L"\\Zelmo\\Horivo\\map.jpg");
     if (CopyFileW(L"map.jpg", picture, TRUE) && InstallMap() != HORIVO_OK) return 2;

@@ -1,5 +1,5 @@
-// The same host in C#, on the windows of user32 alone. Put horivo_map.dll, map.jpg and, for the
-// buttons over the map, buttons.png beside the program.
+// A window with a globe in it, in C#, with windows of user32. Put horivo_map.dll, map.jpg and, for
+// the buttons over the map, buttons.png beside the program.
 using System;
 using System.IO;
 using System.Runtime.InteropServices;
@@ -26,7 +26,7 @@ static class Globe {
         IntPtr table = HorivoMap.TableOf(cities);
         if (HorivoMap.InitMap(table, cities.Length) != HorivoMap.Ok) return 1;
         string data = Environment.GetFolderPath(Environment.SpecialFolder.CommonApplicationData);
-        string picture = Path.Combine(data, "Zelmo", "Horivo", "map.jpg");  // InitMap made the folder
+        string picture = Path.Combine(data, "Zelmo", "Horivo", "map.jpg");  // InitMap creates it
         if (!File.Exists(picture)) {
             File.Copy("map.jpg", picture);
             if (HorivoMap.InstallMap() != HorivoMap.Ok) return 2;

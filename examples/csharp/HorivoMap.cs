@@ -1,4 +1,4 @@
-// The library for C#: record, messages and functions of horivo_map.h. For 64-bit programs.
+// Declarations of horivo_map.h for C#: record, messages and functions. For 64-bit programs.
 using System;
 using System.Runtime.InteropServices;
 
@@ -22,8 +22,8 @@ public static class HorivoMap {
     public const int TextAddPhoto = 2;
     public const string HostWindowClass = "zhv_MainHidden";
 
-    // The table stays in the library's hands until FreeMap: give it memory that does not move,
-    // which TableOf makes.
+    // The library uses the table until FreeMap, so the table must not move in memory. Pass a table
+    // that TableOf has made.
     [DllImport("horivo_map.dll")] public static extern uint InitMap(IntPtr cities, int cityCount);
     [DllImport("horivo_map.dll", CharSet = CharSet.Unicode)]
     public static extern void SetLocalString(int id, string text);
@@ -34,7 +34,8 @@ public static class HorivoMap {
     [DllImport("horivo_map.dll")] public static extern uint FreeMap();
     [DllImport("horivo_map.dll")] public static extern uint GetLastSysError();
 
-    // Free it with Marshal.FreeHGlobal after FreeMap.
+    // Copies the records into memory that does not move. Call Marshal.FreeHGlobal for it after
+    // FreeMap.
     public static IntPtr TableOf(CityRecord[] cities) {
         int size = Marshal.SizeOf(typeof(CityRecord));
         IntPtr table = Marshal.AllocHGlobal(size * cities.Length);

@@ -1,4 +1,4 @@
-// What the host calls of Windows.
+// Declarations of the Windows functions that the host calls.
 using System;
 using System.Runtime.InteropServices;
 

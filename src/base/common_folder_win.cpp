@@ -6,8 +6,8 @@
 
 namespace {
 
-// Plain characters: the guard of a static with a constructor keeps handles and memory of MinGW's
-// thread library for good, anew with each time that the DLL is loaded and unloaded.
+// A plain array, because a static object with a constructor needs a guard: MinGW's thread library
+// then leaks handles and memory each time the DLL is loaded and unloaded.
 wchar_t knownFolder[MAX_PATH] = {};
 
 bool QueryCommonAppData(wchar_t (&folder)[MAX_PATH]) noexcept {
@@ -18,7 +18,7 @@ bool QueryCommonAppData(wchar_t (&folder)[MAX_PATH]) noexcept {
 }  // namespace
 
 std::wstring CommonAppDataFolder() {
-    // An answer that failed for want of memory is no answer to keep.
+    // After a failure the array stays empty, so that the next call asks again.
     if (knownFolder[0] == L'\0' && !QueryCommonAppData(knownFolder)) knownFolder[0] = L'\0';
     return knownFolder;
 }

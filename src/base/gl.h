@@ -1,5 +1,5 @@
 #pragma once
-// OpenGL 1.1 and GLU, with the few later constants that the extensions bring.
+// OpenGL 1.1 and GLU, and the constants of later extensions that the library uses.
 #include "base/windows_types.h"  // GL/gl.h needs windows.h before it on Windows
 
 #include <GL/gl.h>

@@ -1,12 +1,12 @@
 #pragma once
-// Owners of Windows handles: each handle is given back by the type that took it.
+// Owners of Windows handles: each type releases its handle in its destructor.
 
 #include <memory>
 #include <utility>
 
 #include "base/windows_types.h"
 
-/// Lets std::unique_ptr own a Windows handle; `Release` is the call that gives it back.
+/// Lets std::unique_ptr own a Windows handle. `Release` is the function that releases it.
 template <class Handle, auto Release>
 struct HandleDeleter {
     using pointer = Handle;
@@ -16,21 +16,21 @@ struct HandleDeleter {
 using UniqueFont = std::unique_ptr<HFONT, HandleDeleter<HFONT, DeleteObject>>;
 using UniqueCursor = std::unique_ptr<HCURSOR, HandleDeleter<HCURSOR, DestroyCursor>>;
 using UniqueRegistryKey = std::unique_ptr<HKEY, HandleDeleter<HKEY, RegCloseKey>>;
-/// A kernel object whose "none" is null: mutex, event, thread.
+/// Handle of a kernel object for which null means "none": a mutex, an event or a thread.
 using UniqueHandle = std::unique_ptr<HANDLE, HandleDeleter<HANDLE, CloseHandle>>;
 using UniqueGlobalBlock = std::unique_ptr<HGLOBAL, HandleDeleter<HGLOBAL, GlobalFree>>;
-/// The right to use what a mutex guards.
+/// Ownership of a mutex, released at the end of the scope.
 using MutexHold = std::unique_ptr<HANDLE, HandleDeleter<HANDLE, ReleaseMutex>>;
 
-/// Waits for `mutex`; empty when the time ran out or there is none (what then, the caller knows).
+/// Waits for `mutex`. @return its ownership; empty after a time-out or when `mutex` is null
 inline MutexHold AcquireMutex(HANDLE mutex, DWORD waitMs) noexcept {
     const DWORD result = mutex != nullptr ? WaitForSingleObject(mutex, waitMs) : WAIT_FAILED;
-    // A mutex left by a thread that died is ours too; otherwise it would never be released again.
+    // WAIT_ABANDONED also gives ownership: the thread that held the mutex has died.
     const bool ours = result == WAIT_OBJECT_0 || result == WAIT_ABANDONED;
     return MutexHold(ours ? mutex : nullptr);
 }
 
-/// A further handle to the same object of this process; empty when it cannot be made.
+/// Another handle to the same kernel object, for this process; empty when duplicating fails.
 inline UniqueHandle DuplicateOf(HANDLE object) noexcept {
     HANDLE copy = nullptr;
     DuplicateHandle(GetCurrentProcess(), object, GetCurrentProcess(), &copy, 0, FALSE,
@@ -38,7 +38,7 @@ inline UniqueHandle DuplicateOf(HANDLE object) noexcept {
     return UniqueHandle(copy);
 }
 
-/// A file handle; its "none" is INVALID_HANDLE_VALUE.
+/// A file handle, for which INVALID_HANDLE_VALUE means "none".
 class UniqueFile {
 public:
     explicit UniqueFile(HANDLE file = INVALID_HANDLE_VALUE) noexcept : file_(file) {}
@@ -57,7 +57,7 @@ private:
     HANDLE file_;
 };
 
-/// The device context of a window (or of the screen, for null), released with the object.
+/// The device context of a window; of the screen when the window is null.
 class WindowDc {
 public:
     explicit WindowDc(HWND window) noexcept : window_(window), dc_(GetDC(window)) {}
@@ -76,8 +76,7 @@ private:
     HDC dc_;
 };
 
-/// An object selected into a device context; what was selected before comes back with the end of
-/// the scope.
+/// Selects an object into a device context; the destructor selects the previous object again.
 class SelectedObject {
 public:
     SelectedObject(HDC dc, HGDIOBJ object) noexcept
@@ -96,7 +95,7 @@ private:
     HGDIOBJ previous_;
 };
 
-/// BeginPaint to EndPaint.
+/// Calls BeginPaint, and EndPaint in the destructor.
 class PaintScope {
 public:
     explicit PaintScope(HWND window) noexcept : window_(window) { BeginPaint(window, &paint_); }

@@ -4,15 +4,17 @@
 
 #include "horivo_map.h"
 
-/// Converts wide text to the system's ANSI code page.
+/// Converts UTF-16 text to the system's ANSI code page.
 /// @param text      may be null
-/// @param length    characters to convert; below 0: to the terminator
+/// @param length    characters to convert; below 0: all up to the terminator
 /// @param buffer    gets the bytes and always a terminator
-/// @param capacity  bytes in `buffer`, at least 1; a longer text is cut at a whole character
+/// @param capacity  bytes in `buffer`, at least 1; text that does not fit is truncated after a
+/// whole
+///                  character
 /// @return bytes written without the terminator; 0 for null, empty or unconvertible text
 std::int32_t NarrowText(const HorivoWideChar* text, std::int32_t length, char* buffer,
                         std::int32_t capacity) noexcept;
 
-/// The same for a code page of one's choice, by its Windows number.
+/// Converts UTF-16 text to the code page with the given Windows number.
 std::int32_t NarrowTextIn(std::uint32_t codePage, const HorivoWideChar* text, std::int32_t length,
                           char* buffer, std::int32_t capacity) noexcept;

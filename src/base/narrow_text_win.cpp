@@ -6,7 +6,7 @@
 
 namespace {
 
-constexpr int kLongestCharacter = 8;  // bytes; code pages use up to 4
+constexpr int kMaxCharacterBytes = 8;  // code pages use up to 4
 
 /// UTF-16 units of the character at the start of `text`, of which `left` (at least 1) remain.
 std::int32_t UnitsOfCharacter(const wchar_t* text, std::int32_t left) noexcept {
@@ -18,9 +18,9 @@ std::int32_t ConvertWhatFits(UINT codePage, const wchar_t* text, std::int32_t le
                              std::int32_t room) noexcept {
     std::int32_t written = 0;
     while (length > 0) {
-        char bytes[kLongestCharacter];
+        char bytes[kMaxCharacterBytes];
         const std::int32_t units = UnitsOfCharacter(text, length);
-        const int size = WideCharToMultiByte(codePage, 0, text, units, bytes, kLongestCharacter,
+        const int size = WideCharToMultiByte(codePage, 0, text, units, bytes, kMaxCharacterBytes,
                                              nullptr, nullptr);
         if (size <= 0 || size > room - written) break;
         std::memcpy(buffer + written, bytes, static_cast<std::size_t>(size));
@@ -42,7 +42,7 @@ std::int32_t NarrowTextIn(std::uint32_t codePage, const HorivoWideChar* text, st
     if (length == 0) return 0;
     std::int32_t written =
         WideCharToMultiByte(codePage, 0, text, length, buffer, room, nullptr, nullptr);
-    // For a text that is too long the call answers 0 and leaves an unspecified part in the buffer.
+    // When the text does not fit, WideCharToMultiByte returns 0 and leaves the buffer undefined.
     if (written <= 0 && GetLastError() == ERROR_INSUFFICIENT_BUFFER) {
         written = ConvertWhatFits(codePage, text, length, buffer, room);
     }

@@ -1,6 +1,6 @@
-// What the compiler's stack protection needs. MinGW's own support library asks a cryptographic
-// provider for a number while the DLL is being loaded, which loads further libraries under the
-// loader's lock; this one takes what the system says at once.
+// The variable and the function that the compiler's stack protection needs. MinGW's own library
+// takes a random number from a cryptographic provider while the DLL is being loaded, which loads
+// further DLLs under the loader lock. The code below needs only kernel32 calls.
 
 #include <cstdint>
 
@@ -12,10 +12,11 @@ extern "C" {
 extern std::uintptr_t __stack_chk_guard;
 std::uintptr_t __stack_chk_guard = 0;
 
-/// A return address has been overwritten: nothing can be trusted any more, not even a handler.
+/// Ends the process at once, because a return address was overwritten: exception handlers may be
+/// damaged, too, and must not run.
 [[noreturn]] void __stack_chk_fail();
 void __stack_chk_fail() {
-    // The headers of MinGW lack __fastfail, which is this interrupt.
+    // This interrupt is what __fastfail does; MinGW's headers do not declare __fastfail.
     __asm__ volatile("int $0x29" : : "c"(FAST_FAIL_STACK_COOKIE_CHECK_FAILURE));
     __builtin_unreachable();
 }
@@ -24,9 +25,13 @@ void __stack_chk_fail() {
 
 namespace {
 
-constexpr std::uint64_t kScatter = 0x9E3779B97F4A7C15;  // 2^64 / golden ratio: spreads every bit
+// A multiplicative hash: 2^64 / golden ratio, and a shift that mixes high bits into the low ones.
+constexpr std::uint64_t kHashFactor = 0x9E3779B97F4A7C15;
+constexpr unsigned kHashShift = 29;
+constexpr unsigned kBitsPerByte = 8;
 
-// Before all other constructors, and unguarded itself: its own guard would change under its feet.
+// Chooses the guard value before all other constructors run. The function itself must not be
+// protected: it changes the value that its own check would compare.
 __attribute__((constructor(101), no_stack_protector)) void ChooseStackGuard() {
     LARGE_INTEGER counter = {};
     FILETIME time = {};
@@ -41,11 +46,11 @@ __attribute__((constructor(101), no_stack_protector)) void ChooseStackGuard() {
                                    reinterpret_cast<std::uintptr_t>(&ChooseStackGuard)};
     std::uint64_t guard = 0;
     for (const std::uint64_t part : parts) {
-        guard = (guard ^ part) * kScatter;
-        guard ^= guard >> 29;
+        guard = (guard ^ part) * kHashFactor;
+        guard ^= guard >> kHashShift;
     }
-    // A zero byte in front stops texts that run over their end.
-    __stack_chk_guard = static_cast<std::uintptr_t>(guard << 8);
+    // The lowest byte is 0, so that a string copy that overruns its buffer cannot restore it.
+    __stack_chk_guard = static_cast<std::uintptr_t>(guard << kBitsPerByte);
 }
 
 }  // namespace

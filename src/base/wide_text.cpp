@@ -11,11 +11,17 @@ constexpr std::uint32_t kFirstSurrogate = 0xD800;
 constexpr std::uint32_t kFirstLowSurrogate = 0xDC00;
 constexpr std::uint32_t kLastSurrogate = 0xDFFF;
 
-/// The forms of UTF-8 beyond ASCII: how the first byte looks and from where the form is allowed.
+/// One encoded length of UTF-8: the fixed bits of its first byte and its smallest code point.
 struct Utf8Form {
     std::uint32_t mask, lead, smallest;
     std::size_t bytes;
 };
+constexpr std::uint32_t kContinuationMask = 0xC0;  // a continuation byte is 10xxxxxx
+constexpr std::uint32_t kContinuationLead = 0x80;
+constexpr std::uint32_t kContinuationBits = 6;
+constexpr std::uint32_t kContinuationValue = 0x3F;
+constexpr std::uint32_t kSurrogateBits = 10;
+constexpr std::uint32_t kSurrogateValue = 0x3FF;
 constexpr Utf8Form kUtf8Forms[] = {
     {0x80, 0x00, 0x0, 1},
     {0xE0, 0xC0, 0x80, 2},
@@ -23,7 +29,7 @@ constexpr Utf8Form kUtf8Forms[] = {
     {0xF8, 0xF0, kFirstBeyond16Bits, 4},
 };
 
-/// Takes one character off the front of `bytes`; false when they are not UTF-8.
+/// Reads the first character of `bytes` and removes it. @return false when it is not valid UTF-8
 bool TakeCodePoint(std::string_view& bytes, std::uint32_t& codePoint) noexcept {
     const std::uint32_t first = static_cast<unsigned char>(bytes.front());
     for (const Utf8Form& form : kUtf8Forms) {
@@ -32,8 +38,8 @@ bool TakeCodePoint(std::string_view& bytes, std::uint32_t& codePoint) noexcept {
         codePoint = first & ~form.mask;
         for (std::size_t i = 1; i < form.bytes; ++i) {
             const std::uint32_t next = static_cast<unsigned char>(bytes[i]);
-            if ((next & 0xC0U) != 0x80U) return false;
-            codePoint = codePoint << 6U | (next & 0x3FU);
+            if ((next & kContinuationMask) != kContinuationLead) return false;
+            codePoint = codePoint << kContinuationBits | (next & kContinuationValue);
         }
         bytes.remove_prefix(form.bytes);
         const bool surrogate = codePoint >= kFirstSurrogate && codePoint <= kLastSurrogate;
@@ -48,8 +54,8 @@ void AppendCodePoint(WideString& text, std::uint32_t codePoint) {
         return;
     }
     const std::uint32_t offset = codePoint - kFirstBeyond16Bits;
-    text.push_back(static_cast<HorivoWideChar>(kFirstSurrogate + (offset >> 10U)));
-    text.push_back(static_cast<HorivoWideChar>(kFirstLowSurrogate + (offset & 0x3FFU)));
+    text.push_back(static_cast<HorivoWideChar>(kFirstSurrogate + (offset >> kSurrogateBits)));
+    text.push_back(static_cast<HorivoWideChar>(kFirstLowSurrogate + (offset & kSurrogateValue)));
 }
 
 }  // namespace
@@ -65,11 +71,11 @@ WideString WidenAscii(std::string_view text) {
 
 std::wstring ToWstring(WideView text) { return {text.begin(), text.end()}; }
 
-WideView CutText(WideView text, std::size_t longest) noexcept {
-    if (text.size() <= longest) return text;
-    const std::uint32_t dropped = longest > 0 ? text[longest] : 0;
+WideView Truncate(WideView text, std::size_t maxUnits) noexcept {
+    if (text.size() <= maxUnits) return text;
+    const std::uint32_t dropped = maxUnits > 0 ? text[maxUnits] : 0;
     const bool halved = dropped >= kFirstLowSurrogate && dropped <= kLastSurrogate;
-    return text.substr(0, halved ? longest - 1 : longest);
+    return text.substr(0, halved ? maxUnits - 1 : maxUnits);
 }
 
 bool WidenUtf8(std::string_view bytes, WideString& text) {

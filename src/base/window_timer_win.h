@@ -4,7 +4,7 @@
 
 #include "base/windows_types.h"
 
-/// A timer of a window: WM_TIMER until it is stopped, at the latest with the object's end.
+/// A timer that sends WM_TIMER to a window until it is stopped. The destructor stops it.
 class WindowTimer {
 public:
     WindowTimer() = default;
@@ -12,8 +12,9 @@ public:
     WindowTimer& operator=(const WindowTimer&) = delete;
     ~WindowTimer() { Stop(); }
 
-    /// Replaces what runs. Without a free timer in the system nothing runs then.
-    /// @param id  not 0, the window's own for this purpose
+    /// Starts the timer; one that is already running is stopped first. When Windows cannot create
+    /// a timer, none is running afterwards.
+    /// @param id  not 0; must be unique among the timers of the window
     void Start(HWND window, UINT_PTR id, UINT periodMs) noexcept {
         Stop();
         if (SetTimer(window, id, periodMs, nullptr) == 0) return;
@@ -28,7 +29,8 @@ public:
     }
     bool Runs() const noexcept { return id_ != 0; }
     bool RunsFor(HWND window) const noexcept { return Runs() && window_ == window; }
-    /// How often it was started; tells a message of an earlier start from one of this.
+    /// Number of starts. It changes with each start, so that a late message of an earlier start
+    /// can be recognised.
     std::uint32_t Starts() const noexcept { return starts_; }
 
 private:

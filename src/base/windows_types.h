@@ -1,6 +1,6 @@
 #pragma once
-// The few Windows types that portable interfaces name: the real ones on Windows, records of the
-// same layout elsewhere, so that the portable code reads the same everywhere.
+// The few Windows types that portable headers use. On Windows they come from windows.h; elsewhere
+// records of the same layout take their place.
 
 #ifdef _WIN32
 
@@ -14,7 +14,7 @@
 #define STRICT
 #endif
 #include <windows.h>
-// windows.h turns these words into macros; here they are names of operations.
+// windows.h defines macros of these names, which are member functions here.
 #undef DrawText
 #undef GetCharWidth
 

@@ -4,13 +4,13 @@
 
 #include "cities/city_table.h"
 
-/// Bytes of a name or time text, terminator included; longer ones are cut.
+/// Bytes of a name or time text, terminator included; longer texts are truncated.
 inline constexpr std::int32_t kLabelTextSize = 64;
 
-/// Tells the labels what time it is in a city. SystemCityClock asks Windows; tests use their own.
+/// Gives the labels the local time of a city. SystemCityClock asks Windows; tests use a fake.
 class CityClock {
 public:
-    /// Takes the instant that all texts show until the next call.
+    /// Reads the current time, which WriteTime uses until the next call.
     virtual void TakeTime() noexcept = 0;
     /// Writes the city's local time into `text`, in the system's ANSI code page; empty when the
     /// city's zone is unknown. May write the city's `timeZone`.

@@ -4,14 +4,15 @@
 #include "cities/city_clock.h"
 #include "horivo_host.h"
 
-/// The cities' local times as Windows and the user's locale give them. Window thread.
+/// Local times of cities, by Windows' time zones, in the user's time format. Window thread.
 class SystemCityClock final : public CityClock {
 public:
-    /// @param zones  finds the zones of cities that only have a number; must outlive the clock
+    /// @param zones  is searched for the zone of a city that has only a number; must outlive the
+    ///               clock
     explicit SystemCityClock(TimeZoneTable& zones) noexcept : zones_(zones) {}
 
     void TakeTime() noexcept override;
-    /// A city whose zone makes no time shows "Error!".
+    /// Writes "Error!" when the local time cannot be computed.
     void WriteTime(CityRecord& city, char (&text)[kLabelTextSize]) noexcept override;
 
 private:

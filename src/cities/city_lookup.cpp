@@ -14,15 +14,15 @@ WideView BoundedName(const HorivoWideChar (&name)[kNameCapacity]) noexcept {
     return {name, static_cast<std::size_t>(end - name)};
 }
 
-/// Compares a name of the table with a terminated text. Walks over 100,000 records do this for each
-/// of them, so nothing is allocated.
+/// Whether a name of the table is equal to `text`, ignoring case. It allocates nothing, because a
+/// search calls it for each of 100,000 records.
 bool IsNamed(WideView name, const WideString& text) noexcept {
     std::array<HorivoWideChar, kNameCapacity + 1> terminated;
     terminated[name.copy(terminated.data(), kNameCapacity)] = 0;
     return EqualIgnoringCase(terminated.data(), text.c_str());
 }
 
-/// The place of the first record for which `matches` answers true, or -1.
+/// Index of the first record for which `matches` returns true, or -1.
 template <class Predicate>
 std::int32_t FindRecord(const CityTable& cities, Predicate matches) {
     const auto records = cities.Records();

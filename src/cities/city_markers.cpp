@@ -4,7 +4,7 @@
 
 namespace {
 
-constexpr double kMarkerLift = 1.0001;  // globe radii: at 1.0 the depth test would eat the markers
+constexpr double kMarkerLift = 1.0001;  // globe radii; at 1.0 the depth test would hide markers
 
 }  // namespace
 

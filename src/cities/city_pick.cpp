@@ -8,22 +8,22 @@
 
 namespace {
 
-constexpr double kFarthestSq =
-    1e38;  // globe units squared; points farther away have no nearest city
+// Globe units squared. Points farther away than this have no nearest city.
+constexpr double kMaxDistanceSq = 1e38;
 
 double DistanceSq(const double (&marker)[4], const CVector4& point) {
     return Square(marker[0] - point.x) + Square(marker[1] - point.y) + Square(marker[2] - point.z);
 }
 
-/// Writes `flag` only when it changes: the table is large, and a pass that only reads leaves its
-/// memory clean.
+/// Writes `flag` only when it changes. Most flags do not, and memory that is only read need not be
+/// written back; the table is large.
 void SetFlag(unsigned char& flag, bool on) {
     const auto value = static_cast<unsigned char>(on ? 1 : 0);
     if (flag != value) flag = value;
 }
 
-/// How many records ahead the pass over the table asks memory for what it will read. They lie too
-/// far apart for the processor to guess it by itself; a large table takes a quarter less time.
+/// How many records ahead FindCitiesNear prefetches memory. The processor does not prefetch by
+/// itself because the records are large. With it, a large table takes a quarter less time.
 constexpr std::size_t kFetchAhead = 32;
 
 }  // namespace
@@ -31,7 +31,7 @@ constexpr std::size_t kFetchAhead = 32;
 std::int32_t FindCitiesNear(const CityTable& cities, const CVector4& point, double radius,
                             CityRecord** out, std::int32_t capacity, std::int32_t& count) noexcept {
     count = 0;
-    double nearestSq = kFarthestSq;
+    double nearestSq = kMaxDistanceSq;
     std::int32_t nearestIndex = -1;
     const double radiusSq = radius * radius;
     const auto records = cities.Records();
@@ -45,8 +45,8 @@ std::int32_t FindCitiesNear(const CityTable& cities, const CVector4& point, doub
             SetFlag(city.inRange, false);
             continue;
         }
-        // A marker that is not a number fails both comparisons below: never in range, never
-        // nearest.
+        // Both comparisons below are written so that a NaN fails them: such a city is never in
+        // range and never the nearest.
         const double distanceSq = DistanceSq(city.markerPoint, point);
         if (out == nullptr) city.distanceSq = distanceSq;
         const bool inRange = radiusSq >= distanceSq;
@@ -55,7 +55,7 @@ std::int32_t FindCitiesNear(const CityTable& cities, const CVector4& point, doub
             if (out != nullptr) out[count] = &city;
             ++count;
         }
-        if (nearestSq > distanceSq) {  // strictly: the first of equally near cities wins
+        if (nearestSq > distanceSq) {  // strict: of equally near cities the first one wins
             nearestSq = distanceSq;
             nearestIndex = static_cast<std::int32_t>(i);
         }
@@ -66,6 +66,6 @@ std::int32_t FindCitiesNear(const CityTable& cities, const CVector4& point, doub
 
 CityPick PickCity(const CityTable& cities, const CVector4& point) noexcept {
     CityPick pick;
-    pick.index = FindCitiesNear(cities, point, kCityReach, nullptr, kMostCitiesNear, pick.hits);
+    pick.index = FindCitiesNear(cities, point, kCityReach, nullptr, kMaxCitiesNear, pick.hits);
     return pick;
 }

@@ -1,23 +1,24 @@
 #pragma once
-// Which cities are near a point of the globe, and which one is under the pointer.
+// Finds the cities near a point of the globe, and the city under the pointer.
 
 #include <cstdint>
 
 #include "cities/city_table.h"
 #include "math/vector4.h"
 
-/// How near a city's marker must be to the pointed place, globe units.
+/// Largest distance from a city's marker to a place that counts as near, globe units.
 inline constexpr double kCityReach = 0.02;
-/// Cities taken at a time.
-inline constexpr std::int32_t kMostCitiesNear = 200;
+/// Most cities that one search returns or counts.
+inline constexpr std::int32_t kMaxCitiesNear = 200;
 
-/// Flags the cities within `radius` of `point` (`inRange`) and the nearest one (`nearest`); clears
-/// both flags on all others.
+/// Sets `inRange` of the cities within `radius` of `point` and `nearest` of the nearest city;
+/// clears both flags of all other cities.
 /// @param point     in the globe's frame
 /// @param radius    globe units
-/// @param out       gets the cities in range in table order; null: `distanceSq` is stored instead
-/// @param capacity  entries in `out`; `count` never passes it
-/// @param count     out: cities in range, also counted when `out` is null
+/// @param out       gets the cities in range in table order. When it is null, the function writes
+///                  `distanceSq` of every city instead
+/// @param capacity  entries in `out`, and the largest value of `count`
+/// @param count     out: number of cities in range, also when `out` is null
 /// @return index of the nearest city with a position, -1 when none has one
 std::int32_t FindCitiesNear(const CityTable& cities, const CVector4& point, double radius,
                             CityRecord** out, std::int32_t capacity, std::int32_t& count) noexcept;
@@ -25,24 +26,25 @@ std::int32_t FindCitiesNear(const CityTable& cities, const CVector4& point, doub
 /// The city under the pointer.
 struct CityPick {
     std::int32_t index = -1;  ///< nearest city with a position; -1: the table has none
-    std::int32_t hits = 0;    ///< cities within reach, at most kMostCitiesNear
+    std::int32_t hits = 0;    ///< cities within kCityReach, at most kMaxCitiesNear
 
-    /// Whether `index` is a place in a table of `count` records.
+    /// Whether `index` is valid in a table of `count` records.
     bool IsIn(std::int32_t count) const noexcept { return index >= 0 && index < count; }
-    /// How the host is told: the index where a city is hit, else its negation.
+    /// The value that is sent to the host: the index when a city is hit, else the negated index.
+    /// Deliberate: index 0 without a hit looks like a hit, because 0 has no negative.
     std::int32_t SignedIndex() const noexcept { return hits >= 1 ? index : -index; }
 };
 
-/// Finds the city under `point` and makes every record's squared distance to it current.
+/// Finds the city under `point` and writes every record's `distanceSq` to that point.
 CityPick PickCity(const CityTable& cities, const CVector4& point) noexcept;
 
-/// Whether a signed index means a record of a table of `count` records; in 64 bits, since the most
-/// negative number has no positive.
+/// Whether a signed index refers to a record of a table of `count` records. Computed in 64 bits,
+/// because the most negative 32-bit number has no positive counterpart.
 constexpr bool IsSignedIndexIn(std::int32_t signedIndex, std::int32_t count) noexcept {
     const std::int64_t wide = signedIndex;
     return (wide < 0 ? -wide : wide) < count;
 }
-/// The record that a signed index means; it must be in the table.
+/// The index of the record that a signed index refers to; it must be in the table.
 constexpr std::int32_t IndexOfSigned(std::int32_t signedIndex) noexcept {
     return signedIndex < 0 ? -signedIndex : signedIndex;
 }

@@ -5,7 +5,8 @@
 
 #include "horivo_map.h"
 
-/// The host's cities. The records belong to the host; the library writes only their output fields.
+/// The host's city table. The host owns the records; the library writes only their output fields
+/// and `timeZone`.
 struct CityTable {
     CityRecord* records = nullptr;
     std::int32_t count = 0;
@@ -18,8 +19,8 @@ struct CityTable {
 };
 
 /// Whether the city has a position.
-/// Deliberate: exactly 0 in either coordinate means "none" (a NaN does not), so a city on the
-/// equator or the prime meridian counts as unplaced everywhere in the library.
+/// Deliberate: a coordinate of exactly 0 means "no position" (a NaN does not). So a city on the
+/// equator or on the prime meridian has no position anywhere in the library.
 inline bool HasCoordinates(const CityRecord& city) noexcept {
     return city.latitude != 0.0 && city.longitude != 0.0;
 }

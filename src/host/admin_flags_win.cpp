@@ -23,7 +23,7 @@ UniqueRegistryKey OpenPolicyKey() noexcept {
     return UniqueRegistryKey(status == ERROR_SUCCESS ? key : nullptr);
 }
 
-/// Whether the value `name` exists, has 4 bytes and is not zero.
+/// Whether the registry value `name` exists, is 4 bytes long and is not zero.
 bool IsSwitchSet(HKEY key, const wchar_t* name) noexcept {
     DWORD value = 0;
     DWORD size = sizeof value;
@@ -32,7 +32,7 @@ bool IsSwitchSet(HKEY key, const wchar_t* name) noexcept {
     return status == ERROR_SUCCESS && size == sizeof value && value != 0;
 }
 
-/// The mask that the registry holds now.
+/// Reads all switches from the registry. @return their bits
 std::uint32_t QuerySwitches() noexcept {
     std::uint32_t flags = 0;
     const UniqueRegistryKey key = OpenPolicyKey();

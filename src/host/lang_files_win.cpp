@@ -1,4 +1,4 @@
-// Where language files are and which of them exist.
+// Finds the language files.
 
 #include <cstdio>
 
@@ -15,7 +15,8 @@ bool IsFile(const wchar_t* path) noexcept {
     return attributes != INVALID_FILE_ATTRIBUTES && (attributes & FILE_ATTRIBUTE_DIRECTORY) == 0;
 }
 
-/// The record's path of a language's file, or an empty text.
+/// Writes the path of a language's file into `field`, or an empty text when there is no such file.
+/// @return whether the file exists
 bool Refresh(HorivoWideChar* field, const wchar_t* abbrev) noexcept {
     const bool found = FindLanguageFile(abbrev, field);
     if (!found) field[0] = L'\0';
@@ -28,7 +29,7 @@ bool RefreshBoth() noexcept {
     return Refresh(file.fallbackFilePath, kFallbackLanguage);
 }
 
-/// The code of the language asked for; an empty abbreviation means the current locale.
+/// The code of a language in file names; an empty abbreviation means the current locale.
 LanguageCode CodeOf(const wchar_t* abbrev) noexcept {
     if (*abbrev != L'\0') return LanguageFileCode(abbrev);
     wchar_t isoName[kLangAbbrevChars + 1] = {};
@@ -48,7 +49,7 @@ bool FindLanguageFile(const HorivoWideChar* abbrev, HorivoWideChar* outPath) noe
     const int length =
         std::swprintf(outPath, kLangPathChars + 1, L"%ls%ls%ls_%ls%ls", file.directory, separator,
                       file.baseName, code.data(), file.extension);
-    // Longer than a path of the record; runtimes report that in one way or the other.
+    // The path is too long for the record. C libraries report that in one of these two ways.
     if (length < 0 || length > kLangPathChars) {
         outPath[0] = L'\0';
         return false;

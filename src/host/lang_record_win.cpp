@@ -9,7 +9,8 @@
 
 namespace {
 
-constexpr std::size_t kFirstBaseNameChars = 63;
+// Characters of the base name that is taken from the program's name; SetBaseName takes one more.
+constexpr std::size_t kInitialBaseNameChars = 63;
 
 void Clear(CLangFile& file) noexcept {
     file.langFilePath[0] = L'\0';
@@ -31,7 +32,8 @@ void StoreUserAbbrev(CLangFile& file) noexcept {
 void StoreProgram(CLangFile& file) noexcept {
     const auto [folder, fileName] = FindProgramPath();
     StoreText(file.directory, folder, kLangPathChars);
-    StoreText(file.baseName, fileName.substr(0, fileName.find_last_of(L'.')), kFirstBaseNameChars);
+    StoreText(file.baseName, fileName.substr(0, fileName.find_last_of(L'.')),
+              kInitialBaseNameChars);
 }
 
 void Initialise(CLangFile& file) noexcept {
@@ -52,8 +54,8 @@ CLangFile& MutableLangFile() noexcept {
     return file;
 }
 
-void StoreText(HorivoWideChar* field, std::wstring_view text, std::size_t longest) noexcept {
-    const WideView cut = CutText(text, longest);
+void StoreText(HorivoWideChar* field, std::wstring_view text, std::size_t maxChars) noexcept {
+    const WideView cut = Truncate(text, maxChars);
     std::wmemmove(field, cut.data(), cut.size());
     field[cut.size()] = L'\0';
 }

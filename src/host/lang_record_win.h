@@ -6,12 +6,12 @@
 
 #include "horivo_host.h"
 
-/// This module's language record, for the operations that change it.
+/// This module's language record, for the functions that change it.
 CLangFile& MutableLangFile() noexcept;
 
-/// Copies at most `longest` characters of `text`, cut at a whole character, and a terminator.
-/// `text` may lie in the field itself.
-void StoreText(HorivoWideChar* field, std::wstring_view text, std::size_t longest) noexcept;
+/// Copies `text` into `field` and terminates it. A text above `maxChars` characters is truncated
+/// after a whole character. `text` may be part of `field`.
+void StoreText(HorivoWideChar* field, std::wstring_view text, std::size_t maxChars) noexcept;
 
 /// `text` as a view; empty for null.
 inline std::wstring_view ViewOf(const HorivoWideChar* text) noexcept {

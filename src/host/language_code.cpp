@@ -7,6 +7,7 @@ struct CodePair {
     unsigned char file[3];    ///< the code in file names
 };
 
+/// The abbreviations whose code is not their first two letters.
 constexpr CodePair kCodePairs[] = {
     {"in", "id"}, {"mr", "mi"}, {"ml", "mt"}, {"ts", "tn"}, {"sm", "se"}, {"mo", "mn"},
     {"jp", "ja"}, {"di", "dv"}, {"ma", "mr"}, {"ka", "kn"}, {"my", "ml"},

@@ -4,13 +4,13 @@
 
 #include "horivo_map.h"
 
-/// A language's code in file names, terminated.
+/// The two letters that stand for a language in file names, with a terminator.
 using LanguageCode = std::array<HorivoWideChar, 3>;
 
-/// The code for a Windows language abbreviation: its first two letters in lower case, or the
-/// international code where that is another one ("JPN" gives "ja"). Empty when the abbreviation has
-/// fewer than two characters.
+/// The code for a Windows language abbreviation: its first two letters in lower case, or the ISO
+/// 639 code where that differs ("JPN" gives "ja"). Empty when the abbreviation has fewer than two
+/// characters.
 LanguageCode LanguageFileCode(const HorivoWideChar* abbrev) noexcept;
 
-/// ASCII letters in lower case.
+/// `c` in lower case when it is an ASCII letter, else unchanged.
 HorivoWideChar LowerAscii(HorivoWideChar c) noexcept;

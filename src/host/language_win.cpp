@@ -12,19 +12,19 @@ HorivoWideChar monthNames[12][24] = {};
 
 namespace {
 
-constexpr std::size_t kNameChars = 16;         // of a day or month
-constexpr int kLocaleNameRoom = 80 + 1;        // characters; no locale has longer names
-constexpr int kAbbrevRoom = 6 + 1;             // characters of an abbreviation that is compared
-constexpr std::int32_t kUnitTableRoom = 3072;  // characters of a unit table's text
+constexpr std::size_t kNameChars = 16;       // of a day or month
+constexpr int kLocaleNameCapacity = 80 + 1;  // characters; no locale has longer names
+constexpr int kAbbrevCapacity = 6 + 1;       // characters; a locale with a longer one is skipped
+constexpr std::int32_t kUnitTableCapacity = 3072;  // characters of a unit table's text
 
 void StoreName(HorivoWideChar* field, LCID locale, LCTYPE which) noexcept {
-    wchar_t name[kLocaleNameRoom] = {};
-    GetLocaleInfoW(locale, which, name, kLocaleNameRoom);
+    wchar_t name[kLocaleNameCapacity] = {};
+    GetLocaleInfoW(locale, which, name, kLocaleNameCapacity);
     StoreText(field, name, kNameChars);
 }
 
 void StoreDayAndMonthNames(LCID locale) noexcept {
-    // Windows begins its week on Monday.
+    // Windows counts the days from Monday, dayNames from Sunday.
     for (LCTYPE i = 0; i < 6; ++i) StoreName(dayNames[i + 1], locale, LOCALE_SDAYNAME1 + i);
     StoreName(dayNames[0], locale, LOCALE_SDAYNAME7);
     for (LCTYPE i = 0; i < 12; ++i) StoreName(monthNames[i], locale, LOCALE_SMONTHNAME1 + i);
@@ -34,13 +34,13 @@ void LoadUnitTables() noexcept {
     CLangFile& file = MutableLangFile();
     for (std::uint32_t table = 0; table < kUnitTables; ++table) {
         if (file.unitStringIds[table] == 0) continue;
-        wchar_t text[kUnitTableRoom];
-        LoadLocalString(file.resourceModule, file.unitStringIds[table], text, kUnitTableRoom);
+        wchar_t text[kUnitTableCapacity];
+        LoadLocalString(file.resourceModule, file.unitStringIds[table], text, kUnitTableCapacity);
         ParseUnitTable(file, table, text);
     }
 }
 
-/// What the enumerations of locales look for and find.
+/// What the callbacks of the enumerations below search for, and what they have found.
 struct LocaleSearch {
     const wchar_t* abbrev;
     LCID found = LOCALE_USER_DEFAULT;
@@ -53,22 +53,22 @@ LocaleSearch& SearchOf(LPARAM parameter) noexcept {
 
 BOOL CALLBACK CompareLocale(LGRPID, LCID locale, wchar_t*, LONG_PTR parameter) noexcept {
     LocaleSearch& search = SearchOf(parameter);
-    wchar_t abbrev[kAbbrevRoom];
-    if (GetLocaleInfoW(locale, LOCALE_SABBREVLANGNAME, abbrev, kAbbrevRoom) == 0) return TRUE;
+    wchar_t abbrev[kAbbrevCapacity];
+    if (GetLocaleInfoW(locale, LOCALE_SABBREVLANGNAME, abbrev, kAbbrevCapacity) == 0) return TRUE;
     if (lstrcmpiW(abbrev, search.abbrev) != 0) return TRUE;
     search.found = locale;
-    return FALSE;  // the rest of this group does not matter
+    return FALSE;  // ends the enumeration of this group
 }
 
 BOOL CALLBACK SearchGroup(LGRPID group, wchar_t*, wchar_t*, DWORD, LONG_PTR parameter) noexcept {
     EnumLanguageGroupLocalesW(CompareLocale, group, 0, parameter);
-    return TRUE;  // Deliberate: a match in a later group replaces this one's.
+    return TRUE;  // Deliberate: the search goes on, and a match in a later group replaces this one.
 }
 
 BOOL CALLBACK CompareLocaleName(wchar_t* name, DWORD, LPARAM parameter) noexcept {
     LocaleSearch& search = SearchOf(parameter);
-    wchar_t abbrev[kAbbrevRoom];
-    search.exists = GetLocaleInfoEx(name, LOCALE_SABBREVLANGNAME, abbrev, kAbbrevRoom) != 0 &&
+    wchar_t abbrev[kAbbrevCapacity];
+    search.exists = GetLocaleInfoEx(name, LOCALE_SABBREVLANGNAME, abbrev, kAbbrevCapacity) != 0 &&
                     lstrcmpiW(abbrev, search.abbrev) == 0;
     return search.exists ? FALSE : TRUE;
 }
@@ -79,8 +79,8 @@ std::uint32_t FindLocaleForAbbrev(const HorivoWideChar* abbrev) noexcept {
     LocaleSearch search = {abbrev};
     if (abbrev == nullptr) return search.found;
     const auto parameter = reinterpret_cast<LPARAM>(&search);
-    // Wine: a walk through the groups takes a quarter of a second. An abbreviation that no locale
-    // has, as the "en" that every host starts with, need not wait for it.
+    // Wine: enumerating the groups takes a quarter of a second. The first enumeration avoids that
+    // for an abbreviation that no locale has, such as the "en" that every host starts with.
     EnumSystemLocalesEx(CompareLocaleName, LOCALE_ALL, parameter, nullptr);
     if (search.exists) EnumSystemLanguageGroupsW(SearchGroup, LGRPID_INSTALLED, parameter);
     return search.found;

@@ -2,8 +2,9 @@
 
 namespace {
 
-constexpr std::int32_t kUnlimited = 0x10000000;  // characters
+constexpr std::int32_t kUnlimited = 0x10000000;  // characters; more than any text has
 
+/// Whether `c` may be part of a menu key.
 bool IsKept(HorivoWideChar c) noexcept {
     const bool isLetter = (c >= 'A' && c <= 'Z') || (c >= 'a' && c <= 'z');
     const bool isDigit = c >= '0' && c <= '9';
@@ -19,7 +20,7 @@ std::int32_t Unescape(HorivoWideChar* text, std::int32_t length) noexcept {
     const auto atEnd = [&] { return from >= limit || text[from] == '\0'; };
     while (!atEnd()) {
         const HorivoWideChar c = text[from++];
-        // A backslash at the very end has nothing to escape and stays.
+        // A backslash at the end of the text has nothing to escape and is kept.
         if (c != '\\' || atEnd()) {
             text[to++] = c;
             continue;
@@ -36,13 +37,14 @@ std::int32_t Unescape(HorivoWideChar* text, std::int32_t length) noexcept {
                 text[to++] = '\r';
                 break;
             case 't':
-                // Deliberate: a tab keeps its backslash and costs the character behind it.
+                // Deliberate: "\t" becomes a tab and a backslash, and the next character is
+                // dropped.
                 text[to++] = '\t';
                 text[to++] = '\\';
                 if (!atEnd()) ++from;
                 break;
             default:
-                // Deliberate: any other character loses the backslash and comes twice.
+                // Deliberate: any other escaped character is written twice, without the backslash.
                 text[to++] = escaped;
                 text[to++] = escaped;
                 break;

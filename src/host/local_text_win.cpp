@@ -1,4 +1,4 @@
-// Texts of the current language in strings, message boxes, dialogs and menus.
+// Texts in the current language: strings, message boxes, dialogs and menus.
 
 #include <cwchar>
 
@@ -10,7 +10,7 @@ namespace {
 
 constexpr wchar_t kStringSection[] = L"StringTable";
 
-/// Longest texts, in characters without the terminator.
+// Maximum lengths, in characters without the terminator.
 constexpr int kMessageChars = 128;
 constexpr int kMessageCaptionChars = 32;
 constexpr std::size_t kDialogNameChars = 62;
@@ -18,23 +18,28 @@ constexpr DWORD kDialogCaptionChars = 255;
 constexpr DWORD kControlTextChars = 2047;
 constexpr DWORD kMenuTextChars = 255;
 
-constexpr UINT kOpensSubmenu = 0xFFFFFFFF;  // in place of a menu item's identifier
-// A control without an identifier has -1; a template with 16-bit identifiers makes this of it.
+constexpr UINT kOpensSubmenu = 0xFFFFFFFF;  // GetMenuItemID's result for an item with a submenu
+// Identifier of a control without one: -1, which a template has stored in 16 bits.
 constexpr std::int32_t kNoControlId16 = 0xFFFF;
+constexpr int kClassNameCapacity = 32;  // characters; enough for "Button" and "Static"
 
 /// A number as a key of a language file.
 struct NumberKey {
-    explicit NumberKey(std::int32_t number) noexcept { std::swprintf(text, 16, L"%d", number); }
-    wchar_t text[16];
+    static constexpr std::size_t kCapacity = 16;  // characters; 32-bit numbers need at most 12
+    explicit NumberKey(std::int32_t number) noexcept {
+        std::swprintf(text, kCapacity, L"%d", number);
+    }
+    wchar_t text[kCapacity];
 };
 
 bool ReadFrom(const wchar_t* path, const wchar_t* section, const wchar_t* key, wchar_t* text,
               DWORD room) noexcept {
-    // An empty path would be Windows' own file.
+    // For an empty path, Windows would read its own "win.ini".
     return *path != L'\0' && GetPrivateProfileStringW(section, key, L"", text, room, path) != 0;
 }
 
-/// Reads a text from the language file, else from that of "en". @return whether one has it
+/// Reads a text from the language file, or from the file of "en" when the first lacks it.
+/// @return whether one of them has it
 bool ReadText(const wchar_t* section, const wchar_t* key, wchar_t* text, DWORD room) noexcept {
     return ReadFrom(LangFile().langFilePath, section, key, text, room) ||
            ReadFrom(LangFile().fallbackFilePath, section, key, text, room);
@@ -42,11 +47,11 @@ bool ReadText(const wchar_t* section, const wchar_t* key, wchar_t* text, DWORD r
 
 bool IsEmpty(const wchar_t* text) noexcept { return text == nullptr || *text == L'\0'; }
 
-/// Whether a control is one of those that get a text.
+/// Whether LocalizeDialog sets the text of this control.
 bool TakesText(HWND control, std::int32_t id) noexcept {
     if (id < 1 || id == kNoControlId16) return false;
-    wchar_t className[32];
-    if (GetClassNameW(control, className, 32) == 0) return false;
+    wchar_t className[kClassNameCapacity];
+    if (GetClassNameW(control, className, kClassNameCapacity) == 0) return false;
     return lstrcmpiW(className, L"Button") == 0 || lstrcmpiW(className, L"Static") == 0;
 }
 
@@ -61,7 +66,7 @@ BOOL CALLBACK LocalizeControl(HWND control, LPARAM parameter) noexcept {
     return TRUE;
 }
 
-/// Gives one menu item its text. @return whether there was one
+/// Sets the text of one menu item. @return whether the language files have one
 bool LocalizeItem(HMENU menu, UINT position, const wchar_t* key, const wchar_t* section) noexcept {
     wchar_t text[kMenuTextChars + 1];
     if (!ReadText(section, key, text, kMenuTextChars + 1)) return false;
@@ -86,7 +91,7 @@ std::int32_t LoadLocalString(HINSTANCE__* module, std::uint32_t id, HorivoWideCh
                                                     static_cast<DWORD>(size), path);
         length = Unescape(buffer, static_cast<std::int32_t>(read));
     }
-    // Without a module LoadStringW would read the program's own strings.
+    // For a null module, LoadStringW would read the program's own strings.
     if (length == 0 && module != nullptr) length = LoadStringW(module, id, buffer, size);
     if (length == 0) buffer[0] = L'\0';
     return length;
@@ -103,7 +108,7 @@ std::int32_t LocalMessageBox(HWND__* owner, HINSTANCE__* module, std::uint32_t t
 
 bool LocalizeDialog(HWND__* dialog, const HorivoWideChar* dialogName) noexcept {
     if (IsEmpty(dialogName) || *LangFile().langFilePath == L'\0') return false;
-    // Null stands for the desktop, whose children are everybody's windows.
+    // For a null window, EnumChildWindows would enumerate the windows of all programs.
     if (IsWindow(dialog) == FALSE) return false;
     wchar_t section[kDialogNameChars + 1];
     StoreText(section, dialogName, kDialogNameChars);

@@ -1,4 +1,4 @@
-// Local times by the rules of a year.
+// Converts UTC to local times by the time zone rules of a year.
 
 #include <cstring>
 #include <iterator>
@@ -10,15 +10,15 @@ namespace {
 
 bool SameZone(const DYNAMIC_TIME_ZONE_INFORMATION& a,
               const DYNAMIC_TIME_ZONE_INFORMATION& b) noexcept {
-    // The bias stands first and differs between most zones, so this seldom reads far. What follows
-    // the last member is padding.
+    // Fast for most pairs: the bias comes first and usually differs. The padding after the last
+    // member is not compared.
     constexpr std::size_t kBytes =
         offsetof(DYNAMIC_TIME_ZONE_INFORMATION, DynamicDaylightTimeDisabled) +
         sizeof(DYNAMIC_TIME_ZONE_INFORMATION::DynamicDaylightTimeDisabled);
     return std::memcmp(&a, &b, kBytes) == 0;
 }
 
-/// The rules that the record itself carries.
+/// The bias and the dates in the record itself.
 TIME_ZONE_INFORMATION OwnRules(const DYNAMIC_TIME_ZONE_INFORMATION& zone) noexcept {
     TIME_ZONE_INFORMATION rules = {};
     rules.Bias = zone.Bias;
@@ -31,7 +31,7 @@ TIME_ZONE_INFORMATION OwnRules(const DYNAMIC_TIME_ZONE_INFORMATION& zone) noexce
 
 TIME_ZONE_INFORMATION ReadRules(const DYNAMIC_TIME_ZONE_INFORMATION& zone, WORD year) noexcept {
     DYNAMIC_TIME_ZONE_INFORMATION copy = zone;  // the call takes no const
-    // A host's record may lack the terminator.
+    // The key name in a host's record may lack its terminator.
     copy.TimeZoneKeyName[std::size(copy.TimeZoneKeyName) - 1] = L'\0';
     TIME_ZONE_INFORMATION rules = {};
     const bool asksSystem = copy.TimeZoneKeyName[0] != L'\0' && !copy.DynamicDaylightTimeDisabled;
@@ -39,7 +39,8 @@ TIME_ZONE_INFORMATION ReadRules(const DYNAMIC_TIME_ZONE_INFORMATION& zone, WORD 
     return OwnRules(zone);
 }
 
-/// The earliest year that any place may still have at `utc`: no place is a day away from UTC.
+/// The earliest year that any place on Earth can have at `utc`. No local time differs from UTC by a
+/// whole day, so that is the previous year only on New Year's Day.
 WORD EndingYear(const SYSTEMTIME& utc) noexcept {
     const bool newYearsDay = utc.wMonth == 1 && utc.wDay == 1 && utc.wYear > 0;
     return newYearsDay ? static_cast<WORD>(utc.wYear - 1) : utc.wYear;
@@ -80,8 +81,9 @@ bool UtcToZoneTime(const SYSTEMTIME& utc, const DYNAMIC_TIME_ZONE_INFORMATION& z
     }
     local = old;
     if (old.wYear <= endingYear) return true;
-    // A year's rules begin where the rules of the year before say that it begins. A zone that
-    // changes its bias at that midnight may deny it by its new rules: the old ones then still hold.
+    // By the rules of the old year, the new year has begun, so try the rules of the new year. When
+    // the zone changes its bias at that midnight, those may give a time in the old year again: then
+    // the result of the old rules is kept.
     SYSTEMTIME fresh;
     const TIME_ZONE_INFORMATION& newRules = rules.ForYear(zone, old.wYear);
     if (SystemTimeToTzSpecificLocalTime(&newRules, &utc, &fresh) && fresh.wYear == old.wYear) {

@@ -1,5 +1,5 @@
-// The diagnostic log. It is opened and closed for every line, so that lines of several threads and
-// programs follow one another.
+// The diagnostic log. The file is opened and closed for every line, so that several threads and
+// programs can write to it in turn.
 
 #include <cstdio>
 #include <cstring>
@@ -13,26 +13,27 @@ namespace {
 
 constexpr wchar_t kMutexName[] = L"horivo_log_mutex";
 constexpr wchar_t kFileName[] = L"horivo.log";
-constexpr int kPathRoom = 600;         // characters; more than Windows gives for the folder
-constexpr int kProgramNameRoom = 512;  // bytes; names have up to 255 characters
-constexpr int kPrefixRoom = 600;       // bytes; time and numbers take 38 besides the program's name
-constexpr int kWideMessageRoom = 2048;  // bytes of a converted message, terminator included
+// Sizes of buffers, terminators included.
+constexpr int kPathCapacity = 600;          // characters; the folder has at most MAX_PATH
+constexpr int kProgramNameCapacity = 512;   // bytes; names have up to 255 characters
+constexpr int kPrefixCapacity = 600;        // bytes; 38 and the program's name
+constexpr int kWideMessageCapacity = 2048;  // bytes of a converted message
 
 /// Null until the host creates it.
 UniqueHandle logMutex;
 
 bool IsLogging() noexcept { return !IsFeatureEnabled(kLogging); }
 
-bool FormLogPath(wchar_t (&path)[kPathRoom]) noexcept {
+bool FormLogPath(wchar_t (&path)[kPathCapacity]) noexcept {
     wchar_t folder[MAX_PATH + 1];
     const DWORD length = GetTempPathW(MAX_PATH + 1, folder);
     if (length == 0 || length > MAX_PATH) return false;
-    return std::swprintf(path, kPathRoom, L"%ls%ls", folder, kFileName) > 0;
+    return std::swprintf(path, kPathCapacity, L"%ls%ls", folder, kFileName) > 0;
 }
 
-/// Opens or makes the file; whatever is written goes to its end.
+/// Opens the file, or creates it, for writing at its end.
 UniqueFile OpenLog() noexcept {
-    wchar_t path[kPathRoom];
+    wchar_t path[kPathCapacity];
     if (!FormLogPath(path)) return UniqueFile();
     return UniqueFile(CreateFileW(path, FILE_APPEND_DATA,
                                   FILE_SHARE_READ | FILE_SHARE_WRITE | FILE_SHARE_DELETE, nullptr,
@@ -48,9 +49,9 @@ void WritePrefix(HANDLE file) noexcept {
     SYSTEMTIME now;
     GetLocalTime(&now);
     const std::wstring_view name = FindProgramPath().fileName;
-    char program[kProgramNameRoom];
-    NarrowText(name.data(), static_cast<std::int32_t>(name.size()), program, kProgramNameRoom);
-    char prefix[kPrefixRoom];
+    char program[kProgramNameCapacity];
+    NarrowText(name.data(), static_cast<std::int32_t>(name.size()), program, kProgramNameCapacity);
+    char prefix[kPrefixCapacity];
     std::snprintf(prefix, sizeof prefix, "%02d:%02d:%02d.%03d 0x%08X:0x%08X %s: ", now.wHour,
                   now.wMinute, now.wSecond, now.wMilliseconds,
                   static_cast<unsigned>(GetCurrentProcessId()),
@@ -69,7 +70,7 @@ void CloseLogMutex() noexcept { logMutex.reset(); }
 
 void WriteLog(const char* message) noexcept {
     if (!IsLogging() || message == nullptr) return;
-    // Without a mutex the wait fails at once, and the line is written all the same.
+    // Without a mutex the wait fails at once; the line is written anyway.
     const MutexHold hold = AcquireMutex(logMutex.get(), INFINITE);
     const UniqueFile file = OpenLog();
     if (!file.IsOpen()) return;
@@ -80,7 +81,7 @@ void WriteLog(const char* message) noexcept {
 
 void WriteLogW(const HorivoWideChar* message) noexcept {
     if (!IsLogging() || message == nullptr) return;
-    char text[kWideMessageRoom];
-    NarrowText(message, -1, text, kWideMessageRoom);
+    char text[kWideMessageCapacity];
+    NarrowText(message, -1, text, kWideMessageCapacity);
     WriteLog(text);
 }

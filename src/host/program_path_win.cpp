@@ -4,14 +4,14 @@
 
 namespace {
 
-constexpr DWORD kPathRoom = 1001;  // characters; more than the record of the language state takes
+constexpr DWORD kPathCapacity = 1001;  // characters; longer than any path in the language record
 
 struct PathText {
     PathText() noexcept {
-        length = GetModuleFileNameW(nullptr, text, kPathRoom);
-        if (length >= kPathRoom) length = 0;  // cut short
+        length = GetModuleFileNameW(nullptr, text, kPathCapacity);
+        if (length >= kPathCapacity) length = 0;  // the path was truncated
     }
-    wchar_t text[kPathRoom];
+    wchar_t text[kPathCapacity];
     DWORD length;
 };
 
@@ -20,7 +20,7 @@ struct PathText {
 ProgramPath FindProgramPath() noexcept {
     static const PathText path;
     const std::wstring_view whole(path.text, path.length);
-    // Without a backslash (find_last_of gives npos, and npos + 1 is 0) the folder is empty.
+    // A path without a backslash gives an empty folder: find_last_of returns npos, npos + 1 is 0.
     const std::size_t nameStart = whole.find_last_of(L'\\') + 1;
     return {whole.substr(0, nameStart), whole.substr(nameStart)};
 }

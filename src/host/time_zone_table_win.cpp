@@ -1,4 +1,4 @@
-// The time zones that the public header numbers.
+// Reads Windows' records of the time zones in HORIVO_TIME_ZONES.
 
 #include <cwchar>
 #include <functional>
@@ -26,12 +26,13 @@ constexpr bool NumbersAreWithoutGaps() noexcept {
     }
     return true;
 }
-static_assert(NumbersAreWithoutGaps(), "a zone's number is 1 + its place in the list");
+static_assert(NumbersAreWithoutGaps(), "a zone's number is 1 + its index in the list");
 
-constexpr DWORD kMaxSystemZones = 4096;  // far above what Windows has: the walk ends in any case
+// Far more zones than Windows has. It ends the enumeration when every call reports an error.
+constexpr DWORD kMaxSystemZones = 4096;
 
-/// Place of a registry key name in the public list, or kTimeZoneCount.
-std::uint32_t PlaceOf(const wchar_t* key) noexcept {
+/// Index of a registry key name in HORIVO_TIME_ZONES, or kTimeZoneCount.
+std::uint32_t IndexOf(const wchar_t* key) noexcept {
     for (std::uint32_t i = 0; i < kTimeZoneCount; ++i) {
         if (std::wcscmp(kZoneKeys[i], key) == 0) return i;
     }
@@ -49,11 +50,11 @@ void TimeZoneTable::Prepare() noexcept {
     for (DWORD i = 0; i < kMaxSystemZones; ++i) {
         const DWORD result = EnumDynamicTimeZoneInformation(i, &zone);
         if (result == ERROR_NO_MORE_ITEMS) return;
-        if (result != ERROR_SUCCESS) continue;  // one damaged key must not hide the zones behind it
-        const std::uint32_t place = PlaceOf(zone.TimeZoneKeyName);
-        if (place == kTimeZoneCount) continue;
-        void* const record = records_.data() + place * kRecordBytes;
-        found_[place] = ::new (record) DYNAMIC_TIME_ZONE_INFORMATION(zone);
+        if (result != ERROR_SUCCESS) continue;  // a damaged registry key must not hide later zones
+        const std::uint32_t index = IndexOf(zone.TimeZoneKeyName);
+        if (index == kTimeZoneCount) continue;
+        void* const record = records_.data() + index * kRecordBytes;
+        found_[index] = ::new (record) DYNAMIC_TIME_ZONE_INFORMATION(zone);
     }
 }
 
@@ -64,7 +65,7 @@ const DYNAMIC_TIME_ZONE_INFORMATION* TimeZoneTable::Find(std::uint32_t id) noexc
 }
 
 bool TimeZoneTable::Owns(const DYNAMIC_TIME_ZONE_INFORMATION* zone) const noexcept {
-    // The pointer may be the host's own, and only std::less orders unrelated pointers.
+    // `zone` may point outside the table, and only std::less can compare such pointers.
     constexpr std::less<> kBefore;
     const auto* address = reinterpret_cast<const std::byte*>(zone);
     const std::byte* first = records_.data();

@@ -4,14 +4,14 @@
 
 namespace {
 
-constexpr std::uint32_t kModulus = 100;  // words depend on the last two digits at most
+constexpr std::uint32_t kModulus = 100;  // words depend on the last two digits only
 
 constexpr HorivoWideChar kBuiltInWords[kUnitTables][2] = {{'s'}, {'m'}, {'h'}, {'d'}, {'w'}};
 
 bool IsDigit(HorivoWideChar c) noexcept { return c >= '0' && c <= '9'; }
 
-/// Takes a decimal number off the front of `text`. Numbers beyond 99 end at 100, however long.
-/// @return whether there was one, of 0 to 99
+/// Reads a decimal number at `text` and advances `text` behind it. A number above 99 becomes 100,
+/// however many digits it has. @return whether there is a number of 0 to 99
 bool TakeNumber(const HorivoWideChar*& text, std::uint32_t& number) noexcept {
     const bool found = IsDigit(*text);
     for (number = 0; IsDigit(*text); ++text) {
@@ -20,7 +20,8 @@ bool TakeNumber(const HorivoWideChar*& text, std::uint32_t& number) noexcept {
     return found && number < kModulus;
 }
 
-/// Takes "7" or "2-4" off the front of `text`, as far as it goes. @return whether it is a range
+/// Reads a range such as "7" or "2-4" at `text` and advances `text` behind what it could read.
+/// @return whether it is a valid range
 bool TakeRange(const HorivoWideChar*& text, UnitRange& range) noexcept {
     std::uint32_t low = 0;
     if (!TakeNumber(text, low)) return false;
@@ -30,7 +31,7 @@ bool TakeRange(const HorivoWideChar*& text, UnitRange& range) noexcept {
     return low <= high;
 }
 
-/// Reads one table; `used_` characters of its buffer are taken.
+/// Reads the text of one unit table into the record.
 class UnitTableReader {
 public:
     UnitTableReader(CLangFile& file, std::uint32_t table, const HorivoWideChar* text) noexcept
@@ -47,7 +48,7 @@ public:
             ++text_;
             const std::uint16_t first = count_;
             TakeRanges();
-            // What the list left over shows whether it went wrong.
+            // A list of ranges ends with a space; anything else here is an error.
             if (*text_ != ' ') return;
             ++text_;
             std::fill(texts_ + first, texts_ + count_, TakeWord());
@@ -55,7 +56,7 @@ public:
     }
 
 private:
-    /// Copies the word up to the next ";" as far as there is room.
+    /// Copies the word up to the next ";" into the buffer, as far as it fits. @return the copy
     const HorivoWideChar* TakeWord() noexcept {
         const HorivoWideChar* word = buffer_ + used_;
         for (; *text_ != '\0' && *text_ != ';' && used_ < kUnitChars - 1; ++text_) {
@@ -65,8 +66,8 @@ private:
         return word;
     }
 
-    /// Stores the ranges of a list behind those in use, as far as it is right. They have no text
-    /// until their word is read.
+    /// Appends the ranges of a list to the record, up to the first error. They have no text until
+    /// their word is read.
     void TakeRanges() noexcept {
         UnitRange range{};
         while (TakeRange(text_, range) && count_ < kUnitRanges) {
@@ -82,7 +83,7 @@ private:
     HorivoWideChar* buffer_;
     std::uint16_t& count_;
     const HorivoWideChar* text_;
-    std::uint32_t used_ = 0;
+    std::uint32_t used_ = 0;  ///< characters of `buffer_` in use
 };
 
 }  // namespace
@@ -95,7 +96,7 @@ const HorivoWideChar* UnitWord(const CLangFile& file, std::uint32_t table,
                                std::uint32_t number) noexcept {
     if (table >= kUnitTables) return nullptr;
     const std::uint32_t rest = number % kModulus;
-    // From the last to the first: a later group makes exceptions from an earlier one.
+    // The search goes backwards, because a later group overrides an earlier one.
     for (std::uint32_t i = file.unitCount[table]; i-- > 0;) {
         const UnitRange& range = file.unitRanges[table][i];
         if (range.low <= rest && rest <= range.high) {

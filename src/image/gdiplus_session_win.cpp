@@ -4,7 +4,7 @@
 
 namespace {
 
-/// GDI+ belongs to the process, and so does its count of users; under its lock.
+/// GDI+ is started once per process. Counts the sessions that use it; `lock` guards all members.
 struct SharedStart {
     SRWLOCK lock = SRWLOCK_INIT;
     int users = 0;

@@ -1,9 +1,10 @@
 #pragma once
 
-/// The right to use GDI+ while it lives. The first one of the process starts GDI+, the last one
-/// shuts it down; no GDI+ object may outlive the one that its user holds.
+/// Keeps GDI+ running as long as this object lives. The first session of the process starts GDI+,
+/// the last one shuts it down. Code that uses GDI+ objects holds a session and destroys them before
+/// it.
 ///
-/// A failed start is no error here: opening pictures fails then.
+/// When GDI+ cannot be started, the constructor reports nothing; opening pictures then fails.
 /// Thread: any, but never from DllMain (starting and stopping wait for other threads).
 class GdiplusSession {
 public:
@@ -11,7 +12,7 @@ public:
     GdiplusSession(const GdiplusSession&) = delete;
     GdiplusSession& operator=(const GdiplusSession&) = delete;
     ~GdiplusSession();
-    /// Whether GDI+ runs for this user.
+    /// Whether this session could start GDI+.
     bool IsStarted() const noexcept { return started_; }
 
 private:

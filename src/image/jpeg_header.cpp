@@ -6,6 +6,7 @@ constexpr std::uint8_t kMarkerPrefix = 0xFF;
 constexpr std::uint8_t kStartOfImage = 0xD8;
 constexpr std::uint8_t kBaselineFrame = 0xC0;
 constexpr std::uint8_t kProgressiveFrame = 0xC2;
+constexpr std::int32_t kLengthBytes = 2;  // of a segment's length, which includes them
 
 bool ReadByte(ByteSource& source, std::int32_t& value) noexcept {
     std::uint8_t byte = 0;
@@ -39,19 +40,19 @@ bool ReadJpegHeader(ByteSource& source, JpegSize& size) noexcept {
     if (!source.Read(start, sizeof start)) return false;
     if (start[0] != kMarkerPrefix || start[1] != kStartOfImage) return false;
 
-    // Each round ends further on: a length of 0 or 1 leads back to its own first byte or behind
-    // it, neither of which is the prefix that the next round asks for.
+    // The loop ends for every file. Only a length of 0 or 1 moves the position backwards, to one of
+    // the two bytes of that length; neither is a marker prefix, so the next round returns false.
     for (;;) {
         std::int32_t prefix = 0;
         std::int32_t marker = 0;
         std::int32_t length = 0;
-        // Deliberate: fill bytes before a marker are not skipped and markers without a length are
-        // not special; a file with either before its frame header counts as not a JPEG.
+        // Deliberate: fill bytes before a marker are not skipped, and markers without a length are
+        // not recognised. A file with either before its frame header counts as no JPEG.
         if (!ReadByte(source, prefix) || prefix != kMarkerPrefix) return false;
         if (!ReadByte(source, marker) || !ReadBigEndian(source, length)) return false;
         if (marker == kBaselineFrame || marker == kProgressiveFrame) {
             return ReadFrameHeader(source, size);
         }
-        if (!source.Skip(length - 2)) return false;
+        if (!source.Skip(length - kLengthBytes)) return false;
     }
 }

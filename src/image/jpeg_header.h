@@ -4,30 +4,30 @@
 #include <cstdint>
 #include <string>
 
-/// What the header of a JPEG file says.
+/// Size and number of components, from the header of a JPEG file.
 struct JpegSize {
     std::int32_t width = 0;       ///< pixels
     std::int32_t height = 0;      ///< pixels
     std::int32_t components = 0;  ///< 1 grey, 3 colour, 4 CMYK
 };
 
-/// Bytes of a file, read forward.
+/// A source of bytes, such as a file, that is read forward.
 class ByteSource {
 public:
     virtual ~ByteSource() = default;
     /// Reads exactly `size` bytes; false when fewer are left.
     virtual bool Read(void* out, std::size_t size) noexcept = 0;
-    /// Moves the position by `offset` (-2 to 65533) from where it is. Past the end is allowed, as
-    /// for files; false when it cannot.
+    /// Moves the position by `offset` bytes (-2 to 65533). As in files, the new position may lie
+    /// behind the end. @return false when the position cannot be moved
     virtual bool Skip(std::int32_t offset) noexcept = 0;
 };
 
-/// Walks the segments of a JPEG to its baseline (0xC0) or progressive (0xC2) frame header without
-/// decoding. @return false when there is none; `size` is untouched then
+/// Reads the segments of a JPEG up to its baseline (0xC0) or progressive (0xC2) frame header;
+/// decodes no pixels. @return false when there is none; `size` is unchanged then
 bool ReadJpegHeader(ByteSource& source, JpegSize& size) noexcept;
 
 /// Reads size and component count from the header of a JPEG file, without decoding it.
-/// @param width, height  out: pixels; untouched on failure, like `components`
-/// @return false when the file cannot be read or is no baseline or progressive JPEG
+/// @param width, height  out: pixels; unchanged on failure, like `components`
+/// @return false when the file cannot be read or is neither a baseline nor a progressive JPEG
 bool ProbeJpeg(const std::wstring& path, std::int32_t& width, std::int32_t& height,
                std::int32_t& components) noexcept;

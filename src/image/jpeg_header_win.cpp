@@ -4,7 +4,7 @@
 
 namespace {
 
-/// Reads straight from the file: a header takes some twenty small reads, and the rest is skipped.
+/// Reads from the file without a buffer: a header takes about twenty small reads.
 class FileBytes final : public ByteSource {
 public:
     explicit FileBytes(HANDLE file) noexcept : file_(file) {}

@@ -8,11 +8,9 @@
 
 namespace {
 
-constexpr std::int32_t kRgbBytes = 3;
-
 /// Largest power of two not above `value`; 0 for 0.
 std::uint32_t PowerOfTwoBelow(std::uint32_t value) noexcept {
-    std::uint32_t power = 0x80000000U;
+    std::uint32_t power = 0x80000000U;  // the largest in 32 bits
     while (power > value) power /= 2;
     return power;
 }
@@ -61,7 +59,7 @@ bool CJpegTexture::IsPowerOfTwoSize() const noexcept {
     if (width_ != bufferWidth_ || height_ != bufferHeight_) return false;
     const auto width = static_cast<std::uint32_t>(width_);
     const bool oneBit = width != 0 && (width & (width - 1)) == 0;
-    // Deliberate: no height but 0 passes, which no picture has.
+    // Deliberate: only a height of 0 passes, which no picture has.
     return oneBit && height_ == 0;
 }
 
@@ -96,7 +94,7 @@ bool CJpegTexture::PadBuffer(int newBufferWidth, int newBufferHeight) noexcept {
         ResetSizes();
         return false;
     }
-    // From the top down, so that no row lands on one that has not moved yet.
+    // From the top row down, so that no row overwrites one that has not been moved yet.
     for (std::int32_t row = height_ - 1; row >= 0; --row) {
         std::memmove(
             pixels_ + BlockBytes(newBufferWidth, row + newBufferHeight - height_, bytesPerPixel_),
@@ -129,7 +127,7 @@ bool CJpegTexture::Split(CJpegTexture& other, bool byColumns) noexcept {
     TextureSizes half{width_, height_, bufferWidth_, bufferHeight_};
     (byColumns ? half.width : half.height) /= 2;
     (byColumns ? half.bufferWidth : half.bufferHeight) /= 2;
-    // A half of nothing counts as memory that was not there.
+    // Also returns false when a half would be empty.
     if (!other.Allocate(half, bytesPerPixel_)) return false;
 
     const std::size_t rowBytes = BlockBytes(bufferWidth_, 1, bytesPerPixel_);
@@ -138,7 +136,8 @@ bool CJpegTexture::Split(CJpegTexture& other, bool byColumns) noexcept {
     const std::uint8_t* const start = pixels_ + (byColumns ? halfRowBytes : height * rowBytes);
     for (std::size_t row = 0; row < height; ++row) {
         std::memcpy(other.pixels_ + row * halfRowBytes, start + row * rowBytes, halfRowBytes);
-        // What stays moves up in the same round: it ends before the rows still to be copied.
+        // The left half of the row moves to its new place, which ends before the rows that are
+        // still to be copied.
         if (byColumns) {
             std::memmove(pixels_ + row * halfRowBytes, pixels_ + row * rowBytes, halfRowBytes);
         }

@@ -7,13 +7,13 @@
 
 class Picture;
 
-/// Values of `Load`.
+/// Results of `Load`.
 inline constexpr int kLoadFailed = 0;
 inline constexpr int kLoadedUnchanged = 1;
 inline constexpr int kLoadedShrunk = 3;   ///< contains kLoadShrunkBit
-inline constexpr int kLoadShrunkBit = 2;  ///< the picture was scaled down and is worth saving back
+inline constexpr int kLoadShrunkBit = 2;  ///< the picture was scaled down and should be saved
 
-/// Sides of a picture and of the buffer that it lies in, pixels.
+/// Sides of a picture and of the buffer that contains it, pixels.
 struct TextureSizes {
     std::int32_t width = 0;
     std::int32_t height = 0;
@@ -25,8 +25,8 @@ struct TextureSizes {
 ///
 /// `pixels`: bufferHeight rows of bufferWidth x bytesPerPixel bytes, tightly packed, bottom row
 /// first, bytes R, G, B[, A]. The picture is the first `width` pixels of rows 0 to height - 1;
-/// what lies outside is zero after a load. A packed pixel has byte 0 in bits 0 to 7.
-/// No lock of its own. No operation throws.
+/// all bytes outside it are 0 after a load. A packed pixel has byte 0 in bits 0 to 7.
+/// It has no lock. No function throws.
 class CJpegTexture {
 public:
     CJpegTexture() noexcept = default;
@@ -34,16 +34,17 @@ public:
     CJpegTexture& operator=(const CJpegTexture& other) noexcept;
     ~CJpegTexture();
 
-    /// Takes a picture and fills the texture. With both limits at least 1 the buffer is padded to
-    /// powers of two from 16 and a picture above the limits is refused; without, rows are padded to
-    /// a multiple of 4 pixels. @return kLoadedUnchanged or kLoadFailed (all sizes 0 then)
+    /// Copies a picture into the texture and destroys it. With both limits at least 1, the sides of
+    /// the buffer become powers of two of at least 16, and a picture above the limits is refused.
+    /// Otherwise only the rows are padded to a multiple of 4 pixels.
+    /// @return kLoadedUnchanged, or kLoadFailed with all sizes 0
     virtual int Load(std::unique_ptr<Picture> picture, int maxWidth, int maxHeight);
-    /// Writes the picture as a JPEG file. @param quality  1..100; below 1 stands for 75
-    /// Deliberate: a 4-byte picture is saved with the last quarter of each row's red and blue
+    /// Writes the picture as a JPEG file. @param quality  1..100; below 1 means 75
+    /// Deliberate: in a 4-byte picture, red and blue of the last quarter of each row are saved
     /// exchanged (see SwapRedBlue).
     virtual bool SaveJpeg(const std::wstring& path, int quality);
 
-    /// Clears, opens the file and loads it.
+    /// Clears the texture, opens the file and calls Load.
     int LoadFromFile(const std::wstring& path, int maxWidth, int maxHeight);
 
     /// Frees the pixels. @param resetSize  also sets all sizes to 0
@@ -57,41 +58,46 @@ public:
     const std::uint8_t* GetPixels() const noexcept { return pixels_; }
     std::uint8_t* GetPixels() noexcept { return pixels_; }
 
-    /// Whether GL gets a border of 1: width at least 3 and width mod 4 = 2.
+    /// Whether the texture is uploaded with a border of 1 pixel: width at least 3, width mod 4 = 2.
     bool HasBorder() const noexcept;
-    /// Deliberate: the height may have no bit set at all, so every picture goes on to
-    /// MakePowerOfTwo.
+    /// Whether both sides are powers of two. Deliberate: false for every picture, because the test
+    /// wants a height of 0; so every picture is passed to MakePowerOfTwo.
     bool IsPowerOfTwoSize() const noexcept;
-    /// Shrinks to the largest powers of two not above the size. @return false without pixels or
-    /// when the picture cannot be rescaled
+    /// Shrinks each side to the largest power of two not above it. @return false when there are no
+    /// pixels or Rescale fails
     bool MakePowerOfTwo() noexcept;
-    /// Shrinks a 3-byte picture in place with a box filter. @return false and no change for a size
-    /// that is below 1 or above the present one
+    /// Shrinks a 3-byte picture in place with a box filter. @return false, without a change, when a
+    /// new side is below 1 or above the present one, or when memory runs out
     bool Rescale(int newWidth, int newHeight) noexcept;
-    /// Enlarges the buffer without scaling; the picture ends up in its top rows.
+    /// Enlarges the buffer without scaling the picture, which moves to the buffer's top rows.
+    /// @return false when a side would become smaller, or when memory runs out (all sizes 0 then)
     bool PadBuffer(int newBufferWidth, int newBufferHeight) noexcept;
     /// Moves the right half (`byColumns`) or the top half into `other`, which is cleared first.
+    /// @return false without pixels, for an empty half, or when memory runs out
     bool Split(CJpegTexture& other, bool byColumns) noexcept;
-    /// Takes a block for pixels that the caller is going to write. @return false without memory or
-    /// for an empty buffer: the sizes are 0 then
+    /// Allocates uninitialised pixels, which the caller then writes. @return false when memory runs
+    /// out or the buffer would be empty; the sizes are 0 then
     bool Allocate(const TextureSizes& sizes, std::int32_t bytesPerPixel) noexcept;
-    /// Takes smaller sizes; the bytes at the front of the block stay as they are, the rest is given
-    /// back. @return false without memory: the sizes are 0 and the pixels are gone then
+    /// Sets smaller sizes. The first bytes of the block stay unchanged, the rest of it is freed.
+    /// @return false when memory runs out; the sizes are 0 and the pixels are freed then
     bool KeepFront(const TextureSizes& sizes) noexcept;
 
-    /// Widens a 3-byte picture to 4 bytes with a constant alpha.
+    /// Converts a 3-byte picture to 4 bytes a pixel with a constant alpha; false when it has 4
+    /// bytes already.
     bool ConvertToRgba(std::uint8_t alpha) noexcept;
-    /// Gives the RGBA value for a packed pixel of `bytesPerPixel` bytes; must not throw.
+    /// Returns the RGBA value for a packed pixel of `bytesPerPixel` bytes; must not throw.
     using PixelFunction = std::uint32_t (*)(std::uint32_t packed, std::int32_t bytesPerPixel);
-    /// Widens to 4 bytes through `function`; false when it is null.
+    /// Converts to 4 bytes a pixel by `function`; false when that is null or the picture has 4
+    /// bytes already.
     bool ConvertToRgbaWith(PixelFunction function) noexcept;
-    /// Every pixel of the buffer equal to `from` gets the bytes of `to` (packed values).
+    /// Replaces every pixel of the buffer that is equal to `from` by `to` (packed values).
     void ReplaceColor(std::uint32_t from, std::uint32_t to) noexcept;
-    /// Every pixel whose brightness (mean of its colour bytes) lies in [low, high] gets `value`.
+    /// Replaces every pixel whose brightness (mean of its colour bytes) is in [low, high] by
+    /// `value` (packed).
     void ReplaceByBrightness(std::uint32_t low, std::uint32_t high, std::uint32_t value) noexcept;
-    /// Exchanges bytes 0 and 2 of the pixels.
-    /// Deliberate: the walk ends at byte width x 3 of a row also for 4-byte pixels, whose last
-    /// quarter keeps its order.
+    /// Exchanges bytes 0 and 2 of the pixels; false without pixels.
+    /// Deliberate: it stops at byte width x 3 of each row also for 4-byte pixels, so that the last
+    /// quarter of a row stays as it is.
     bool SwapRedBlue() noexcept;
 
 protected:
@@ -99,7 +105,7 @@ protected:
     /// Sets the four sizes to 0; the bytes per pixel stay.
     void ResetSizes() noexcept;
 
-    std::uint8_t* pixels_ = nullptr;  ///< malloc'd: blocks shrink in place with realloc
+    std::uint8_t* pixels_ = nullptr;  ///< from malloc, because realloc can shrink a block in place
     std::int32_t width_ = 0;
     std::int32_t height_ = 0;
     std::int32_t bufferWidth_ = 0;
@@ -107,25 +113,26 @@ protected:
     std::int32_t bytesPerPixel_ = 0;
 
 private:
-    /// Sets the sizes for a picture of 3 bytes a pixel; false when the limits refuse it.
+    /// Sets the sizes for a picture of 3 bytes a pixel; false when it is above the limits.
     bool ChooseBuffer(std::int32_t width, std::int32_t height, int maxWidth,
                       int maxHeight) noexcept;
-    /// Allocates the chosen buffer and fills it from the picture.
+    /// Allocates the buffer that ChooseBuffer has set and copies the picture into it.
     bool CopyRows(Picture& picture);
     std::size_t BufferPixels() const noexcept;
-    /// Puts a block of 4-byte pixels in place of the present one; false when it is null.
+    /// Replaces the pixels by a block of 4-byte pixels; false when that is null.
     bool TakeWidened(std::uint8_t* block) noexcept;
 };
 
-/// The texture that is fitted to the limits of OpenGL by shrinking instead of being refused.
+/// A texture whose Load shrinks a picture above the limits, instead of refusing it.
 class CGLTexture : public CJpegTexture {
 public:
     /// @return kLoadFailed, kLoadedUnchanged or kLoadedShrunk
     int Load(std::unique_ptr<Picture> picture, int maxWidth, int maxHeight) override;
 
 private:
-    /// Filters the rows of a picture above the limits straight into the shrunk texture, without the
-    /// whole one between; the bytes are those of Load and Rescale. @return false, and the texture
-    /// is empty, when there is nothing to shrink or it takes the detour over the whole one
+    /// Shrinks the rows of a picture above the limits directly into the texture, without a copy of
+    /// the whole picture. The resulting bytes are the same as those of Load and Rescale.
+    /// @return false, with an empty texture, when there is nothing to shrink or the picture must be
+    /// loaded whole first
     bool LoadShrunk(Picture& picture, int maxWidth, int maxHeight);
 };

@@ -1,4 +1,4 @@
-// How a texture comes from a picture and goes into a file.
+// Loads textures from pictures and saves them to files.
 
 #include <algorithm>
 #include <cstring>
@@ -13,17 +13,22 @@
 
 namespace {
 
-constexpr std::int32_t kRgbBytes = 3;
-constexpr std::int64_t kSmallestBuffer = 16;  // pixels
+constexpr std::int64_t kMinBufferSide = 16;  // pixels
+constexpr std::int32_t kRowMultiple = 4;     // pixels; rows are padded to a multiple of it
 
 /// Smallest 16 * 2^n that reaches `size` or `limit`, whichever comes first.
 std::int64_t DoubledSide(std::int64_t size, std::int64_t limit) noexcept {
-    std::int64_t side = kSmallestBuffer;
+    std::int64_t side = kMinBufferSide;
     while (side < limit && side < size) side *= 2;
     return side;
 }
 
-/// The rows of a picture, locked as long as this lives.
+/// `width` rounded up to the next multiple of kRowMultiple.
+std::int64_t PaddedRow(std::int64_t width) noexcept {
+    return (width + kRowMultiple - 1) / kRowMultiple * kRowMultiple;
+}
+
+/// Locks the rows of a picture until the end of the scope.
 class LockedRows {
 public:
     explicit LockedRows(Picture& picture) : picture_(picture), rows_(picture.LockForReading()) {}
@@ -48,7 +53,7 @@ bool IsGood(const std::unique_ptr<Picture>& picture) noexcept {
     return picture != nullptr && picture->IsOk();
 }
 
-/// Makes `picture` one of 3 bytes a pixel; false when it is none or cannot become one.
+/// Converts `picture` to 24-bit RGB. @return false when the picture is bad or cannot be converted
 bool MakeRgb(std::unique_ptr<Picture>& picture) {
     if (!IsGood(picture)) return false;
     if (picture->GetPixelFormat() != kPixelFormat24bppRgb) {
@@ -69,7 +74,7 @@ int CJpegTexture::LoadFromFile(const std::wstring& path, int maxWidth, int maxHe
     Clear(true);
     try {
         return Load(OpenPicture(path), maxWidth, maxHeight);
-    } catch (...) {  // no memory to open it
+    } catch (...) {  // out of memory while the file was opened
         Clear(true);
         return kLoadFailed;
     }
@@ -78,13 +83,13 @@ int CJpegTexture::LoadFromFile(const std::wstring& path, int maxWidth, int maxHe
 int CJpegTexture::Load(std::unique_ptr<Picture> picture, int maxWidth, int maxHeight) {
     Clear(true);
     try {
-        // The size is judged first: a conversion decodes the whole picture.
+        // The size is checked first, because a conversion decodes the whole picture.
         if (IsGood(picture) &&
             ChooseBuffer(picture->GetWidth(), picture->GetHeight(), maxWidth, maxHeight) &&
             MakeRgb(picture) && CopyRows(*picture)) {
             return kLoadedUnchanged;
         }
-    } catch (...) {  // no memory for the conversion or the lock
+    } catch (...) {  // out of memory during the conversion or the lock
     }
     Clear(false);
     ResetSizes();
@@ -95,8 +100,7 @@ bool CJpegTexture::ChooseBuffer(std::int32_t width, std::int32_t height, int max
                                 int maxHeight) noexcept {
     bytesPerPixel_ = kRgbBytes;
     const bool limited = maxWidth >= 1 && maxHeight >= 1;
-    const std::int64_t bufferWidth =
-        limited ? DoubledSide(width, maxWidth) : (std::int64_t{width} + 3) / 4 * 4;
+    const std::int64_t bufferWidth = limited ? DoubledSide(width, maxWidth) : PaddedRow(width);
     const std::int64_t bufferHeight = limited ? DoubledSide(height, maxHeight) : height;
     if (width < 1 || height < 1 || bufferWidth < width || bufferHeight < height) return false;
     if (std::max(bufferWidth, bufferHeight) > std::numeric_limits<std::int32_t>::max()) {
@@ -115,7 +119,7 @@ bool CJpegTexture::CopyRows(Picture& picture) {
     pixels_ = AllocateBlock(BlockBytes(bufferWidth_, bufferHeight_, bytesPerPixel_));
     if (pixels_ == nullptr) return false;
 
-    // A large map must not be written twice: only what lies outside the picture is cleared.
+    // Only the bytes outside the picture are cleared: clearing a whole large map takes long.
     const std::size_t rowBytes = BlockBytes(bufferWidth_, 1, bytesPerPixel_);
     const std::size_t pictureBytes = BlockBytes(width_, 1, bytesPerPixel_);
     for (std::int32_t row = 0; row < height_; ++row) {
@@ -142,7 +146,7 @@ bool CJpegTexture::SaveJpeg(const std::wstring& path, int quality) {
         block.bytesPerPixel = bytesPerPixel_;
         try {
             saved = EncodeJpeg(block, path, quality);
-        } catch (...) {  // no memory for the encoder
+        } catch (...) {  // out of memory in the encoder
         }
     }
     SwapRedBlue();
@@ -155,7 +159,7 @@ int CGLTexture::Load(std::unique_ptr<Picture> picture, int maxWidth, int maxHeig
     try {
         if (!MakeRgb(picture)) return kLoadFailed;
         if (limited && LoadShrunk(*picture, maxWidth, maxHeight)) return kLoadedShrunk;
-    } catch (...) {  // no memory for the conversion or the lock
+    } catch (...) {  // out of memory during the conversion or the lock
         return kLoadFailed;
     }
     if (CJpegTexture::Load(std::move(picture), 0, 0) == kLoadFailed) return kLoadFailed;
@@ -163,7 +167,7 @@ int CGLTexture::Load(std::unique_ptr<Picture> picture, int maxWidth, int maxHeig
     const std::int64_t targetWidth = FittedSide(width_, maxWidth);
     const std::int64_t targetHeight = FittedSide(height_, maxHeight);
     if (targetWidth == width_ && targetHeight == height_) return kLoadedUnchanged;
-    // Deliberate: also when a picture below 8 pixels was refused, and kept as it is.
+    // Deliberate: a picture below 8 pixels counts as shrunk, although Rescale leaves it unchanged.
     Rescale(static_cast<int>(targetWidth), static_cast<int>(targetHeight));
     return kLoadedShrunk;
 }
@@ -175,8 +179,8 @@ bool CGLTexture::LoadShrunk(Picture& picture, int maxWidth, int maxHeight) {
     const std::int64_t targetHeight = FittedSide(height, maxHeight);
     if (targetWidth > width || targetHeight > height) return false;
     if (targetWidth == width && targetHeight == height) return false;
-    // Rows of other widths are padded to a multiple of 4 before they are filtered.
-    if (width % 4 != 0) return false;
+    // Rows of other widths must be padded first, because the filter includes the padding.
+    if (width % kRowMultiple != 0) return false;
 
     const LockedRows rows(picture);
     if (!rows.IsLocked()) return false;

@@ -1,4 +1,4 @@
-// What a texture does to its single pixels: widening, replacing and exchanging their bytes.
+// Operations on the single pixels of a texture: conversion to RGBA, replacing, exchanging bytes.
 
 #include <algorithm>
 #include <cstdlib>
@@ -9,31 +9,33 @@
 
 namespace {
 
-constexpr std::int32_t kRgbaBytes = 4;
+constexpr std::uint32_t kAlphaShift = 24;  // of a packed RGBA pixel
+constexpr std::int32_t kBitsPerByte = 8;
 
 std::uint32_t ReadPacked(const std::uint8_t* pixel, std::int32_t bytesPerPixel) noexcept {
     std::uint32_t packed = 0;
     for (std::int32_t i = 0; i < bytesPerPixel; ++i) {
-        packed |= static_cast<std::uint32_t>(pixel[i]) << (8 * i);
+        packed |= static_cast<std::uint32_t>(pixel[i]) << (kBitsPerByte * i);
     }
     return packed;
 }
 
 void WritePacked(std::uint32_t packed, std::int32_t bytesPerPixel, std::uint8_t* pixel) noexcept {
     for (std::int32_t i = 0; i < bytesPerPixel; ++i) {
-        pixel[i] = static_cast<std::uint8_t>(packed >> (8 * i));
+        pixel[i] = static_cast<std::uint8_t>(packed >> (kBitsPerByte * i));
     }
 }
 
-/// Mean of the colour bytes, which the alpha byte is not.
+/// Mean of the colour bytes, without the alpha byte.
 std::uint32_t Brightness(const std::uint8_t* pixel, std::int32_t bytesPerPixel) noexcept {
-    const std::int32_t colours = std::min(bytesPerPixel, 3);
+    const std::int32_t colours = std::min(bytesPerPixel, kRgbBytes);
     std::uint32_t sum = 0;
     for (std::int32_t i = 0; i < colours; ++i) sum += pixel[i];
     return sum / static_cast<std::uint32_t>(colours);
 }
 
-/// A block with every pixel of `source` widened by `widen(packed)`; null without memory.
+/// Allocates a block of RGBA pixels: `widen(packed)` of each pixel of `source`; null when memory
+/// runs out.
 template <class Widen>
 std::uint8_t* WidenedBlock(const std::uint8_t* source, std::size_t pixelCount,
                            std::int32_t bytesPerPixel, Widen widen) {
@@ -65,7 +67,7 @@ bool CJpegTexture::TakeWidened(std::uint8_t* block) noexcept {
 
 bool CJpegTexture::ConvertToRgba(std::uint8_t alpha) noexcept {
     if (bytesPerPixel_ == kRgbaBytes) return false;
-    const std::uint32_t alphaBits = static_cast<std::uint32_t>(alpha) << 24U;
+    const std::uint32_t alphaBits = static_cast<std::uint32_t>(alpha) << kAlphaShift;
     return TakeWidened(WidenedBlock(pixels_, BufferPixels(), bytesPerPixel_,
                                     [=](std::uint32_t packed) { return packed | alphaBits; }));
 }
@@ -95,10 +97,12 @@ void CJpegTexture::ReplaceByBrightness(std::uint32_t low, std::uint32_t high,
 }
 
 bool CJpegTexture::SwapRedBlue() noexcept {
-    if (pixels_ == nullptr || (bytesPerPixel_ != 3 && bytesPerPixel_ != 4)) return false;
+    if (pixels_ == nullptr || (bytesPerPixel_ != kRgbBytes && bytesPerPixel_ != kRgbaBytes)) {
+        return false;
+    }
     const auto step = static_cast<std::size_t>(bytesPerPixel_);
     const std::size_t rowBytes = static_cast<std::size_t>(bufferWidth_) * step;
-    const std::size_t end = static_cast<std::size_t>(width_) * 3;
+    const std::size_t end = static_cast<std::size_t>(width_) * kRgbBytes;
     for (std::int32_t row = 0; row < height_; ++row) {
         std::uint8_t* const bytes = pixels_ + static_cast<std::size_t>(row) * rowBytes;
         for (std::size_t k = 0; k < end; k += step) std::swap(bytes[k], bytes[k + 2]);

@@ -32,7 +32,7 @@ LoadNumber LoadTracker::Find(const void* window, LoadState state) const noexcept
 
 bool LoadTracker::LeavesTextures(LoadNumber failed, PictureStage stage) const noexcept {
     if (failed == kNoLoad || failed != newest_) return false;
-    // An older load may have had to wait for this one, and its picture is good.
+    // When an older load has finished after this one started, its picture is good: keep it.
     const LoadNumber filledBy = filledBy_;
     return stage == PictureStage::Empty || filledBy == failed ||
            filledBy == SlotOf(failed).filledBefore;

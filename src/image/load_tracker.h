@@ -1,5 +1,5 @@
 #pragma once
-// Which loads of the map picture are under way, and how the others have ended.
+// Keeps track of the loads of the map picture: which are under way, and how the others ended.
 
 #include <array>
 #include <atomic>
@@ -8,70 +8,74 @@
 
 #include "image/map_picture.h"
 
-/// Number of a load, in the order in which they were started; its split has the same.
+/// Number of a load, counted in the order of their starts. The split of its picture has the same
+/// number.
 using LoadNumber = std::uint32_t;
 inline constexpr LoadNumber kNoLoad = 0;
 
-/// How far a load has come. A worker that succeeds or fails reports that before it posts its
-/// message, so that the window can tell the message from one that a stranger has posted.
+/// State of a load. A worker reports success or failure before it posts its message to the window.
+/// So the window can ignore such a message when another program has posted it.
 enum class LoadState : std::uint32_t {
-    Ended,      ///< the window was told, or nobody will be
-    Loading,    ///< its worker reads the picture or waits for the lock
-    Loaded,     ///< read; the window's turn
-    Splitting,  ///< its second worker cuts the picture or waits for the lock
-    Split,      ///< cut; the window's turn
-    Failed,     ///< or could not be started; the window's turn
+    Ended,      ///< the window has handled the end of the load, or has been destroyed
+    Loading,    ///< the first worker loads the picture or waits for the lock
+    Loaded,     ///< the window has to handle the loaded picture next
+    Splitting,  ///< the second worker splits the picture or waits for the lock
+    Split,      ///< the window has to handle the tiles next
+    Failed,     ///< a worker failed or could not be started; the window has to handle that next
 };
 
-/// The loads of all windows, numbered at their start. Starts on the window thread, reports come
-/// from any thread; nothing here waits or allocates. Windows are told apart by their handles.
+/// The loads of all windows. The window thread starts them, and any thread may report their states;
+/// no function waits or allocates memory. A window is identified by its handle.
 class LoadTracker {
 public:
-    /// Numbers a new load for `window`. Window thread, like all but Report.
+    /// Gives a number to a new load for `window`. Window thread, like everything except Report.
     LoadNumber Start(const void* window) noexcept;
 
-    /// Takes down how far a load has come; kNoLoad and a load that is forgotten: nothing. Whoever
-    /// reports Loaded holds the scene mutex. Any thread.
+    /// Stores the state of a load, and with Loaded also that this load filled the picture. The
+    /// state of a load that is too old to be remembered is dropped; kNoLoad is ignored. A thread
+    /// that reports Loaded must hold the scene mutex. Any thread.
     void Report(LoadNumber number, LoadState state) noexcept;
 
-    /// The newest load of `window` in that state, kNoLoad when there is none.
+    /// The newest load of `window` that has this state; kNoLoad when there is none.
     LoadNumber Find(const void* window, LoadState state) const noexcept;
 
-    /// Whether the failure of a load leaves textures behind that nobody will use: no newer load was
-    /// started, and no other one has filled the picture since. The caller holds the scene mutex.
-    /// @param stage  of the picture
+    /// Whether the textures must be cleared after the load `failed`: it is the newest load, and no
+    /// other load has filled the picture since it started. The caller holds the scene mutex.
+    /// @param stage  the present stage of the map picture
     bool LeavesTextures(LoadNumber failed, PictureStage stage) const noexcept;
 
-    /// Forgets a window that dies: its loads go on, and nobody will hear of them.
-    /// @return whether one had not ended
+    /// Removes a window that is being destroyed. Its loads go on, but no window handles their end.
+    /// @return whether any of its loads had not ended
     bool Forget(const void* window) noexcept;
 
-    /// Whether a load or split of a window that lives is under way. One that gave up has ended.
+    /// Whether a load or split for an existing window is under way. A failed one does not count.
     bool IsAnyUnderWay() const noexcept;
 
-    /// Whether the window of the newest load died before the load had ended.
+    /// Whether the window of the newest load was destroyed before the load had ended.
     bool IsNewestForgotten() const noexcept;
 
 private:
-    /// Changed in one piece: a worker that comes late finds another number in its slot. Aligned to
-    /// its size because clang otherwise calls a library that a MinGW build does not link.
+    /// Number and state change in one atomic step, so that a late worker sees when its slot belongs
+    /// to another load. The alignment makes that lock-free with clang, which otherwise calls a
+    /// library that MinGW programs do not link.
     struct alignas(2 * sizeof(std::uint32_t)) Progress {
         LoadNumber number;
         LoadState state;
     };
     struct Slot {
         std::atomic<Progress> progress{Progress{kNoLoad, LoadState::Ended}};
-        const void* window = nullptr;       ///< null: forgotten. Window thread
-        LoadNumber filledBefore = kNoLoad;  ///< whose picture was there at the start. Window thread
+        const void* window = nullptr;  ///< null when the window was destroyed. Window thread
+        /// The load whose picture was present when this load started. Window thread.
+        LoadNumber filledBefore = kNoLoad;
     };
-    static_assert(std::atomic<Progress>::is_always_lock_free, "a lock may need memory");
+    static_assert(std::atomic<Progress>::is_always_lock_free, "a lock may allocate memory");
 
     const Slot& SlotOf(LoadNumber number) const noexcept { return slots_[number % slots_.size()]; }
     Slot& SlotOf(LoadNumber number) noexcept { return slots_[number % slots_.size()]; }
 
-    // A load older than that many counts as ended.
+    // Loads before the newest this many count as ended.
     static constexpr std::size_t kMaxRemembered = 64;
     std::array<Slot, kMaxRemembered> slots_;
     LoadNumber newest_ = kNoLoad;                 ///< window thread
-    std::atomic<LoadNumber> filledBy_ = kNoLoad;  ///< the load whose picture came last
+    std::atomic<LoadNumber> filledBy_ = kNoLoad;  ///< the load that filled the picture last
 };

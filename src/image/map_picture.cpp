@@ -6,7 +6,7 @@ namespace {
 
 constexpr wchar_t kFileName[] = L"map.jpg";
 
-/// Counts a load or a split for the time that it takes, so that the screen can say so.
+/// Increments a counter until the end of the scope; the status lines on the screen show it.
 class CountScope {
 public:
     explicit CountScope(std::atomic<std::int32_t>& count) noexcept : count_(count) { ++count_; }

@@ -1,6 +1,6 @@
 #pragma once
-// The map picture from its file to the tiles. Nothing here calls OpenGL, so that worker threads may
-// run it.
+// The map picture: loads it from its file and splits it into tiles. Nothing here calls OpenGL, so
+// that worker threads may run it.
 
 #include <array>
 #include <atomic>
@@ -11,39 +11,39 @@
 #include "image/texture_limits.h"
 #include "image/tile_grid.h"
 
-/// How far the map picture has come.
+/// Processing stage of the map picture.
 enum class PictureStage : std::uint8_t {
     Empty,
-    Loaded,  ///< whole, in the map texture
-    Split,   ///< cut into the eight tiles
+    Loaded,  ///< the map texture holds the whole picture
+    Split,   ///< the eight tiles hold the parts of the picture
 };
 
-/// The map texture, which is also tile 0, and the tiles cut from it. Whoever reads or writes it
-/// holds the scene mutex; only IsLoading, IsSplitting and IsBusy may be called without.
+/// The map texture, which is also tile 0, and the other tiles. The caller of any function holds the
+/// scene mutex; only IsLoading, IsSplitting and IsBusy may be called without it.
 class MapPicture {
 public:
     MapPicture() noexcept;
 
-    /// Path of the picture's file; empty when there is no data folder, since the bare name would
-    /// mean a file of whatever the current directory is.
+    /// Path of the picture's file; empty when there is no data folder, because the file name alone
+    /// would mean a file in the current directory.
     static std::wstring PathIn(const std::wstring& dataDirectory);
 
-    /// Loads the picture, shrunk to the limits; what was there before is freed first.
+    /// Frees the old picture and loads the file, shrunk to the limits.
     /// @return kLoadFailed, kLoadedUnchanged or kLoadedShrunk
     int Load(const TextureLimits& limits, const std::wstring& dataDirectory);
 
-    /// Cuts the loaded picture into the tiles, after shrinking it to the split limit if need be.
-    /// Nothing is done when it is cut already (a second cut would spread tile 0 over the globe).
-    /// @return whether the tiles are there
+    /// Splits the loaded picture into the tiles; shrinks it first when it is above the split limit.
+    /// Does nothing when it is split already: a second split would show tile 0 all over the globe.
+    /// @return whether the tiles exist
     bool Split(const TextureLimits& limits) noexcept;
 
-    /// Fits a picture that is already loaded to the limits.
-    /// @return whether it was changed and is worth saving; false when nothing is loaded
+    /// Shrinks the loaded picture by FitToLimits.
+    /// @return whether it was changed and should be saved; false when nothing is loaded
     bool Fit(const TextureLimits& limits) noexcept;
 
     /// Frees the map texture with its sizes.
     void ClearMap() noexcept;
-    /// Frees the pixels of all tiles. @param resetSize  and their sizes
+    /// Frees the pixels of all tiles. @param resetSize  also sets their sizes to 0
     void ClearTiles(bool resetSize) noexcept;
 
     CGLTexture& MapTexture() noexcept { return textures_[0]; }
@@ -51,10 +51,10 @@ public:
     CGLTexture* const* Tiles() noexcept { return tiles_.data(); }
     PictureStage Stage() const noexcept { return stage_; }
 
-    /// Whether the picture is cut and every tile has pixels.
-    /// Sizes alone do not tell: a cleared tile may keep them.
+    /// Whether the picture is split and every tile has pixels. The sizes are no proof, because a
+    /// cleared tile may keep them.
     bool HasAllTiles() const noexcept;
-    /// Whether no tile is larger than a texture may be, pixels a side.
+    /// Whether no side of a tile is above `maxTextureSize` pixels.
     bool TilesFit(std::int32_t maxTextureSize) const noexcept;
 
     /// Whether a worker is loading or splitting at this moment. Any thread.

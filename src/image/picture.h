@@ -23,23 +23,23 @@ struct PixelRows {
 class Picture {
 public:
     virtual ~Picture() = default;
-    /// Whether it was opened and every operation on it has succeeded since.
+    /// Whether the file was opened and every operation since then has succeeded.
     virtual bool IsOk() const noexcept = 0;
     virtual std::int32_t GetWidth() const noexcept = 0;
     virtual std::int32_t GetHeight() const noexcept = 0;
     virtual std::int32_t GetPixelFormat() const noexcept = 0;
-    /// Locks the whole picture for reading in its own format; the rows live until Unlock.
+    /// Locks the whole picture for reading in its own format; the rows are valid until Unlock.
     virtual PixelRows LockForReading() = 0;
     virtual void Unlock() noexcept = 0;
 };
 
-/// Opens a picture file without embedded colour management. Never null short of memory: a file that
-/// cannot be read gives a picture that is not ok.
+/// Opens a picture file and ignores its colour profile. A file that cannot be read gives a picture
+/// for which IsOk is false, not null. Throws std::bad_alloc.
 std::unique_ptr<Picture> OpenPicture(const std::wstring& path);
 
-/// The picture in `format`: itself when it has that format already, else a redrawn copy. Null when
-/// redrawing failed (`picture` is destroyed then).
+/// Converts a picture to `format`: returns `picture` when it has that format already, else a
+/// redrawn copy. Null when redrawing failed; `picture` is destroyed then.
 std::unique_ptr<Picture> ConvertPicture(std::unique_ptr<Picture> picture, std::int32_t format);
 
-/// Writes a JPEG file. @param quality  1..100; below 1 stands for 75
+/// Writes a JPEG file. @param quality  1..100; below 1 means 75
 bool EncodeJpeg(const PixelBlock& block, const std::wstring& path, int quality);

@@ -15,8 +15,8 @@ using Gdiplus::Status;
 static_assert(kPixelFormat24bppRgb == PixelFormat24bppRGB);
 static_assert(kPixelFormat32bppArgb == PixelFormat32bppARGB);
 
-/// A bitmap in memory of GDI+; null when it has none. Its own operator new must not be used: it
-/// hands null on, which a constructor does not expect.
+/// Creates a bitmap in memory that GDI+ allocates; null when that fails. The operator new of GDI+
+/// is avoided: when it returns null, the constructor still runs.
 template <class... Arguments>
 std::unique_ptr<Bitmap> MakeBitmap(Arguments... arguments) noexcept {
     void* const memory = Gdiplus::DllExports::GdipAlloc(sizeof(Bitmap));
@@ -33,7 +33,7 @@ bool Draw(Bitmap& source, Bitmap& target, INT width, INT height) {
     return surface.DrawImage(&source, 0, 0, width, height) == Gdiplus::Ok;
 }
 
-/// The one parameter that the JPEG encoder gets.
+/// The quality parameter of the JPEG encoder.
 class QualityParameter {
 public:
     explicit QualityParameter(int quality) noexcept
@@ -50,6 +50,7 @@ public:
 
 private:
     static constexpr int kDefaultQuality = 75;
+    /// The identifier that GDI+ calls EncoderQuality.
     static constexpr GUID kEncoderQuality = {
         0x1D5BE4B5, 0xFA4A, 0x452D, {0x9C, 0xDD, 0x5D, 0xB3, 0x51, 0x05, 0xE7, 0xEB}};
     ULONG quality_;
@@ -66,7 +67,7 @@ GdiplusPicture::GdiplusPicture(std::unique_ptr<Bitmap> bitmap) noexcept
 GdiplusPicture::~GdiplusPicture() { Unlock(); }
 
 void GdiplusPicture::NoteStatus() const noexcept {
-    // GDI+ forgets a failure once it was asked for it; a picture does not.
+    // GetLastStatus of GDI+ resets the status, so a failure is kept in `ok_`.
     if (bitmap_ != nullptr && bitmap_->GetLastStatus() != Gdiplus::Ok) ok_ = false;
 }
 
@@ -150,7 +151,7 @@ int GetEncoderClsid(const wchar_t* mimeType, CLSID& clsid) noexcept {
     UINT count = 0;
     UINT bytes = 0;
     if (Gdiplus::GetImageEncodersSize(&count, &bytes) != Gdiplus::Ok || bytes == 0) return -1;
-    // The records are followed, in the same block, by the texts that they point to.
+    // One block for the records and, behind them, the texts that they point to.
     const std::unique_ptr<std::byte[]> block(new (std::nothrow) std::byte[bytes]);
     if (block == nullptr) return -1;
     auto* const codecs = reinterpret_cast<Gdiplus::ImageCodecInfo*>(block.get());
@@ -178,7 +179,7 @@ std::unique_ptr<Picture> ConvertPicture(std::unique_ptr<Picture> picture, std::i
 
 bool EncodeJpeg(const PixelBlock& block, const std::wstring& path, int quality) {
     const PixelFormat format =
-        block.bytesPerPixel == 4 ? PixelFormat32bppARGB : PixelFormat24bppRGB;
+        block.bytesPerPixel == kRgbaBytes ? PixelFormat32bppARGB : PixelFormat24bppRGB;
     const std::unique_ptr<Bitmap> bitmap =
         MakeBitmap(block.width, block.height, block.stride, format, block.firstRow);
     if (bitmap == nullptr || bitmap->GetLastStatus() != Gdiplus::Ok) return false;

@@ -1,9 +1,9 @@
 #pragma once
-// Pictures by GDI+: files, pixel formats, encoders. Opening, converting and saving for the portable
-// code is declared in picture.h.
+// Pictures implemented with GDI+: files, pixel formats, encoders. This unit also implements the
+// functions of picture.h.
 //
-// A GdiplusSession must exist while any of this is used; without one everything fails as for a file
-// that cannot be read.
+// A GdiplusSession must exist while this is used. Without one, every function fails as it does for
+// a file that cannot be read.
 
 #include <cstdint>
 #include <memory>
@@ -11,15 +11,15 @@
 #include "image/gdiplus_win.h"
 #include "image/picture.h"
 
-/// Colour with red and blue exchanged: 0xAARRGGBB to 0xAABBGGRR and back.
+/// Exchanges red and blue of a colour: 0xAARRGGBB becomes 0xAABBGGRR, and the other way round.
 constexpr std::uint32_t ExchangeRedBlue(std::uint32_t colour) noexcept {
     return (colour & 0xFF00FF00U) | ((colour & 0xFFU) << 16U) | ((colour >> 16U) & 0xFFU);
 }
 
-/// A GDI+ bitmap as a picture. The file it came from stays open for reading while it lives.
+/// A picture that owns a GDI+ bitmap. Its file stays open for reading as long as the picture lives.
 class GdiplusPicture final : public Picture {
 public:
-    /// @param bitmap  may be null or failed: the picture is not ok then
+    /// @param bitmap  may be null or in a failed state: IsOk is false then
     explicit GdiplusPicture(std::unique_ptr<Gdiplus::Bitmap> bitmap) noexcept;
     GdiplusPicture(const GdiplusPicture&) = delete;
     GdiplusPicture& operator=(const GdiplusPicture&) = delete;
@@ -32,35 +32,37 @@ public:
     PixelRows LockForReading() override;
     void Unlock() noexcept override;
 
-    /// Reads pixel (x, y), counted from the upper left, as 0xAARRGGBB; false outside.
+    /// Reads pixel (x, y), counted from the upper left, as 0xAARRGGBB; false when it lies outside.
     bool GetPixel(std::int32_t x, std::int32_t y, std::uint32_t& colour) const noexcept;
-    /// Sets pixel (x, y) to 0xAARRGGBB; false outside.
+    /// Sets pixel (x, y) to 0xAARRGGBB; false when it lies outside.
     bool SetPixel(std::int32_t x, std::int32_t y, std::uint32_t colour) noexcept;
 
-    /// Takes the bitmap out; the picture is not ok afterwards.
+    /// Gives the bitmap to the caller; IsOk is false afterwards.
     std::unique_ptr<Gdiplus::Bitmap> Release() noexcept;
 
 private:
+    /// Sets `ok_` to false when the last GDI+ call has failed.
     void NoteStatus() const noexcept;
 
     std::unique_ptr<Gdiplus::Bitmap> bitmap_;
     Gdiplus::BitmapData locked_ = {};
     bool isLocked_ = false;
-    mutable bool ok_ = false;  ///< asking for a size may fail as well
+    mutable bool ok_ = false;  ///< mutable, because reading a size may fail, too
 };
 
-/// An independent copy of an image; null when copying failed.
+/// Makes an independent copy of an image; null when that fails.
 std::unique_ptr<Gdiplus::Image> CloneImage(Gdiplus::Image& image);
 
 /// Redraws a bitmap in another pixel format.
-/// @param bitmap  itself returned when it has the format already; null gives null
-/// @param destroySourceOnFailure  null is returned on failure; else `bitmap`
+/// @param bitmap  is returned itself when it has the format already; null gives null
+/// @param destroySourceOnFailure  true: a failure destroys `bitmap` and gives null; false: a
+///                                failure gives `bitmap`
 std::unique_ptr<Gdiplus::Bitmap> ConvertPixelFormat(std::unique_ptr<Gdiplus::Bitmap> bitmap,
                                                     Gdiplus::PixelFormat format,
                                                     bool destroySourceOnFailure);
 
-/// Looks for an installed encoder.
+/// Finds an installed encoder.
 /// @param mimeType  such as L"image/jpeg", compared exactly
-/// @param clsid  out, untouched without a match
-/// @return its place in the list of encoders, or -1
+/// @param clsid  out: the encoder; unchanged when there is none
+/// @return its index in the list of encoders, or -1
 int GetEncoderClsid(const wchar_t* mimeType, CLSID& clsid) noexcept;

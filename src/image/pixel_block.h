@@ -1,35 +1,40 @@
 #pragma once
-// Blocks of pixels: the memory that textures keep theirs in, and the view of one for the encoder.
+// Blocks of pixels: how textures allocate them, and how the encoder gets one.
 
 #include <cstddef>
 #include <cstdint>
 #include <cstdlib>
 
-/// Bytes of a packed block; sides and `bytesPerPixel` are 0 or above (no product leaves 64 bits).
+/// Bytes of a pixel; each byte is one colour channel or alpha.
+inline constexpr std::int32_t kRgbBytes = 3;
+inline constexpr std::int32_t kRgbaBytes = 4;
+
+/// Bytes of a packed block. No argument is below 0, and `bytesPerPixel` is at most 4, so that the
+/// product fits 64 bits.
 inline std::size_t BlockBytes(std::int32_t width, std::int32_t height,
                               std::int32_t bytesPerPixel) noexcept {
     return static_cast<std::size_t>(width) * static_cast<std::size_t>(height) *
            static_cast<std::size_t>(bytesPerPixel);
 }
 
-/// Null for 0 bytes: an empty texture has no block.
+/// Allocates a block with malloc; null for 0 bytes, because an empty texture has no block.
 inline std::uint8_t* AllocateBlock(std::size_t bytes) noexcept {
     return bytes != 0 ? static_cast<std::uint8_t*>(std::malloc(bytes)) : nullptr;
 }
 
-/// Changes the size of a block and keeps its front; without memory the block is freed and the
-/// result null. `bytes` above 0.
+/// Changes the size of a block (`bytes` above 0) and keeps its first bytes. When memory runs out,
+/// the block is freed and the result is null.
 inline std::uint8_t* ResizeBlock(std::uint8_t* block, std::size_t bytes) noexcept {
     auto* const resized = static_cast<std::uint8_t*>(std::realloc(block, bytes));
     if (resized == nullptr) std::free(block);
     return resized;
 }
 
-/// Pixels handed to the encoder without copying.
+/// A view of pixels for the encoder, which does not copy them.
 struct PixelBlock {
-    std::uint8_t* firstRow = nullptr;  ///< top row
-    std::int32_t width = 0;            ///< pixels
-    std::int32_t height = 0;           ///< pixels
-    std::int32_t stride = 0;           ///< bytes from a row to the one below; may be negative
-    std::int32_t bytesPerPixel = 3;    ///< 3 (B, G, R) or 4 (B, G, R, A)
+    std::uint8_t* firstRow = nullptr;        ///< top row
+    std::int32_t width = 0;                  ///< pixels
+    std::int32_t height = 0;                 ///< pixels
+    std::int32_t stride = 0;                 ///< bytes from a row to the one below; may be negative
+    std::int32_t bytesPerPixel = kRgbBytes;  ///< kRgbBytes (B, G, R) or kRgbaBytes (B, G, R, A)
 };

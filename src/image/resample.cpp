@@ -4,14 +4,16 @@
 #include <memory>
 #include <new>
 
+#include "image/pixel_block.h"
 #include "image/red_blue.h"
 #include "image/row_filter.h"
 #include "image/row_means.h"
 
 namespace {
 
-constexpr std::size_t kChannels = 3;
-constexpr std::size_t kMaxNarrowCount = 4096;  // 255 * 4096 * 4096 < 2^32
+// Largest count for which 32 bits of the reciprocal give exact means: 255 * 4096 * 4096 < 2^32.
+constexpr std::size_t kMaxNarrowCount = 4096;
+constexpr unsigned kNarrowShift = 32;
 
 void AddRow(const std::uint8_t* row, std::size_t bytes, std::uint32_t* sums) noexcept {
     for (std::size_t i = 0; i < bytes; ++i) sums[i] += row[i];
@@ -20,10 +22,11 @@ void AddRow(const std::uint8_t* row, std::size_t bytes, std::uint32_t* sums) noe
 void WriteMeans(const std::uint32_t* sums, std::size_t bytes, std::size_t count,
                 std::uint8_t* target) noexcept {
     if (count > 1 && count <= kMaxNarrowCount) {
-        // As in MeanOf with 2^32 for 2^56, which the compiler can do for several sums at once.
-        const auto reciprocal = static_cast<std::uint32_t>((1ULL << 32U) / count + 1);
+        // Like MeanOf, but with 2^32 in place of 2^56: the compiler can then vectorise the loop.
+        const auto reciprocal = static_cast<std::uint32_t>((1ULL << kNarrowShift) / count + 1);
         for (std::size_t i = 0; i < bytes; ++i) {
-            target[i] = static_cast<std::uint8_t>((std::uint64_t{sums[i]} * reciprocal) >> 32U);
+            target[i] =
+                static_cast<std::uint8_t>((std::uint64_t{sums[i]} * reciprocal) >> kNarrowShift);
         }
         return;
     }
@@ -31,27 +34,29 @@ void WriteMeans(const std::uint32_t* sums, std::size_t bytes, std::size_t count,
     for (std::size_t i = 0; i < bytes; ++i) target[i] = mean(sums[i]);
 }
 
-/// Where the old rows lie and where each may be filtered to.
+/// Where the old rows are, and where their filtered forms are written.
 struct RowPlaces {
     const std::uint8_t* source;
     std::ptrdiff_t sourceStride;
-    std::uint8_t* filtered;  ///< by the same stride; null: two spare rows serve them in turns
+    /// Place of the first filtered row, with the same stride. Null: two spare rows are used in
+    /// turn.
+    std::uint8_t* filtered;
 };
 
-/// Numbers that are needed while a block shrinks.
+/// Memory that is needed while a block is shrunk.
 class WorkingMemory {
 public:
-    /// @param spareRows  also room for two filtered rows
+    /// @param spareRows  also allocates two filtered rows
     WorkingMemory(std::size_t width, bool spareRows) noexcept
-        : bytes_(width * kChannels),
+        : bytes_(width * kRgbBytes),
           spareNumbers_(spareRows ? (2 * bytes_ + sizeof(std::uint32_t) - 1) / sizeof(std::uint32_t)
                                   : 0),
           block_(new (std::nothrow) std::uint32_t[bytes_ + width + 1 + spareNumbers_]) {}
 
-    bool IsThere() const noexcept { return block_ != nullptr; }
-    /// One for each byte of a new row.
+    bool IsAllocated() const noexcept { return block_ != nullptr; }
+    /// A sum for each byte of a new row.
     std::uint32_t* Sums() const noexcept { return block_.get() + spareNumbers_; }
-    /// One for each new column, and one more.
+    /// The first source pixel of each new column, and one entry more for the end.
     std::uint32_t* Starts() const noexcept { return Sums() + bytes_; }
     std::uint8_t* SpareRows() const noexcept {
         return reinterpret_cast<std::uint8_t*>(block_.get());
@@ -87,7 +92,7 @@ public:
             HalveRows(Source(begin), Source(begin + 1), to_.width, target);
         } else {
             const std::uint8_t* const first = Filtered(begin);
-            MeanOfRows(first, Filtered(begin + 1), to_.width * kChannels, target);
+            MeanOfRows(first, Filtered(begin + 1), to_.width * kRgbBytes, target);
         }
     }
 
@@ -96,21 +101,21 @@ private:
         return places_.source + static_cast<std::ptrdiff_t>(row) * places_.sourceStride;
     }
 
-    /// The row after the first pass, which rounds to bytes by itself. It stays until the next but
-    /// one is asked for.
+    /// Filters an old row along its length, truncating to bytes. The result is valid until the
+    /// second call after this one.
     const std::uint8_t* Filtered(std::uint64_t row) const noexcept {
         const auto at = static_cast<std::ptrdiff_t>(row);
         std::uint8_t* const place =
             places_.filtered != nullptr
                 ? places_.filtered + at * places_.sourceStride
-                : spareRows_ + at % 2 * static_cast<std::ptrdiff_t>(to_.width * kChannels);
+                : spareRows_ + at % 2 * static_cast<std::ptrdiff_t>(to_.width * kRgbBytes);
         filter_.Apply(Source(row), place);
         return place;
     }
 
     void WriteSums(std::uint64_t begin, std::uint64_t end, bool firstTwice,
                    std::uint8_t* target) const noexcept {
-        const std::size_t bytes = to_.width * kChannels;
+        const std::size_t bytes = to_.width * kRgbBytes;
         std::memset(sums_, 0, bytes * sizeof *sums_);
         for (std::uint64_t row = begin; row < end; ++row) {
             const std::uint8_t* const filtered = Filtered(row);
@@ -128,35 +133,36 @@ private:
     RowFilter filter_;
 };
 
-bool IsTooManyForOne(BlockSize from, BlockSize to) noexcept {
+/// Whether a new pixel would be the mean of more old pixels than MeanOf can divide exactly.
+bool NeedsTooManySources(BlockSize from, BlockSize to) noexcept {
     return from.width / to.width + 2 > MeanOf::kMaxCount ||
            from.height / to.height + 2 > MeanOf::kMaxCount;
 }
 
 }  // namespace
 
-// Row for row, so that memory is read and written once and in order.
+// Both functions go row by row, so that memory is read and written once and in order.
 
 bool ShrinkPixels(std::uint8_t* pixels, BlockSize from, BlockSize to) noexcept {
-    if (IsTooManyForOne(from, to)) return false;
+    if (NeedsTooManySources(from, to)) return false;
     const WorkingMemory memory(to.width, false);
-    if (!memory.IsThere()) return false;
-    const auto stride = static_cast<std::ptrdiff_t>(from.width * kChannels);
+    if (!memory.IsAllocated()) return false;
+    const auto stride = static_cast<std::ptrdiff_t>(from.width * kRgbBytes);
     const RowShrinker shrinker({pixels, stride, pixels}, from, to, memory);
     for (std::size_t row = 0; row < to.height; ++row) {
-        shrinker.WriteRow(row, pixels + row * to.width * kChannels);
+        shrinker.WriteRow(row, pixels + row * to.width * kRgbBytes);
     }
     return true;
 }
 
 bool ShrinkExchangingRedBlue(const std::uint8_t* firstRow, std::ptrdiff_t stride, BlockSize from,
                              BlockSize to, std::uint8_t* target) noexcept {
-    if (IsTooManyForOne(from, to)) return false;
+    if (NeedsTooManySources(from, to)) return false;
     const WorkingMemory memory(to.width, true);
-    if (!memory.IsThere()) return false;
+    if (!memory.IsAllocated()) return false;
     const RowShrinker shrinker({firstRow, stride, nullptr}, from, to, memory);
     for (std::size_t row = 0; row < to.height; ++row) {
-        std::uint8_t* const result = target + row * to.width * kChannels;
+        std::uint8_t* const result = target + row * to.width * kRgbBytes;
         shrinker.WriteRow(row, result);
         CopyExchangingRedBlue(result, to.width, result);
     }

@@ -2,23 +2,28 @@
 
 #include <cstring>
 
+#include "image/pixel_block.h"
+
 namespace {
 
-constexpr std::size_t kChannels = 3;
+constexpr std::uint32_t kLow7BitsOfBytes = 0x7F7F7F7F;
 
-/// (a + b) / 2, rounded down, byte by byte.
+/// (a + b) / 2 of each of four bytes, rounded down.
 std::uint32_t MeanOfFourBytes(const std::uint8_t* a, const std::uint8_t* b) noexcept {
     std::uint32_t first;
     std::uint32_t second;
     std::memcpy(&first, a, sizeof first);
     std::memcpy(&second, b, sizeof second);
-    return (first & second) + (((first ^ second) >> 1U) & 0x7F7F7F7FU);
+    return (first & second) + (((first ^ second) >> 1U) & kLow7BitsOfBytes);
 }
 
-void WritePixel(const std::uint8_t* source, std::size_t count, std::uint32_t seed, MeanOf mean,
-                std::uint8_t* target) noexcept {
-    std::uint32_t sums[kChannels] = {source[0] * seed, source[1] * seed, source[2] * seed};
-    for (const std::uint8_t* end = source + count * kChannels; source != end; source += kChannels) {
+/// Writes the mean of `count` pixels.
+/// @param extraFirst  how many times more the first pixel counts
+void WritePixel(const std::uint8_t* source, std::size_t count, std::uint32_t extraFirst,
+                MeanOf mean, std::uint8_t* target) noexcept {
+    std::uint32_t sums[kRgbBytes] = {source[0] * extraFirst, source[1] * extraFirst,
+                                     source[2] * extraFirst};
+    for (const std::uint8_t* end = source + count * kRgbBytes; source != end; source += kRgbBytes) {
         sums[0] += source[0];
         sums[1] += source[1];
         sums[2] += source[2];
@@ -47,7 +52,7 @@ RowFilter::RowFilter(std::size_t from, std::size_t to, std::uint32_t* starts) no
 
 void RowFilter::Apply(const std::uint8_t* source, std::uint8_t* target) const noexcept {
     if (keepsLength_) {
-        if (target != source) std::memmove(target, source, size_ * kChannels);
+        if (target != source) std::memmove(target, source, size_ * kRgbBytes);
         return;
     }
     WritePixel(source, starts_[1], 1, meanOfFirst_, target);
@@ -61,21 +66,21 @@ void RowFilter::Apply(const std::uint8_t* source, std::uint8_t* target) const no
 void RowFilter::WriteBox(const std::uint8_t* source, std::size_t i,
                          std::uint8_t* target) const noexcept {
     const std::size_t count = starts_[i + 1] - starts_[i];
-    WritePixel(source + starts_[i] * kChannels, count, 0, count == few_ ? meanOfFew_ : meanOfMany_,
-               target + i * kChannels);
+    WritePixel(source + starts_[i] * kRgbBytes, count, 0, count == few_ ? meanOfFew_ : meanOfMany_,
+               target + i * kRgbBytes);
 }
 
 void RowFilter::WriteBoxes(const std::uint8_t* source, std::uint8_t* target) const noexcept {
     for (std::size_t i = 1; i < size_; ++i) WriteBox(source, i, target);
 }
 
-// Boxes of one or two pixels, without telling them apart: the mean of the first and the last.
+// For boxes of one or two pixels: the mean of the first and the last pixel is right for both.
 void RowFilter::WritePairs(const std::uint8_t* source, std::uint8_t* target) const noexcept {
     for (std::size_t i = 1; i + 1 < size_; ++i) {
-        const std::uint32_t mean = MeanOfFourBytes(source + starts_[i] * kChannels,
-                                                   source + (starts_[i + 1] - 1) * kChannels);
-        std::memcpy(target + i * kChannels, &mean, kChannels);
+        const std::uint32_t mean = MeanOfFourBytes(source + starts_[i] * kRgbBytes,
+                                                   source + (starts_[i + 1] - 1) * kRgbBytes);
+        std::memcpy(target + i * kRgbBytes, &mean, kRgbBytes);
     }
-    // Behind the last one there may be no fourth byte to read.
+    // The last box must not read four bytes: the row may end after three.
     if (size_ > 1) WriteBox(source, size_ - 1, target);
 }

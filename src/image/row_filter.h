@@ -5,9 +5,10 @@
 
 /// Divides a sum of `count` bytes by that count with one multiplication.
 ///
-/// Exact for counts up to 2^24: with r = floor(2^56 / count) + 1 = (2^56 + e) / count, e <= count,
-/// the product is too large by sum * e / count parts of 2^56. It stays below the next quotient as
-/// long as sum * e < 2^56, and 255 * count * count is. It fits 64 bits: 255 * (2^56 + count).
+/// It multiplies the sum by r = floor(2^56 / count) + 1 = (2^56 + e) / count, with e <= count, and
+/// drops the low 56 bits. The result is exact for counts up to 2^24: the product exceeds the exact
+/// one by sum * e / count, which does not reach the next quotient as long as sum * e < 2^56, and
+/// sum * e <= 255 * count * count. The product is at most 255 * (2^56 + count), which fits 64 bits.
 class MeanOf {
 public:
     static constexpr std::uint64_t kMaxCount = 1U << 24U;
@@ -22,8 +23,9 @@ private:
     std::uint64_t reciprocal_;
 };
 
-/// Where the sources of target `target` begin when `from` pixels become `to`: the first i with
-/// i * to / from == target. JPEG sides go to 65535, whose products leave 32 bits.
+/// Index of the first source pixel of the new pixel `target` when `from` pixels become `to`: the
+/// first i with i * to / from == target. 64 bits, because JPEG sides go up to 65535 and their
+/// products exceed 32 bits.
 inline std::uint64_t FirstSource(std::uint64_t target, std::uint64_t from,
                                  std::uint64_t to) noexcept {
     return (target * from + to - 1) / to;
@@ -32,10 +34,11 @@ inline std::uint64_t FirstSource(std::uint64_t target, std::uint64_t from,
 /// Shrinks single rows of 3-byte pixels with the box filter; the first pixel counts twice.
 class RowFilter {
 public:
-    /// @param starts  room for to + 1 numbers, filled here; must outlive the filter
+    /// @param starts  array of to + 1 numbers, which the constructor fills; must outlive the filter
     RowFilter(std::size_t from, std::size_t to, std::uint32_t* starts) noexcept;
 
-    /// `target` may be `source` or lie before it: a pixel is written after its sources were read.
+    /// Filters one row. `target` may be `source` or lie before it, because a pixel is written after
+    /// its source pixels were read.
     void Apply(const std::uint8_t* source, std::uint8_t* target) const noexcept;
 
 private:
@@ -44,7 +47,7 @@ private:
     void WritePairs(const std::uint8_t* source, std::uint8_t* target) const noexcept;
 
     std::size_t size_;
-    std::size_t few_;  ///< pixels gathered by a new one; some gather one more
+    std::size_t few_;  ///< source pixels of a new pixel; some new pixels have one more
     bool keepsLength_;
     bool atMostTwo_;
     const std::uint32_t* starts_;

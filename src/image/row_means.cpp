@@ -2,12 +2,13 @@
 
 #include <emmintrin.h>  // SSE2: every x86-64 has it
 
+#include "image/pixel_block.h"
+
 namespace {
 
-constexpr std::size_t kChannels = 3;
-constexpr std::size_t kBoxBytes = 2 * kChannels;
+constexpr std::size_t kBoxBytes = 2 * kRgbBytes;  // of the two pixels of a box in one row
 
-/// Whole bytes of (a + b) / 2, rounded down.
+/// (a + b) / 2 of each byte, rounded down.
 __m128i MeanOfBytes(__m128i a, __m128i b) noexcept {
     const __m128i roundedUp = _mm_avg_epu8(a, b);
     return _mm_sub_epi8(roundedUp, _mm_and_si128(_mm_xor_si128(a, b), _mm_set1_epi8(1)));
@@ -21,28 +22,30 @@ void Store(std::uint8_t* to, __m128i bytes) noexcept {
     _mm_storeu_si128(reinterpret_cast<__m128i*>(to), bytes);
 }
 
-/// Means of neighbouring pixels. Of 16 bytes those of the boxes count: 0 to 2, 6 to 8, 12 to 14.
+/// Means of each pixel and the next one. Of the 16 bytes only those at the start of a box are used:
+/// 0 to 2, 6 to 8 and 12 to 14.
 __m128i MeanOfNeighbours(const std::uint8_t* pixels) noexcept {
-    return MeanOfBytes(Load(pixels), Load(pixels + kChannels));
+    return MeanOfBytes(Load(pixels), Load(pixels + kRgbBytes));
 }
 
-/// Three boxes a round. @return the new pixels that are done, from the first of the row on
+/// Writes the new pixels in groups of three, from the first one on. @return how many it has written
 std::size_t HalveInThrees(const std::uint8_t* first, const std::uint8_t* second, std::size_t size,
                           std::uint8_t* target) noexcept {
     constexpr std::size_t kBoxes = 3;
-    constexpr std::size_t kRoom = 6;  // new pixels whose bytes a round may read or write
+    constexpr std::size_t kTouched = 6;  // new pixels whose bytes a group may read or write
+    // Masks of the three new pixels.
     const __m128i box0 = _mm_setr_epi32(0x00FFFFFF, 0, 0, 0);
     const __m128i box1 = _mm_slli_si128(box0, 3);
     const __m128i box2 = _mm_slli_si128(box0, 6);
     std::size_t i = 0;
-    for (; i + kRoom <= size; i += kBoxes) {
+    for (; i + kTouched <= size; i += kBoxes) {
         const __m128i means = MeanOfBytes(MeanOfNeighbours(first + i * kBoxBytes),
                                           MeanOfNeighbours(second + i * kBoxBytes));
         const __m128i boxes01 =
             _mm_or_si128(_mm_and_si128(means, box0), _mm_and_si128(_mm_srli_si128(means, 3), box1));
         const __m128i boxes = _mm_or_si128(boxes01, _mm_and_si128(_mm_srli_si128(means, 6), box2));
-        // The bytes behind the three boxes are written again by the next round.
-        Store(target + i * kChannels, boxes);
+        // This also writes bytes behind the three pixels; later pixels overwrite them.
+        Store(target + i * kRgbBytes, boxes);
     }
     return i;
 }
@@ -63,14 +66,15 @@ void HalveRows(const std::uint8_t* first, const std::uint8_t* second, std::size_
     for (std::size_t i = HalveInThrees(first, second, size, target); i < size; ++i) {
         const std::uint8_t* const a = first + i * kBoxBytes;
         const std::uint8_t* const b = second + i * kBoxBytes;
-        for (std::size_t c = 0; c < kChannels; ++c) {
-            const int means = (a[c] + a[c + kChannels]) / 2 + (b[c] + b[c + kChannels]) / 2;
-            target[i * kChannels + c] = static_cast<std::uint8_t>(means / 2);
+        for (std::size_t c = 0; c < kRgbBytes; ++c) {
+            const int means = (a[c] + a[c + kRgbBytes]) / 2 + (b[c] + b[c + kRgbBytes]) / 2;
+            target[i * kRgbBytes + c] = static_cast<std::uint8_t>(means / 2);
         }
     }
-    for (std::size_t c = 0; c < kChannels; ++c) {
+    // The first pixel of each row counts twice, so its box has three pixels.
+    for (std::size_t c = 0; c < kRgbBytes; ++c) {
         const int means =
-            (2 * first[c] + first[c + kChannels]) / 3 + (2 * second[c] + second[c + kChannels]) / 3;
+            (2 * first[c] + first[c + kRgbBytes]) / 3 + (2 * second[c] + second[c + kRgbBytes]) / 3;
         target[c] = static_cast<std::uint8_t>(means / 2);
     }
 }

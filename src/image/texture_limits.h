@@ -7,14 +7,17 @@
 
 class CJpegTexture;
 
-inline constexpr std::int32_t kSmallestTexture = 128;  // pixels a side, before GL was asked
+/// Texture size that is assumed until OpenGL gives its limit, pixels a side.
+inline constexpr std::int32_t kInitialTextureSize = 128;
 
 /// Size limits of the map picture. Written by the window thread, read by workers.
 struct TextureLimits {
-    std::atomic<std::int32_t> maxTextureSize{kSmallestTexture};  ///< pixels a side, GL's or the cap
-    std::atomic<std::int32_t> textureLimit{kSmallestTexture};    ///< pixels a side, when splitting
-    std::atomic<std::int32_t> texScalerX{0};   ///< base-2 exponent on the width limits
-    std::atomic<std::int32_t> texScalerY{-1};  ///< base-2 exponent on the height limits
+    /// OpenGL's largest texture, or the library's cap when that is smaller; pixels a side.
+    std::atomic<std::int32_t> maxTextureSize{kInitialTextureSize};
+    /// Largest picture for a split, pixels a side.
+    std::atomic<std::int32_t> textureLimit{kInitialTextureSize};
+    std::atomic<std::int32_t> texScalerX{0};   ///< base-2 exponent that scales the width limits
+    std::atomic<std::int32_t> texScalerY{-1};  ///< base-2 exponent that scales the height limits
 };
 
 /// Largest picture that may be loaded or split, pixels.
@@ -23,25 +26,28 @@ struct TextureBounds {
     std::int32_t height = 0;
 };
 
+/// Largest exponent that ScaledLimit uses. A shift by 31 turns any limit into 0, or into more than
+/// the largest int; the result still fits 64 bits.
+inline constexpr int kMaxShift = 31;
+
 /// A texture size limit scaled by a power of two.
 /// @param limit   pixels, 0 or above
-/// @param scaler  base-2 exponent: above 0 doubles, below 0 halves, as often as it says
+/// @param scaler  base-2 exponent: above 0 enlarges the limit, below 0 reduces it
 /// @return pixels; the largest int where the product exceeds it
 constexpr int ScaledLimit(int limit, int scaler) noexcept {
-    // 31 steps empty or overfill any limit, and stay inside 64 bits.
-    const int steps = std::clamp(scaler, -31, 31);
+    const int steps = std::clamp(scaler, -kMaxShift, kMaxShift);
     const std::int64_t wide = limit;
     const std::int64_t scaled = steps > 0 ? wide << steps : wide >> -steps;
     return static_cast<int>(
         std::min<std::int64_t>(scaled, std::numeric_limits<std::int32_t>::max()));
 }
 
-/// The limit of one side, scaled for both sides.
+/// Scales one limit for the width and for the height.
 /// @param limit  pixels a side
 TextureBounds ScaledBounds(std::int32_t limit, const TextureLimits& limits) noexcept;
 
-/// Shrinks a loaded picture to the limits: one above them to the limits themselves, one within
-/// them to powers of two.
+/// Shrinks a loaded picture. When a side is above its limit, that side is shrunk to the limit;
+/// otherwise both sides are shrunk to powers of two.
 /// @param widthLimit, heightLimit  pixels
-/// @return whether it fits now; false when it could not be rescaled (or there is no picture)
+/// @return false when the picture could not be rescaled or there is none
 bool FitToLimits(CJpegTexture& texture, int widthLimit, int heightLimit) noexcept;

@@ -12,8 +12,8 @@ void ClearFrom(int first, CGLTexture* const* tiles, int count) noexcept {
     for (int i = first; i < count; ++i) tiles[i]->Clear(true);
 }
 
-/// Where piece `index` of `count` begins when a side of `size` is halved again and again. A halving
-/// of an odd side drops its last pixel, so that pieces need not follow each other closely.
+/// First pixel of piece `index` of `count` when a side of `size` pixels is halved repeatedly.
+/// Halving an odd side drops its last pixel, so there may be a gap between two pieces.
 int PieceStart(int size, int count, int index) noexcept {
     int start = 0;
     while (count > 1) {
@@ -26,8 +26,8 @@ int PieceStart(int size, int count, int index) noexcept {
     return start;
 }
 
-/// Copies the rows of one band into its tiles, each row read once and in order. The picture itself
-/// may be the first tile: its part of a row then moves to the front of its block.
+/// Copies the rows of one band into its tiles; reads each row once and in order. The picture itself
+/// may be the first tile: its part of each row then moves towards the start of its block.
 void CopyBand(const CGLTexture& picture, int firstRow, CGLTexture* const* tiles, int columns,
               const TextureSizes& tile) noexcept {
     const std::int32_t channels = picture.GetBytesPerPixel();
@@ -45,7 +45,8 @@ void CopyBand(const CGLTexture& picture, int firstRow, CGLTexture* const* tiles,
     }
 }
 
-/// Moves the topmost band of what is left of the picture, from `firstRow` on, into `tiles`.
+/// Moves the top band of the picture, the rows from `firstRow` on, into `tiles`. The rows below
+/// stay in the picture. @return false when memory runs out
 bool MoveBand(CGLTexture& picture, int firstRow, CGLTexture* const* tiles, int columns,
               const TextureSizes& tile) noexcept {
     for (int column = 0; column < columns; ++column) {
@@ -59,8 +60,9 @@ bool MoveBand(CGLTexture& picture, int firstRow, CGLTexture* const* tiles, int c
 
 }  // namespace
 
-// From the top band down: what is left of the picture is then the front of its block, and each band
-// gives its memory back before the next one takes some. The bottom left tile is what remains.
+// The bands are moved from the top down: the rows below then stay at the start of the picture's
+// block, and the memory of each band is freed before the next one is copied. In the end the picture
+// is the bottom left tile.
 bool SplitIntoGrid(CGLTexture* const* tiles, int columns, int rows) noexcept {
     const int count = columns * rows;
     ClearFrom(1, tiles, count);
@@ -73,7 +75,7 @@ bool SplitIntoGrid(CGLTexture* const* tiles, int columns, int rows) noexcept {
         CGLTexture* const* const bandTiles = tiles + static_cast<std::ptrdiff_t>(columns) * band;
         const int firstRow = PieceStart(bufferHeight, rows, band);
         if (MoveBand(picture, firstRow, bandTiles, columns, tile)) continue;
-        // Nothing was cut off yet where memory ran out at the first band.
+        // When the first band fails, the picture is still whole and is kept.
         const bool isWhole = band == rows - 1 && tile.bufferHeight > 0;
         ClearFrom(isWhole ? 1 : 0, tiles, count);
         return false;

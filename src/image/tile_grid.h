@@ -7,10 +7,10 @@ inline constexpr int kTileColumns = 4;
 inline constexpr int kTileRows = 2;
 inline constexpr int kTileCount = kTileColumns * kTileRows;
 
-/// Cuts tiles[0] into columns x rows tiles (powers of two): tiles[c + columns x r] is column c from
-/// the left and band r from the bottom. The other tiles are cleared first.
+/// Splits the picture in tiles[0] into columns x rows tiles (both powers of two). tiles[c + columns
+/// x r] becomes column c from the left in band r from the bottom. The other tiles are cleared
+/// first. Each byte is copied once; at most 1 / rows of the picture is in memory twice.
 /// @param tiles  columns x rows pointers, none null
-/// Each byte is copied once; at most 1 / rows of the picture is there twice.
-/// @return false when memory ran out or a side would become empty; tiles[0] then still has the
-/// whole picture or nothing
+/// @return false when memory runs out or a tile would be empty. tiles[0] then has the whole picture
+/// or nothing, and the other tiles are empty
 bool SplitIntoGrid(CGLTexture* const* tiles, int columns, int rows) noexcept;

@@ -12,7 +12,7 @@ constexpr double DegToRad(double degrees) noexcept { return kPi * degrees / 180.
 /// Radians to degrees.
 constexpr double RadiansToDegrees(double radians) noexcept { return 180.0 * radians / kPi; }
 
-/// `value` limited to [low, high]; `low` wins over `high`.
+/// `value` limited to [low, high]; when `low` is above `high`, values below `low` give `low`.
 template <class Number>
 constexpr Number Clamp(Number value, Number low, Number high) noexcept {
     if (value < low) return low;
@@ -25,8 +25,8 @@ constexpr Number Square(Number x) noexcept {
     return x * x;
 }
 
-/// Brings an angle that left [0, 360) by less than a turn back into it.
-/// Deliberate: one correction only, so 725 becomes 365; angles here move by small steps.
+/// Brings an angle back into [0, 360). The angle must lie less than a turn outside.
+/// Deliberate: it is corrected only once, so 725 becomes 365. Angles change by small steps here.
 template <class Number>
 constexpr Number WrapDegrees(Number angle) noexcept {
     constexpr auto kTurn = static_cast<Number>(kFullTurnDeg);
@@ -34,7 +34,7 @@ constexpr Number WrapDegrees(Number angle) noexcept {
     return angle >= kTurn ? angle - kTurn : angle;
 }
 
-/// Adds `delta` to `angle` in place, then wraps it as above.
+/// Adds `delta` to `angle` and wraps the sum as above.
 template <class Number>
 constexpr void WrapDegrees(Number& angle, Number delta) noexcept {
     angle = WrapDegrees(angle + delta);

@@ -6,7 +6,7 @@
 
 namespace {
 
-/// Arc sine of a / b; rounding may put the quotient just outside [-1, 1].
+/// Arc sine of a / b. The quotient is clamped, because rounding may put it just outside [-1, 1].
 double ArcSineOfQuotient(double a, double b) noexcept { return std::asin(Clamp(a / b, -1.0, 1.0)); }
 
 }  // namespace

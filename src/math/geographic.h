@@ -1,6 +1,6 @@
 #pragma once
-// Latitude and longitude to points of the globe and back. The globe's axes: +Y is the North Pole,
-// +Z the point (0, 0), +X the point 90 degrees east.
+// Converts latitude and longitude to points of the globe and back. Axes of the globe: +Y is the
+// North Pole, +Z the point (0, 0), +X the point 90 degrees east of it.
 
 #include "math/vector4.h"
 
@@ -12,8 +12,8 @@ struct LatLon {
     double longitude = 0.0;
 };
 
-/// Latitude and longitude of `point` in radians; longitude in (-pi/2, 3 pi/2], 0 on the axis and
-/// at the origin.
+/// Latitude and longitude of `point` in radians. The longitude lies in (-pi/2, 3 pi/2]; it is 0 on
+/// the axis and at the origin.
 LatLon PointToLatLon(const CVector4& point) noexcept;
 /// The same in degrees.
 LatLon PointToLatLonDeg(const CVector4& point) noexcept;

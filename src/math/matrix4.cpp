@@ -10,12 +10,12 @@ constexpr int kElements = kSide * kSide;
 
 constexpr int At(int row, int column) noexcept { return kSide * row + column; }
 
-// Where a translation lies.
+// Elements of the translation column.
 constexpr int kTranslationX = At(0, 3);
 constexpr int kTranslationY = At(1, 3);
 constexpr int kTranslationZ = At(2, 3);
 
-/// The turn by `radians` in the plane of two axes, from `first` towards `second`.
+/// The rotation by `radians` in the plane of two axes, from axis `first` towards axis `second`.
 CMatrix4 PlaneRotation(int first, int second, double radians) noexcept {
     const double c = std::cos(radians);
     const double s = std::sin(radians);
@@ -56,7 +56,8 @@ void CMatrix4::Multiply(CMatrix4& out, const CMatrix4& a, const CMatrix4& b) noe
     out = product;
 }
 
-// About Y the turn runs from Z to X, so that all three are counter-clockwise from the axis' tip.
+// RotateY turns from Z to X, so that all three rotations are counter-clockwise when seen from the
+// tip of their axis.
 void CMatrix4::RotateX(double radians) noexcept { Multiply(PlaneRotation(1, 2, radians)); }
 void CMatrix4::RotateY(double radians) noexcept { Multiply(PlaneRotation(2, 0, radians)); }
 void CMatrix4::RotateZ(double radians) noexcept { Multiply(PlaneRotation(0, 1, radians)); }

@@ -2,9 +2,9 @@
 
 #include "math/vector4.h"
 
-/// A 4 x 4 matrix, row-major: element (row r, column c) is number 4 r + c. Vectors are columns,
-/// multiplied on the right; a translation lies in elements 3, 7 and 11. OpenGL wants the transpose,
-/// which is made at the hand-over only.
+/// A 4 x 4 matrix in row-major order: element (row r, column c) has the index 4 r + c. Vectors are
+/// columns, multiplied on the right; the translation is in elements 3, 7 and 11. OpenGL expects the
+/// transposed order: transpose a copy before passing it.
 class CMatrix4 {
 public:
     /// The identity.
@@ -17,7 +17,8 @@ public:
     /// out = a x b; `out` may be `a` or `b`.
     static void Multiply(CMatrix4& out, const CMatrix4& a, const CMatrix4& b) noexcept;
 
-    /// this = this x rotation about the axis by `radians`, counter-clockwise seen from its tip.
+    /// this = this x rotation about the axis by `radians`, counter-clockwise seen from the tip of
+    /// the axis.
     void RotateX(double radians) noexcept;
     void RotateY(double radians) noexcept;
     void RotateZ(double radians) noexcept;
@@ -29,15 +30,15 @@ public:
     void Transpose(CMatrix4& out) const noexcept;
     void Transpose() noexcept;
 
-    /// Gauss-Jordan inverse in place.
-    /// Deliberate: no pivoting and no check; a zero pivot gives non-finite elements.
+    /// Inverts the matrix in place (Gauss-Jordan elimination).
+    /// Deliberate: there is no pivoting and no check; a zero pivot gives non-finite elements.
     void Invert() noexcept;
 
     /// v = this x v, all four rows.
     void Transform(CVector4& v) const noexcept;
     static void Transform(CVector4& out, const CMatrix4& m, const CVector4& v) noexcept;
 
-    /// Moves `count` packed points (x, y, z each) by rows 0..2 of `m`; row 3 is ignored.
+    /// Transforms `count` packed points (x, y, z each) by rows 0 to 2 of `m`; row 3 is ignored.
     static void TransformPoints(double* points, int count, const CMatrix4& m) noexcept;
 
     double& operator[](int i) noexcept { return m_[i]; }

@@ -10,9 +10,10 @@ namespace {
 
 constexpr double kRightAngleDeg = 90.0;
 constexpr double kHalfTurnDeg = 180.0;
-constexpr double kRadiansPerDegree = 0.0174532925199433;
+constexpr double kRadiansPerDegree = 0.0174532925199433;  // pi / 180, rounded to 16 decimals
 
-/// Towards zero; the most negative number for what has no place in 32 bits, as x86 does it.
+/// `x` rounded towards zero; the most negative number when the result does not fit into 32 bits,
+/// as the x86 instruction gives it.
 std::int32_t TruncateTo32Bits(double x) noexcept {
     constexpr double kLimit = 2147483648.0;
     const bool fits = x > -kLimit - 1.0 && x < kLimit;
@@ -35,7 +36,7 @@ double Atan2Deg(double y, double x) noexcept {
     if (x == 0.0 && y == 0.0) return 0.0;
     const double ax = std::abs(x);
     const double ay = std::abs(y);
-    // The quotient is kept at or below 1, where the arc tangent is steep enough to be exact.
+    // The quotient stays at or below 1, where the arc tangent is most accurate.
     double angle = ax > ay ? std::atan(ay / ax) / kRadiansPerDegree
                            : kRightAngleDeg - std::atan(ax / ay) / kRadiansPerDegree;
     if (x < 0.0) angle = kHalfTurnDeg - angle;
@@ -44,14 +45,14 @@ double Atan2Deg(double y, double x) noexcept {
 
 void CartesianToPolar(double x, double y, double z, double& r, double& theta,
                       double& phi) noexcept {
-    const double ringSquared = x * x + y * y;
-    r = std::sqrt(ringSquared + z * z);
+    const double fromAxisSquared = x * x + y * y;
+    r = std::sqrt(fromAxisSquared + z * z);
     phi = Atan2Deg(y, x);
     if (phi < 0.0) phi += kFullTurnDeg;
-    theta = Atan2Deg(z, std::sqrt(ringSquared));
+    theta = Atan2Deg(z, std::sqrt(fromAxisSquared));
 }
 
-// Rotation of the equatorial frame about the east-west axis by the colatitude.
+// Rotates the equatorial frame about the east-west axis by the colatitude.
 void EquatorialToHorizontal(double dec, double tau, double lat, double& altitude,
                             double& azimuth) noexcept {
     const double x = CosDeg(dec) * SinDeg(lat) * CosDeg(tau) - SinDeg(dec) * CosDeg(lat);

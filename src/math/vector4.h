@@ -13,7 +13,7 @@ public:
     constexpr CVector4() noexcept = default;
     constexpr CVector4(double x_, double y_, double z_, double w_) noexcept
         : x(x_), y(y_), z(z_), w(w_) {}
-    /// Widens three floats; w = 1.
+    /// The point with these three coordinates; w = 1.
     explicit CVector4(const float (&xyz)[3]) noexcept;
 
     /// Copies x, y, z of `other` and makes it a point (w = 1).

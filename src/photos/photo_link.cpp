@@ -14,7 +14,7 @@ WideString PhotoPageLink(WideView pagePath) {
             link.push_back(c);
         }
     }
-    return WideString(CutText(link, kMaxLinkLength));
+    return WideString(Truncate(link, kMaxLinkLength));
 }
 
 WideString AddPhotoLink() { return kPhotoSite + WidenAscii("/add_photo.htm"); }

@@ -17,7 +17,7 @@ class LineText {
 public:
     void Append(WideView part) noexcept {
         const std::size_t available = characters_.size() - 1 - length_;
-        length_ += CutText(part, available).copy(characters_.data() + length_, available);
+        length_ += Truncate(part, available).copy(characters_.data() + length_, available);
         characters_[length_] = 0;
     }
     const HorivoWideChar* Get() const noexcept { return characters_.data(); }

@@ -39,8 +39,8 @@ private:
 /// Makes `country` and `city` the place of the set. Another place than before begins at its first
 /// photo.
 void MoveTo(PhotoSet& set, WideView country, WideView city) {
-    WideString newCountry(CutText(country, kMaxNameLength));
-    WideString newCity(CutText(city, kMaxNameLength));
+    WideString newCountry(Truncate(country, kMaxNameLength));
+    WideString newCity(Truncate(city, kMaxNameLength));
     if (newCity != set.city || newCountry != set.country) {
         set.firstShown = 0;
         set.brokenFrom = kNoneBroken;
@@ -69,7 +69,7 @@ void ReadPhotos(PhotoSet& set, const CityTable& cities, std::string_view bytes, 
         auto record = std::make_unique<PhotoRecord>();
         record->cityIndex = cityIndex;
         record->photoNumber = entry.photoNumber;
-        record->caption = CutText(entry.caption, kMaxCaptionLength);
+        record->caption = Truncate(entry.caption, kMaxCaptionLength);
         record->link = PhotoPageLink(entry.pagePath);
         set.photos.push_back(std::move(record));
     }

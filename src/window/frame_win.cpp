@@ -72,7 +72,7 @@ void DrawFrame(MapState& map, HDC dc, std::int32_t width, std::int32_t height) {
     map.drawing.scene.Resize(width, height);
     std::int32_t citiesNear = 0;
     FindCitiesNear(map.host.cities, map.pointer.geoPoint.globePoint, kCityReach,
-                   map.overlay.nearCities.data(), kMostCitiesNear, citiesNear);
+                   map.overlay.nearCities.data(), kMaxCitiesNear, citiesNear);
     glClearColor(0.0F, 0.0F, 0.0F, 0.0F);
     PlaceLamp(map);
     map.drawing.scene.Draw();

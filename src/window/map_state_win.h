@@ -47,7 +47,7 @@ struct OverlayState {
     PhotoPanel panel;
     bool hostAccepted = false;  ///< the host's last answer; shows the add-photo button
     /// Cities within reach of the pointed place, of the frame under way.
-    std::array<CityRecord*, kMostCitiesNear> nearCities = {};
+    std::array<CityRecord*, kMaxCitiesNear> nearCities = {};
     TimeZoneTable zones;  ///< lives until unload: city records point into it
     SystemCityClock clock{zones};
 };

@@ -8,12 +8,12 @@
 
 namespace {
 
-constexpr std::size_t kMostBytes = 1U << 16U;  // Windows' command lines have 32767 characters
+constexpr std::size_t kMaxBytes = 1U << 16U;  // Windows' command lines have 32767 characters
 
 }  // namespace
 
 extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size) {
-    if (size > kMostBytes) return 0;
+    if (size > kMaxBytes) return 0;
     std::wstring line;  // a character of Windows' 16 bits from each two bytes
     for (std::size_t i = 0; i + 1 < size; i += 2) {
         line += static_cast<wchar_t>(data[i] | unsigned{data[i + 1]} << 8);

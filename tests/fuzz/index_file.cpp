@@ -10,8 +10,8 @@
 
 namespace {
 
-constexpr std::size_t kMostBytes = 1U << 16U;
-constexpr std::size_t kLongestLine = 4095;
+constexpr std::size_t kMaxBytes = 1U << 16U;
+constexpr std::size_t kMaxLine = 4095;
 constexpr WideView kRoot = u"R:\\photos\\";
 
 /// Whether `folder` is exactly `levels` real names below the root.
@@ -35,7 +35,7 @@ void ReadAll(std::string_view bytes, PhotoIndexKind kind) {
     WideString path;
     while (reader.Next(entry)) {
         Check(entry.photoNumber >= 0);
-        Check(entry.city.size() + entry.caption.size() + entry.pagePath.size() <= kLongestLine);
+        Check(entry.city.size() + entry.caption.size() + entry.pagePath.size() <= kMaxLine);
         for (const WideString* text : {&entry.city, &entry.caption, &entry.pagePath}) {
             Check(text->find_first_of(WideView(u"\t\r\n\0", 4)) == WideString::npos);
         }
@@ -52,7 +52,7 @@ void ReadAll(std::string_view bytes, PhotoIndexKind kind) {
 }  // namespace
 
 extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size) {
-    if (size > kMostBytes) return 0;
+    if (size > kMaxBytes) return 0;
     const std::string_view bytes(reinterpret_cast<const char*>(data), size);
     ReadAll(bytes, PhotoIndexKind::City);
     ReadAll(bytes, PhotoIndexKind::Country);

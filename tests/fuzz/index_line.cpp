@@ -12,7 +12,7 @@
 namespace {
 
 constexpr std::size_t kFields = 6;
-constexpr std::size_t kLongestLine = 4095;  // bytes that are kept
+constexpr std::size_t kMaxLine = 4095;  // bytes that are kept
 constexpr char kFieldEnd = '\x1F';
 
 /// ASCII without what ends a field, a line or the file.
@@ -42,7 +42,7 @@ bool IsPieceOf(WideView read, const std::string& written, bool whole) {
 }  // namespace
 
 extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size) {
-    if (size < 3 || size > 2 * kLongestLine) return 0;
+    if (size < 3 || size > 2 * kMaxLine) return 0;
     const bool ofCountry = data[0] % 2 != 0;
     const auto number = static_cast<std::int32_t>(data[1] * 256 + data[2]);
     auto fields = FieldsOf({reinterpret_cast<const char*>(data) + 3, size - 3});
@@ -50,7 +50,7 @@ extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size
     std::string line;
     for (const std::string& field : fields) line += field + '\t';
     line.back() = '\n';
-    const bool whole = line.size() <= kLongestLine;
+    const bool whole = line.size() <= kMaxLine;
     line += "7";
 
     PhotoIndexReader reader(line, ofCountry ? PhotoIndexKind::Country : PhotoIndexKind::City);

@@ -14,7 +14,7 @@
 
 namespace {
 
-constexpr int kMostPixels = 1 << 12;  // more only takes longer: narrow pictures reach 65535 a side
+constexpr int kMaxPixels = 1 << 12;  // more only takes longer: narrow pictures reach 65535 a side
 constexpr int kSettingBytes = 17;
 constexpr int kRows = 2;
 
@@ -35,11 +35,11 @@ private:
 MemoryImage PictureOf(Settings& settings, const std::uint8_t* data, std::size_t size) {
     constexpr std::int32_t kFormats[] = {kPixelFormat24bppRgb, kPixelFormat8bppIndexed};
     MemoryImage image;
-    // Shifted, because large sides are slow and small ones hold most of the roads.
+    // Shifted, because large sides are slow and small ones reach most code paths.
     const int shifts = settings.Byte();
     image.width = std::max(settings.Word() >> shifts % 16, 1);
     image.height = std::max(settings.Word() >> shifts / 16, 1);
-    const int most = std::max(kMostPixels / std::min(image.width, image.height), 4);
+    const int most = std::max(kMaxPixels / std::min(image.width, image.height), 4);
     (image.width > image.height ? image.width : image.height) =
         std::min(std::max(image.width, image.height), most);
     const int kind = settings.Byte();

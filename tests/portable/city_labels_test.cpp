@@ -9,7 +9,7 @@
 
 #include "base/wide_text.h"
 #include "math/angles.h"
-#include "support/gl_stand_in.h"
+#include "support/gl_fake.h"
 #include "support/table.h"
 
 namespace {

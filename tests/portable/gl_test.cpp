@@ -6,7 +6,7 @@
 #include "image/jpeg_texture.h"
 #include "render/extension_flags.h"
 #include "render/list_name.h"
-#include "support/gl_stand_in.h"
+#include "support/gl_fake.h"
 #include "support/table.h"
 #include "support/texture_pixels.h"
 

@@ -29,11 +29,11 @@ TEST(WideText, ReadsWellFormedUtf8Only) {
 }
 
 TEST(WideText, CutsBetweenCharacters) {
-    EXPECT_EQ(CutText(u"harbour", 3), u"har");
-    EXPECT_EQ(CutText(u"harbour", 7), u"harbour");
-    EXPECT_EQ(CutText(u"a\U0001F600", 2), u"a") << "half a pair would be no character";
-    EXPECT_EQ(CutText(u"a\U0001F600\U0001F600", 3), u"a\U0001F600");
-    EXPECT_EQ(CutText(u"\U0001F600", 0), u"");
+    EXPECT_EQ(Truncate(u"harbour", 3), u"har");
+    EXPECT_EQ(Truncate(u"harbour", 7), u"harbour");
+    EXPECT_EQ(Truncate(u"a\U0001F600", 2), u"a") << "half a pair would be no character";
+    EXPECT_EQ(Truncate(u"a\U0001F600\U0001F600", 3), u"a\U0001F600");
+    EXPECT_EQ(Truncate(u"\U0001F600", 0), u"");
 }
 
 /// Reads `length` characters of `text` in a block of exactly that size, so that the sanitizer sees

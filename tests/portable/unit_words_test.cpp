@@ -45,7 +45,7 @@ TEST(UnitWords, AFaultKeepsWhatStoodBeforeIt) {
         {"a group without ranges has a word all the same", u"x; y;2 z", 2, u"z", 1},
         {"a list without a word", u"x;1", 1, u"x", 1},
         {"an empty word is a word", u"x;1 ;2 z", 1, u"", 2},
-        {"a blank in a word stays", u"x y;1 a b", 1, u"a b", 1},
+        {"a space in a word stays", u"x y;1 a b", 1, u"a b", 1},
     };
     for (const auto& c : cases) {
         const auto file = Days(c.text);

@@ -1,7 +1,6 @@
 #pragma once
-// Pictures without files or decoders: what GDI+ is to the library on Windows, this is to the
-// portable tests. The stand-ins for OpenPicture, ConvertPicture and EncodeJpeg work on
-// PictureFiles().
+// Pictures in memory for the portable tests, in place of GDI+. The fakes of OpenPicture,
+// ConvertPicture and EncodeJpeg use PictureFiles().
 
 #include <cstdint>
 #include <map>

@@ -1,4 +1,4 @@
-// Stand-in for the system's ANSI code page: Latin-1, with '?' for what it lacks.
+// Fake of the system's ANSI code page: Latin-1, with '?' for characters that it does not have.
 #include "base/narrow_text.h"
 
 #include <algorithm>

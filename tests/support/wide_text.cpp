@@ -1,4 +1,4 @@
-// Stand-in for the system's ANSI code page (Latin-1) and for its comparison of texts (ASCII only).
+// Fakes of the system's ANSI code page (Latin-1) and of its comparison of texts (ASCII only).
 #include "base/wide_text.h"
 
 namespace {

@@ -6,7 +6,6 @@
 namespace {
 
 constexpr DWORD kPatienceMs = 60000;
-constexpr DWORD kWorkerWaitMs = 5000;  // what a worker asks for
 
 bool HasEnded(const UniqueHandle& thread, DWORD patience) {
     return WaitForSingleObject(thread.get(), patience) == WAIT_OBJECT_0;

@@ -7,6 +7,10 @@
 #include "base/handles_win.h"
 #include "support/faked_import_win.h"
 
+/// Time-outs of the library's waits, by which the tests recognise them, ms.
+inline constexpr DWORD kWorkerWaitMs = 5000;       ///< a worker that waits for the lock
+inline constexpr DWORD kWorkerEndWaitMs = 300000;  ///< FreeMap and InstallMap that wait for workers
+
 /// Watches the workers of a module and holds them up where a test wants them.
 class WorkerWatch {
 public:

@@ -71,7 +71,7 @@ TEST_F(LabelsTest, CitiesNearThePointerStandInAColumnWithTheNearestLevelWithIt) 
     const double x = pointer.x;
     const double y = 600 - 1 - pointer.y;
     const std::string late = ShortTime(21, 0);
-    // Widest name with a blank; then the widest row.
+    // Widest name with a space; then the widest row.
     const int nameWidth = WidthOf("The middle one ");
     const double boxWidth = nameWidth + WidthOf(late) + 4;
 

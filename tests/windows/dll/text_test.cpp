@@ -1,4 +1,4 @@
-// Words on the globe: there are glyphs, they move on as far as the font says, blanks included, and
+// Words on the globe: there are glyphs, they move on as far as the font says, spaces included, and
 // neither depends on what Windows says about the user's language.
 #include <gtest/gtest.h>
 
@@ -55,7 +55,7 @@ struct TextTest : MapHostTest {
     }
 };
 
-TEST_F(TextTest, WordsStandApartByTheirBlanksInEveryLanguage) {
+TEST_F(TextTest, WordsStandApartByTheirSpacesInEveryLanguage) {
     PutPatternMap(64, 32);
     PutSettings("lag_factor=8\r\n");
     SpiedGl().keepCalls = false;
@@ -86,14 +86,14 @@ TEST_F(TextTest, WordsStandApartByTheirBlanksInEveryLanguage) {
         EXPECT_GT(WhitePixels(drawn[0]), 100) << testing::PrintToString(codePage);
         EXPECT_EQ(drawn[3].text, SpiedGl().renderer);
         const HDC dc = GetDC(window);
-        SIZE blank = {};
-        GetTextExtentPoint32A(dc, " ", 1, &blank);
+        SIZE space = {};
+        GetTextExtentPoint32A(dc, " ", 1, &space);
         for (const DrawnText* t : {&drawn[0], &drawn[3]}) {
             SIZE size = {};
             GetTextExtentPoint32A(dc, t->text.c_str(), static_cast<int>(t->text.size()), &size);
-            const auto blanks = std::count(t->text.begin(), t->text.end(), ' ');
-            // Fonts round the widths of letters each in its own way; lost blanks would cost more.
-            EXPECT_NEAR(t->advance, size.cx, static_cast<double>(blanks * blank.cx) / 2) << t->text;
+            const auto spaces = std::count(t->text.begin(), t->text.end(), ' ');
+            // Fonts round the widths of letters each in its own way; lost spaces would cost more.
+            EXPECT_NEAR(t->advance, size.cx, static_cast<double>(spaces * space.cx) / 2) << t->text;
         }
         ReleaseDC(window, dc);
         Key(window, 'I');

@@ -18,7 +18,6 @@ using At = WorkerWatch::At;
 constexpr UINT kStageDone = WM_USER + 1;
 constexpr WPARAM kLoad = 0;
 constexpr WPARAM kSplit = 1;
-constexpr DWORD kReleaseWait = 300000;
 constexpr int kWidth = 512;  // of the picture, pixels
 constexpr int kHeight = 256;
 constexpr std::size_t kPictureBytes = std::size_t{3} * kWidth * kHeight;
@@ -115,7 +114,7 @@ TEST_F(WorkerTest, TheWindowDiesUnderItsWorker) {
         Restart();
         // FreeMap waits for a worker that holds the picture.
         DestroyWindow(CreateHeldUp(place));
-        workers.LetGoAtWait(kReleaseWait);
+        workers.LetGoAtWait(kWorkerEndWaitMs);
         EXPECT_NE(library.FreeMap(), 0U);
         workers.LetGo();
         EXPECT_TRUE(Settle());
@@ -164,7 +163,7 @@ TEST_F(WorkerTest, ASecondFreeMapWaitsForTheWorkerThatTheFirstGaveUpOn) {
     workers.HurryWaits(true);
     library.FreeMap();
     workers.HurryWaits(false);
-    workers.LetGoAtWait(kReleaseWait);
+    workers.LetGoAtWait(kWorkerEndWaitMs);
     library.FreeMap();
     EXPECT_TRUE(workers.WaitUntilAllLeft());
     Init();
@@ -233,7 +232,7 @@ TEST_F(WorkerTest, ALoadThatOutlivesItsWindowLeavesNoOtherBare) {
 TEST_F(WorkerTest, InstallMapTakesItsTurnBehindALoadUnderWay) {
     CreateHeldUp(At::Decode);
     PutPatternMap(256, 128);
-    workers.LetGoAtWait(kReleaseWait);
+    workers.LetGoAtWait(kWorkerEndWaitMs);
     EXPECT_EQ(library.InstallMap(), HORIVO_OK);
     EXPECT_EQ(Uploads(), 8U) << "the test window's";
     EXPECT_TRUE(Settle());

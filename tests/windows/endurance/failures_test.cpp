@@ -24,7 +24,7 @@ using testing::AnyOf;
 constexpr int kWidth = 64;
 constexpr int kHeight = 48;
 constexpr int kMapWidth = 64;
-constexpr int kMostCalls = 20000;
+constexpr int kMaxCalls = 20000;
 constexpr std::uint64_t kGdipOutOfMemory = 3;
 constexpr std::uint64_t kInvalid = ~0ULL;
 
@@ -228,14 +228,14 @@ protected:
         const ResourceCount process = CountResources();
         int rounds = 0;
         int number = 1 + static_cast<int>(SeedOfRun() % static_cast<unsigned>(step));
-        for (; number < kMostCalls && !HasFailure(); number += step, ++rounds) {
+        for (; number < kMaxCalls && !HasFailure(); number += step, ++rounds) {
             const char* failed = LiveWithFailure(number, count);
             if (failed == nullptr) break;
             const std::string why = std::string(failed) + ", call " + std::to_string(number);
             EXPECT_EQ(calls_.Held(), calls) << why;
             EXPECT_EQ(memory_.Held(), memory) << why;
         }
-        EXPECT_LT(number, kMostCalls) << "the scenario never ran through";
+        EXPECT_LT(number, kMaxCalls) << "the scenario never ran through";
         const ResourceCount now = CountResources();
         EXPECT_LE(now.kernelHandles, process.kernelHandles + 4);
         EXPECT_LE(now.gdiObjects, process.gdiObjects + 2);

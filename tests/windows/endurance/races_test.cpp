@@ -21,8 +21,6 @@ namespace {
 using std::chrono::steady_clock;
 
 constexpr UINT kStageDone = WM_USER + 1;
-constexpr DWORD kWorkerWait = 5000;     // ms that a worker waits for the lock
-constexpr DWORD kReleaseWait = 300000;  // ms that FreeMap and InstallMap wait
 
 /// Chance for any thread.
 class Dice {
@@ -94,8 +92,8 @@ public:
                     dice.Dawdle();
                     // Minutes become moments, so that giving up is tried as well as waiting.
                     DWORD patience = wait;
-                    if (wait == kReleaseWait) patience = static_cast<DWORD>(dice.Roll(200));
-                    if (wait < kReleaseWait && dice.Roll(4) == 0)
+                    if (wait == kWorkerEndWaitMs) patience = static_cast<DWORD>(dice.Roll(200));
+                    if (wait < kWorkerEndWaitMs && dice.Roll(4) == 0)
                         patience = static_cast<DWORD>(dice.Roll(20));
                     const DWORD result = Wait::Real(handle, patience);
                     dice.Dawdle();

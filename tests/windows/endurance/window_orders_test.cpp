@@ -94,19 +94,20 @@ protected:
             std::count_if(std::begin(slots), std::end(slots),
                           [](const Slot& slot) { return slot.window != nullptr; }));
     }
-    void ExpectEachAsIfAlone(const std::string& road) {
+    void ExpectEachAsIfAlone(const std::string& actions) {
         std::shuffle(std::begin(order_), std::end(order_), chance_);
         for (const int i : order_) {
             if (slots[i].window == nullptr) continue;
             const int different = DifferentPixels(FrameOf(slots[i]), slots[i].alone);
-            EXPECT_LE(different, slots[i].width * slots[i].height / 500) << i << " after" << road;
+            EXPECT_LE(different, slots[i].width * slots[i].height / 500)
+                << i << " after" << actions;
         }
         auto held = ledger_.Held();
         const std::size_t maps = Living() > 0 ? 1 : 0;
-        EXPECT_EQ(held["gl context"], maps) << road;
-        EXPECT_EQ(held["gl list"], maps * kListsOfAMap) << road;
-        EXPECT_EQ(held["gl texture"], maps * kTexturesOfAMap) << road;
-        EXPECT_EQ(held["dc"], static_cast<std::size_t>(Living())) << road;
+        EXPECT_EQ(held["gl context"], maps) << actions;
+        EXPECT_EQ(held["gl list"], maps * kListsOfAMap) << actions;
+        EXPECT_EQ(held["gl texture"], maps * kTexturesOfAMap) << actions;
+        EXPECT_EQ(held["dc"], static_cast<std::size_t>(Living())) << actions;
     }
 
 private:
@@ -117,14 +118,14 @@ private:
 };
 
 TEST_F(WindowOrdersTest, EachLooksAsIfItWereAlone) {
-    const int roads = LengthOfRun(150, 12);
-    for (int i = 0; i < roads && !HasFailure(); ++i) {
-        std::string road;
+    const int runs = LengthOfRun(150, 12);
+    for (int i = 0; i < runs && !HasFailure(); ++i) {
+        std::string actions;
         for (int step = 0; step < 12 && !HasFailure(); ++step) {
             const int slot = Chance(3);
-            road += ' ' + std::to_string(slot) + ' ' + Act(slots[slot]) + ',';
-            ASSERT_TRUE(Settle(workers)) << road;
-            ExpectEachAsIfAlone(road);
+            actions += ' ' + std::to_string(slot) + ' ' + Act(slots[slot]) + ',';
+            ASSERT_TRUE(Settle(workers)) << actions;
+            ExpectEachAsIfAlone(actions);
         }
         for (Slot& slot : slots) {
             if (slot.window != nullptr) Destroy(slot);

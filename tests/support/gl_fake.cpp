@@ -1,4 +1,4 @@
-#include "support/gl_stand_in.h"
+#include "support/gl_fake.h"
 
 #include <cstddef>
 #include <cstdint>

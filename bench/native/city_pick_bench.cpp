@@ -1,4 +1,4 @@
-// The pointer's hit test over the host's city table, against one plain read of the table.
+// The pointer's hit test in the host's city table. Baseline: reading the whole table once.
 #include <cstring>
 #include <vector>
 
@@ -9,9 +9,7 @@
 
 namespace {
 
-constexpr double kRadius = 3.0;
-constexpr double kReach = 0.02;
-constexpr int kCapacity = 200;
+constexpr double kRadius = 3.0;  // globe units
 
 /// Adds up every byte of the table, eight at a time.
 std::uint64_t ReadAll(const std::vector<CityRecord>& cities) {
@@ -26,14 +24,14 @@ std::uint64_t ReadAll(const std::vector<CityRecord>& cities) {
     return sums[0] + sums[1] + sums[2] + sums[3];
 }
 
-/// A pointer that moves from city to city, as in use: flags change with every call.
+/// Moves the pointer from city to city, as a user does, so that flags change with every call.
 void FindNear(benchmark::State& state) {
     const auto count = static_cast<int>(state.range(0));
     std::vector<CityRecord> cities = SpreadCities(count);
     PlaceCityMarkers({cities.data(), count}, kRadius);
     const CityTable table{cities.data(), count};
-    CityRecord* out[kCapacity];
-    // Small tables take microseconds: repeated until the clock can see them.
+    CityRecord* out[kMaxCitiesNear];
+    // A small table takes microseconds, too short for the clock, so it is searched repeatedly.
     const int rounds = std::max(1, 200000 / count);
     int at = 0;
     RunPairs(
@@ -49,8 +47,8 @@ void FindNear(benchmark::State& state) {
                     at = (at + 7919) % count;
                     const double* m = cities[static_cast<std::size_t>(at)].markerPoint;
                     std::int32_t near = 0;
-                    benchmark::DoNotOptimize(FindCitiesNear(table, {m[0], m[1], m[2], 1.0}, kReach,
-                                                            out, kCapacity, near));
+                    benchmark::DoNotOptimize(FindCitiesNear(table, {m[0], m[1], m[2], 1.0},
+                                                            kCityReach, out, kMaxCitiesNear, near));
                 }
             });
         });

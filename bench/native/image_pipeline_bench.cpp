@@ -1,4 +1,4 @@
-// The image road without its decoder, against plain copies of the same pixels.
+// The image pipeline without its decoder. Baseline: plain copies of the same pixels.
 #include <cstdlib>
 #include <cstring>
 #include <string>
@@ -23,12 +23,12 @@ constexpr Size kHuge = {16384, 8192};
 constexpr Size kOdd = {10800, 5400};  // shrinks to kLarge by 1.318
 constexpr int kPlainRuns = 3;         // of the straightforward form, which takes seconds
 
-/// memcpy between two blocks whose pages are there.
+/// Time of memcpy between two blocks that are in memory already.
 double CopyTouchedMs(const PixelBytes& source, PixelBytes& target) {
     return MillisecondsOf([&] { std::memcpy(target.data(), source.data(), source.size()); });
 }
 
-/// memcpy into a block that is allocated for it.
+/// Time of memcpy into a newly allocated block.
 double CopyIntoNewMs(const PixelBytes& source) {
     void* block = nullptr;
     const double ms = MillisecondsOf([&] {
@@ -59,7 +59,7 @@ void Rescale(benchmark::State& state, Size from, Size to) {
     state.counters["extra_bytes_per_column"] = static_cast<double>(extra) / from.width;
 }
 
-/// Times of the straightforward form over those of the fast one.
+/// Compares the straightforward implementation, as the baseline, with the fast one.
 void RescalePlain(benchmark::State& state, Size from, Size to) {
     const PixelBytes source = NoiseBytes(from.Bytes());
     RunPairs(

@@ -1,17 +1,17 @@
-#include "gl_tape_hooks_win.h"
+#include "gl_recording_hooks_win.h"
 
 #include <array>
 #include <string>
 #include <utility>
 
-#include "gl_tape_win.h"
+#include "gl_recording_win.h"
 #include "support/faked_import_win.h"
 
 namespace {
 
-GlTape* recording = nullptr;
+GlRecording* current = nullptr;
 
-/// Modules whose imports are hooked now, to be put right again.
+/// The imports that are hooked at present, with the functions to restore.
 struct HookedImport {
     HMODULE module;
     std::string_view name;
@@ -26,14 +26,14 @@ std::array<Number, Size> Copy(const Number* values) {
     return copy;
 }
 
-/// An argument as the tape keeps it.
+/// Copies an argument for the recording.
 template <class Value>
 Value Keep(Value value) {
     return value;
 }
-// All float arrays that the library hands over are colours or points.
+// All float arrays that the library passes are colours or points.
 std::array<float, 4> Keep(const float* values) { return Copy<4>(values); }
-// And all of doubles are GLU's matrices.
+// All double arrays are GLU's matrices.
 std::array<double, 16> Keep(const double* values) { return Copy<16>(values); }
 
 template <class Value>
@@ -52,7 +52,7 @@ template <FunctionName Name, class Result, class... Arguments>
 struct Hook<Name, Result(Arguments...)> {
     static inline Result(APIENTRY* real)(Arguments...) = nullptr;
     static Result APIENTRY Call(Arguments... arguments) {
-        recording->Add([... kept = Keep(arguments)](HDC) { real(Give(kept)...); });
+        current->Add([... kept = Keep(arguments)](HDC) { real(Give(kept)...); });
         return real(arguments...);
     }
 };
@@ -65,7 +65,7 @@ struct PartHook<Name, Kind, void(Number, Rest...)> {
     static inline void(APIENTRY* real)(Number, Rest...) = nullptr;
     static void APIENTRY Call(Number first, Rest... rest) {
         const Number values[] = {first, rest...};
-        recording->AddPart(Kind, values, std::size(values));
+        current->AddPart(Kind, values, std::size(values));
         real(first, rest...);
     }
 };
@@ -84,7 +84,7 @@ struct CallListsHook {
     static inline decltype(&glCallLists) real = nullptr;
     static void APIENTRY Call(GLsizei count, GLenum type, const void* names) {
         std::string bytes(static_cast<const char*>(names), static_cast<std::size_t>(count));
-        recording->Add([count, type, bytes](HDC) { real(count, type, bytes.data()); });
+        current->Add([count, type, bytes](HDC) { real(count, type, bytes.data()); });
         real(count, type, names);
     }
 };
@@ -92,84 +92,84 @@ struct CallListsHook {
 struct SwapHook {
     static inline decltype(&SwapBuffers) real = nullptr;
     static BOOL WINAPI Call(HDC dc) {
-        recording->Add([](HDC own) { real(own); });
+        current->Add([](HDC own) { real(own); });
         return real(dc);
     }
 };
 
-#define TAPE(function) \
+#define RECORD(function) \
     Install<Hook<#function, decltype(::function)>>(modules, #function, ::function)
-#define TAPE_PART(function, kind) \
+#define RECORD_PART(function, kind) \
     Install<PartHook<#function, kind, decltype(::function)>>(modules, #function, ::function)
 
 void HookAll(const std::vector<HMODULE>& modules) {
-    TAPE_PART(glNormal3f, 'n');
-    TAPE_PART(glTexCoord2f, 't');
-    TAPE_PART(glVertex3f, 'v');
-    TAPE_PART(glNormal3d, 'N');
-    TAPE_PART(glVertex3d, 'V');
-    TAPE_PART(glTexCoord2d, 'T');
+    RECORD_PART(glNormal3f, 'n');
+    RECORD_PART(glTexCoord2f, 't');
+    RECORD_PART(glVertex3f, 'v');
+    RECORD_PART(glNormal3d, 'N');
+    RECORD_PART(glVertex3d, 'V');
+    RECORD_PART(glTexCoord2d, 'T');
     Install<CallListsHook>(modules, "glCallLists", glCallLists);
     Install<SwapHook>(modules, "SwapBuffers", SwapBuffers);
-    TAPE(glBegin);
-    TAPE(glBindTexture);
-    TAPE(glBlendFunc);
-    TAPE(glCallList);
-    TAPE(glClear);
-    TAPE(glClearColor);
-    TAPE(glColor3d);
-    TAPE(glColor3f);
-    TAPE(glColor4d);
-    TAPE(glColor4f);
-    TAPE(glDisable);
-    TAPE(glEnable);
-    TAPE(glEnd);
-    TAPE(glEndList);
-    TAPE(glFlush);
-    TAPE(glGetString);
-    TAPE(glIsEnabled);
-    TAPE(glLightModelfv);
-    TAPE(glLightModeli);
-    TAPE(glLightfv);
-    TAPE(glLighti);
-    TAPE(glListBase);
-    TAPE(glLoadIdentity);
-    TAPE(glMaterialfv);
-    TAPE(glMateriali);
-    TAPE(glMatrixMode);
-    TAPE(glMultMatrixd);
-    TAPE(glNewList);
-    TAPE(glOrtho);
-    TAPE(glPointSize);
-    TAPE(glPolygonMode);
-    TAPE(glPopMatrix);
-    TAPE(glPushMatrix);
-    TAPE(glRasterPos3f);
-    TAPE(glRotated);
-    TAPE(glRotatef);
-    TAPE(glTexEnvfv);
-    TAPE(glTexEnvi);
-    TAPE(glTexParameteri);
-    TAPE(glTranslatef);
-    TAPE(glVertex2d);
-    TAPE(glVertex2f);
-    TAPE(glViewport);
+    RECORD(glBegin);
+    RECORD(glBindTexture);
+    RECORD(glBlendFunc);
+    RECORD(glCallList);
+    RECORD(glClear);
+    RECORD(glClearColor);
+    RECORD(glColor3d);
+    RECORD(glColor3f);
+    RECORD(glColor4d);
+    RECORD(glColor4f);
+    RECORD(glDisable);
+    RECORD(glEnable);
+    RECORD(glEnd);
+    RECORD(glEndList);
+    RECORD(glFlush);
+    RECORD(glGetString);
+    RECORD(glIsEnabled);
+    RECORD(glLightModelfv);
+    RECORD(glLightModeli);
+    RECORD(glLightfv);
+    RECORD(glLighti);
+    RECORD(glListBase);
+    RECORD(glLoadIdentity);
+    RECORD(glMaterialfv);
+    RECORD(glMateriali);
+    RECORD(glMatrixMode);
+    RECORD(glMultMatrixd);
+    RECORD(glNewList);
+    RECORD(glOrtho);
+    RECORD(glPointSize);
+    RECORD(glPolygonMode);
+    RECORD(glPopMatrix);
+    RECORD(glPushMatrix);
+    RECORD(glRasterPos3f);
+    RECORD(glRotated);
+    RECORD(glRotatef);
+    RECORD(glTexEnvfv);
+    RECORD(glTexEnvi);
+    RECORD(glTexParameteri);
+    RECORD(glTranslatef);
+    RECORD(glVertex2d);
+    RECORD(glVertex2f);
+    RECORD(glViewport);
 }
 
-#undef TAPE
-#undef TAPE_PART
+#undef RECORD
+#undef RECORD_PART
 
 }  // namespace
 
-GlTapeHooks::GlTapeHooks(GlTape& tape, const std::vector<HMODULE>& modules) {
-    recording = &tape;
+GlRecordingHooks::GlRecordingHooks(GlRecording& recording, const std::vector<HMODULE>& modules) {
+    current = &recording;
     HookAll(modules);
 }
 
-GlTapeHooks::~GlTapeHooks() {
+GlRecordingHooks::~GlRecordingHooks() {
     for (const HookedImport& import : hooked) {
         ReplaceImport(import.module, import.name, import.before);
     }
     hooked.clear();
-    recording = nullptr;
+    current = nullptr;
 }

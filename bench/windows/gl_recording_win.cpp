@@ -1,13 +1,13 @@
-#include "gl_tape_win.h"
+#include "gl_recording_win.h"
 
 #include <cctype>
 #include <utility>
 
-#include "gl_tape_hooks_win.h"
+#include "gl_recording_hooks_win.h"
 
 namespace {
 
-/// Any pattern, call by call: for the few vertices of overlays.
+/// Replays vertices of any pattern, call by call; slow, but overlays have few vertices.
 void PlayMixedRun(const VertexRun& run) {
     const float* f = run.floats.data();
     const double* d = run.doubles.data();
@@ -51,14 +51,15 @@ void PlayRun(const VertexRun& run) {
 
 }  // namespace
 
-void GlTape::Record(const std::vector<HMODULE>& modules, const std::function<void()>& road) {
+void GlRecording::Record(const std::vector<HMODULE>& modules,
+                         const std::function<void()>& operation) {
     steps_.clear();
     size_ = 0;
-    const GlTapeHooks hooks(*this, modules);
-    road();
+    const GlRecordingHooks hooks(*this, modules);
+    operation();
 }
 
-void GlTape::Play(HDC dc) const {
+void GlRecording::Play(HDC dc) const {
     for (const Step& step : steps_) {
         if (step.command) {
             step.command(dc);
@@ -68,22 +69,22 @@ void GlTape::Play(HDC dc) const {
     }
 }
 
-void GlTape::Add(std::function<void(HDC)> command) {
+void GlRecording::Add(std::function<void(HDC)> command) {
     ++size_;
     steps_.push_back({std::move(command), {}});
 }
 
-void GlTape::AddPart(char kind, const float* values, std::size_t count) {
+void GlRecording::AddPart(char kind, const float* values, std::size_t count) {
     vertex_.floats.insert(vertex_.floats.end(), values, values + count);
     EndVertexAt(kind);
 }
 
-void GlTape::AddPart(char kind, const double* values, std::size_t count) {
+void GlRecording::AddPart(char kind, const double* values, std::size_t count) {
     vertex_.doubles.insert(vertex_.doubles.end(), values, values + count);
     EndVertexAt(kind);
 }
 
-void GlTape::EndVertexAt(char kind) {
+void GlRecording::EndVertexAt(char kind) {
     ++size_;
     vertex_.pattern += kind;
     if (kind != 'v' && kind != 'V') return;
