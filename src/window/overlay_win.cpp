@@ -1,133 +1,139 @@
 #include "window/overlay_win.h"
 
+#include <cstddef>
 #include <utility>
 
+#include "cities/city_lookup.h"
+#include "cities/city_pick.h"
 #include "photos/button_sheet_win.h"
-#include "photos/photo_page_win.h"
 #include "render/current_context_win.h"
+#include "window/host_notice_win.h"
 
-namespace {
-
-PanelArea AreaOf(const MapState& map, std::int32_t width, std::int32_t height) noexcept {
-    return {width, height, map.drawing.font.GetHeight()};
+PanelArea Overlay::AreaOf(std::int32_t width, std::int32_t height) const noexcept {
+    return {width, height, gl_.Font().GetHeight()};
 }
 
-ButtonLayout ButtonLayoutOf(const MapState& map, std::int32_t width, std::int32_t height) noexcept {
-    const PhotoPanel& panel = map.overlay.panel;
+ButtonLayout Overlay::ButtonLayoutOf(std::int32_t width, std::int32_t height) const noexcept {
     return {
         .windowWidth = width,
         .windowHeight = height,
-        .page = PageOf(panel),
-        .offerPhotos = map.overlay.hostAccepted,
+        .page = PageOf(panel_),
+        .offerPhotos = hostAccepted_,
     };
 }
 
-/// Where the context cannot be made current, the next frame that has it uploads the photos.
-void UploadNowOrLater(MapState& map, const MapWindow& entry) {
-    const CurrentContextScope current(map.drawing.context, entry.dc.Get());
-    if (current.IsCurrent()) UploadPhotos(map.overlay.panel);
+/// Uploads the photos; where the context cannot be made current, the next frame that has it does.
+void Overlay::UploadNowOrLater(const MapWindow& entry) {
+    const CurrentContextScope current(gl_.Context(), entry.dc.Get());
+    if (current.IsCurrent()) UploadPhotos(panel_);
 }
 
-}  // namespace
-
-void FitOverlayTo(MapState& map, HWND window) noexcept {
+void Overlay::FitTo(HWND window) noexcept {
     std::int32_t width = 0;
     std::int32_t height = 0;
     if (!ClientSize(window, width, height)) return;
-    ResizePhotoPanel(map.overlay.panel, AreaOf(map, width, height));
-    map.overlay.buttons.PlacePhotoButtons(ButtonLayoutOf(map, width, height),
-                                          map.drawing.font.GetHeight());
+    ResizePhotoPanel(panel_, AreaOf(width, height));
+    buttons_.PlacePhotoButtons(ButtonLayoutOf(width, height), gl_.Font().GetHeight());
 }
 
-void CreateOverlay(MapState& map) {
+void Overlay::Create() {
     ButtonSheet sheet;
-    map.overlay.buttons.CreateButtons(sheet.LoadFor(map.host.hostDirectory) ? sheet.GetPixels()
-                                                                            : nullptr);
-    PhotoPanel& panel = map.overlay.panel;
-    // A window made anew shows the place that the last one showed.
-    BuildPhotoPanel(panel, map.host.cities, WideString(panel.placeName), WideString(panel.heading),
-                    false);
-    UploadPhotos(panel);
+    buttons_.CreateButtons(sheet.LoadFor(host_.Folders().host) ? sheet.GetPixels() : nullptr);
+    BuildPhotoPanel(panel_, host_.Cities(), WideString(panel_.placeName),
+                    WideString(panel_.heading), false);
+    UploadPhotos(panel_);
 }
 
-void ReleaseOverlay(MapState& map) noexcept {
-    DeletePhotoTextures(map.overlay.panel);
-    DeletePanelImages(map.overlay.panel);
-    map.overlay.buttons.DestroyButtons();
+void Overlay::Release() noexcept {
+    DeletePhotoTextures(panel_);
+    DeletePanelImages(panel_);
+    buttons_.DestroyButtons();
 }
 
-void DrawOverlay(MapState& map, std::int32_t width, std::int32_t height) {
-    PhotoPanel& panel = map.overlay.panel;
-    DrawPhotoPanel(panel, AreaOf(map, width, height), map.host.cities, map.drawing.font,
-                   map.pointer.geoPoint);
-    map.overlay.buttons.LayoutButtons(ButtonLayoutOf(map, width, height), map.drawing.font,
-                                      map.host.localStrings.Get(HORIVO_TEXT_ADD_PHOTO, nullptr));
+void Overlay::Draw(const CGeoPoint& pointed, std::int32_t width, std::int32_t height) {
+    DrawPhotoPanel(panel_, AreaOf(width, height), host_.Cities(), gl_.Font(), pointed);
+    buttons_.LayoutButtons(ButtonLayoutOf(width, height), gl_.Font(),
+                           host_.localStrings.Get(HORIVO_TEXT_ADD_PHOTO, nullptr));
 }
 
-void ShowPhotos(MapState& map, HWND window, WideString country, WideString city) {
-    const MapWindow* entry = map.windows.Find(window);
+bool Overlay::AskHost(HWND window, std::int32_t signedIndex) {
+    hostAccepted_ = AskHostForPhotos(window, signedIndex);
+    return hostAccepted_;
+}
+
+void Overlay::OfferPhotos(HWND window, std::int32_t signedIndex, PhotosOf whose) {
+    if (!windows_.IsLive(window)) return;
+    if (!IsSignedIndexIn(signedIndex, host_.Cities().count)) return;
+    if (!AskHost(window, signedIndex) || !windows_.IsLive(window)) return;
+    // The host may have handed over another table while it was asked.
+    if (!IsSignedIndexIn(signedIndex, host_.Cities().count)) return;
+    const CityRecord& city =
+        host_.Cities().Records()[static_cast<std::size_t>(IndexOfSigned(signedIndex))];
+    ShowPhotos(window, WideString(CountryNameOf(city)),
+               whose == PhotosOf::City ? WideString(CityNameOf(city)) : WideString());
+}
+
+void Overlay::ShowPhotos(HWND window, WideString country, WideString city) {
+    const MapWindow* entry = windows_.Find(window);
     if (entry == nullptr) return;
-    FitOverlayTo(map, window);
-    ShowPhotoPanel(map.overlay.panel, map.host.cities, std::move(country), std::move(city));
-    UploadNowOrLater(map, *entry);
+    FitTo(window);
+    ShowPhotoPanel(panel_, host_.Cities(), std::move(country), std::move(city));
+    UploadNowOrLater(*entry);
 }
 
-void ReloadPhotos(MapState& map, HWND window) {
-    const MapWindow* entry = map.windows.Find(window);
+void Overlay::ReloadPhotos(HWND window) {
+    const MapWindow* entry = windows_.Find(window);
     if (entry == nullptr) return;
-    FitOverlayTo(map, window);
-    PhotoPanel& panel = map.overlay.panel;
-    BuildPhotoPanel(panel, map.host.cities, WideString(panel.placeName), WideString(panel.heading),
-                    true);
-    UploadNowOrLater(map, *entry);
+    FitTo(window);
+    BuildPhotoPanel(panel_, host_.Cities(), WideString(panel_.placeName),
+                    WideString(panel_.heading), true);
+    UploadNowOrLater(*entry);
 }
 
-void TakeNewPhotos(MapState& map, HWND window) {
-    map.overlay.panel.photoSet.brokenFrom = kNoneBroken;
-    ReloadPhotos(map, window);
+void Overlay::TakeNewPhotos(HWND window) {
+    panel_.photoSet.brokenFrom = kNoneBroken;
+    ReloadPhotos(window);
 }
 
-void TakeNewTable(MapState& map) noexcept {
-    PhotoPanel& panel = map.overlay.panel;
-    panel.photoSet.ranks.clear();
+void Overlay::TakeNewTable() noexcept {
+    panel_.photoSet.ranks.clear();
     try {
-        if (const MapWindow* live = map.windows.Current()) {
-            ReloadPhotos(map, live->window);
-        } else if (!panel.placeName.empty()) {
-            LoadPhotoSet(panel.photoSet, map.host.cities, panel.placeName, panel.heading);
+        if (const MapWindow* live = windows_.Current()) {
+            ReloadPhotos(live->window);
+        } else if (!panel_.placeName.empty()) {
+            LoadPhotoSet(panel_.photoSet, host_.Cities(), panel_.placeName, panel_.heading);
         }
     } catch (...) {  // out of memory
-        DeletePanelImages(panel);
-        DeletePhotos(panel.photoSet);
+        DeletePanelImages(panel_);
+        DeletePhotos(panel_.photoSet);
     }
 }
 
-void ShowNextPhotos(MapState& map, HWND window) {
-    PhotoSet& set = map.overlay.panel.photoSet;
+void Overlay::ShowNextPage(HWND window) {
+    PhotoSet& set = panel_.photoSet;
     if (set.photos.empty()) return;
-    FitOverlayTo(map, window);
+    FitTo(window);
     const std::int32_t before = set.firstShown;
-    if (!PageForward(map.overlay.panel)) return;
-    ReloadPhotos(map, window);
+    if (!PageForward(panel_)) return;
+    ReloadPhotos(window);
     if (!set.loaded.empty()) return;
-    // None of the photos that remain can be loaded: neither a page of nothing helps nor a button
-    // that leads there.
+    // None of the remaining photos can be loaded: go back to the page before, and offer no page
+    // behind it from now on.
     set.brokenFrom = set.firstShown;
     set.firstShown = before;
-    ReloadPhotos(map, window);
+    ReloadPhotos(window);
 }
 
-void ShowPreviousPhotos(MapState& map, HWND window) {
-    if (map.overlay.panel.photoSet.photos.empty()) return;
-    FitOverlayTo(map, window);
-    if (PageBack(map.overlay.panel, map.host.cities)) ReloadPhotos(map, window);
+void Overlay::ShowPreviousPage(HWND window) {
+    if (panel_.photoSet.photos.empty()) return;
+    FitTo(window);
+    if (PageBack(panel_, host_.Cities())) ReloadPhotos(window);
 }
 
-void AddPhoto(MapState&, HWND) { OpenAddPhotoPage(); }
-
-std::int32_t HitTestButtons(MapState& map, HWND window, std::int32_t x, std::int32_t y,
-                            bool clearOnly) noexcept {
+std::int32_t Overlay::LightButtonAt(HWND window, const WindowPoint& point) noexcept {
     RECT client = {};
     GetClientRect(window, &client);
-    return map.overlay.buttons.HitTestButtons(x, y, clearOnly, client.right);
+    return buttons_.HitTestButtons(point.x, point.y, false, client.right);
 }
+
+void Overlay::PutOutButtons() noexcept { buttons_.HitTestButtons(0, 0, true, 0); }
