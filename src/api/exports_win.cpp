@@ -90,7 +90,7 @@ std::uint32_t FreeMap() try {
     bool done = UnregisterMapClass();
     if (map.textures.HasMutex()) done = map.textures.CloseMutex();
     if (map.host.GiveBackCities()) RestoreTimeZones(map.host.Cities(), map.zones);
-    map.gdiplus.reset();  // only now: this thread has no picture any more
+    map.gdiplus.reset();  // last: the pictures of this thread must be freed before
     return done ? TRUE : FALSE;
 } catch (...) {
     return FALSE;

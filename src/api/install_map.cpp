@@ -4,7 +4,7 @@
 
 namespace {
 
-constexpr std::int32_t kMinSide = 16;      // pixels; smaller pictures cannot be split into tiles
+constexpr std::int32_t kMinSide = 16;      // pixels; a smaller picture cannot be split into tiles
 constexpr std::uint64_t kMemoryShare = 3;  // the decoded picture may take a third of the memory
 
 }  // namespace

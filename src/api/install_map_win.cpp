@@ -35,8 +35,7 @@ std::uint32_t Copy(CallResults& results, const std::wstring& from,
 }
 
 /// Makes a pristine copy of the picture, unless there is one, and checks the picture. A bad picture
-/// is replaced by the pristine copy from before. @return the result for the picture that is there
-/// now
+/// is replaced by an older pristine copy. @return the result for the picture that is used then
 std::uint32_t CheckPictureFiles(const std::wstring& dataDirectory, CallResults& results) {
     const std::wstring picture = MapPicture::PathIn(dataDirectory);
     const std::wstring pristine = dataDirectory + kPristineName;

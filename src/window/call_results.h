@@ -4,13 +4,14 @@
 
 #include "horivo_map.h"
 
-/// What the host may ask about calls that failed, and why a window was refused.
+/// The results of failed calls that the host can ask for, and why a window was refused.
 class CallResults {
 public:
-    /// Windows' error number of the last failure that kept one; a success does not reset it.
+    /// Error number of Windows for the last failure that has stored one; a success does not reset
+    /// it.
     std::uint32_t LastSysError() const noexcept { return lastSysError_; }
     void KeepSysError(std::uint32_t error) noexcept { lastSysError_ = error; }
-    /// The same, for CGLContext, which writes it itself.
+    /// The same number, for CGLContext, which writes to it.
     std::uint32_t& SysErrorSlot() noexcept { return lastSysError_; }
 
     /// Forgets the result of the last window creation.
@@ -23,7 +24,7 @@ public:
     /// Notes why the window is refused though its status is HORIVO_OK.
     void RefuseCreation(std::uint32_t sysError) noexcept { createError_ = sysError; }
     std::uint32_t CreateStatus() const noexcept { return createStatus_; }
-    /// 0: the map itself has not refused the window; GetLastError has the reason.
+    /// 0: the map has not refused the window itself, and GetLastError has the reason.
     std::uint32_t CreateError() const noexcept { return createError_; }
 
 private:

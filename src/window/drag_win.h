@@ -1,6 +1,5 @@
 #pragma once
-// Turning the globe by the point that the left button has grabbed; the press itself is in
-// pointer_win.
+// Turns the globe by the point that the left button has grabbed; pointer_win handles the press.
 
 #include "window/map_state_win.h"
 

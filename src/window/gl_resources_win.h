@@ -1,5 +1,5 @@
 #pragma once
-// What lives in the one OpenGL context: made for a window, released before the context is
+// The one OpenGL context and everything in it: made for a window, released before the context is
 // destroyed.
 
 #include <cstdint>
@@ -59,7 +59,7 @@ public:
     /// Stores the client size of `window` as that of the scene, for picking and projecting; GL is
     /// not told. @return false while the window has no size
     bool UseSizeOf(HWND window) noexcept { return ClientSize(window, scene_.width, scene_.height); }
-    /// The same. @return whether anything can be picked: the window has a size and there is a
+    /// Does the same. @return whether anything can be picked: the window has a size, and there is a
     /// planet
     bool CanPickIn(HWND window) noexcept { return UseSizeOf(window) && planet_ != nullptr; }
     /// Puts the lamp above a place of the globe.
@@ -70,7 +70,7 @@ public:
     /// Null while no window lives.
     CPlanet* Planet() const noexcept { return planet_; }
     const CGLFont& Font() const noexcept { return font_; }
-    /// What Measure has found.
+    /// The result of the last Measure.
     const GlobeMeasure& Globe() const noexcept { return globe_; }
 
     /// Loads the hand cursor, when it is not loaded. It is released with the last window; nothing

@@ -20,8 +20,8 @@ public:
     /// Cancels a wait for this city.
     void CancelForCity(std::int32_t signedIndex) noexcept;
 
-    /// Ends the wait (its timer ticked). @return the signed index of the city, empty when the
-    /// cursor has left the point
+    /// Ends the wait (its timer ticked). @return the signed index of the city; empty when the
+    /// cursor is not at the point any more
     std::optional<std::int32_t> End(HWND window) noexcept;
 
     const WindowTimer& Timer() const noexcept { return timer_; }

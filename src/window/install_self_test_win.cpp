@@ -26,7 +26,7 @@ bool LoadAndSave(SharedPicture& shared, const std::wstring& dataDirectory) {
 void RunInstallSelfTest(SharedPicture& shared, const GlResources& gl,
                         const std::wstring& dataDirectory) {
     while (true) {
-        shared.limits.textureLimit = shared.limits.maxTextureSize.load();
+        shared.UseWholeTextureLimit();
         if (!shared.picture.HasAllTiles() && !LoadAndSave(shared, dataDirectory)) return;
         if (shared.picture.Split(shared.limits) && AttachTiles(shared, gl) == 0) return;
         if (shared.limits.maxTextureSize < kMinHalvableLimit) return;

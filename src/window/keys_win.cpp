@@ -19,8 +19,8 @@ void Turn(MapState& map, HWND window, double right, double up) {
     ApplyViewChange(map, window, {.pick = true});
 }
 
-// The handlers of the keys: message handlers, so they take the whole state. `direction` is the
-// column of the table below.
+// The handlers of the keys. They are message handlers, so they take the whole state. `direction` is
+// the last column of the table below.
 
 void TurnSideways(MapState& map, HWND window, int direction) {
     Turn(map, window, kTurnStepDeg * direction, 0.0);
@@ -41,7 +41,7 @@ void ShowStartView(MapState& map, HWND window, int) {
     ApplyViewChange(map, window, {.measure = true, .pick = true});
 }
 
-/// One level of detail finer or coarser; nothing happens at the ends.
+/// Goes one level of detail finer or coarser; does nothing at the ends.
 void StepDetail(MapState& map, HWND window, int direction) {
     const std::int32_t factor = StepFactor(map.detail.Factor(), direction < 0);
     if (factor != map.detail.Factor()) LoadAtDetail(map, window, factor);

@@ -7,12 +7,12 @@ namespace {
 constexpr std::int32_t kFactorStep = 100;       // percent for each row of the table
 constexpr std::int32_t kLayersFactor = 1000;    // layers = this / factor
 constexpr std::int32_t kMaxLayersFactor = 200;  // percent; a coarser factor leaves one layer
-constexpr std::int32_t kMinScaledRow = 100;     // row from which on textures would shrink
+constexpr std::int32_t kMinScaledRow = 100;     // first row whose textures would be smaller
 constexpr std::int32_t kMinTextureLimit = 16;   // pixels
 constexpr std::int32_t kMinFps = 10;            // frames a second; less makes the detail coarser
-constexpr std::int32_t kWarmUp = -1;            // count of measured frames before the warm-up frame
+constexpr std::int32_t kWarmUp = -1;  // as a number of measured frames: the warm-up comes first
 constexpr std::uint32_t kMsPerSecond = 1000;
-constexpr float kTooFastToMeasure = 1001.0F;  // frames a second; only its being above 1000 counts
+constexpr float kTooFastToMeasure = 1001.0F;  // frames a second; any number above 1000 would do
 
 struct MeshSize {
     std::int32_t slices;

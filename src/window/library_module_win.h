@@ -5,6 +5,6 @@
 /// The module that this code is in.
 HMODULE LibraryModule() noexcept;
 
-/// The same with a reference that keeps it loaded; the caller gives it back with FreeLibrary. Null
-/// on failure.
+/// The same module with a reference that keeps it loaded; the caller releases it with FreeLibrary.
+/// Null on failure.
 HMODULE ReferenceToLibrary() noexcept;

@@ -44,8 +44,8 @@ void OnTilesReady(MapState& map, const MapWindow& entry) {
     if (map.gl.Planet() == nullptr) return;
     const CurrentContextScope current(map.gl.Context(), entry.dc.Get());
     {
-        // Deliberate: when the lock cannot be had the message is dropped; the tiles stay unattached
-        // until the next load.
+        // Deliberate: after a time-out on the lock the message is dropped, and the tiles are not
+        // attached until the next load.
         const MutexHold hold = shared.Lock(kWindowWaitMs);
         if (!hold || !shared.picture.HasAllTiles()) {
             // Another load has the picture now, and its message brings the tiles. When the window

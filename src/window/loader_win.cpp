@@ -87,8 +87,8 @@ DWORD WINAPI WorkerProc(void* parameter) {
     FreeLibraryAndExitThread(module, 0);
 }
 
-/// Null when no handle to the mutex or no reference to the library can be had. Throws
-/// std::bad_alloc.
+/// Makes the task of a worker. @return null when it gets no handle to the mutex or no reference to
+/// the library. Throws std::bad_alloc.
 std::unique_ptr<WorkerTask> MakeTask(SharedPicture& shared, HWND window, LoadNumber load,
                                      const std::wstring& dataDirectory) {
     std::unique_ptr<WorkerTask> task(new WorkerTask{shared,
@@ -140,8 +140,8 @@ void MapLoader::StartLoad(HWND window) {
 
 void MapLoader::StartSplit(HWND window) {
     if (!shared_.HasMutex()) return;
-    // kNoLoad when another program has posted the message: the worker then splits whatever picture
-    // is loaded, or none.
+    // This is kNoLoad when another program has posted the message. The worker then splits the
+    // picture that is loaded, if there is one.
     const LoadNumber load = shared_.loads.Find(window, LoadState::Loaded);
     shared_.loads.Report(load, LoadState::Splitting);
     StartWorker(window, load, WorkerProc<RunSplit>, kSplitStage);

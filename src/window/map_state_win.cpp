@@ -12,7 +12,7 @@ MapState*& StateSlot() noexcept {
     return state;
 }
 
-// Not from the heap: InitMap must be able to keep the reason of its refusal when no memory is left.
+// Not from the heap: when no memory is left, InitMap must still store why it failed.
 alignas(MapState) constinit std::byte stateMemory[sizeof(MapState)] = {};
 
 }  // namespace

@@ -29,7 +29,7 @@
 /// services, and the number of users of GDI+, which outlive the map. What the C++ runtime needs is
 /// in stack_guard and exception_memory.
 struct MapState {
-    HostData host;                            ///< window thread; its folders are fixed by InitMap
+    HostData host;                            ///< window thread
     CallResults results;                      ///< window thread
     InstallTest installTest;                  ///< window thread
     MapSettings settings;                     ///< window thread
@@ -40,7 +40,7 @@ struct MapState {
     Hover hover;                              ///< window thread
     ButtonRepeat repeat;                      ///< window thread
     LiveWindows windows;                      ///< window thread
-    SharedPicture textures;                   ///< see its members
+    SharedPicture textures;                   ///< picture: its own mutex; the rest: see there
     MapLoader loader{textures, host};         ///< window thread; its workers use `textures` alone
     GlResources gl{results.SysErrorSlot()};   ///< window thread, context current
     Overlay overlay{host, gl, windows};       ///< window thread, textures with the context current
@@ -53,6 +53,6 @@ struct MapState {
 /// The one state, made at its first use.
 MapState& Map();
 
-/// Destroys the state when the library is unloaded while the process lives on. Calls neither GL nor
-/// GDI+, which is forbidden then. After the last window and FreeMap nothing of either is left.
+/// Destroys the state when the library is unloaded while the process lives on. Calling GL or GDI+
+/// is forbidden then; after the last window and FreeMap the state holds nothing of either.
 void DestroyMapState() noexcept;

@@ -10,7 +10,7 @@
 #include "base/handles_win.h"
 #include "base/window_timer_win.h"
 
-/// A map window has timers with the ids 1 to this.
+/// Number of timers of a map window; their ids are 1 to this.
 inline constexpr std::size_t kMapTimers = 4;
 
 /// What one live map window owns.
@@ -18,7 +18,7 @@ class MapWindow {
 public:
     explicit MapWindow(HWND handle) noexcept : window(handle), dc(handle) {}
 
-    /// Owns `font` and selects it into the DC; null: the DC keeps its own font.
+    /// Takes ownership of `font` and selects it into the DC. Null: the DC keeps its default font.
     void UseFont(UniqueFont font);
     bool HasFont() const noexcept { return font_ != nullptr; }
 
@@ -26,7 +26,7 @@ public:
     /// @param id      of the timer, 1 to kMapTimers
     /// @param starts  how often the timer had been started
     void NotePostedBack(UINT_PTR id, std::uint32_t starts) noexcept { postedBack_[id] = starts; }
-    /// Takes the note off. @return the number of starts; 0: no message was posted back
+    /// Removes the note. @return the number of starts in it; 0: there was no note
     std::uint32_t TakePostedBack(UINT_PTR id) noexcept { return std::exchange(postedBack_[id], 0); }
 
     /// Notes the size of a frame that was shown, pixels.
@@ -61,7 +61,7 @@ public:
     /// The entry of `window`, null when it is not live (any more).
     MapWindow* Find(HWND window) noexcept;
     bool IsLive(HWND window) noexcept { return Find(window) != nullptr; }
-    /// The newest live window: it serves what is meant for no certain window. Null when none lives.
+    /// The newest live window, for work that any window can do. Null when none lives.
     MapWindow* Current() noexcept;
     /// Asks every window to paint a new frame.
     void InvalidateAll() const noexcept;

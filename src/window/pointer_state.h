@@ -27,7 +27,7 @@ struct PressedPhoto {
 /// The place under the pointer, and what the left button was pressed on.
 class PointerState {
 public:
-    /// The pointed place with the pointer position.
+    /// The pointer position and the place under it.
     const CGeoPoint& GeoPoint() const noexcept { return geoPoint_; }
     WindowPoint Position() const noexcept { return {geoPoint_.mouseX, geoPoint_.mouseY}; }
 
@@ -44,8 +44,8 @@ public:
     bool Enter(const void* window) noexcept;
     /// Notes that the pointer has left its window.
     void Leave() noexcept { geoPoint_.valid = false; }
-    /// Does the same when `window` is the one that the pointer was in: a destroyed window gets no
-    /// message that the pointer leaves.
+    /// Notes that `window` is destroyed: it gets no message when the pointer leaves, so a pointer
+    /// in it has left it now.
     void LeaveDestroyed(const void* window) noexcept;
 
     /// Notes where the left button went down.

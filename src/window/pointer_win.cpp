@@ -112,7 +112,8 @@ LRESULT OnButtonDown(HWND window, WPARAM, LPARAM lParam) {
     const std::int32_t key = map.pointer.HeldKey();
     if (key != 0 && !ActsOnRelease(key)) {
         PressButton(window, key);
-        // The host may have acted during the key: only a button that is still held repeats.
+        // While it handled the key, the host may have taken the capture or destroyed the window:
+        // only a button that is still held repeats.
         if (map.windows.IsLive(window) && GetCapture() == window) map.repeat.Start(window);
         return 0;
     }
@@ -136,7 +137,7 @@ LRESULT OnButtonUp(HWND window, WPARAM, LPARAM lParam) {
     } else {
         OpenPhotoAt(map.overlay.Panel(), point, map.pointer.HeldPhoto());
     }
-    // During both the host or the user may have acted: the window may be destroyed.
+    // In both cases the host or the user may have destroyed the window.
     if (!map.windows.IsLive(window)) return 0;
     if (!map.pointer.WasDragged() && map.pointer.HeldKey() == 0) Click(map, window, point, onGlobe);
     if (!map.windows.IsLive(window)) return 0;

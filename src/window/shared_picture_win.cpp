@@ -37,6 +37,10 @@ void SharedPicture::Clear() noexcept {
     picture.ClearTiles(false);
 }
 
+void SharedPicture::UseWholeTextureLimit() noexcept {
+    limits.textureLimit = limits.maxTextureSize.load();
+}
+
 void SharedPicture::TakeTextureLimit(std::int32_t size) noexcept {
     limits.maxTextureSize = std::min(size, sizeCap_);
 }

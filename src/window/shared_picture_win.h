@@ -1,5 +1,5 @@
 #pragma once
-// The map picture as the window and its worker threads share it: under a mutex, until FreeMap.
+// The map picture, which the window thread and the worker threads share under a mutex.
 
 #include <atomic>
 #include <cstdint>
@@ -18,9 +18,9 @@ inline constexpr DWORD kWorkerEndWaitMs = 300000;
 /// The map picture with the scene mutex around it. Window thread, except where a line says more.
 class SharedPicture {
 public:
-    MapPicture picture;    ///< whoever holds the mutex; its IsLoading and its kin without
+    MapPicture picture;    ///< under the mutex, except its IsLoading, IsSplitting and IsBusy
     TextureLimits limits;  ///< atomics: the window thread writes, workers read
-    LoadTracker loads;     ///< see there
+    LoadTracker loads;     ///< window thread, except its Report
 
     /// Makes the mutex, unless there is one; takes the orphaned mutex, when there is one.
     void MakeMutex() noexcept;
@@ -50,9 +50,12 @@ public:
     /// Frees the pixels of the picture and of the tiles. The caller holds the mutex.
     void Clear() noexcept;
 
+    /// Lets the split use the largest texture of the OpenGL in use.
+    void UseWholeTextureLimit() noexcept;
+
     /// Takes over the largest texture of the OpenGL in use, pixels a side.
     void TakeTextureLimit(std::int32_t size) noexcept;
-    /// Takes over how much smaller or larger the user wants the picture.
+    /// Takes over the exponents on the size limits that the user has set.
     void TakeScalers(const MapSettings& settings) noexcept;
     /// Frees the picture and halves the size limit; the lower limit stays in force when the limit
     /// of OpenGL is taken again. The caller holds the mutex.
@@ -60,7 +63,7 @@ public:
 
     /// Notes whether tiles wait to be uploaded, because OpenGL could not be used when they came.
     void SetTilesWait(bool wait) noexcept { tilesWait_ = wait; }
-    /// Takes the note off. @return whether tiles have waited
+    /// Removes the note. @return whether tiles have waited
     bool TakeTilesWait() noexcept;
 
 private:

@@ -73,7 +73,7 @@ const WindowTimer& TimerOf(const MapState& map, const MapWindow& entry, UINT_PTR
     }
 }
 
-/// Takes the note of a WM_TIMER that was posted back, if there is one.
+/// Removes the note that a WM_TIMER was posted back, if there is one.
 /// @return whether the message is from the timer as it runs now: a message that was posted back may
 /// be older than the last stop or start
 bool TakeTick(MapWindow& entry, const WindowTimer& timer, UINT_PTR id) noexcept {

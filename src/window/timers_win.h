@@ -1,6 +1,6 @@
 #pragma once
-// The timers of a map window: what is done when one ticks, and how they get through while frame
-// follows frame.
+// The timers of a map window: what is done when one ticks, and how timers are handled while one
+// frame follows the other.
 
 #include "window/map_state_win.h"
 

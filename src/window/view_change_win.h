@@ -1,12 +1,12 @@
 #pragma once
-// What has to follow when input has changed the view.
+// The steps that follow when input has changed the view.
 
 #include "window/map_state_win.h"
 
-/// What follows a change of the view; kinds of input differ in it.
+/// The steps that follow a change of the view; which ones depends on the input.
 struct AfterViewChange {
     bool measure = false;      ///< measure the edge of the globe: the distance has changed
-    bool pick = false;         ///< pick the place under the pointer anew
+    bool pick = false;         ///< pick the place under the pointer again
     bool cancelHover = false;  ///< the pointer does not rest any more
 };
 

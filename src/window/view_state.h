@@ -1,6 +1,6 @@
 #pragma once
 
-inline constexpr double kStartTilt = 40.0;       // degrees: Europe stands upright in the middle
+inline constexpr double kStartTilt = 40.0;       // degrees: shows Europe upright in the middle
 inline constexpr float kStartDistance = -12.2F;  // scene units: the whole globe with some space
 inline constexpr float kNearestDistance =
     -4.1F;  // scene units: nearer, the near plane cuts the air
@@ -13,7 +13,7 @@ struct ViewAngles {
     double spin = 0.0;  ///< about the globe's own axis
 };
 
-/// Where camera and globe stand, and which status lines show; one for all windows.
+/// Position of the camera, rotation of the globe, and which status lines show; for all windows.
 class ViewState {
 public:
     const ViewAngles& Angles() const noexcept { return angles_; }

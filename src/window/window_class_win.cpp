@@ -7,7 +7,7 @@ namespace {
 
 constexpr wchar_t kClassName[] = L"Zelmo 3D map window - OpenGL version";
 constexpr wchar_t kTitle[] = L"GL Map";
-constexpr int kWindowExtraBytes = 8;
+constexpr int kWindowExtraBytes = 8;  // bytes of each window, for use by a host
 
 }  // namespace
 

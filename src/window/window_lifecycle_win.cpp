@@ -146,8 +146,8 @@ void DestroyOneOfMany(MapState& map, MapWindow& entry) noexcept {
         wglGetCurrentDC() == entry.dc.Get()) {
         wglMakeCurrent(nullptr, nullptr);
     }
-    // Nobody gets the messages of its load now, and the load of another window may have given up
-    // waiting for it. So when no load goes on, a window that lives starts a new one.
+    // The messages of this window's load are lost now, and a load of another window may have given
+    // up waiting for this one. So when no load goes on, another window starts a new one.
     const bool unfinished = RemoveWindow(map.windows, map.textures.loads, entry.window);
     if (unfinished && !map.textures.loads.IsAnyUnderWay())
         map.loader.StartLoad(map.windows.Current()->window);
