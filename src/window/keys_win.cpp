@@ -19,8 +19,8 @@ void Turn(MapState& map, HWND window, double right, double up) {
     ApplyViewChange(map, window, {.pick = true});
 }
 
-// The handlers of the keys. They are message handlers, so they take the whole state. `direction` is
-// the last column of the table below.
+// The handlers of the keys. They are message handlers, so they take the whole state. `direction`
+// stands in the table below.
 
 void TurnSideways(MapState& map, HWND window, int direction) {
     Turn(map, window, kTurnStepDeg * direction, 0.0);
@@ -59,23 +59,28 @@ void TurnPage(MapState& map, HWND window, int direction) {
     }
 }
 
-enum class Held : bool { Repeats, Once };  // whether a held key acts again and again
-
 struct KeyRoute {
     WPARAM key;
-    Held held;
     void (*act)(MapState& map, HWND window, int direction);
     int direction = 0;  // +1 or -1; 0 where there is none
+    bool once = false;  // whether the key acts only once while it is held
 };
 constexpr KeyRoute kKeyRoutes[] = {
-    {VK_CLEAR, Held::Repeats, ShowStartView},    {VK_HOME, Held::Repeats, ShowStartView},
-    {VK_LEFT, Held::Repeats, TurnSideways, -1},  {VK_UP, Held::Repeats, TurnUpward, +1},
-    {VK_RIGHT, Held::Repeats, TurnSideways, +1}, {VK_DOWN, Held::Repeats, TurnUpward, -1},
-    {'F', Held::Once, ToggleFrameRate},          {'H', Held::Once, StepDetail, +1},
-    {'I', Held::Once, ToggleInformation},        {'L', Held::Once, StepDetail, -1},
-    {VK_INSERT, Held::Once, AddPhoto},           {VK_PRIOR, Held::Repeats, TurnPage, -1},
-    {VK_NEXT, Held::Repeats, TurnPage, +1},      {VK_ADD, Held::Repeats, Zoom, +1},
-    {VK_SUBTRACT, Held::Repeats, Zoom, -1},
+    {.key = VK_CLEAR, .act = ShowStartView},  // 5 of the numeric keypad without Num Lock
+    {.key = VK_HOME, .act = ShowStartView},
+    {.key = VK_LEFT, .act = TurnSideways, .direction = -1},
+    {.key = VK_UP, .act = TurnUpward, .direction = +1},
+    {.key = VK_RIGHT, .act = TurnSideways, .direction = +1},
+    {.key = VK_DOWN, .act = TurnUpward, .direction = -1},
+    {.key = 'F', .act = ToggleFrameRate, .once = true},
+    {.key = 'H', .act = StepDetail, .direction = +1, .once = true},
+    {.key = 'I', .act = ToggleInformation, .once = true},
+    {.key = 'L', .act = StepDetail, .direction = -1, .once = true},
+    {.key = VK_INSERT, .act = AddPhoto, .once = true},
+    {.key = VK_PRIOR, .act = TurnPage, .direction = -1},
+    {.key = VK_NEXT, .act = TurnPage, .direction = +1},
+    {.key = VK_ADD, .act = Zoom, .direction = +1},
+    {.key = VK_SUBTRACT, .act = Zoom, .direction = -1},
 };
 
 }  // namespace
@@ -85,7 +90,7 @@ LRESULT OnKeyDown(HWND window, WPARAM wParam, LPARAM lParam) {
                                            [=](const KeyRoute& r) { return r.key == wParam; });
     if (route == std::end(kKeyRoutes)) return DefWindowProcW(window, WM_KEYDOWN, wParam, lParam);
     // A key that is held down must not start a load, or open a page, thirty times a second.
-    if (route->held == Held::Once && (lParam & kWasDownBit) != 0) return 0;
+    if (route->once && (lParam & kWasDownBit) != 0) return 0;
     MapState& map = Map();
     route->act(map, window, route->direction);
     // Windows handles messages while it opens a page: the window may be destroyed.
