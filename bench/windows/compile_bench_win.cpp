@@ -39,7 +39,7 @@ public:
     }
 
     void Run(int factor) {
-        ApplyPerfFactor(detail_, limits_, factor);
+        detail_.Apply(factor, limits_);
         const std::string name = std::to_string(factor);
         Compare("compile/" + name, [&] { planet_.Compile(); });
         Compare("compile_without_shells/" + name, [&] { CompileWithoutShells(); });
@@ -47,7 +47,7 @@ public:
 
 private:
     PlanetInputs Inputs() const {
-        return {detail_.mesh, extensions_, texCompression_, sceneTime_, cities_};
+        return {detail_.Mesh(), extensions_, texCompression_, sceneTime_, cities_};
     }
 
     void CompileWithoutShells() {
@@ -77,7 +77,7 @@ private:
     CGLContext context_;
     std::int32_t texCompression_ = 0;
     SYSTEMTIME sceneTime_ = {};
-    DetailState detail_;
+    LevelOfDetail detail_;
     TextureLimits limits_;
     std::vector<CityRecord> cityRecords_;
     CityTable cities_;

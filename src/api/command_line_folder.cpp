@@ -4,7 +4,7 @@
 
 namespace {
 
-constexpr std::size_t kMaxPath = 260;  // characters with terminator that Windows' paths may have
+constexpr std::size_t kMaxPath = 260;  // characters with terminator, as MAX_PATH of Windows
 
 }  // namespace
 
@@ -15,7 +15,7 @@ std::wstring FolderOfCommandLine(std::wstring_view commandLine) {
         program = program.substr(0, program.find(L'"'));
     }
     const std::size_t backslash = program.rfind(L'\\');
-    // A backslash that comes first ends the name of no folder.
+    // A backslash at the start is not the end of a folder's name.
     if (backslash == std::wstring_view::npos || backslash == 0) return {};
     if (backslash + 1 >= kMaxPath) return {};
     return std::wstring(program.substr(0, backslash + 1));

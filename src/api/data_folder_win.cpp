@@ -5,13 +5,13 @@
 
 namespace {
 
-constexpr const wchar_t* kLevels[] = {L"\\Zelmo", L"\\Horivo"};
+constexpr const wchar_t* kFolderLevels[] = {L"\\Zelmo", L"\\Horivo"};
 
-/// Whether `path` is a folder, or became one now.
+/// Makes the folder `path`, unless there is one. @return whether it exists now
 bool MakeFolder(const std::wstring& path) noexcept {
     if (CreateDirectoryW(path.c_str(), nullptr)) return true;
-    // The call's own answer for "it exists" is no proof: a drive's root says "access denied", and
-    // a file of that name says "exists".
+    // The error does not tell whether the folder exists: for the root of a drive it is "access
+    // denied", and for a file of this name it is "already exists".
     const DWORD error = GetLastError();
     const DWORD attributes = GetFileAttributesW(path.c_str());
     if (attributes != INVALID_FILE_ATTRIBUTES && (attributes & FILE_ATTRIBUTE_DIRECTORY) != 0) {
@@ -26,7 +26,7 @@ bool MakeFolder(const std::wstring& path) noexcept {
 std::wstring DataDirectoryBelow(const std::wstring& commonFolder) {
     if (commonFolder.empty()) return {};
     std::wstring path = commonFolder;
-    for (const wchar_t* level : kLevels) {
+    for (const wchar_t* level : kFolderLevels) {
         path += level;
         if (path.size() + 1 >= MAX_PATH || !MakeFolder(path)) return {};
     }

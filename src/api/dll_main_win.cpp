@@ -1,10 +1,10 @@
 #include "window/map_state_win.h"
 
-/// Does nothing that the loader's lock forbids: GDI+ starts in InitMap, OpenGL with the first
-/// window.
+/// Frees the state when the DLL is unloaded. Starts nothing, because the loader's lock is held
+/// here: InitMap starts GDI+, and the first window starts OpenGL.
 extern "C" BOOL WINAPI DllMain(HINSTANCE, DWORD reason, LPVOID reserved) {
-    // At the end of the process (reserved is not null) nothing is touched: other libraries may be
-    // gone already.
+    // `reserved` is not null at the end of the process. Other libraries may be gone then, so
+    // nothing is freed.
     if (reason == DLL_PROCESS_DETACH && reserved == nullptr) DestroyMapState();
     return TRUE;
 }

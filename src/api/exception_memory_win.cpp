@@ -1,8 +1,8 @@
-// Keeps exceptions outside the heap, so that one can be thrown when no memory is left at all. The
-// C++ library of MinGW, which is linked into this DLL, would end the host's process then: for the
-// first exception of the process, and for the first of each thread, it needs memory of the heap.
-// Below are the four functions of the Itanium C++ ABI that give memory to every throw and catch.
-// The linker takes them in place of the library's own.
+// Keeps exceptions outside the heap, so that one can be thrown when no memory is left at all.
+// MinGW's C++ library, which is linked into this DLL, needs heap memory for the first exception of
+// the process and for the first one of each thread, and ends the host's process when there is none.
+// This file defines the four functions of the Itanium C++ ABI that every throw and catch gets its
+// memory from. The linker takes them instead of those of the library.
 
 #include <version>  // defines __GLIBCXX__
 
@@ -21,49 +21,50 @@
 
 // NOLINTBEGIN(bugprone-reserved-identifier): names that the ABI and MinGW's start-up code give.
 
-/// What the ABI keeps for each thread: the exceptions that it has caught and how many are under
-/// way.
+/// What the ABI keeps for each thread: the exceptions that the thread has caught, and how many are
+/// thrown and not caught yet.
 struct __cxxabiv1::__cxa_eh_globals {
     void* caughtExceptions;
     unsigned int uncaughtExceptions;
 };
 
 extern "C" {
-extern ULONG _tls_index;  ///< this DLL's number among those with data for each thread
-extern char* _tls_start;  ///< begin of that data's initial state
+extern ULONG _tls_index;  ///< this DLL's index in the array of thread-local data of a thread
+extern char* _tls_start;  ///< start of the initial state of that data
 }
 
 namespace {
 
-// bytes in front of an exception, for the header of the C++ library; 160 in GCC 12
-constexpr std::size_t kHeaderRoom = 256;
-constexpr std::size_t kObjectRoom = 256;  // bytes; std::bad_alloc has 8
-/// Exceptions under way or caught at the same time, of all threads.
-constexpr std::size_t kMostExceptions = 16;
+// bytes before an exception, for the header of the C++ library, which needs 160 in GCC 12
+constexpr std::size_t kHeaderCapacity = 256;
+constexpr std::size_t kObjectCapacity = 256;  // bytes; std::bad_alloc has 8
+/// Exceptions of all threads that may be thrown or caught at the same time.
+constexpr std::size_t kMaxExceptions = 16;
 
-struct Place {
-    alignas(std::max_align_t) std::array<std::byte, kHeaderRoom + kObjectRoom> bytes;
+struct Slot {
+    alignas(std::max_align_t) std::array<std::byte, kHeaderCapacity + kObjectCapacity> bytes;
     std::atomic<bool> taken;
 };
-constinit std::array<Place, kMostExceptions> places{};
+constinit std::array<Slot, kMaxExceptions> slots{};
 
-/// Part of the data of which Windows gives every thread a copy, when the thread starts or the DLL
-/// is loaded. GCC's thread_local is no such data here: it comes from the heap at its first use. The
-/// linker sorts the section by its name in between those of the start-up code, .tls and .tls$ZZZ.
+/// Initial state of the data above. Windows gives each thread a copy of it when the thread starts
+/// or the DLL is loaded. MinGW's thread_local will not do: its memory comes from the heap at its
+/// first use. The linker sorts sections by name, so this one lies between those of the start-up
+/// code, .tls and .tls$ZZZ.
 __attribute__((section(".tls$HORIVO"))) constinit __cxxabiv1::__cxa_eh_globals initialState{};
 
-std::byte* TakePlace() noexcept {
-    for (Place& place : places) {
-        if (!place.taken.exchange(true)) return place.bytes.data();
+std::byte* TakeSlot() noexcept {
+    for (Slot& slot : slots) {
+        if (!slot.taken.exchange(true)) return slot.bytes.data();
     }
     return nullptr;
 }
 
-/// @return whether `bytes` are those of a place
-bool GiveBack(const std::byte* bytes) noexcept {
-    for (Place& place : places) {
-        if (place.bytes.data() != bytes) continue;
-        place.taken = false;
+/// Frees the slot that `bytes` are in. @return false when they are in none
+bool FreeSlot(const std::byte* bytes) noexcept {
+    for (Slot& slot : slots) {
+        if (slot.bytes.data() != bytes) continue;
+        slot.taken = false;
         return true;
     }
     return false;
@@ -74,7 +75,7 @@ bool GiveBack(const std::byte* bytes) noexcept {
 namespace __cxxabiv1 {
 
 __cxa_eh_globals* __cxa_get_globals() noexcept {
-    std::byte** ofThread = nullptr;                  // one copy for each library
+    std::byte** ofThread = nullptr;  // the array of thread-local data, an entry for each library
     __asm__("movq %%gs:0x58, %0" : "=r"(ofThread));  // TEB::ThreadLocalStoragePointer
     const auto offset =
         reinterpret_cast<std::byte*>(&initialState) - reinterpret_cast<std::byte*>(&_tls_start);
@@ -83,18 +84,19 @@ __cxa_eh_globals* __cxa_get_globals() noexcept {
 
 __cxa_eh_globals* __cxa_get_globals_fast() noexcept { return __cxa_get_globals(); }
 
-// The heap comes second, so that exceptions take the same way whether memory is left or not.
+// Takes a slot first and the heap only when there is none, so that exceptions are handled in the
+// same way whether memory is left or not.
 void* __cxa_allocate_exception(std::size_t size) noexcept {
-    std::byte* bytes = size <= kObjectRoom ? TakePlace() : nullptr;
-    if (bytes == nullptr) bytes = static_cast<std::byte*>(std::malloc(kHeaderRoom + size));
+    std::byte* bytes = size <= kObjectCapacity ? TakeSlot() : nullptr;
+    if (bytes == nullptr) bytes = static_cast<std::byte*>(std::malloc(kHeaderCapacity + size));
     if (bytes == nullptr) std::terminate();
-    std::memset(bytes, 0, kHeaderRoom);
-    return bytes + kHeaderRoom;
+    std::memset(bytes, 0, kHeaderCapacity);
+    return bytes + kHeaderCapacity;
 }
 
 void __cxa_free_exception(void* exception) noexcept {
-    std::byte* const bytes = static_cast<std::byte*>(exception) - kHeaderRoom;
-    if (!GiveBack(bytes)) std::free(bytes);
+    std::byte* const bytes = static_cast<std::byte*>(exception) - kHeaderCapacity;
+    if (!FreeSlot(bytes)) std::free(bytes);
 }
 
 }  // namespace __cxxabiv1

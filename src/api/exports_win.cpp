@@ -1,15 +1,13 @@
 // The six functions that a host calls. Nothing throws out of them.
-#include <new>
-#include <utility>
+#include <memory>
+#include <string>
 
 #include "api/command_line_folder.h"
 #include "api/data_folder_win.h"
 #include "api/install_map.h"
 #include "cities/city_zone.h"
 #include "horivo_map.h"
-#include "window/hover_win.h"
 #include "window/map_state_win.h"
-#include "window/overlay_win.h"
 #include "window/window_class_win.h"
 
 namespace {
@@ -18,11 +16,11 @@ constexpr wchar_t kSettingsName[] = L"horivo.ini";
 constexpr DWORD kMapWindowStyle =
     WS_CHILD | WS_VISIBLE | WS_CLIPSIBLINGS | WS_CLIPCHILDREN | WS_TABSTOP;
 
-void FindFolders(HostData& host) {
-    host.hostDirectory = FolderOfCommandLine(GetCommandLineW());
-    host.dataDirectory = MapDataDirectory();
-    host.settingsFile =
-        host.dataDirectory.empty() ? std::wstring() : host.dataDirectory + kSettingsName;
+MapFolders FindFolders() {
+    const std::wstring data = MapDataDirectory();
+    return {.host = FolderOfCommandLine(GetCommandLineW()),
+            .data = data,
+            .settingsFile = data.empty() ? std::wstring() : data + kSettingsName};
 }
 
 /// Asks for the version of Windows.
@@ -33,18 +31,19 @@ void QueryWindowsVersion() noexcept {
     GetVersionExW(&version);
 }
 
-std::uint32_t Initialise(MapState& map, CityRecord* cities, std::int32_t cityCount) {
-    FindFolders(map.host);
+/// Takes the whole state: folders, cities, GDI+, picture, hover, overlay and results.
+std::uint32_t Initialise(MapState& map, const CityTable& cities) {
+    map.host.SetFolders(FindFolders());
     if (map.gdiplus == nullptr || !map.gdiplus->IsStarted())
         map.gdiplus = std::make_unique<GdiplusSession>();
-    // Nothing below throws: a call without memory leaves the table of the call before in force.
-    map.host.cities = {cities, cities != nullptr ? cityCount : 0};
-    map.host.citiesInUse = true;
+    // Nothing below throws. A call that runs out of memory above keeps the table of the call
+    // before.
+    map.host.TakeCities(cities);
     QueryWindowsVersion();
-    MakeSceneMutex(map.textures);
-    CancelHover(map);  // its city is one of the old table
-    TakeNewTable(map);
-    return RegisterMapClass(map.host);
+    map.textures.MakeMutex();
+    map.hover.Cancel();  // its city is one of the old table
+    map.overlay.TakeNewTable();
+    return RegisterMapClass(map.results);
 }
 
 }  // namespace
@@ -54,9 +53,9 @@ extern "C" {
 std::uint32_t InitMap(CityRecord* cities, std::int32_t cityCount) try {
     MapState& map = Map();
     try {
-        return Initialise(map, cities, cityCount);
+        return Initialise(map, {cities, cities != nullptr ? cityCount : 0});
     } catch (...) {
-        map.host.lastSysError = ERROR_NOT_ENOUGH_MEMORY;
+        map.results.KeepSysError(ERROR_NOT_ENOUGH_MEMORY);
         return HORIVO_CLASS_FAILED;
     }
 } catch (...) {
@@ -73,8 +72,8 @@ void SetLocalString(std::int32_t id, const HorivoWideChar* text) try {
 HWND CreateMapWindow(HWND parent, std::int32_t x, std::int32_t y, std::int32_t width,
                      std::int32_t height, std::uint32_t* status) try {
     MapState& map = Map();
-    const HWND window = MakeMapWindow(map.host, {x, y, width, height, kMapWindowStyle, parent});
-    if (status != nullptr) *status = map.host.createStatus;
+    const HWND window = MakeMapWindow(map.results, {x, y, width, height, kMapWindowStyle, parent});
+    if (status != nullptr) *status = map.results.CreateStatus();
     return window;
 } catch (...) {
     if (status != nullptr) *status = HORIVO_OK;
@@ -87,18 +86,17 @@ std::uint32_t InstallMap() try { return RunInstallMap(Map()); } catch (...) {
 
 std::uint32_t FreeMap() try {
     MapState& map = Map();
-    ReleasePicture(map.textures);
+    map.textures.Release();
     bool done = UnregisterMapClass();
-    if (map.textures.sceneMutex) done = CloseSceneMutex(map.textures);
-    if (std::exchange(map.host.citiesInUse, false))
-        RestoreTimeZones(map.host.cities, map.overlay.zones);
-    map.gdiplus.reset();  // after the last picture of this thread is gone
+    if (map.textures.HasMutex()) done = map.textures.CloseMutex();
+    if (map.host.GiveBackCities()) RestoreTimeZones(map.host.Cities(), map.zones);
+    map.gdiplus.reset();  // last: the pictures of this thread must be freed before
     return done ? TRUE : FALSE;
 } catch (...) {
     return FALSE;
 }
 
-std::uint32_t GetLastSysError() try { return Map().host.lastSysError; } catch (...) {
+std::uint32_t GetLastSysError() try { return Map().results.LastSysError(); } catch (...) {
     return ERROR_NOT_ENOUGH_MEMORY;
 }
 

@@ -4,15 +4,15 @@
 
 namespace {
 
-constexpr std::int32_t kSmallestSide = 16;  // pixels; smaller pictures cannot be cut into tiles
-constexpr std::uint64_t kMemoryShare = 3;   // the decoded picture may take a third of the memory
+constexpr std::int32_t kMinSide = 16;      // pixels; a smaller picture cannot be split into tiles
+constexpr std::uint64_t kMemoryShare = 3;  // the decoded picture may take a third of the memory
 
 }  // namespace
 
 std::uint32_t CheckMapPicture(const std::optional<JpegSize>& header,
                               std::uint64_t memory) noexcept {
     if (!header) return HORIVO_BAD_PICTURE;
-    if (header->width < kSmallestSide || header->height < kSmallestSide) {
+    if (header->width < kMinSide || header->height < kMinSide) {
         return HORIVO_UNFIT_PICTURE;
     }
     if (header->components != 3 && header->components != 4) return HORIVO_UNFIT_PICTURE;

@@ -3,14 +3,14 @@
 
 #include "api/install_map.h"
 #include "image/jpeg_header.h"
-#include "window/loader_win.h"
 #include "window/map_state_win.h"
 #include "window/window_class_win.h"
 
 namespace {
 
 constexpr wchar_t kPristineName[] = L"map0.jpg";
-constexpr std::uint64_t kAssumedMemory = 0xC000000;  // bytes (192 MiB), where Windows does not tell
+constexpr std::uint64_t kAssumedMemory =
+    0xC000000;  // bytes (192 MiB), when Windows does not answer
 constexpr DWORD kTestStyle = WS_CLIPSIBLINGS | WS_CLIPCHILDREN | WS_BORDER;
 constexpr int kTestWidth = 320;   // pixels
 constexpr int kTestHeight = 200;  // pixels
@@ -27,79 +27,77 @@ std::uint32_t CheckFile(const std::wstring& path, std::uint64_t memory) {
     return CheckMapPicture(readable ? std::optional(size) : std::nullopt, memory);
 }
 
-std::uint32_t Copy(MapState& map, const std::wstring& from, const std::wstring& to) noexcept {
+std::uint32_t Copy(CallResults& results, const std::wstring& from,
+                   const std::wstring& to) noexcept {
     if (CopyFileW(from.c_str(), to.c_str(), FALSE)) return HORIVO_OK;
-    map.host.lastSysError = GetLastError();
+    results.KeepSysError(GetLastError());
     return HORIVO_COPY_FAILED;
 }
 
-/// Keeps a pristine copy, judges the picture and falls back to the copy when the picture is bad.
-std::uint32_t CheckPictureFiles(MapState& map) {
-    const std::wstring picture = MapPicture::PathIn(map.host.dataDirectory);
-    const std::wstring pristine = map.host.dataDirectory + kPristineName;
+/// Makes a pristine copy of the picture, unless there is one, and checks the picture. A bad picture
+/// is replaced by an older pristine copy. @return the result for the picture that is used then
+std::uint32_t CheckPictureFiles(const std::wstring& dataDirectory, CallResults& results) {
+    const std::wstring picture = MapPicture::PathIn(dataDirectory);
+    const std::wstring pristine = dataDirectory + kPristineName;
     const bool backupMade = GetFileAttributesW(pristine.c_str()) == INVALID_FILE_ATTRIBUTES;
     if (backupMade) {
-        const std::uint32_t copied = Copy(map, picture, pristine);
+        const std::uint32_t copied = Copy(results, picture, pristine);
         if (copied != HORIVO_OK) return copied;
     }
     const std::uint64_t memory = TotalMemory();
     const std::uint32_t verdict = CheckFile(picture, memory);
     if (verdict == HORIVO_OK || backupMade) return verdict;  // the backup is the same bad file
-    const std::uint32_t restored = Copy(map, pristine, picture);
+    const std::uint32_t restored = Copy(results, pristine, picture);
     return restored == HORIVO_OK ? CheckFile(picture, memory) : restored;
 }
 
-void ClearTextures(MapState& map) noexcept {
-    map.textures.picture.ClearMap();
-    map.textures.picture.ClearTiles(false);
-}
-
 /// Creates the hidden window, whose creation runs the self-test of the picture.
-std::uint32_t TryTestWindow(MapState& map) {
+std::uint32_t TryTestWindow(CallResults& results) {
     const HWND window =
-        MakeMapWindow(map.host, {0, 0, kTestWidth, kTestHeight, kTestStyle, nullptr});
+        MakeMapWindow(results, {0, 0, kTestWidth, kTestHeight, kTestStyle, nullptr});
     if (window != nullptr) {
         DestroyWindow(window);
         return HORIVO_OK;
     }
-    if (map.host.createStatus != HORIVO_OK) return map.host.createStatus;
-    return HORIVO_CLASS_FAILED;  // Windows itself refused: not a success
+    // HORIVO_OK here means that Windows itself refused the window, which is no success.
+    return results.CreateStatus() != HORIVO_OK ? results.CreateStatus() : HORIVO_CLASS_FAILED;
 }
 
-/// Sets `installTest` for a scope.
+/// Lets the windows that are created in a scope run the self-test.
 class InstallTestScope {
 public:
-    explicit InstallTestScope(MapState& map) noexcept : map_(map) { map.host.installTest = true; }
+    InstallTestScope(InstallTest& test, bool mayLoad) noexcept : test_(test) {
+        test_.Begin(mayLoad);
+    }
     InstallTestScope(const InstallTestScope&) = delete;
     InstallTestScope& operator=(const InstallTestScope&) = delete;
-    ~InstallTestScope() { map_.host.installTest = false; }
+    ~InstallTestScope() { test_.End(); }
 
 private:
-    MapState& map_;
+    InstallTest& test_;
 };
 
 }  // namespace
 
 std::uint32_t RunInstallMap(MapState& map) {
-    if (map.host.dataDirectory.empty()) {
-        map.host.lastSysError = ERROR_PATH_NOT_FOUND;
+    const std::wstring& dataDirectory = map.host.Folders().data;
+    if (dataDirectory.empty()) {
+        map.results.KeepSysError(ERROR_PATH_NOT_FOUND);
         return HORIVO_COPY_FAILED;
     }
-    const std::uint32_t verdict = CheckPictureFiles(map);
+    const std::uint32_t verdict = CheckPictureFiles(dataDirectory, map.results);
     if (verdict != HORIVO_OK) return verdict;
     std::uint32_t result = HORIVO_OK;
     {
-        // Held over the whole test: a worker that still loads must not write the same textures.
-        const HANDLE mutex = map.textures.sceneMutex.get();
-        const MutexHold hold = AcquireMutex(mutex, kWorkerEndWaitMs);
-        const bool mayLoad = hold || mutex == nullptr;
-        const InstallTestScope test(map);
-        // Tiles of an earlier picture would hide the new one from the test.
-        if (mayLoad) ClearTextures(map);
-        map.textures.testMayLoad = mayLoad;
-        result = TryTestWindow(map);
-        if (mayLoad) ClearTextures(map);
+        // Held during the whole test: a worker that still loads must not write to the same picture.
+        const MutexHold hold = map.textures.Lock(kWorkerEndWaitMs);
+        const bool mayLoad = map.textures.MayUse(hold);
+        const InstallTestScope test(map.installTest, mayLoad);
+        // The tiles of an earlier picture would be tested instead of the new one.
+        if (mayLoad) map.textures.Clear();
+        result = TryTestWindow(map.results);
+        if (mayLoad) map.textures.Clear();
     }
-    if (const MapWindow* live = map.windows.Current()) StartLoad(live->window);
+    if (const MapWindow* live = map.windows.Current()) map.loader.StartLoad(live->window);
     return result;
 }

@@ -1,5 +1,6 @@
-// What the loader of Windows is told about this DLL. The linker of MinGW knows nothing of it:
-// tools/set_load_config.py enters the record below into the headers of the built file.
+// The load configuration: what the DLL tells the loader of Windows about itself. MinGW's linker
+// does not know this record, so tools/set_load_config.py enters its address into the headers of the
+// linked file.
 
 #include <cstddef>
 
@@ -7,14 +8,14 @@
 
 namespace {
 
-// The two bytes that newer headers call DependentLoadFlags.
+// Newer headers call these two bytes DependentLoadFlags.
 static_assert(offsetof(IMAGE_LOAD_CONFIG_DIRECTORY64, Reserved1) == 78);
 
 constexpr IMAGE_LOAD_CONFIG_DIRECTORY64 MakeLoadConfig() {
     IMAGE_LOAD_CONFIG_DIRECTORY64 config = {};
     config.Size = sizeof config;
-    // What the DLL is linked to is Windows' own and is not looked for beside the host's program,
-    // where somebody else may have put a file of that name.
+    // The DLL is linked to libraries of Windows only. The loader must not search for them beside
+    // the host's program, where somebody may have put a file of the same name.
     config.Reserved1 = LOAD_LIBRARY_SEARCH_SYSTEM32;
     return config;
 }

@@ -6,18 +6,20 @@ constexpr UINT kRepeatMs = 30;  // ms between two repeats of a held button
 
 }  // namespace
 
-void StartButtonRepeat(MapState& map, HWND window) noexcept {
-    map.repeat.Start(window, kRepeatTimer, kRepeatMs);
+void ButtonRepeat::Start(HWND window) noexcept { timer_.Start(window, kRepeatTimer, kRepeatMs); }
+
+void ButtonRepeat::StopFor(HWND window) noexcept {
+    if (timer_.RunsFor(window)) Stop();
 }
 
-void GiveUpLostPress(MapState& map, HWND window) noexcept {
+void ButtonRepeat::GiveUpLostPress(PointerState& pointer, HWND window) noexcept {
     if (GetCapture() == window) return;
-    map.repeat.Stop();
-    map.pointer.ForgetPress();
+    Stop();
+    pointer.ForgetPress();
 }
 
-void OnRepeatTimer(MapState& map, HWND window) {
-    GiveUpLostPress(map, window);
-    if (map.pointer.pressedKey != 0)
-        SendMessageW(window, WM_KEYDOWN, static_cast<WPARAM>(map.pointer.pressedKey), 0);
+void ButtonRepeat::Repeat(PointerState& pointer, HWND window) {
+    GiveUpLostPress(pointer, window);
+    if (pointer.HeldKey() != 0)
+        SendMessageW(window, WM_KEYDOWN, static_cast<WPARAM>(pointer.HeldKey()), 0);
 }

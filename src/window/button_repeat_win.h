@@ -1,16 +1,28 @@
 #pragma once
-// An overlay button that is held: its key comes again and again.
 
-#include "window/map_state_win.h"
+#include "base/window_timer_win.h"
+#include "window/pointer_state.h"
 
 inline constexpr UINT_PTR kRepeatTimer = 1;
 
-/// Begins to repeat the held button.
-void StartButtonRepeat(MapState& map, HWND window) noexcept;
+/// Repeats the key of an overlay button while the left button is held on it.
+class ButtonRepeat {
+public:
+    void Start(HWND window) noexcept;
+    void Stop() noexcept { timer_.Stop(); }
+    /// Stops a repeat that was started for `window`.
+    void StopFor(HWND window) noexcept;
+    bool IsUnderWay() const noexcept { return timer_.Runs(); }
 
-/// Forgets a press whose release this window cannot see any more: a message box or a switch to
-/// another program may have taken the capture.
-void GiveUpLostPress(MapState& map, HWND window) noexcept;
+    /// Stops and forgets the press when `window` does not have the capture (any more): a message
+    /// box or a switch to another program has taken it, and the window will not see the release.
+    void GiveUpLostPress(PointerState& pointer, HWND window) noexcept;
 
-/// Sends the key of the held button once more (the timer ticked).
-void OnRepeatTimer(MapState& map, HWND window);
+    /// Sends the key of the held button to the window once more (the timer ticked).
+    void Repeat(PointerState& pointer, HWND window);
+
+    const WindowTimer& Timer() const noexcept { return timer_; }
+
+private:
+    WindowTimer timer_;
+};

@@ -6,18 +6,18 @@
 
 namespace {
 
-constexpr double kStepsForHalfTurn = 150.0;
+constexpr double kStepsForHalfTurn = 150.0;  // three seconds at 50 steps a second
 constexpr double kHalfTurnDeg = 180.0;
-constexpr std::int32_t kFewestSteps = 2;
+constexpr std::int32_t kMinSteps = 2;
 
-/// Into [0, 360), also for angles that a host's table may hold beyond one turn.
+/// Wraps an angle into [0, 360); a host's table may hold angles of more than one turn.
 double Normalise(double angle) noexcept {
     const double once = WrapDegrees(angle);
     if (once >= 0.0 && once < kFullTurnDeg) return once;
     return WrapDegrees(std::fmod(angle, kFullTurnDeg));
 }
 
-/// The short way round: into [-180, 180] by one turn.
+/// The same turn the short way round, in [-180, 180]. @param difference  of two angles in [0, 360)
 double ShortWay(double difference) noexcept {
     if (difference > kHalfTurnDeg) return difference - kFullTurnDeg;
     return difference < -kHalfTurnDeg ? difference + kFullTurnDeg : difference;
@@ -34,7 +34,7 @@ bool FlightPath::Start(const ViewAngles& from, const ViewAngles& to) noexcept {
     current_ = start;
     target_ = {start.tilt + tiltWay, start.spin + spinWay};
     steps_ = static_cast<std::int32_t>(kStepsForHalfTurn * way / kHalfTurnDeg);
-    if (steps_ < kFewestSteps) steps_ = kFewestSteps;
+    if (steps_ < kMinSteps) steps_ = kMinSteps;
     increment_ = {tiltWay / steps_, spinWay / steps_};
     counter_ = 0;
     return true;

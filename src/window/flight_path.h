@@ -2,17 +2,17 @@
 
 #include <cstdint>
 
-#include "window/view_control.h"
+#include "window/view_state.h"
 
 /// The flight of the globe from one view to another in equal steps.
 class FlightPath {
 public:
-    /// Prepares a flight the short way round. @return false, and nothing is prepared, when an angle
-    /// is not finite
+    /// Prepares a flight the short way round.
+    /// @return false when an angle is not finite; the path is then unchanged
     bool Start(const ViewAngles& from, const ViewAngles& to) noexcept;
 
-    /// Takes one step. @return whether the flight goes on; after the last step the view is exactly
-    /// the target
+    /// Takes one step; the last step sets the view to exactly the target.
+    /// @return whether the flight goes on
     bool Step() noexcept;
 
     /// The view now, wrapped into [0, 360).

@@ -1,14 +1,32 @@
 #pragma once
 
-#include "window/map_state_win.h"
+#include "base/window_timer_win.h"
+#include "window/flight_path.h"
 
 inline constexpr UINT_PTR kFlightTimer = 2;
 
-/// Flies from the present view to `to`; replaces a flight under way.
-void StartFlight(MapState& map, HWND window, const ViewAngles& to) noexcept;
+/// The flight of the globe to another view, one step for each tick of its timer.
+class Flight {
+public:
+    /// Flies from one view to another; replaces a flight under way. An angle that is not finite
+    /// only stops the flight under way.
+    void Start(HWND window, const ViewAngles& from, const ViewAngles& to) noexcept;
+    void Stop() noexcept { timer_.Stop(); }
+    /// Stops a flight that was started for `window`.
+    void StopFor(HWND window) noexcept;
+    bool IsUnderWay() const noexcept { return timer_.Runs(); }
+
+    /// Takes one step, and stops after the last one. @return whether the flight goes on
+    bool Step() noexcept;
+    /// The view after the last step.
+    ViewAngles Current() const noexcept { return path_.Current(); }
+
+    const WindowTimer& Timer() const noexcept { return timer_; }
+
+private:
+    FlightPath path_;
+    WindowTimer timer_;  ///< runs as long as the flight
+};
+
 /// The view that centres a place, degrees.
 ViewAngles ViewOfPlace(double latitudeDeg, double longitudeDeg) noexcept;
-void StopFlight(MapState& map) noexcept;
-inline bool IsFlying(const MapState& map) noexcept { return map.flight.timer.Runs(); }
-/// One step of the flight (its timer ticked).
-void OnFlightTimer(MapState& map, HWND window);

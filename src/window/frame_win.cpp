@@ -1,30 +1,15 @@
 #include "window/frame_win.h"
 
 #include "base/gl.h"
-#include "globe/city_labels.h"
 #include "render/current_context_win.h"
-#include "window/level_of_detail.h"
-#include "window/loader_win.h"
-#include "window/overlay_win.h"
+#include "window/load_stages_win.h"
 #include "window/status_lines.h"
 #include "window/tile_upload_win.h"
 #include "window/timers_win.h"
 
 namespace {
 
-constexpr double kLampHeight = 1.2;  // globe radii: the lamp hovers over the pointed place
-
-void PlaceLamp(MapState& map) noexcept {
-    if (map.drawing.lamp == nullptr) return;
-    const CVector4& point = map.pointer.geoPoint.globePoint;
-    double(&position)[4] = map.drawing.lamp->lightPosition;
-    position[0] = kLampHeight * point.x;
-    position[1] = kLampHeight * point.y;
-    position[2] = kLampHeight * point.z;
-    position[3] = 1.0;
-}
-
-/// From here on coordinates are window pixels, y upward.
+/// Sets the flat projection: from here on coordinates are window pixels, y upward.
 void BeginFlatPass(std::int32_t width, std::int32_t height) {
     glMatrixMode(GL_PROJECTION);
     glLoadIdentity();
@@ -42,97 +27,87 @@ void EndFlatPass() {
     glFlush();
 }
 
+/// Takes the whole state: pointer, detail, view, OpenGL and picture.
 void DrawStatus(const MapState& map) {
-    const CPlanet* planet = map.drawing.planet;
+    const CPlanet* planet = map.gl.Planet();
     const bool textured = planet != nullptr && planet->HasTexture();
+    const CGLContext& context = map.gl.Context();
     const StatusLines lines{
-        .geoPoint = map.pointer.geoPoint,
+        .geoPoint = map.pointer.GeoPoint(),
         .detail = map.detail,
-        .showInfo = map.view.showInfo,
-        .showFps = map.view.showFps,
+        .showInfo = map.view.ShowsInformation(),
+        .showFps = map.view.ShowsFrameRate(),
         .textured = textured,
         .tileWidth = textured ? planet->tileWidth : 0,
         .tileHeight = textured ? planet->tileHeight : 0,
         .maxTextureSize = map.textures.limits.maxTextureSize,
-        .renderer = map.drawing.context.GetRenderer(),
-        .version = map.drawing.context.GetVersion(),
-        .vendor = map.drawing.context.GetVendor(),
+        .renderer = context.GetRenderer(),
+        .version = context.GetVersion(),
+        .vendor = context.GetVendor(),
         .loading = map.textures.picture.IsLoading(),
         .splitting = map.textures.picture.IsSplitting(),
     };
-    DrawStatusLines(lines, map.drawing.font);
+    DrawStatusLines(lines, map.gl.Font());
 }
 
-void DrawLabels(MapState& map, std::int32_t count) {
-    RenderCityLabels(map.overlay.nearCities.data(), count, map.pointer.geoPoint, map.drawing.scene,
-                     map.drawing.font, map.drawing.globe.limbDepth, map.overlay.clock);
-}
-
+/// Takes the whole state: the frame shows nearly all of it.
 void DrawFrame(MapState& map, HDC dc, std::int32_t width, std::int32_t height) {
-    map.drawing.scene.Resize(width, height);
-    std::int32_t citiesNear = 0;
-    FindCitiesNear(map.host.cities, map.pointer.geoPoint.globePoint, kCityReach,
-                   map.overlay.nearCities.data(), kMaxCitiesNear, citiesNear);
+    const CGeoPoint& pointed = map.pointer.GeoPoint();
+    map.gl.Scene().Resize(width, height);
+    map.nearCities.Find(map.host.Cities(), pointed.globePoint);
     glClearColor(0.0F, 0.0F, 0.0F, 0.0F);
-    PlaceLamp(map);
-    map.drawing.scene.Draw();
+    map.gl.PlaceLampOver(pointed.globePoint);
+    map.gl.Scene().Draw();
     BeginFlatPass(width, height);
-    DrawLabels(map, citiesNear);
+    map.nearCities.DrawLabels(pointed, map.gl);
     DrawStatus(map);
-    DrawOverlay(map, width, height);
+    map.overlay.Draw(pointed, width, height);
     EndFlatPass();
     SwapBuffers(dc);
 }
 
-/// Measures the frame and takes it into the tuning. @return whether the window wants another frame
-bool TimeFrame(MapState& map, HWND window) {
-    const DWORD now = GetTickCount();
-    // Deliberate: what counts is the time that painting took, not the time since the last frame.
-    const DWORD elapsed = now - map.view.lastPaintTick;
-    map.detail.fpsShown = FramesPerSecond(elapsed);
-    const TuneOutcome outcome = TuneStep(map.detail, map.textures.picture.IsBusy(), elapsed);
-    if (outcome == TuneOutcome::Coarser) LoadAtDetail(map, window, map.detail.perfFactor);
-    map.view.lastPaintTick = now;
-    return outcome == TuneOutcome::AnotherFrame;
-}
-
-/// Takes the size of a frame that was shown. @return whether the window has to be painted again
-bool NoteShownSize(MapWindow& entry, std::int32_t width, std::int32_t height) noexcept {
-    const bool first = entry.shownWidth == 0;
-    const bool same = entry.shownWidth == width && entry.shownHeight == height;
-    entry.shownWidth = width;
-    entry.shownHeight = height;
-    // Mesa: the first frame after a change of size still lands in a buffer of the old size, cut off
-    // or with a black margin; nobody would draw the next one.
-    return !first && !same;
-}
-
-/// Uploads what came while the context could not be made current.
+/// Uploads tiles and photos that came while the context could not be made current. Takes the whole
+/// state: picture, OpenGL, detail, windows and overlay.
 void UploadWaitingTextures(MapState& map) {
-    AttachWaitingTiles(map);
-    map.overlay.panel.UploadPhotos();
+    if (AttachWaitingTiles(map.textures, map.gl)) {
+        OnTilesAttached(map.gl, map.detail);
+        map.windows.InvalidateAll();
+    }
+    map.overlay.UploadWaitingPhotos();
+}
+
+/// Takes the duration of a frame into the measurement. Takes the whole state for LoadAtDetail.
+/// @return whether the measurement needs another frame
+bool TimeFrame(MapState& map, HWND window, DWORD elapsedMs) {
+    const TuneOutcome outcome = map.detail.TakeFrame(map.textures.picture.IsBusy(), elapsedMs);
+    if (outcome == TuneOutcome::Coarser) LoadAtDetail(map, window, map.detail.Factor());
+    return outcome == TuneOutcome::AnotherFrame;
 }
 
 }  // namespace
 
-void PaintFrame(HWND window) {
+LRESULT OnPaint(HWND window, WPARAM, LPARAM) {
     MapState& map = Map();
-    map.view.lastPaintTick = GetTickCount();
+    const DWORD start = GetTickCount();
     bool more = false;
     {
         const PaintScope paint(window);
         std::int32_t width = 0;
         std::int32_t height = 0;
         MapWindow* entry = map.windows.Find(window);
-        if (entry == nullptr || !ClientSize(window, width, height)) return;
-        const ForeignContextGuard guard(map.drawing.context);
-        if (!map.drawing.context.MakeCurrent(paint.Dc())) return;
+        if (entry == nullptr || !ClientSize(window, width, height)) return 0;
+        const ForeignContextGuard guard(map.gl.Context());
+        if (!map.gl.Context().MakeCurrent(paint.Dc())) return 0;
         UploadWaitingTextures(map);
         DrawFrame(map, paint.Dc(), width, height);
-        more = NoteShownSize(*entry, width, height);
-        more = TimeFrame(map, window) || more;
+        // Mesa: the first frame after a change of size is drawn into a buffer of the old size, so
+        // it is cut off or has a black margin. Without another frame it would stay on the screen.
+        more = entry->NoteShownSize(width, height);
+        // Deliberate: the duration is that of painting, not the time since the last frame.
+        more = TimeFrame(map, window, GetTickCount() - start) || more;
     }
-    if (!map.view.showFps && !more) return;
+    if (!map.view.ShowsFrameRate() && !more) return 0;
     InvalidateRect(window, nullptr, FALSE);
     PostDueTimers(map, window);
+    return 0;
 }

@@ -2,5 +2,5 @@
 
 #include "base/windows_types.h"
 
-/// Paints one frame of a map window (WM_PAINT).
-void PaintFrame(HWND window);
+/// WM_PAINT: paints one frame of a map window.
+LRESULT OnPaint(HWND window, WPARAM wParam, LPARAM lParam);

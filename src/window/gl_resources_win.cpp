@@ -1,93 +1,89 @@
 #include "window/gl_resources_win.h"
 
-#include <algorithm>
 #include <memory>
 #include <utility>
 
 #include "base/gl.h"
-#include "cities/city_markers.h"
 #include "render/list_name.h"
-#include "window/overlay_win.h"
-#include "window/view_state.h"
 
 namespace {
 
 constexpr GLuint kPlanetLists = 2;
 constexpr GLuint kFontLists = 256;
+constexpr double kLampHeight = 1.2;  // globe radii: the lamp is above the surface
 
 bool SharesFontLists(const CPlanet& planet, const CGLFont& font) noexcept {
     return ListNamesOverlap(ListName(&planet), kPlanetLists, ListName(&font), kFontLists);
 }
 
-/// A planet whose list names are not the font's. The first is freed only after the second is made,
-/// or the same address would come again.
-std::unique_ptr<CPlanet> MakePlanet(MapState& map) {
-    const PlanetInputs inputs{map.detail.mesh, map.drawing.extensions, map.settings.texCompression,
-                              map.drawing.sceneTime, map.host.cities};
+}  // namespace
+
+std::uint32_t GlResources::CreateContext(const MapWindow& entry, SharedPicture& picture) {
+    const std::uint32_t status = context_.Create(entry.dc.Get());
+    if (status != HORIVO_OK) return status;
+    if (entry.HasFont()) font_.Build(entry.dc.Get(), false);
+    GLint size = 0;
+    glGetIntegerv(GL_MAX_TEXTURE_SIZE, &size);
+    // Without an answer the limit from before stays: 0 would mean that there is no limit.
+    if (size >= 1) picture.TakeTextureLimit(size);
+    return HORIVO_OK;
+}
+
+void GlResources::MakeCurrentOrNone(HDC dc) noexcept {
+    if (!context_.MakeCurrent(dc)) wglMakeCurrent(nullptr, nullptr);
+}
+
+/// Makes a planet whose list names are not those of the font. List names are made from addresses,
+/// so the second planet is made before the first is freed: it would get the same address otherwise.
+std::unique_ptr<CPlanet> GlResources::MakePlanet(const PlanetInputs& inputs) const {
     auto planet = std::make_unique<CPlanet>(inputs);
-    if (SharesFontLists(*planet, map.drawing.font)) {
+    if (SharesFontLists(*planet, font_)) {
         auto another = std::make_unique<CPlanet>(inputs);
         planet.swap(another);
     }
     return planet;
 }
 
-void ReadTextureLimit(MapState& map) noexcept {
-    GLint size = 0;
-    glGetIntegerv(GL_MAX_TEXTURE_SIZE, &size);
-    // No answer leaves the size from before: 0 would mean that there is no limit.
-    if (size < 1) return;
-    map.textures.limits.maxTextureSize = std::min<std::int32_t>(size, map.textures.sizeCap);
-}
-
-}  // namespace
-
-std::uint32_t CreateContext(MapState& map, MapWindow& entry) {
-    const std::uint32_t status = map.drawing.context.Create(entry.dc.Get());
-    if (status != HORIVO_OK) return status;
-    if (entry.font) map.drawing.font.Build(entry.dc.Get(), false);
-    ReadTextureLimit(map);
-    return HORIVO_OK;
-}
-
-void PopulateScene(MapState& map) {
+void GlResources::Populate(const MeshDetail& mesh, const std::int32_t& texCompression,
+                           const CityTable& cities) {
     auto lamp = std::make_unique<CLamp>(static_cast<GLenum>(GL_LIGHT1));
-    auto planet = MakePlanet(map);
+    auto planet = MakePlanet({mesh, extensions_, texCompression, sceneTime_, cities});
     planet->radius = kPlanetRadius;
-    CScene& scene = map.drawing.scene;
-    map.drawing.lamp = scene.AddChild(std::move(lamp));
-    map.drawing.planet = scene.AddChild(std::move(planet));
+    lamp_ = scene_.AddChild(std::move(lamp));
+    planet_ = scene_.AddChild(std::move(planet));
 }
 
-void InitScene(MapState& map) {
-    map.drawing.scene.Init();
-    CreateOverlay(map);
-    PlaceCityMarkers(map.host.cities, kPlanetRadius);
+void GlResources::ReleaseScene() noexcept {
+    lamp_ = nullptr;
+    planet_ = nullptr;
+    scene_.DeleteChildren();
 }
 
-void ReleaseScene(MapState& map) noexcept {
-    map.drawing.lamp = nullptr;
-    map.drawing.planet = nullptr;
-    map.drawing.scene.DeleteChildren();
-    ReleaseOverlay(map);
-    map.drawing.font.Release();
+void GlResources::Resize(std::int32_t width, std::int32_t height) {
+    scene_.Resize(width, height);
+    Compile();
+    Measure();
 }
 
-void ResizeScene(MapState& map, std::int32_t width, std::int32_t height) {
-    map.drawing.scene.Resize(width, height);
-    CompileScene(map);
-    MeasureScene(map);
+void GlResources::ResizeWithoutContext(std::int32_t width, std::int32_t height) noexcept {
+    scene_.width = width;
+    scene_.height = height;
+    Measure();
 }
 
-void ResizeSceneWithoutContext(MapState& map, std::int32_t width, std::int32_t height) noexcept {
-    map.drawing.scene.width = width;
-    map.drawing.scene.height = height;
-    MeasureScene(map);
+void GlResources::Measure() noexcept {
+    if (planet_ != nullptr) globe_ = scene_.MeasureGlobe(*planet_);
 }
 
-void CompileScene(MapState& map) { map.drawing.scene.Compile(); }
+void GlResources::PlaceLampOver(const CVector4& place) noexcept {
+    if (lamp_ == nullptr) return;
+    double(&position)[4] = lamp_->lightPosition;
+    position[0] = kLampHeight * place.x;
+    position[1] = kLampHeight * place.y;
+    position[2] = kLampHeight * place.z;
+    position[3] = 1.0;
+}
 
-void MeasureScene(MapState& map) noexcept {
-    if (map.drawing.planet != nullptr)
-        map.drawing.globe = map.drawing.scene.MeasureGlobe(*map.drawing.planet);
+void GlResources::LoadHandCursor() noexcept {
+    if (!handCursor_) handCursor_.reset(LoadCursorW(nullptr, IDC_HAND));
 }

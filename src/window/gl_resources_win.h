@@ -1,33 +1,93 @@
 #pragma once
-// What lives in the one OpenGL context: made for a window, released before the context goes.
+// The one OpenGL context and everything in it: made for a window, released before the context is
+// destroyed.
 
 #include <cstdint>
 
-#include "window/map_state_win.h"
+#include "base/handles_win.h"
+#include "cities/city_table.h"
+#include "globe/planet.h"
+#include "render/extension_flags.h"
+#include "render/gl_context_win.h"
+#include "render/gl_font.h"
+#include "render/lamp.h"
+#include "render/scene.h"
+#include "window/map_window_win.h"
+#include "window/shared_picture_win.h"
+#include "window/view_state.h"
 
-/// Makes the context on the window's DC, the font lists and reads GL's texture limit.
-/// @return HORIVO_OK or an OpenGL set-up code
-std::uint32_t CreateContext(MapState& map, MapWindow& entry);
+/// The context, and font, scene, lamp and planet that are drawn with it. All are empty while no
+/// window lives, except the transform and the size of the scene.
+class GlResources {
+public:
+    /// @param lastSysError  gets the error of a failed creation; must outlive this object
+    explicit GlResources(std::uint32_t& lastSysError) noexcept
+        : context_(extensions_, lastSysError) {}
 
-/// Puts lamp and planet into the scene. Throws std::bad_alloc.
-void PopulateScene(MapState& map);
+    /// Makes the context on the window's DC and the font lists, and tells `picture` the texture
+    /// limit of OpenGL. @return HORIVO_OK or an OpenGL set-up code
+    std::uint32_t CreateContext(const MapWindow& entry, SharedPicture& picture);
+    void DestroyContext() noexcept { context_.Destroy(); }
+    CGLContext& Context() noexcept { return context_; }
+    const CGLContext& Context() const noexcept { return context_; }
+    /// Makes the context current on `dc` before something in it is deleted. When that fails, no
+    /// context is current afterwards: otherwise the same names would be deleted in the context of
+    /// another part of the program.
+    void MakeCurrentOrNone(HDC dc) noexcept;
 
-/// One-time GL set-up, after the scene is populated; makes the overlay and places the cities'
-/// markers.
-void InitScene(MapState& map);
+    /// Puts lamp and planet into the scene. Throws std::bad_alloc.
+    /// All arguments must outlive the planet, which reads them again at each Compile.
+    void Populate(const MeshDetail& mesh, const std::int32_t& texCompression,
+                  const CityTable& cities);
+    /// Sets the GL state that stays the same for all frames, after Populate.
+    void InitScene() { scene_.Init(); }
+    /// Deletes lamp and planet with their textures and lists. The context is current; when it is
+    /// not, the names are freed with the context.
+    void ReleaseScene() noexcept;
+    void ReleaseFont() noexcept { font_.Release(); }
 
-/// Deletes lamp, planet, overlay, their textures and lists, and the font's lists. The context is
-/// current (when it is not, GL names die with the context).
-void ReleaseScene(MapState& map) noexcept;
+    /// Records the display lists again, with the day/night line for the time of TakeTime.
+    void Compile() { scene_.Compile(); }
+    /// Reads the time for which the Sun is placed.
+    void TakeTime() noexcept { GetSystemTime(&sceneTime_); }
+    /// Sets viewport and projection, records the display lists again and measures the globe.
+    void Resize(std::int32_t width, std::int32_t height);
+    /// The part of Resize that needs no context: stores the size and measures the globe.
+    void ResizeWithoutContext(std::int32_t width, std::int32_t height) noexcept;
+    /// Measures the edge of the globe after a change of size or distance.
+    void Measure() noexcept;
+    /// Stores the client size of `window` as that of the scene, for picking and projecting; GL is
+    /// not told. @return false while the window has no size
+    bool UseSizeOf(HWND window) noexcept { return ClientSize(window, scene_.width, scene_.height); }
+    /// Does the same. @return whether anything can be picked: the window has a size, and there is a
+    /// planet
+    bool CanPickIn(HWND window) noexcept { return UseSizeOf(window) && planet_ != nullptr; }
+    /// Puts the lamp above a place of the globe.
+    void PlaceLampOver(const CVector4& place) noexcept;
 
-/// Sets viewport and projection to a size, makes the display lists again and measures the globe.
-void ResizeScene(MapState& map, std::int32_t width, std::int32_t height);
+    CScene& Scene() noexcept { return scene_; }
+    const CScene& Scene() const noexcept { return scene_; }
+    /// Null while no window lives.
+    CPlanet* Planet() const noexcept { return planet_; }
+    const CGLFont& Font() const noexcept { return font_; }
+    /// The result of the last Measure.
+    const GlobeMeasure& Globe() const noexcept { return globe_; }
 
-/// The part of it that needs no context: takes the size over and measures the globe.
-void ResizeSceneWithoutContext(MapState& map, std::int32_t width, std::int32_t height) noexcept;
+    /// Loads the hand cursor, when it is not loaded. It is released with the last window; nothing
+    /// shows it.
+    void LoadHandCursor() noexcept;
+    void ReleaseHandCursor() noexcept { handCursor_.reset(); }
 
-/// Makes the display lists again; this is what moves the day/night line.
-void CompileScene(MapState& map);
+private:
+    std::unique_ptr<CPlanet> MakePlanet(const PlanetInputs& inputs) const;
 
-/// Measures the globe's edge after a change of size or distance.
-void MeasureScene(MapState& map) noexcept;
+    ExtensionFlags extensions_;
+    CGLContext context_;
+    CGLFont font_;
+    CScene scene_;
+    CLamp* lamp_ = nullptr;      ///< owned by the scene
+    CPlanet* planet_ = nullptr;  ///< owned by the scene
+    GlobeMeasure globe_;
+    SYSTEMTIME sceneTime_ = {};  ///< UTC
+    UniqueCursor handCursor_;
+};

@@ -3,11 +3,12 @@
 #include <cstdint>
 #include <map>
 #include <string>
+#include <utility>
 
 #include "cities/city_table.h"
 #include "horivo_map.h"
 
-/// Texts that the host has put into its user's language, by number. Window thread.
+/// Texts that the host has translated into its user's language, by number.
 class LocalStrings {
 public:
     /// Copies `text`; null is ignored and leaves an earlier text in place.
@@ -24,17 +25,34 @@ private:
     std::map<std::int32_t, std::basic_string<HorivoWideChar>> texts_;
 };
 
-/// What the host handed over and what it may ask for. Window thread.
-struct HostData {
-    std::wstring hostDirectory;  ///< folder of the host's executable, with trailing backslash
-    std::wstring dataDirectory;  ///< holds "map.jpg", with trailing backslash; empty: none
-    std::wstring settingsFile;   ///< path of "horivo.ini"; empty: none
-    CityTable cities;            ///< the host's memory
-    /// From InitMap until FreeMap; afterwards the host may have given its records back.
-    bool citiesInUse = false;
+/// The folders that the map reads, each with a trailing backslash.
+struct MapFolders {
+    std::wstring host;          ///< of the host's executable
+    std::wstring data;          ///< holds "map.jpg"; empty: none
+    std::wstring settingsFile;  ///< path of "horivo.ini"; empty: none
+};
+
+/// What the host has handed over.
+class HostData {
+public:
+    const MapFolders& Folders() const noexcept { return folders_; }
+    void SetFolders(MapFolders folders) noexcept { folders_ = std::move(folders); }
+
+    /// The table; its records are the host's memory. The reference stays good for the life of this
+    /// object, whatever table it refers to.
+    const CityTable& Cities() const noexcept { return cities_; }
+    void TakeCities(const CityTable& cities) noexcept {
+        cities_ = cities;
+        citiesInUse_ = true;
+    }
+    /// Ends the use of the records: after FreeMap the host may free them.
+    /// @return whether they were in use
+    bool GiveBackCities() noexcept { return std::exchange(citiesInUse_, false); }
+
     LocalStrings localStrings;
-    std::uint32_t lastSysError = 0;          ///< of the last failure that kept one; never reset
-    std::uint32_t createStatus = HORIVO_OK;  ///< of the last window creation
-    std::uint32_t createError = 0;  ///< why it was refused without a status; 0: Windows knows
-    bool installTest = false;       ///< only while InstallMap tries the picture
+
+private:
+    MapFolders folders_;
+    CityTable cities_;
+    bool citiesInUse_ = false;
 };

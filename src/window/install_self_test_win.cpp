@@ -4,10 +4,10 @@
 
 namespace {
 
-constexpr int kSaveQuality = 85;
-constexpr std::int32_t kSmallestHalvable = 257;  // pixels; tiles of less than half show too little
+constexpr int kSaveQuality = 85;                 // percent, of the JPEG
+constexpr std::int32_t kMinHalvableLimit = 257;  // pixels; tiles of less than 128 show too little
 
-/// Whether the picture has changed since it was read: shrunk by its load, or fitted now.
+/// @return whether the picture is not as in its file any more: shrunk by its load, or fitted now
 bool LoadOrFit(SharedPicture& shared, const std::wstring& dataDirectory) {
     if (shared.picture.Stage() == PictureStage::Loaded) return shared.picture.Fit(shared.limits);
     return (shared.picture.Load(shared.limits, dataDirectory) & kLoadShrunkBit) != 0;
@@ -21,22 +21,15 @@ bool LoadAndSave(SharedPicture& shared, const std::wstring& dataDirectory) {
     return shared.picture.Stage() != PictureStage::Empty;
 }
 
-void HalveLimit(SharedPicture& shared) noexcept {
-    shared.picture.ClearMap();
-    shared.picture.ClearTiles(true);
-    shared.sizeCap = shared.limits.maxTextureSize / 2;
-    shared.limits.maxTextureSize = shared.sizeCap;
-}
-
 }  // namespace
 
-void RunInstallSelfTest(MapState& map) {
-    SharedPicture& shared = map.textures;
+void RunInstallSelfTest(SharedPicture& shared, const GlResources& gl,
+                        const std::wstring& dataDirectory) {
     while (true) {
-        shared.limits.textureLimit = shared.limits.maxTextureSize.load();
-        if (!shared.picture.HasAllTiles() && !LoadAndSave(shared, map.host.dataDirectory)) return;
-        if (shared.picture.Split(shared.limits) && AttachTiles(map) == 0) return;
-        if (shared.limits.maxTextureSize < kSmallestHalvable) return;
-        HalveLimit(shared);
+        shared.UseWholeTextureLimit();
+        if (!shared.picture.HasAllTiles() && !LoadAndSave(shared, dataDirectory)) return;
+        if (shared.picture.Split(shared.limits) && AttachTiles(shared, gl) == 0) return;
+        if (shared.limits.maxTextureSize < kMinHalvableLimit) return;
+        shared.HalveLimit();
     }
 }

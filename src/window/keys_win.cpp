@@ -3,88 +3,84 @@
 #include <algorithm>
 #include <iterator>
 
+#include "photos/photo_page_win.h"
 #include "window/drag_win.h"
-#include "window/flight_win.h"
-#include "window/gl_resources_win.h"
-#include "window/hover_win.h"
-#include "window/level_of_detail.h"
-#include "window/loader_win.h"
-#include "window/overlay_win.h"
-#include "window/pick_win.h"
+#include "window/load_stages_win.h"
+#include "window/view_change_win.h"
+#include "window/view_control.h"
 
 namespace {
 
-constexpr double kTurnStepDeg = 1.0;
+constexpr double kTurnStepDeg = 1.0;             // degrees that one key press turns the globe
 constexpr LPARAM kWasDownBit = LPARAM{1} << 30;  // of lParam: the key repeats while it is held
 
 void Turn(MapState& map, HWND window, double right, double up) {
-    const ViewAngles view = TurnView({map.view.viewTilt, map.view.viewSpin}, right, up);
-    map.view.viewTilt = view.tilt;
-    map.view.viewSpin = view.spin;
-    ApplyView(map.view, map.drawing.scene);
-    UpdatePickAtPointer(map, window);
+    map.view.TurnTo(TurnView(map.view.Angles(), right, up));
+    ApplyViewChange(map, window, {.pick = true});
 }
 
-void Zoom(MapState& map, HWND window, bool in) {
-    map.view.cameraDistance = ZoomByKey(map.view.cameraDistance, in);
-    ApplyView(map.view, map.drawing.scene);
-    MeasureScene(map);
-    UpdatePickAtPointer(map, window);
-    CancelHover(map);
+// The handlers of the keys. They are message handlers, so they take the whole state. `direction`
+// stands in the table below.
+
+void TurnSideways(MapState& map, HWND window, int direction) {
+    Turn(map, window, kTurnStepDeg * direction, 0.0);
 }
 
-void Home(MapState& map, HWND window) {
-    map.view.cameraDistance = kStartDistance;
-    map.view.viewTilt = kStartTilt;
-    map.view.viewSpin = 0.0;
-    ApplyView(map.view, map.drawing.scene);
-    MeasureScene(map);
-    UpdatePickAtPointer(map, window);
+void TurnUpward(MapState& map, HWND window, int direction) {
+    Turn(map, window, 0.0, kTurnStepDeg * direction);
 }
 
-/// One level coarser or finer; nothing happens at the ends.
-void StepDetail(MapState& map, HWND window, bool coarser) {
-    const std::int32_t factor = StepFactor(map.detail.perfFactor, coarser);
-    if (factor != map.detail.perfFactor) LoadAtDetail(map, window, factor);
+void Zoom(MapState& map, HWND window, int direction) {
+    map.view.MoveTo(ZoomByKey(map.view.CameraDistance(), direction > 0));
+    ApplyViewChange(map, window, {.measure = true, .pick = true, .cancelHover = true});
 }
 
-void ToggleFps(MapState& map, HWND) {
-    map.view.showFps = !map.view.showFps;
-    map.view.lastPaintTick = GetTickCount();
+void ShowStartView(MapState& map, HWND window, int) {
+    map.view.MoveTo(kStartDistance);
+    map.view.TurnTo({kStartTilt, 0.0});
+    ApplyViewChange(map, window, {.measure = true, .pick = true});
 }
-void ToggleInfo(MapState& map, HWND) { map.view.showInfo = !map.view.showInfo; }
-void FinerDetail(MapState& map, HWND window) { StepDetail(map, window, false); }
-void CoarserDetail(MapState& map, HWND window) { StepDetail(map, window, true); }
-void TurnLeft(MapState& map, HWND window) { Turn(map, window, -kTurnStepDeg, 0.0); }
-void TurnRight(MapState& map, HWND window) { Turn(map, window, kTurnStepDeg, 0.0); }
-void TurnUp(MapState& map, HWND window) { Turn(map, window, 0.0, kTurnStepDeg); }
-void TurnDown(MapState& map, HWND window) { Turn(map, window, 0.0, -kTurnStepDeg); }
-void ZoomIn(MapState& map, HWND window) { Zoom(map, window, true); }
-void ZoomOut(MapState& map, HWND window) { Zoom(map, window, false); }
 
-enum class Held : bool { Repeats, Once };  // whether a held key acts again and again
+/// Goes one level of detail finer or coarser; does nothing at the ends.
+void StepDetail(MapState& map, HWND window, int direction) {
+    const std::int32_t factor = StepFactor(map.detail.Factor(), direction < 0);
+    if (factor != map.detail.Factor()) LoadAtDetail(map, window, factor);
+}
+
+void ToggleFrameRate(MapState& map, HWND, int) { map.view.ToggleFrameRate(); }
+void ToggleInformation(MapState& map, HWND, int) { map.view.ToggleInformation(); }
+void AddPhoto(MapState&, HWND, int) { OpenAddPhotoPage(); }
+
+void TurnPage(MapState& map, HWND window, int direction) {
+    if (direction > 0) {
+        map.overlay.ShowNextPage(window);
+    } else {
+        map.overlay.ShowPreviousPage(window);
+    }
+}
 
 struct KeyRoute {
     WPARAM key;
-    Held held;
-    void (*act)(MapState& map, HWND window);
+    void (*act)(MapState& map, HWND window, int direction);
+    int direction = 0;  // +1 or -1; 0 where there is none
+    bool once = false;  // whether the key acts only once while it is held
 };
 constexpr KeyRoute kKeyRoutes[] = {
-    {VK_CLEAR, Held::Repeats, Home},
-    {VK_HOME, Held::Repeats, Home},
-    {VK_LEFT, Held::Repeats, TurnLeft},
-    {VK_UP, Held::Repeats, TurnUp},
-    {VK_RIGHT, Held::Repeats, TurnRight},
-    {VK_DOWN, Held::Repeats, TurnDown},
-    {'F', Held::Once, ToggleFps},
-    {'H', Held::Once, FinerDetail},
-    {'I', Held::Once, ToggleInfo},
-    {'L', Held::Once, CoarserDetail},
-    {VK_INSERT, Held::Once, AddPhoto},
-    {VK_PRIOR, Held::Repeats, ShowPreviousPhotos},
-    {VK_NEXT, Held::Repeats, ShowNextPhotos},
-    {VK_ADD, Held::Repeats, ZoomIn},
-    {VK_SUBTRACT, Held::Repeats, ZoomOut},
+    {.key = VK_CLEAR, .act = ShowStartView},  // 5 of the numeric keypad without Num Lock
+    {.key = VK_HOME, .act = ShowStartView},
+    {.key = VK_LEFT, .act = TurnSideways, .direction = -1},
+    {.key = VK_UP, .act = TurnUpward, .direction = +1},
+    {.key = VK_RIGHT, .act = TurnSideways, .direction = +1},
+    {.key = VK_DOWN, .act = TurnUpward, .direction = -1},
+    {.key = 'F', .act = ToggleFrameRate, .once = true},
+    {.key = 'H', .act = StepDetail, .direction = +1, .once = true},
+    {.key = 'I', .act = ToggleInformation, .once = true},
+    {.key = 'L', .act = StepDetail, .direction = -1, .once = true},
+    {.key = VK_INSERT, .act = AddPhoto, .once = true},
+    {.key = VK_PRIOR, .act = TurnPage, .direction = -1},
+    {.key = VK_NEXT, .act = TurnPage, .direction = +1},
+    {.key = VK_ADD, .act = Zoom, .direction = +1},
+    {.key = VK_SUBTRACT, .act = Zoom, .direction = -1},
 };
 
 }  // namespace
@@ -93,15 +89,15 @@ LRESULT OnKeyDown(HWND window, WPARAM wParam, LPARAM lParam) {
     const auto* const route = std::find_if(std::begin(kKeyRoutes), std::end(kKeyRoutes),
                                            [=](const KeyRoute& r) { return r.key == wParam; });
     if (route == std::end(kKeyRoutes)) return DefWindowProcW(window, WM_KEYDOWN, wParam, lParam);
-    // A key held down must not start a load, or open a page, thirty times a second.
-    if (route->held == Held::Once && (lParam & kWasDownBit) != 0) return 0;
+    // A key that is held down must not start a load, or open a page, thirty times a second.
+    if (route->once && (lParam & kWasDownBit) != 0) return 0;
     MapState& map = Map();
-    route->act(map, window);
-    // Windows handles messages while a page is opened: the window may be gone.
+    route->act(map, window, route->direction);
+    // Windows handles messages while it opens a page: the window may be destroyed.
     if (!map.windows.IsLive(window)) return 0;
-    if (IsFlying(map)) {
-        StopFlight(map);
-        ReanchorDrag(map, window);
+    if (map.flight.IsUnderWay()) {
+        map.flight.Stop();
+        ReanchorDrag(map.pointer, map.view, map.gl, window);
     }
     InvalidateRect(window, nullptr, FALSE);
     return 0;

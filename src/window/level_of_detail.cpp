@@ -4,72 +4,67 @@
 
 namespace {
 
-constexpr std::int32_t kFactorStep = 100;       // percent a row of the table
+constexpr std::int32_t kFactorStep = 100;       // percent for each row of the table
 constexpr std::int32_t kLayersFactor = 1000;    // layers = this / factor
-constexpr std::int32_t kLayersUpTo = 200;       // percent; above, one layer is left
-constexpr std::int32_t kScaledLimitFrom = 100;  // table rows; see ApplyPerfFactor
-constexpr std::int32_t kSmallestLimit = 16;     // pixels
-constexpr std::int32_t kFastEnough = 10;        // frames a second
+constexpr std::int32_t kMaxLayersFactor = 200;  // percent; a coarser factor leaves one layer
+constexpr std::int32_t kMinScaledRow = 100;     // first row whose textures would be smaller
+constexpr std::int32_t kMinTextureLimit = 16;   // pixels
+constexpr std::int32_t kMinFps = 10;            // frames a second; less makes the detail coarser
+constexpr std::int32_t kWarmUp = -1;  // as a number of measured frames: the warm-up comes first
 constexpr std::uint32_t kMsPerSecond = 1000;
-constexpr float kTooFastToMeasure = 1001.0F;
+constexpr float kTooFastToMeasure = 1001.0F;  // frames a second; any number above 1000 would do
 
 struct MeshSize {
     std::int32_t slices;
     std::int32_t stacks;
 };
-// By factor / 100.
+// The row is factor / 100.
 constexpr MeshSize kMeshSizes[] = {{180, 120}, {180, 120}, {180, 90}, {120, 90}, {120, 60},
                                    {60, 60},   {60, 30},   {36, 30},  {36, 30}};
 
 }  // namespace
 
-void ApplyPerfFactor(DetailState& detail, TextureLimits& limits, std::int32_t factor) noexcept {
-    detail.perfFactor = Clamp(factor, kFinestFactor, kCoarsestFactor);
-    const std::int32_t row = detail.perfFactor / kFactorStep;
-    detail.mesh.sphereSlices = kMeshSizes[row].slices;
-    detail.mesh.sphereStacks = kMeshSizes[row].stacks;
-    detail.mesh.atmosphereLayers =
-        detail.perfFactor <= kLayersUpTo ? kLayersFactor / detail.perfFactor : 1;
+void LevelOfDetail::Apply(std::int32_t factor, TextureLimits& limits) noexcept {
+    factor_ = Clamp(factor, kFinestFactor, kCoarsestFactor);
+    const std::int32_t row = factor_ / kFactorStep;
+    mesh_.sphereSlices = kMeshSizes[row].slices;
+    mesh_.sphereStacks = kMeshSizes[row].stacks;
+    mesh_.atmosphereLayers = factor_ <= kMaxLayersFactor ? kLayersFactor / factor_ : 1;
     const std::int32_t whole = limits.maxTextureSize;
     std::int32_t limit = whole;
-    // Deliberate: the clamp above never lets the factor reach this row, so textures keep their full
-    // size at every detail.
-    if (row >= kScaledLimitFrom)
-        limit = Clamp(whole * kFactorStep / detail.perfFactor, kSmallestLimit, whole);
+    // Deliberate: the factor is clamped above and never reaches this row, so textures keep their
+    // full size at every level.
+    if (row >= kMinScaledRow) limit = Clamp(whole * kFactorStep / factor_, kMinTextureLimit, whole);
     limits.textureLimit = limit;
+}
+
+void LevelOfDetail::StartMeasuring() noexcept {
+    measured_ = kWarmUp;
+    fpsSum_ = 0;
+}
+
+TuneOutcome LevelOfDetail::TakeFrame(bool busy, std::uint32_t elapsedMs) noexcept {
+    frameRate_ = elapsedMs != 0 ? static_cast<float>(static_cast<double>(kMsPerSecond) / elapsedMs)
+                                : kTooFastToMeasure;
+    return Measure(busy, elapsedMs);
+}
+
+TuneOutcome LevelOfDetail::Measure(bool busy, std::uint32_t elapsedMs) noexcept {
+    if (busy) StopMeasuring();
+    if (measured_ >= kMeasuredFrames) return TuneOutcome::Idle;
+    if (measured_ < 0) {
+        ++measured_;
+    } else if (elapsedMs != 0) {
+        fpsSum_ += static_cast<std::int32_t>(kMsPerSecond / elapsedMs);
+        ++measured_;
+    }
+    if (measured_ < kMeasuredFrames) return TuneOutcome::AnotherFrame;
+    if (fpsSum_ / kMeasuredFrames >= kMinFps || factor_ >= kCoarsestFactor)
+        return TuneOutcome::Idle;
+    factor_ *= 2;
+    return TuneOutcome::Coarser;
 }
 
 std::int32_t StepFactor(std::int32_t factor, bool coarser) noexcept {
     return Clamp(coarser ? factor * 2 : factor / 2, kFinestFactor, kCoarsestFactor);
-}
-
-void StartMeasuring(DetailState& detail) noexcept {
-    detail.tuneCounter = kTuneWarmUp;
-    detail.tuneFpsSum = 0;
-}
-
-TuneOutcome TuneStep(DetailState& detail, bool busy, std::uint32_t elapsedMs) noexcept {
-    if (busy) {
-        detail.tuneCounter = kTuneFrames;
-        return TuneOutcome::Idle;
-    }
-    if (detail.tuneCounter >= kTuneFrames) return TuneOutcome::Idle;
-    if (detail.tuneCounter < 0) {
-        ++detail.tuneCounter;
-    } else if (elapsedMs != 0) {
-        detail.tuneFpsSum += static_cast<std::int32_t>(kMsPerSecond / elapsedMs);
-        ++detail.tuneCounter;
-    }
-    if (detail.tuneCounter < kTuneFrames) return TuneOutcome::AnotherFrame;
-    detail.tuneFpsSum /= kTuneFrames;
-    if (detail.tuneFpsSum >= kFastEnough || detail.perfFactor >= kCoarsestFactor)
-        return TuneOutcome::Idle;
-    detail.tuneFpsSum = kFastEnough;
-    detail.perfFactor *= 2;
-    return TuneOutcome::Coarser;
-}
-
-float FramesPerSecond(std::uint32_t elapsedMs) noexcept {
-    if (elapsedMs == 0) return kTooFastToMeasure;
-    return static_cast<float>(1000.0 / elapsedMs);
 }

@@ -1,53 +1,56 @@
 #pragma once
-// Level of detail: what a detail factor means, and how the window measures itself to find one.
+// Level of detail: what follows from a detail factor, and the measurement of frames that finds a
+// factor for the machine.
 
 #include <cstdint>
 
 #include "image/texture_limits.h"
 #include "render/mesh_detail.h"
 
-class CGLContext;
-class CScene;
-struct MapWindow;
-
 inline constexpr std::int32_t kFinestFactor = 50;     // percent
 inline constexpr std::int32_t kCoarsestFactor = 800;  // percent
-inline constexpr std::int32_t kTuneWarmUp = -1;
-inline constexpr std::int32_t kTuneFrames = 3;  // frames measured; as a counter: idle
-
-/// Detail factor and measurement. Window thread.
-struct DetailState {
-    std::int32_t perfFactor = 100;  ///< percent, [50, 800]; larger means less detail
-    MeshDetail mesh;
-    std::int32_t tuneCounter = kTuneFrames;  ///< -1 warm-up, 0 to 2 measuring, 3 idle
-    std::int32_t tuneFpsSum = 0;             ///< sum, then average, of measured frame rates
-    float fpsShown = 0.0F;
-};
-
-/// Sets the factor, clamped to [50, 800], and all that follows from it.
-void ApplyPerfFactor(DetailState& detail, TextureLimits& limits, std::int32_t factor) noexcept;
-
-/// Puts a factor in force on a live window: as ApplyPerfFactor, and the display lists are made
-/// again and a measurement is given up. The picture has to be loaded anew for it.
-void SetPerfFactor(DetailState& detail, std::int32_t factor, TextureLimits& limits,
-                   CGLContext& context, CScene& scene, const MapWindow& window);
-
-/// The factor of the next coarser or finer level, clamped.
-std::int32_t StepFactor(std::int32_t factor, bool coarser) noexcept;
-
-/// Begins a measurement with a warm-up frame.
-void StartMeasuring(DetailState& detail) noexcept;
+inline constexpr std::int32_t kMeasuredFrames = 3;    // of one measurement, after a warm-up frame
 
 enum class TuneOutcome : std::uint8_t {
     Idle,          ///< nothing more to do
-    AnotherFrame,  ///< the measurement wants another frame
-    Coarser,       ///< too slow: perfFactor has been doubled and is to be put in force
+    AnotherFrame,  ///< the measurement needs another frame
+    Coarser,       ///< too slow: the factor has been doubled, and the caller must apply it
 };
 
-/// Takes one painted frame into the measurement.
-/// @param busy       a texture is being loaded or split: the measurement is given up
-/// @param elapsedMs  duration of the frame; 0 is not counted
-TuneOutcome TuneStep(DetailState& detail, bool busy, std::uint32_t elapsedMs) noexcept;
+/// Detail factor and measurement.
+class LevelOfDetail {
+public:
+    /// Percent, [50, 800]; larger means less detail.
+    std::int32_t Factor() const noexcept { return factor_; }
+    const MeshDetail& Mesh() const noexcept { return mesh_; }
 
-/// Frames a second of a frame that took `elapsedMs`; above 1000 when it was too short to measure.
-float FramesPerSecond(std::uint32_t elapsedMs) noexcept;
+    /// Sets the factor, clamped to [50, 800], and what follows from it: mesh and texture limit.
+    void Apply(std::int32_t factor, TextureLimits& limits) noexcept;
+
+    /// Begins a measurement with a warm-up frame.
+    void StartMeasuring() noexcept;
+    void StopMeasuring() noexcept { measured_ = kMeasuredFrames; }
+    /// Whether the warm-up frame is over and the measurement is not.
+    bool IsMeasuring() const noexcept { return measured_ >= 0 && measured_ < kMeasuredFrames; }
+    /// Frames measured so far, while IsMeasuring.
+    std::int32_t FramesMeasured() const noexcept { return measured_; }
+
+    /// Notes the duration of a painted frame, also for the measurement under way.
+    /// @param busy       a picture is being loaded or split: the measurement is given up
+    /// @param elapsedMs  0 is too short to measure and does not count
+    TuneOutcome TakeFrame(bool busy, std::uint32_t elapsedMs) noexcept;
+    /// Frames a second at the speed of the last frame; above 1000 when it was too short to measure.
+    float FrameRate() const noexcept { return frameRate_; }
+
+private:
+    TuneOutcome Measure(bool busy, std::uint32_t elapsedMs) noexcept;
+
+    std::int32_t factor_ = 100;
+    MeshDetail mesh_;
+    std::int32_t measured_ = kMeasuredFrames;  ///< frames; -1: the warm-up frame comes next
+    std::int32_t fpsSum_ = 0;                  ///< of the measured frames, frames a second
+    float frameRate_ = 0.0F;
+};
+
+/// The factor of the next coarser or finer level, clamped.
+std::int32_t StepFactor(std::int32_t factor, bool coarser) noexcept;

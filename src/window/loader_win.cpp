@@ -1,84 +1,81 @@
 #include "window/loader_win.h"
 
 #include <memory>
-#include <string>
 #include <utility>
 
-#include "render/current_context_win.h"
-#include "window/level_of_detail.h"
-#include "window/tile_upload_win.h"
+#include "image/gdiplus_session_win.h"
+#include "window/library_module_win.h"
 
 namespace {
 
-constexpr DWORD kWorkerWaitMs = 5000;
-constexpr DWORD kWindowWaitMs = 1000;
+constexpr DWORD kWorkerWaitMs = 5000;  // ms that a worker waits for the picture
 
-/// What a worker takes along. It owns a handle of its own to the mutex and a use of GDI+, so that
-/// FreeMap may let go of the library's while the worker still waits or decodes.
+/// What a worker needs. It owns a handle of its own to the mutex and a use of GDI+, so that FreeMap
+/// may release those of the map while the worker still waits or decodes.
 struct WorkerTask {
+    SharedPicture& shared;
     HWND window;
     UniqueHandle mutex;
     LoadNumber load;
-    std::uint32_t generation;  ///< of the picture that the task was made for
+    std::uint32_t generation;  ///< of the picture when the task was made
     std::wstring dataDirectory;
     GdiplusSession gdiplus;
-    HMODULE module = nullptr;  ///< a reference that keeps this code loaded; given back at the end
+    HMODULE module = nullptr;  ///< a reference that keeps this code loaded; released at the end
 };
 
 bool IsStale(const WorkerTask& task) noexcept {
-    return task.generation != Map().textures.generation;
+    return task.generation != task.shared.Generation();
 }
 
-void Report(LoadNumber load, LoadState state) noexcept { Map().textures.loads.Report(load, state); }
-
-/// Tells the window, after the tracker was told. A message that cannot be posted (the window is
-/// gone, its queue is full) is lost, and the load with it.
-void PostStage(HWND window, LoadNumber load, WPARAM stage, bool success) noexcept {
+/// Posts kStageDoneMessage. The load must have been reported to its tracker before. When the
+/// message cannot be posted (the window is destroyed, its queue is full), the load has ended.
+void PostStage(LoadTracker& loads, HWND window, LoadNumber load, WPARAM stage,
+               bool success) noexcept {
     const bool posted = window != nullptr && PostMessageW(window, kStageDoneMessage, stage,
                                                           success ? TRUE : FALSE) != FALSE;
-    if (!posted) Report(load, LoadState::Ended);
+    if (!posted) loads.Report(load, LoadState::Ended);
 }
 
+/// Loads the picture. Running out of memory counts as a picture that cannot be read.
 bool LoadSafely(const WorkerTask& task) noexcept {
     try {
-        SharedPicture& shared = Map().textures;
-        return shared.picture.Load(shared.limits, task.dataDirectory) != kLoadFailed;
+        return task.shared.picture.Load(task.shared.limits, task.dataDirectory) != kLoadFailed;
     } catch (...) {
-        return false;  // out of memory: reported like a picture that cannot be read
+        return false;
     }
 }
 
 void RunLoad(const WorkerTask& task) noexcept {
-    // Deliberate: a load that waited too long is lost without a word, a split reports failure.
+    // Deliberate: a load that times out on the lock ends without a message; a split that times out
+    // reports failure.
     LoadState state = LoadState::Ended;
     {
         const MutexHold hold = AcquireMutex(task.mutex.get(), kWorkerWaitMs);
         if (hold && !IsStale(task))
             state = LoadSafely(task) ? LoadState::Loaded : LoadState::Failed;
-        Report(task.load, state);
+        task.shared.loads.Report(task.load, state);
     }
     if (state == LoadState::Ended) return;
-    PostStage(task.window, task.load, kLoadStage, state == LoadState::Loaded);
+    PostStage(task.shared.loads, task.window, task.load, kLoadStage, state == LoadState::Loaded);
 }
 
 void RunSplit(const WorkerTask& task) noexcept {
     LoadState state = LoadState::Failed;
     {
         const MutexHold hold = AcquireMutex(task.mutex.get(), kWorkerWaitMs);
-        SharedPicture& shared = Map().textures;
         if (IsStale(task)) {
             state = LoadState::Ended;
-        } else if (hold && shared.picture.Split(shared.limits)) {
+        } else if (hold && task.shared.picture.Split(task.shared.limits)) {
             state = LoadState::Split;
         }
-        Report(task.load, state);
+        task.shared.loads.Report(task.load, state);
     }
     if (state == LoadState::Ended) return;
-    PostStage(task.window, task.load, kSplitStage, state == LoadState::Split);
+    PostStage(task.shared.loads, task.window, task.load, kSplitStage, state == LoadState::Split);
 }
 
-/// Runs `Work` on the task and leaves: the last reference to this code goes with the thread, so
-/// everything that has a destructor ends in the inner scope.
+/// Runs `Work` on the task and ends the thread together with its reference to the library. This
+/// function does not return, so the task is destroyed in the inner scope.
 template <void (*Work)(const WorkerTask&) noexcept>
 DWORD WINAPI WorkerProc(void* parameter) {
     HMODULE module = nullptr;
@@ -90,19 +87,16 @@ DWORD WINAPI WorkerProc(void* parameter) {
     FreeLibraryAndExitThread(module, 0);
 }
 
-HMODULE ReferenceToLibrary() noexcept {
-    HMODULE module = nullptr;
-    GetModuleHandleExW(GET_MODULE_HANDLE_EX_FLAG_FROM_ADDRESS,
-                       reinterpret_cast<LPCWSTR>(&LibraryModule), &module);
-    return module;
-}
-
-std::unique_ptr<WorkerTask> MakeTask(MapState& map, HWND window, LoadNumber load) {
-    std::unique_ptr<WorkerTask> task(new WorkerTask{window,
-                                                    DuplicateOf(map.textures.sceneMutex.get()),
+/// Makes the task of a worker. @return null when it gets no handle to the mutex or no reference to
+/// the library. Throws std::bad_alloc.
+std::unique_ptr<WorkerTask> MakeTask(SharedPicture& shared, HWND window, LoadNumber load,
+                                     const std::wstring& dataDirectory) {
+    std::unique_ptr<WorkerTask> task(new WorkerTask{shared,
+                                                    window,
+                                                    shared.DuplicateMutex(),
                                                     load,
-                                                    map.textures.generation,
-                                                    map.host.dataDirectory,
+                                                    shared.Generation(),
+                                                    dataDirectory,
                                                     {},
                                                     nullptr});
     if (!task->mutex) return nullptr;
@@ -110,10 +104,13 @@ std::unique_ptr<WorkerTask> MakeTask(MapState& map, HWND window, LoadNumber load
     return task->module != nullptr ? std::move(task) : nullptr;
 }
 
-bool StartThread(MapState& map, HWND window, LoadNumber load, LPTHREAD_START_ROUTINE procedure) {
+}  // namespace
+
+/// @return whether the thread has started
+bool MapLoader::StartThread(HWND window, LoadNumber load, LPTHREAD_START_ROUTINE procedure) {
     std::unique_ptr<WorkerTask> task;
     try {
-        task = MakeTask(map, window, load);
+        task = MakeTask(shared_, window, load, host_.Folders().data);
     } catch (...) {
         task = nullptr;
     }
@@ -123,99 +120,29 @@ bool StartThread(MapState& map, HWND window, LoadNumber load, LPTHREAD_START_ROU
         FreeLibrary(task->module);
         return false;
     }
-    static_cast<void>(task.release());  // the thread's now
+    static_cast<void>(task.release());  // the thread owns it now
     return true;
 }
 
-/// A worker that cannot be started reports failure as if it had run, so that the user learns why
-/// the globe stays empty.
-void StartWorker(MapState& map, HWND window, LoadNumber load, LPTHREAD_START_ROUTINE procedure,
-                 WPARAM stage) {
-    if (StartThread(map, window, load, procedure)) return;
-    Report(load, LoadState::Failed);
-    PostStage(window, load, stage, false);
+/// Starts a worker. A worker that cannot be started is reported like one that has failed, so that
+/// the user learns why the globe stays empty.
+void MapLoader::StartWorker(HWND window, LoadNumber load, LPTHREAD_START_ROUTINE procedure,
+                            WPARAM stage) {
+    if (StartThread(window, load, procedure)) return;
+    shared_.loads.Report(load, LoadState::Failed);
+    PostStage(shared_.loads, window, load, stage, false);
 }
 
-/// Starts the second worker of the load that was read. A message that a stranger has posted starts
-/// one of no load, which finds a picture to cut or not.
-void StartSplit(MapState& map, HWND window) {
-    if (!map.textures.sceneMutex) return;
-    const LoadNumber load = map.textures.loads.Find(window, LoadState::Loaded);
-    Report(load, LoadState::Splitting);
-    StartWorker(map, window, load, WorkerProc<RunSplit>, kSplitStage);
+void MapLoader::StartLoad(HWND window) {
+    if (!shared_.HasMutex()) return;
+    StartWorker(window, shared_.loads.Start(window), WorkerProc<RunLoad>, kLoadStage);
 }
 
-void ReportFailure(MapState& map, HWND window) {
-    if (map.errorBoxShown) return;  // repeated loads that fail show one box
-    wchar_t text[128];
-    wsprintfW(text, L"Can not load textures.\n Check for the \"%s\" presence or make it smaller.",
-              L"map.jpg");
-    map.errorBoxShown = true;
-    MessageBoxW(GetParent(window), text, L"Error", MB_ICONERROR);
-    map.errorBoxShown = false;
-}
-
-void OnFailure(MapState& map, HWND window) {
-    SharedPicture& shared = map.textures;
-    // On a time-out another worker owns the textures.
-    if (const MutexHold hold = AcquireMutex(shared.sceneMutex.get(), kWindowWaitMs)) {
-        const LoadNumber failed = shared.loads.Find(window, LoadState::Failed);
-        if (shared.loads.LeavesTextures(failed, shared.picture.Stage()))
-            shared.picture.ClearTiles(false);
-        Report(failed, LoadState::Ended);
-    }
-    map.windows.InvalidateAll();  // each may say that a picture is being loaded
-    ReportFailure(map, window);
-}
-
-void OnTilesReady(MapState& map, const MapWindow& entry) {
-    SharedPicture& shared = map.textures;
-    Report(shared.loads.Find(entry.window, LoadState::Split), LoadState::Ended);
-    if (map.drawing.planet == nullptr) return;
-    CurrentContextScope current(map.drawing.context, entry.dc.Get());
-    {
-        // Deliberate: when the lock cannot be had the message is dropped; the tiles stay unattached
-        // until the next load.
-        const MutexHold hold = AcquireMutex(shared.sceneMutex.get(), kWindowWaitMs);
-        if (!hold || !shared.picture.HasAllTiles()) {
-            // The message of the load that has the textures now brings the tiles, but not when its
-            // window is gone.
-            if (shared.loads.IsNewestForgotten()) StartLoad(entry.window);
-            return;
-        }
-        shared.tilesWaitForContext = !current.IsCurrent();
-        if (current.IsCurrent()) AttachTiles(map);
-    }
-    if (current.IsCurrent()) OnTilesAttached(map);
-    map.windows.InvalidateAll();
-}
-
-}  // namespace
-
-void StartLoad(HWND window) {
-    MapState& map = Map();
-    if (!map.textures.sceneMutex) return;  // without a lock no worker may run
-    StartWorker(map, window, map.textures.loads.Start(window), WorkerProc<RunLoad>, kLoadStage);
-}
-
-void LoadAtDetail(MapState& map, HWND window, std::int32_t factor) {
-    const MapWindow* entry = map.windows.Find(window);
-    if (entry == nullptr) return;
-    SetPerfFactor(map.detail, factor, map.textures.limits, map.drawing.context, map.drawing.scene,
-                  *entry);
-    StartLoad(window);
-}
-
-void OnStageDone(HWND window, WPARAM stage, bool success) {
-    MapState& map = Map();
-    const MapWindow* entry = map.windows.Find(window);
-    if (entry == nullptr) return;
-    if (!success) {
-        OnFailure(map, window);
-    } else if (stage == kLoadStage) {
-        StartSplit(map, window);
-        InvalidateRect(window, nullptr, FALSE);
-    } else if (stage == kSplitStage) {
-        OnTilesReady(map, *entry);
-    }
+void MapLoader::StartSplit(HWND window) {
+    if (!shared_.HasMutex()) return;
+    // This is kNoLoad when another program has posted the message. The worker then splits the
+    // picture that is loaded, if there is one.
+    const LoadNumber load = shared_.loads.Find(window, LoadState::Loaded);
+    shared_.loads.Report(load, LoadState::Splitting);
+    StartWorker(window, load, WorkerProc<RunSplit>, kSplitStage);
 }

@@ -1,20 +1,32 @@
 #pragma once
-// The worker threads that load and cut the map picture, and what the window does when one is done.
 
-#include "window/map_state_win.h"
+#include <string>
 
-/// Posted by a worker to its window: wParam the stage, lParam 1 for success, 0 for failure.
+#include "window/host_data.h"
+#include "window/shared_picture_win.h"
+
+/// Posted by a worker to its window: wParam is the stage, lParam 1 for success, 0 for failure.
 inline constexpr UINT kStageDoneMessage = WM_USER + 1;
 inline constexpr WPARAM kLoadStage = 0;
 inline constexpr WPARAM kSplitStage = 1;
 
-/// Starts the load of the map picture for `window`, which gets the message when it is done. Any
-/// number of loads and splits may be under way; they take turns and end in one right set of tiles.
-void StartLoad(HWND window);
+/// Starts the worker threads that load the map picture and split it into tiles. Any number of them
+/// may be under way: they take turns and end in one right set of tiles.
+class MapLoader {
+public:
+    /// Both must outlive the workers.
+    MapLoader(SharedPicture& shared, const HostData& host) noexcept
+        : shared_(shared), host_(host) {}
 
-/// Puts a detail factor (percent) in force and loads the picture for it. Does nothing for a window
-/// that is not live.
-void LoadAtDetail(MapState& map, HWND window, std::int32_t factor);
+    /// Starts a load for `window`, which gets kStageDoneMessage when it is done.
+    void StartLoad(HWND window);
+    /// Starts the split of the picture that was loaded for `window`.
+    void StartSplit(HWND window);
 
-/// Takes a worker's message: goes on to the next stage, attaches the tiles, or reports failure.
-void OnStageDone(HWND window, WPARAM stage, bool success);
+private:
+    void StartWorker(HWND window, LoadNumber load, LPTHREAD_START_ROUTINE procedure, WPARAM stage);
+    bool StartThread(HWND window, LoadNumber load, LPTHREAD_START_ROUTINE procedure);
+
+    SharedPicture& shared_;
+    const HostData& host_;
+};

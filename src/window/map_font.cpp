@@ -22,7 +22,7 @@ constexpr CodePageCharset kCharsets[] = {
     {1257, 186},  // Baltic
 };
 
-constexpr std::uint32_t kLastCodePage = 65535;
+constexpr std::uint32_t kMaxCodePage = 65535;
 
 }  // namespace
 
@@ -37,7 +37,7 @@ std::uint32_t ParseCodePage(const wchar_t* text) noexcept {
     std::uint32_t number = 0;
     for (; *text >= L'0' && *text <= L'9'; ++text) {
         number = number * 10 + static_cast<std::uint32_t>(*text - L'0');
-        if (number > kLastCodePage) return 0;
+        if (number > kMaxCodePage) return 0;
     }
     return number;
 }

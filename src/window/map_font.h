@@ -7,29 +7,29 @@
 #include "base/handles_win.h"
 #endif
 
-/// GDI's number of the character set that belongs to an ANSI code page; 0 for a code page that is
-/// unknown and for 1252, the western one.
+/// GDI's number of the character set for an ANSI code page; 0 for 1252 (western) and for an unknown
+/// code page.
 std::uint8_t CharsetOfCodePage(std::uint32_t codePage) noexcept;
 
-/// The number that a text begins with, as locales spell a code page ("1251"); 0 for a text without
-/// leading digits or with a number above 65535, where no code page lies.
+/// Reads a code page as locales write it ("1251"): the number at the start of the text. 0 when
+/// there are no digits or when the number is above 65535, the largest code page.
 std::uint32_t ParseCodePage(const wchar_t* text) noexcept;
 
 #ifdef _WIN32
-/// Bits of `styleFlags`.
+// Bits of `styleFlags`.
 inline constexpr unsigned kFontItalic = 1;
 inline constexpr unsigned kFontUnderline = 2;
 inline constexpr unsigned kFontStrikeOut = 4;
 inline constexpr unsigned kFontBold = 8;
 
-/// Fills a logical font whose character set follows the user's language.
-/// @param width, height  above 0: points; else logical units stored as given
-/// @param weight         0..1000; 0 takes bold from `styleFlags`
+/// Describes a font in the character set of the user's language.
+/// @param width, height  above 0: points; otherwise logical units, stored as given
+/// @param weight         0 to 1000; 0: bold or not, as `styleFlags` say
 /// @return false when there is no screen DC
 bool MakeLogFont(const wchar_t* faceName, int width, int height, int weight, unsigned styleFlags,
                  LOGFONTW& out) noexcept;
 
-/// The same as a font; null when it cannot be made.
+/// Makes such a font; null when it cannot be made.
 UniqueFont CreateMapFont(const wchar_t* faceName, int width, int height, int weight,
                          unsigned styleFlags) noexcept;
 #endif

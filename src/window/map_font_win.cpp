@@ -6,10 +6,10 @@
 namespace {
 
 constexpr int kPointsPerInch = 72;
-constexpr std::size_t kFaceNameLength = 30;  // characters; LOGFONTW has room for one more
-constexpr int kCodePageDigits = 10;          // characters with terminator that a locale may answer
+constexpr std::size_t kMaxFaceName = 30;  // characters; LOGFONTW could hold one more
+constexpr int kCodePageDigits = 10;       // characters with terminator that a locale may answer
 
-/// The character set of the user's language; 0 when its code page says nothing.
+/// The character set of the user's language; 0 when its code page is western or unknown.
 std::uint8_t UserCharset() noexcept {
     wchar_t digits[kCodePageDigits] = {};
     if (GetLocaleInfoW(GetUserDefaultLangID(), LOCALE_IDEFAULTANSICODEPAGE, digits,
@@ -20,7 +20,7 @@ std::uint8_t UserCharset() noexcept {
     return IsValidCodePage(codePage) ? CharsetOfCodePage(codePage) : std::uint8_t{0};
 }
 
-/// `size` points on a device of `dotsPerInch`, as logical units of `dc`.
+/// Converts a size in points to logical units of `dc`. @param dotsPerInch  of its device
 POINT PointsToLogical(HDC dc, int size, int dotsPerInch) noexcept {
     const int pixels = dotsPerInch * size / kPointsPerInch;
     POINT logical = {pixels, pixels};
@@ -31,7 +31,7 @@ POINT PointsToLogical(HDC dc, int size, int dotsPerInch) noexcept {
 void SetFontSize(HDC screen, int width, int height, LOGFONTW& out) noexcept {
     out.lfHeight = height;
     out.lfWidth = width;
-    // Negative: the height of the characters, not of their cells.
+    // A negative lfHeight is the height of the characters; a positive one is that of their cells.
     if (height > 0) {
         out.lfHeight = -PointsToLogical(screen, height, GetDeviceCaps(screen, LOGPIXELSY)).y;
     }
@@ -56,11 +56,11 @@ bool MakeLogFont(const wchar_t* faceName, int width, int height, int weight, uns
     out.lfCharSet = UserCharset();
     const WindowDc screen(nullptr);
     if (screen.Get() == nullptr) return false;
-    // Western or unknown: what the screen's own font has.
+    // Western or unknown: take the character set of the screen's default font.
     if (out.lfCharSet == 0) out.lfCharSet = static_cast<BYTE>(GetTextCharset(screen.Get()));
     SetFontSize(screen.Get(), width, height, out);
     SetFontStyle(weight, styleFlags, out);
-    std::wstring_view(faceName).copy(out.lfFaceName, kFaceNameLength);
+    std::wstring_view(faceName).copy(out.lfFaceName, kMaxFaceName);
     return true;
 }
 

@@ -4,17 +4,17 @@
 
 namespace {
 
-constexpr std::int32_t kPercentPerStep = 100;  // "lag_factor" counts whole times the basic detail
+constexpr std::int32_t kPercentPerStep = 100;  // "lag_factor" is in hundreds of percent
 constexpr std::int32_t kMaxLagFactor = 8;
 constexpr std::int32_t kMinScaler = -3;
 constexpr std::int32_t kMaxScalerX = 2;
-constexpr std::int32_t kMaxScalerY = 1;  // one less: the map is twice as wide as high
+constexpr std::int32_t kMaxScalerY = 1;  // one less than for the width: the map is 2:1
 
 }  // namespace
 
-RawSettings CurrentSettings(const MapSettings& settings, std::int32_t perfFactor) noexcept {
+RawSettings CurrentSettings(const MapSettings& settings, std::int32_t factor) noexcept {
     return {settings.texScalerX, settings.texScalerY, settings.texCompression,
-            perfFactor / kPercentPerStep};
+            factor / kPercentPerStep};
 }
 
 std::int32_t TakeSettings(const RawSettings& raw, MapSettings& settings) noexcept {

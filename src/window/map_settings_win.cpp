@@ -7,20 +7,20 @@ namespace {
 
 constexpr const wchar_t* kSection = L"map";
 
-/// One number of the file; `current` when the key is missing.
+/// Reads one number of the file; `current` when the key is missing.
 std::int32_t ReadNumber(const std::wstring& file, const wchar_t* key,
                         std::int32_t current) noexcept {
-    // The profile call answers unsigned; -9 in the file comes back as 4294967287.
+    // The function returns the number unsigned: -9 in the file comes as 4294967287.
     return static_cast<std::int32_t>(GetPrivateProfileIntW(kSection, key, current, file.c_str()));
 }
 
 }  // namespace
 
 std::int32_t ReadMapSettings(const std::wstring& settingsFile, MapSettings& settings,
-                             std::int32_t perfFactor) {
-    if (settingsFile.empty()) return perfFactor;
+                             std::int32_t factor) {
+    if (settingsFile.empty()) return factor;
     ReadAdminFlags();
-    RawSettings raw = CurrentSettings(settings, perfFactor);
+    RawSettings raw = CurrentSettings(settings, factor);
     raw.texScalerX = ReadNumber(settingsFile, L"texScalerX", raw.texScalerX);
     raw.texScalerY = ReadNumber(settingsFile, L"texScalerY", raw.texScalerY);
     raw.texCompression = ReadNumber(settingsFile, L"tex_compression", raw.texCompression);

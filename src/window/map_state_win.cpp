@@ -5,13 +5,14 @@
 
 namespace {
 
-// Never destroyed by the runtime: at the end of the process nothing may be touched any more.
+// The runtime never destroys the state: at the end of the process other libraries may be gone, and
+// nothing may be touched any more.
 MapState*& StateSlot() noexcept {
     static MapState* state = nullptr;
     return state;
 }
 
-// Not from the heap: where no memory is left, InitMap still keeps the reason of its refusal.
+// Not from the heap: when no memory is left, InitMap must still store why it failed.
 alignas(MapState) constinit std::byte stateMemory[sizeof(MapState)] = {};
 
 }  // namespace
@@ -25,23 +26,15 @@ MapState& Map() {
 void DestroyMapState() noexcept {
     MapState*& state = StateSlot();
     if (state == nullptr) return;
-    // A host that unloads without FreeMap or with a window still alive leaves these behind; ending
-    // them here would call GDI+ and OpenGL under the loader's lock.
+    // A host that unloads without FreeMap, or while a window lives, leaves GDI+ or OpenGL in use:
+    // ending them here would call them under the loader's lock.
     const bool clean = state->gdiplus == nullptr && state->windows.Count() == 0;
     if (clean) {
         state->~MapState();
     } else {
-        // The largest that a library can leave behind. No worker runs any more: each holds a
-        // reference to the library.
-        AbandonPicture(state->textures);
+        // Frees at least the picture, the largest of what is left. No worker can be running: each
+        // holds a reference to the library.
+        state->textures.Abandon();
     }
     state = nullptr;
-}
-
-HMODULE LibraryModule() noexcept {
-    HMODULE module = nullptr;
-    GetModuleHandleExW(
-        GET_MODULE_HANDLE_EX_FLAG_FROM_ADDRESS | GET_MODULE_HANDLE_EX_FLAG_UNCHANGED_REFCOUNT,
-        reinterpret_cast<LPCWSTR>(&LibraryModule), &module);
-    return module;
 }

@@ -1,102 +1,58 @@
 #pragma once
 
-#include <array>
-#include <cstdint>
 #include <memory>
 
-#include "base/handles_win.h"
-#include "base/window_timer_win.h"
-#include "cities/city_clock_win.h"
-#include "cities/city_pick.h"
-#include "globe/planet.h"
 #include "horivo_host.h"
 #include "image/gdiplus_session_win.h"
-#include "photos/map_buttons.h"
-#include "photos/photo_panel.h"
-#include "render/extension_flags.h"
-#include "render/gl_context_win.h"
-#include "render/gl_font.h"
-#include "render/lamp.h"
-#include "render/scene.h"
-#include "window/flight_path.h"
+#include "window/button_repeat_win.h"
+#include "window/call_results.h"
+#include "window/flight_win.h"
+#include "window/gl_resources_win.h"
 #include "window/host_data.h"
+#include "window/hover_win.h"
+#include "window/install_self_test_win.h"
 #include "window/level_of_detail.h"
+#include "window/loader_win.h"
 #include "window/map_settings.h"
 #include "window/map_window_win.h"
+#include "window/near_cities_win.h"
+#include "window/overlay_win.h"
 #include "window/pointer_state.h"
 #include "window/shared_picture_win.h"
 #include "window/view_state.h"
 
-/// A flight under way. Window thread.
-struct FlightState {
-    FlightPath path;
-    WindowTimer timer;  ///< drives it; runs as long as the flight
-};
-
-/// The pointer resting on a city. Window thread.
-struct HoverState {
-    std::int32_t signedIndex = 0;  ///< of the city; negative when it is only the nearest
-    std::int32_t x = 0;            ///< window pixels
-    std::int32_t y = 0;            ///< from the bottom
-    WindowTimer timer;             ///< runs while the rest is waited for
-};
-
-/// Buttons, photos and labels over the globe. Window thread; textures as in DrawingState.
-struct OverlayState {
-    MapButtons buttons;
-    PhotoPanel panel;
-    bool hostAccepted = false;  ///< the host's last answer; shows the add-photo button
-    /// Cities within reach of the pointed place, of the frame under way.
-    std::array<CityRecord*, kMaxCitiesNear> nearCities = {};
-    TimeZoneTable zones;  ///< lives until unload: city records point into it
-    SystemCityClock clock{zones};
-};
-
-/// The context and what is drawn with it. Window thread; empty between the last WM_DESTROY and the
-/// next WM_CREATE, but for the scene's own view and the sizes.
-struct DrawingState {
-    ExtensionFlags extensions;
-    CGLContext context;
-    CGLFont font;
-    CScene scene;
-    CLamp* lamp = nullptr;      ///< owned by the scene
-    CPlanet* planet = nullptr;  ///< owned by the scene
-    GlobeMeasure globe;
-    SYSTEMTIME sceneTime = {};  ///< UTC instant of the Sun
-    UniqueCursor handCursor;    ///< loaded and released with the windows; no step shows it
-
-    explicit DrawingState(std::uint32_t& lastSysError) noexcept
-        : context(extensions, lastSysError) {}
-};
-
-/// All mutable data of the map that exists once per process. Exports and window code reach it
-/// through Map(); what they call gets its part as a parameter. Three statics stand by themselves:
-/// the common folder and the switches, which host services share, and the count of GDI+'s users,
-/// which outlive the map. The C++ runtime's own are in stack_guard and exception_memory.
+/// All mutable data of the map that exists once per process. Message handlers and exported
+/// functions reach it through Map(); what they call gets its parts as parameters. A function that
+/// needs four parts or more may take the whole state, and says so.
+///
+/// Three statics are not part of it: the common folder and the switches, which belong to the host
+/// services, and the number of users of GDI+, which outlive the map. What the C++ runtime needs is
+/// in stack_guard and exception_memory.
 struct MapState {
     HostData host;                            ///< window thread
+    CallResults results;                      ///< window thread
+    InstallTest installTest;                  ///< window thread
+    MapSettings settings;                     ///< window thread
     ViewState view;                           ///< window thread
     PointerState pointer;                     ///< window thread
-    DetailState detail;                       ///< window thread
-    MapSettings settings;                     ///< window thread
-    FlightState flight;                       ///< window thread
-    HoverState hover;                         ///< window thread
-    OverlayState overlay;                     ///< window thread
-    WindowTimer repeat;                       ///< of a held overlay button; window thread
-    SharedPicture textures;                   ///< see its members
-    DrawingState drawing{host.lastSysError};  ///< window thread
+    LevelOfDetail detail;                     ///< window thread
+    Flight flight;                            ///< window thread
+    Hover hover;                              ///< window thread
+    ButtonRepeat repeat;                      ///< window thread
     LiveWindows windows;                      ///< window thread
-    std::unique_ptr<GdiplusSession> gdiplus;  ///< between InitMap and FreeMap; window thread
-    bool errorBoxShown = false;  ///< "Can not load textures." is on screen; window thread
+    SharedPicture textures;                   ///< picture: its own mutex; the rest: see there
+    MapLoader loader{textures, host};         ///< window thread; its workers use `textures` alone
+    GlResources gl{results.SysErrorSlot()};   ///< window thread, context current
+    Overlay overlay{host, gl, windows};       ///< window thread, textures with the context current
+    TimeZoneTable zones;                      ///< window thread; city records point into it
+    NearCities nearCities{zones};             ///< window thread
+    std::unique_ptr<GdiplusSession> gdiplus;  ///< window thread; between InitMap and FreeMap
+    bool errorBoxShown = false;  ///< window thread; "Can not load textures." is on screen
 };
 
 /// The one state, made at its first use.
 MapState& Map();
 
-/// Gives the state back when the library is unloaded while the process lives on. Calls neither GL
-/// nor GDI+: both must not be called from there, and both are empty after the last window and
-/// FreeMap.
+/// Destroys the state when the library is unloaded while the process lives on. Calling GL or GDI+
+/// is forbidden then; after the last window and FreeMap the state holds nothing of either.
 void DestroyMapState() noexcept;
-
-/// The module that this code is in.
-HMODULE LibraryModule() noexcept;

@@ -10,6 +10,19 @@ bool ClientSize(HWND window, std::int32_t& width, std::int32_t& height) noexcept
     return true;
 }
 
+void MapWindow::UseFont(UniqueFont font) {
+    font_ = std::move(font);
+    if (font_) selectedFont_ = std::make_unique<SelectedObject>(dc.Get(), font_.get());
+}
+
+bool MapWindow::NoteShownSize(std::int32_t width, std::int32_t height) noexcept {
+    const bool first = shownWidth_ == 0;
+    const bool same = shownWidth_ == width && shownHeight_ == height;
+    shownWidth_ = width;
+    shownHeight_ = height;
+    return !first && !same;
+}
+
 MapWindow& LiveWindows::Add(HWND window) {
     return *windows_.emplace_back(std::make_unique<MapWindow>(window));
 }

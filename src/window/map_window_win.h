@@ -4,46 +4,66 @@
 #include <cstddef>
 #include <cstdint>
 #include <memory>
+#include <utility>
 #include <vector>
 
 #include "base/handles_win.h"
 #include "base/window_timer_win.h"
 
-/// A map window has timers of the ids 1 to this.
+/// Number of timers of a map window; their ids are 1 to this.
 inline constexpr std::size_t kMapTimers = 4;
 
-/// What one live map window owns. Members in this order: released backwards, the font is
-/// deselected before it is deleted and the DC goes last.
-struct MapWindow {
+/// What one live map window owns.
+class MapWindow {
+public:
     explicit MapWindow(HWND handle) noexcept : window(handle), dc(handle) {}
 
-    HWND window;
-    WindowDc dc;  ///< kept for the life of the window (class style CS_OWNDC)
-    UniqueFont font;
-    std::unique_ptr<SelectedObject> selectedFont;
+    /// Takes ownership of `font` and selects it into the DC. Null: the DC keeps its default font.
+    void UseFont(UniqueFont font);
+    bool HasFont() const noexcept { return font_ != nullptr; }
+
+    /// Notes that the message of a timer was posted back to the queue.
+    /// @param id      of the timer, 1 to kMapTimers
+    /// @param starts  how often the timer had been started
+    void NotePostedBack(UINT_PTR id, std::uint32_t starts) noexcept { postedBack_[id] = starts; }
+    /// Removes the note. @return the number of starts in it; 0: there was no note
+    std::uint32_t TakePostedBack(UINT_PTR id) noexcept { return std::exchange(postedBack_[id], 0); }
+
+    /// Notes the size of a frame that was shown, pixels.
+    /// @return whether it differs from that of the frame before
+    bool NoteShownSize(std::int32_t width, std::int32_t height) noexcept;
+
+    const HWND window;
+    const WindowDc dc;  ///< kept for the life of the window (class style CS_OWNDC)
     WindowTimer sunTimer;
-    /// By timer id: the start of the timer whose message was posted back and has not come; 0: none.
-    std::array<std::uint32_t, kMapTimers + 1> postedBack = {};
-    std::int32_t shownWidth = 0;  ///< of the last frame, pixels; 0 before the first
-    std::int32_t shownHeight = 0;
+
+private:
+    // Members are released in reverse order: the font is deselected before it is deleted, and the
+    // DC is released last.
+    UniqueFont font_;
+    std::unique_ptr<SelectedObject> selectedFont_;
+    std::array<std::uint32_t, kMapTimers + 1> postedBack_ = {};  ///< by timer id
+    std::int32_t shownWidth_ = 0;                                ///< 0 before the first frame
+    std::int32_t shownHeight_ = 0;
 };
 
-/// Client size of a window, pixels. @return false, with both unchanged, while a side is below 1
+/// Reads the client size of a window, pixels.
+/// @return false while a side is below 1; both numbers are then unchanged
 bool ClientSize(HWND window, std::int32_t& width, std::int32_t& height) noexcept;
 
 /// The live map windows, oldest first. All share one context and one scene.
 class LiveWindows {
 public:
-    /// Makes an entry for `window` and makes it the map window. Throws std::bad_alloc.
+    /// Adds an entry for `window`, which becomes the current one. Throws std::bad_alloc.
     MapWindow& Add(HWND window);
-    /// Releases the entry; the map window is then the newest of the others, if any.
+    /// Releases the entry; the newest of the others, if any, becomes the current one.
     void Remove(HWND window) noexcept;
     /// The entry of `window`, null when it is not live (any more).
     MapWindow* Find(HWND window) noexcept;
     bool IsLive(HWND window) noexcept { return Find(window) != nullptr; }
-    /// The window that messages without one go to; null when none lives.
+    /// The newest live window, for work that any window can do. Null when none lives.
     MapWindow* Current() noexcept;
-    /// Asks every window for a new picture.
+    /// Asks every window to paint a new frame.
     void InvalidateAll() const noexcept;
     std::size_t Count() const noexcept { return windows_.size(); }
 

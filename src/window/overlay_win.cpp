@@ -1,126 +1,135 @@
 #include "window/overlay_win.h"
 
+#include <cstddef>
 #include <utility>
 
+#include "cities/city_lookup.h"
+#include "cities/city_pick.h"
 #include "photos/button_sheet_win.h"
-#include "photos/photo_page_win.h"
 #include "render/current_context_win.h"
+#include "window/host_notice_win.h"
 
-namespace {
-
-PanelArea AreaOf(const MapState& map, std::int32_t width, std::int32_t height) noexcept {
-    return {width, height, map.drawing.font.GetHeight()};
+PanelArea Overlay::AreaOf(std::int32_t width, std::int32_t height) const noexcept {
+    return {width, height, gl_.Font().GetHeight()};
 }
 
-ButtonLayout ButtonLayoutOf(const MapState& map, std::int32_t width, std::int32_t height) noexcept {
-    const PhotoPanel& panel = map.overlay.panel;
+ButtonLayout Overlay::ButtonLayoutOf(std::int32_t width, std::int32_t height) const noexcept {
     return {
         .windowWidth = width,
         .windowHeight = height,
-        .page = panel.GetPage(),
-        .offerPhotos = map.overlay.hostAccepted,
+        .page = panel_.GetPage(),
+        .offerPhotos = hostAccepted_,
     };
 }
 
-/// Where the context cannot be made current, the next frame that has it uploads the photos.
-void UploadNowOrLater(MapState& map, const MapWindow& entry) {
-    const CurrentContextScope current(map.drawing.context, entry.dc.Get());
-    if (current.IsCurrent()) map.overlay.panel.UploadPhotos();
+/// Uploads the photos; where the context cannot be made current, the next frame that has it does.
+void Overlay::UploadNowOrLater(const MapWindow& entry) {
+    const CurrentContextScope current(gl_.Context(), entry.dc.Get());
+    if (current.IsCurrent()) panel_.UploadPhotos();
 }
 
-}  // namespace
-
-void FitOverlayTo(MapState& map, HWND window) noexcept {
+void Overlay::FitTo(HWND window) noexcept {
     std::int32_t width = 0;
     std::int32_t height = 0;
     if (!ClientSize(window, width, height)) return;
-    map.overlay.panel.Resize(AreaOf(map, width, height));
-    map.overlay.buttons.PlacePhotoButtons(ButtonLayoutOf(map, width, height),
-                                          map.drawing.font.GetHeight());
+    panel_.Resize(AreaOf(width, height));
+    buttons_.PlacePhotoButtons(ButtonLayoutOf(width, height), gl_.Font().GetHeight());
 }
 
-void CreateOverlay(MapState& map) {
+void Overlay::Create() {
     ButtonSheet sheet;
-    map.overlay.buttons.CreateButtons(sheet.LoadFor(map.host.hostDirectory) ? sheet.GetPixels()
-                                                                            : nullptr);
+    buttons_.CreateButtons(sheet.LoadFor(host_.Folders().host) ? sheet.GetPixels() : nullptr);
     // A new window shows the place that the last window showed.
-    map.overlay.panel.BuildPhotoPanel(map.host.cities, PhotoSource::Memory);
-    map.overlay.panel.UploadPhotos();
+    panel_.BuildPhotoPanel(host_.Cities(), PhotoSource::Memory);
+    panel_.UploadPhotos();
 }
 
-void ReleaseOverlay(MapState& map) noexcept {
-    map.overlay.panel.DeleteTextures();
-    map.overlay.panel.DeleteImages();
-    map.overlay.buttons.DestroyButtons();
+void Overlay::Release() noexcept {
+    panel_.DeleteTextures();
+    panel_.DeleteImages();
+    buttons_.DestroyButtons();
 }
 
-void DrawOverlay(MapState& map, std::int32_t width, std::int32_t height) {
-    map.overlay.panel.DrawPhotoPanel(AreaOf(map, width, height), map.host.cities, map.drawing.font,
-                                     map.pointer.geoPoint);
-    map.overlay.buttons.LayoutButtons(ButtonLayoutOf(map, width, height), map.drawing.font,
-                                      map.host.localStrings.Get(HORIVO_TEXT_ADD_PHOTO, nullptr));
+void Overlay::Draw(const CGeoPoint& pointed, std::int32_t width, std::int32_t height) {
+    panel_.DrawPhotoPanel(AreaOf(width, height), host_.Cities(), gl_.Font(), pointed);
+    buttons_.LayoutButtons(ButtonLayoutOf(width, height), gl_.Font(),
+                           host_.localStrings.Get(HORIVO_TEXT_ADD_PHOTO, nullptr));
 }
 
-void ShowPhotos(MapState& map, HWND window, WideString country, WideString city) {
-    const MapWindow* entry = map.windows.Find(window);
+bool Overlay::AskHost(HWND window, std::int32_t signedIndex) {
+    hostAccepted_ = AskHostForPhotos(window, signedIndex);
+    return hostAccepted_;
+}
+
+void Overlay::OfferPhotos(HWND window, std::int32_t signedIndex, PhotosOf whose) {
+    if (!windows_.IsLive(window)) return;
+    if (!IsSignedIndexIn(signedIndex, host_.Cities().count)) return;
+    if (!AskHost(window, signedIndex) || !windows_.IsLive(window)) return;
+    // The host may have handed over another table while it was asked.
+    if (!IsSignedIndexIn(signedIndex, host_.Cities().count)) return;
+    const CityRecord& city =
+        host_.Cities().Records()[static_cast<std::size_t>(IndexOfSigned(signedIndex))];
+    ShowPhotos(window, WideString(CountryNameOf(city)),
+               whose == PhotosOf::City ? WideString(CityNameOf(city)) : WideString());
+}
+
+void Overlay::ShowPhotos(HWND window, WideString country, WideString city) {
+    const MapWindow* entry = windows_.Find(window);
     if (entry == nullptr) return;
-    FitOverlayTo(map, window);
-    map.overlay.panel.ShowPlace(map.host.cities, std::move(country), std::move(city));
-    UploadNowOrLater(map, *entry);
+    FitTo(window);
+    panel_.ShowPlace(host_.Cities(), std::move(country), std::move(city));
+    UploadNowOrLater(*entry);
 }
 
-void ReloadPhotos(MapState& map, HWND window) {
-    const MapWindow* entry = map.windows.Find(window);
+void Overlay::ReloadPhotos(HWND window) {
+    const MapWindow* entry = windows_.Find(window);
     if (entry == nullptr) return;
-    FitOverlayTo(map, window);
-    map.overlay.panel.BuildPhotoPanel(map.host.cities, PhotoSource::Disk);
-    UploadNowOrLater(map, *entry);
+    FitTo(window);
+    panel_.BuildPhotoPanel(host_.Cities(), PhotoSource::Disk);
+    UploadNowOrLater(*entry);
 }
 
-void TakeNewPhotos(MapState& map, HWND window) {
-    map.overlay.panel.OfferAllPages();
-    ReloadPhotos(map, window);
+void Overlay::TakeNewPhotos(HWND window) {
+    panel_.OfferAllPages();
+    ReloadPhotos(window);
 }
 
-void TakeNewTable(MapState& map) noexcept {
-    PhotoPanel& panel = map.overlay.panel;
-    panel.ForgetCityOrder();
+void Overlay::TakeNewTable() noexcept {
+    panel_.ForgetCityOrder();
     try {
-        if (const MapWindow* live = map.windows.Current()) {
-            ReloadPhotos(map, live->window);
-        } else if (!panel.GetPlaceName().empty()) {
-            panel.ReloadPhotoSet(map.host.cities);
+        if (const MapWindow* live = windows_.Current()) {
+            ReloadPhotos(live->window);
+        } else if (!panel_.GetPlaceName().empty()) {
+            panel_.ReloadPhotoSet(host_.Cities());
         }
     } catch (...) {  // out of memory
-        panel.DeleteImagesAndPhotos();
+        panel_.DeleteImagesAndPhotos();
     }
 }
 
-void ShowNextPhotos(MapState& map, HWND window) {
-    PhotoPanel& panel = map.overlay.panel;
-    if (panel.GetPage().count == 0) return;
-    FitOverlayTo(map, window);
-    const std::int32_t before = panel.GetPage().firstShown;
-    if (!panel.PageForward()) return;
-    ReloadPhotos(map, window);
-    if (panel.HasThumbnails()) return;
-    // None of the remaining photos can be loaded. An empty page would help nobody, nor would a
-    // button that leads to it.
-    panel.RejectPage(before);
-    ReloadPhotos(map, window);
+void Overlay::ShowNextPage(HWND window) {
+    if (panel_.GetPage().count == 0) return;
+    FitTo(window);
+    const std::int32_t before = panel_.GetPage().firstShown;
+    if (!panel_.PageForward()) return;
+    ReloadPhotos(window);
+    if (panel_.HasThumbnails()) return;
+    // None of the remaining photos can be loaded: go back to the page before, and offer no page
+    // behind it from now on.
+    panel_.RejectPage(before);
+    ReloadPhotos(window);
 }
 
-void ShowPreviousPhotos(MapState& map, HWND window) {
-    if (map.overlay.panel.GetPage().count == 0) return;
-    FitOverlayTo(map, window);
-    if (map.overlay.panel.PageBack(map.host.cities)) ReloadPhotos(map, window);
+void Overlay::ShowPreviousPage(HWND window) {
+    if (panel_.GetPage().count == 0) return;
+    FitTo(window);
+    if (panel_.PageBack(host_.Cities())) ReloadPhotos(window);
 }
 
-void AddPhoto(MapState&, HWND) { OpenAddPhotoPage(); }
-
-std::int32_t HitTestButtons(MapState& map, HWND window, std::int32_t x, std::int32_t y,
-                            bool clearOnly) noexcept {
+std::int32_t Overlay::LightButtonAt(HWND window, const WindowPoint& point) noexcept {
     RECT client = {};
     GetClientRect(window, &client);
-    return map.overlay.buttons.HitTestButtons(x, y, clearOnly, client.right);
+    return buttons_.HitTestButtons(point.x, point.y, false, client.right);
 }
+
+void Overlay::PutOutButtons() noexcept { buttons_.HitTestButtons(0, 0, true, 0); }

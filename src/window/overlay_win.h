@@ -1,36 +1,73 @@
 #pragma once
-// The flat controls over the globe: buttons and photo panel of the map windows.
 
-#include "window/map_state_win.h"
+#include <cstdint>
 
-/// Makes the buttons from "buttons.png" and puts the panel's photos back. The context is current.
-void CreateOverlay(MapState& map);
-/// Deletes what of it lives in the context.
-void ReleaseOverlay(MapState& map) noexcept;
+#include "photos/map_buttons.h"
+#include "photos/photo_panel.h"
+#include "window/gl_resources_win.h"
+#include "window/host_data.h"
+#include "window/map_window_win.h"
+#include "window/pointer_state.h"
 
-/// Places panel and photo buttons as in `window`; whatever is picked there must be where it shows
-/// it, though another window may have been painted since.
-void FitOverlayTo(MapState& map, HWND window) noexcept;
+/// Whose photos are shown.
+enum class PhotosOf : bool { Country, City };
 
-/// Draws panel and buttons, in the flat pass.
-void DrawOverlay(MapState& map, std::int32_t width, std::int32_t height);
+/// The flat controls over the globe: buttons and photo panel, the same in all map windows.
+class Overlay {
+public:
+    /// All three must outlive the overlay.
+    Overlay(const HostData& host, GlResources& gl, LiveWindows& windows) noexcept
+        : host_(host), gl_(gl), windows_(windows) {}
 
-/// Shows the photos of a country, or of one of its cities (`city` not empty).
-void ShowPhotos(MapState& map, HWND window, WideString country, WideString city);
-/// Reads the panel's photos again, after a change on disk or to another page.
-void ReloadPhotos(MapState& map, HWND window);
-/// Reads the panel's photos again after the host has reported new ones, and offers all its pages.
-void TakeNewPhotos(MapState& map, HWND window);
+    /// Makes the buttons from "buttons.png" and loads the photos that the panel showed before. The
+    /// context is current.
+    void Create();
+    /// Deletes textures and images of both; the place that the panel shows stays.
+    void Release() noexcept;
 
-/// The photos know their cities by their places in the host's table: puts those of a new one in.
-void TakeNewTable(MapState& map) noexcept;
+    /// Places panel and photo buttons for the size of `window`. Needed before anything is picked in
+    /// the window: another window of another size may have been painted since.
+    void FitTo(HWND window) noexcept;
+    /// Uploads photos that were loaded while the context could not be made current; now it is.
+    void UploadWaitingPhotos() noexcept { panel_.UploadPhotos(); }
+    /// Draws panel and buttons. Needs the flat projection in window pixels.
+    void Draw(const CGeoPoint& pointed, std::int32_t width, std::int32_t height);
 
-/// VK_NEXT, VK_PRIOR and VK_INSERT.
-void ShowNextPhotos(MapState& map, HWND window);
-void ShowPreviousPhotos(MapState& map, HWND window);
-void AddPhoto(MapState& map, HWND window);
+    /// Asks the host whether the photos may be shown, and keeps the answer for the add-photo
+    /// button.
+    /// @return the answer
+    bool AskHost(HWND window, std::int32_t signedIndex);
+    /// Asks the host and, when it consents, shows the photos of the record's country or of the city
+    /// itself. Does nothing for an index outside the table and for a window that is not live (any
+    /// more).
+    void OfferPhotos(HWND window, std::int32_t signedIndex, PhotosOf whose);
+    /// Reads the photos of the panel again after the host has reported new ones. Pages of which no
+    /// photo could be loaded are offered again.
+    void TakeNewPhotos(HWND window);
+    /// Finds the photos in a new table of the host: photos know their cities by index.
+    void TakeNewTable() noexcept;
 
-/// Lights the overlay button at a window point (none with `clearOnly`).
-/// @return its virtual-key code, 0 for none
-std::int32_t HitTestButtons(MapState& map, HWND window, std::int32_t x, std::int32_t y,
-                            bool clearOnly) noexcept;
+    void ShowNextPage(HWND window);
+    void ShowPreviousPage(HWND window);
+
+    /// Lights the button at a point of the window and puts out all others.
+    /// @return its virtual-key code, 0 for none
+    std::int32_t LightButtonAt(HWND window, const WindowPoint& point) noexcept;
+    void PutOutButtons() noexcept;
+
+    const PhotoPanel& Panel() const noexcept { return panel_; }
+
+private:
+    PanelArea AreaOf(std::int32_t width, std::int32_t height) const noexcept;
+    ButtonLayout ButtonLayoutOf(std::int32_t width, std::int32_t height) const noexcept;
+    void UploadNowOrLater(const MapWindow& entry);
+    void ShowPhotos(HWND window, WideString country, WideString city);
+    void ReloadPhotos(HWND window);
+
+    const HostData& host_;
+    GlResources& gl_;
+    LiveWindows& windows_;
+    MapButtons buttons_;
+    PhotoPanel panel_;
+    bool hostAccepted_ = false;  ///< the last answer of the host; shows the add-photo button
+};

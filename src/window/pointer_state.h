@@ -1,32 +1,84 @@
 #pragma once
 
 #include <cstdint>
+#include <optional>
 
+#include "math/geographic.h"
 #include "render/geo_point.h"
+#include "window/view_state.h"
 
-/// The photo on which the button went down.
-struct PressedPhoto {
-    std::int32_t cityIndex = -1;  ///< -1: on none
-    std::int32_t photoNumber = 0;
+class CScene;
+class CSphere;
+
+/// A point of a window, pixels.
+struct WindowPoint {
+    std::int32_t x = 0;
+    std::int32_t y = 0;  ///< from the bottom
+    bool operator==(const WindowPoint&) const = default;
 };
 
-/// What the pointer points at, and what the left button holds. Window thread.
-struct PointerState {
-    CGeoPoint geoPoint;
-    /// Handle of the window that will hear when the pointer leaves it, while geoPoint.valid.
-    const void* overWindow = nullptr;
-    std::int32_t pressX = 0;  ///< window pixels, where the button went down
-    std::int32_t pressY = 0;  ///< from the bottom
-    bool anchored = false;    ///< the press grabbed the globe and a drag may turn it
-    bool dragged = false;     ///< the pointer moved while the button was held
-    PressedPhoto pressedPhoto;
-    std::int32_t pressedKey = 0;  ///< virtual-key code of the overlay button held, 0 none
+/// A photo of the panel; two cities may have photos of the same number.
+struct PressedPhoto {
+    std::int32_t cityIndex = -1;  ///< -1: no photo
+    std::int32_t photoNumber = 0;
+    bool operator==(const PressedPhoto&) const = default;
+};
 
-    /// Forgets the press: its button was released, or another window has the capture.
-    void ForgetPress() noexcept {
-        pressedKey = 0;
-        dragged = false;
-        anchored = false;
-        pressedPhoto = {};
-    }
+/// The place under the pointer, and what the left button was pressed on.
+class PointerState {
+public:
+    /// The pointer position and the place under it.
+    const CGeoPoint& GeoPoint() const noexcept { return geoPoint_; }
+    WindowPoint Position() const noexcept { return {geoPoint_.mouseX, geoPoint_.mouseY}; }
+
+    /// Stores `point` as the pointer position and the place under it as the pointed one. Beside the
+    /// globe the pointed place stays. @return whether `point` is on the globe
+    bool PickAt(const CScene& scene, const CSphere& globe, const WindowPoint& point) noexcept;
+    /// Stores the pointer position only.
+    void MoveTo(const WindowPoint& point) noexcept;
+    /// Makes `place` (in the globe's frame) the pointed one, as if the pointer were there.
+    void PointAt(const CVector4& place, const CScene& scene) noexcept;
+
+    /// Notes that the pointer is inside `window` (a handle).
+    /// @return whether it was outside before: Windows must be asked to tell when it leaves
+    bool Enter(const void* window) noexcept;
+    /// Notes that the pointer has left its window.
+    void Leave() noexcept { geoPoint_.valid = false; }
+    /// Notes that `window` is destroyed: it gets no message when the pointer leaves, so a pointer
+    /// in it has left it now.
+    void LeaveDestroyed(const void* window) noexcept;
+
+    /// Notes where the left button went down.
+    void Press(const WindowPoint& point) noexcept;
+    void HoldPhoto(const PressedPhoto& photo) noexcept { pressedPhoto_ = photo; }
+    void HoldKey(std::int32_t key) noexcept { pressedKey_ = key; }
+    const PressedPhoto& HeldPhoto() const noexcept { return pressedPhoto_; }
+    /// Virtual-key code of the overlay button that is held; 0: none.
+    std::int32_t HeldKey() const noexcept { return pressedKey_; }
+    /// Forgets the press: the button was released, or another window has the capture.
+    void ForgetPress() noexcept;
+
+    /// Makes `place` the anchor of a drag. Without a place (the press was beside the globe) there
+    /// is no anchor: an older one must not turn the globe.
+    /// @param view   the view now
+    /// @param place  the grabbed point in the view's frame, degrees
+    void BeginDrag(const ViewAngles& view, const std::optional<LatLon>& place) noexcept;
+    bool IsAnchored() const noexcept { return anchored_; }
+    /// Notes that the pointer is at `point` while the button is held. Windows also sends moves
+    /// without a movement, for example after a capture; these must not turn a click into a drag.
+    void NoteDragTo(const WindowPoint& point) noexcept;
+    /// Whether the pointer has moved since the button went down.
+    bool WasDragged() const noexcept { return dragged_; }
+    /// The view in which the grabbed point is at `place`. Only while IsAnchored.
+    ViewAngles DragTo(const LatLon& place) const noexcept;
+
+private:
+    CGeoPoint geoPoint_;
+    /// The window that will hear when the pointer leaves it, while `geoPoint_.valid`.
+    const void* overWindow_ = nullptr;
+    WindowPoint press_;      ///< where the button went down
+    bool anchored_ = false;  ///< the press grabbed the globe: a drag turns it
+    bool dragged_ = false;
+    PressedPhoto pressedPhoto_;
+    std::int32_t pressedKey_ = 0;
 };

@@ -1,34 +1,60 @@
 #include "window/shared_picture_win.h"
 
+#include <algorithm>
 #include <utility>
 
-void MakeSceneMutex(SharedPicture& shared) noexcept {
-    if (!shared.sceneMutex) shared.sceneMutex = std::move(shared.orphanedMutex);
-    if (!shared.sceneMutex) shared.sceneMutex.reset(CreateMutexW(nullptr, FALSE, nullptr));
+void SharedPicture::MakeMutex() noexcept {
+    if (!sceneMutex_) sceneMutex_ = std::move(orphanedMutex_);
+    if (!sceneMutex_) sceneMutex_.reset(CreateMutexW(nullptr, FALSE, nullptr));
 }
 
-void ReleasePicture(SharedPicture& shared) noexcept {
-    // A host that frees twice: the worker of the first time may still be at it.
-    const HANDLE mutex = shared.sceneMutex ? shared.sceneMutex.get() : shared.orphanedMutex.get();
+void SharedPicture::Release() noexcept {
+    // The orphaned mutex counts too: after a first FreeMap that waited in vain, its worker may
+    // still write to the picture while the host calls FreeMap again.
+    const HANDLE mutex = sceneMutex_ ? sceneMutex_.get() : orphanedMutex_.get();
     const MutexHold hold = AcquireMutex(mutex, kWorkerEndWaitMs);
-    // From here on a worker that was started before leaves the picture alone.
-    ++shared.generation;
-    // Without a mutex no worker can have run; on a time-out one still does and nothing is released.
+    ++generation_;
+    // Without a mutex no worker can have run. With one, a time-out means that a worker still has
+    // the picture: nothing is freed.
     if (!hold && mutex != nullptr) {
-        if (shared.sceneMutex) shared.orphanedMutex = DuplicateOf(mutex);
+        if (sceneMutex_) orphanedMutex_ = DuplicateOf(mutex);
         return;
     }
-    shared.picture.ClearMap();
-    shared.picture.ClearTiles(false);
+    Clear();
 }
 
-bool CloseSceneMutex(SharedPicture& shared) noexcept {
-    return CloseHandle(shared.sceneMutex.release()) != FALSE;
+bool SharedPicture::CloseMutex() noexcept { return CloseHandle(sceneMutex_.release()) != FALSE; }
+
+void SharedPicture::Abandon() noexcept {
+    picture.ClearMap();
+    picture.ClearTiles(true);
+    sceneMutex_.reset();
+    orphanedMutex_.reset();
 }
 
-void AbandonPicture(SharedPicture& shared) noexcept {
-    shared.picture.ClearMap();
-    shared.picture.ClearTiles(true);
-    shared.sceneMutex.reset();
-    shared.orphanedMutex.reset();
+void SharedPicture::Clear() noexcept {
+    picture.ClearMap();
+    picture.ClearTiles(false);
 }
+
+void SharedPicture::UseWholeTextureLimit() noexcept {
+    limits.textureLimit = limits.maxTextureSize.load();
+}
+
+void SharedPicture::TakeTextureLimit(std::int32_t size) noexcept {
+    limits.maxTextureSize = std::min(size, sizeCap_);
+}
+
+void SharedPicture::TakeScalers(const MapSettings& settings) noexcept {
+    limits.texScalerX = settings.texScalerX;
+    limits.texScalerY = settings.texScalerY;
+}
+
+void SharedPicture::HalveLimit() noexcept {
+    picture.ClearMap();
+    picture.ClearTiles(true);
+    sizeCap_ = limits.maxTextureSize / 2;
+    limits.maxTextureSize = sizeCap_;
+}
+
+bool SharedPicture::TakeTilesWait() noexcept { return std::exchange(tilesWait_, false); }

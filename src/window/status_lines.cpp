@@ -12,19 +12,19 @@ namespace {
 constexpr std::int32_t kLeft = 4;           // pixels
 constexpr std::int32_t kFirstBaseline = 4;  // pixels
 constexpr std::int32_t kLineGap = 2;        // pixels between two lines
-constexpr std::int32_t kInfoGap = 4;        // pixels more above the detail line
-constexpr std::uint32_t kSizeMultiple = 4;  // pixels; a tile's padding is not part of the map
-constexpr float kMostFps = 1000.0F;
-constexpr std::size_t kLineSize = 256;
+constexpr std::int32_t kInfoGap = 4;        // pixels added above the detail line
+constexpr std::uint32_t kSizeMultiple = 4;  // pixels; a tile's size beyond a multiple is padding
+constexpr float kMaxFps = 1000.0F;          // above, the frame was too short to measure
+constexpr std::size_t kLineSize = 256;      // characters with terminator
 
-/// The pen that writes one line above the other.
+/// Writes lines of text, each above the one before.
 class LinePen {
 public:
     explicit LinePen(const CGLFont& font) noexcept : font_(font) {}
 
     void Write(const char* text) {
         font_.DrawText(static_cast<float>(x_), static_cast<float>(y_), 0.0F, text);
-        // An empty text leaves the matrix that DrawText pushed; a frame may draw three of them.
+        // For an empty text DrawText pushes a matrix and leaves it; a frame may draw three of them.
         if (*text == '\0') glPopMatrix();
         x_ += font_.GetTextWidth(text);
     }
@@ -49,19 +49,20 @@ std::uint32_t WithoutPadding(std::uint32_t size) noexcept {
 
 void WriteDetail(const StatusLines& lines, LinePen& pen) {
     char text[kLineSize];
-    const DetailState& detail = lines.detail;
-    int length = std::snprintf(
-        text, sizeof text,
-        "per. factor: %d%%, atmo layers: %d, slices: %d, stacks %d, "
-        "texture size %dx%d(max %dx%d)",
-        detail.perfFactor, detail.mesh.atmosphereLayers, detail.mesh.sphereSlices,
-        detail.mesh.sphereStacks, static_cast<int>(WithoutPadding(lines.tileWidth) * kTileColumns),
-        static_cast<int>(WithoutPadding(lines.tileHeight) * kTileRows),
-        lines.maxTextureSize * kTileColumns, lines.maxTextureSize * kTileRows);
+    const LevelOfDetail& detail = lines.detail;
+    int length =
+        std::snprintf(text, sizeof text,
+                      "per. factor: %d%%, atmo layers: %d, slices: %d, stacks %d, "
+                      "texture size %dx%d(max %dx%d)",
+                      detail.Factor(), detail.Mesh().atmosphereLayers, detail.Mesh().sphereSlices,
+                      detail.Mesh().sphereStacks,
+                      static_cast<int>(WithoutPadding(lines.tileWidth) * kTileColumns),
+                      static_cast<int>(WithoutPadding(lines.tileHeight) * kTileRows),
+                      lines.maxTextureSize * kTileColumns, lines.maxTextureSize * kTileRows);
     length = Clamp(length, 0, static_cast<int>(sizeof text) - 1);
-    if (detail.tuneCounter >= 0 && detail.tuneCounter < kTuneFrames) {
+    if (detail.IsMeasuring()) {
         std::snprintf(text + length, sizeof text - static_cast<std::size_t>(length), ", test %d/%d",
-                      detail.tuneCounter, kTuneFrames);
+                      detail.FramesMeasured(), kMeasuredFrames);
     }
     pen.Write(text);
     pen.EndLine(kInfoGap);
@@ -81,7 +82,7 @@ void WriteInformation(const StatusLines& lines, LinePen& pen) {
 
 void WriteFrameRate(float fps, LinePen& pen) {
     char text[kLineSize] = "FPS N/A";
-    if (fps <= kMostFps) std::snprintf(text, sizeof text, "%1.1f FPS", static_cast<double>(fps));
+    if (fps <= kMaxFps) std::snprintf(text, sizeof text, "%1.1f FPS", static_cast<double>(fps));
     pen.WriteLine(text);
 }
 
@@ -98,7 +99,7 @@ void DrawStatusLines(const StatusLines& lines, const CGLFont& font) {
     glColor3d(1.0, 1.0, 1.0);
     WriteReadout(lines.geoPoint, pen);
     if (lines.showInfo) WriteInformation(lines, pen);
-    if (lines.showFps) WriteFrameRate(lines.detail.fpsShown, pen);
+    if (lines.showFps) WriteFrameRate(lines.detail.FrameRate(), pen);
     if (lines.loading) {
         glColor3d(1.0, 0.0, 0.0);
         pen.WriteLine("Loading texture...");

@@ -6,10 +6,10 @@
 #include "render/gl_font.h"
 #include "window/level_of_detail.h"
 
-/// What the text at the lower left says.
+/// What the status lines at the lower left of the window say.
 struct StatusLines {
     const CGeoPoint& geoPoint;
-    const DetailState& detail;
+    const LevelOfDetail& detail;
     bool showInfo = false;
     bool showFps = false;
     bool textured = false;            ///< the planet has textures
@@ -24,5 +24,5 @@ struct StatusLines {
 };
 
 /// Draws the lines upward from the lower left corner: readout, information, frame rate, progress.
-/// In the flat overlay pass; leaves the modelview stack as deep as it was.
+/// Needs the flat projection in window pixels; the modelview stack is as deep afterwards as before.
 void DrawStatusLines(const StatusLines& lines, const CGLFont& font);

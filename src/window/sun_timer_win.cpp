@@ -1,12 +1,10 @@
 #include "window/sun_timer_win.h"
 
 #include "render/current_context_win.h"
-#include "window/flight_win.h"
-#include "window/gl_resources_win.h"
 
 namespace {
 
-constexpr UINT kSunMs = 5000;  // ms between two looks at the clock
+constexpr UINT kSunMs = 5000;  // ms between two updates of the day/night line
 
 }  // namespace
 
@@ -15,11 +13,12 @@ void StartSunTimer(MapWindow& entry) noexcept {
 }
 
 void OnSunTimer(MapState& map, HWND window) {
-    // Asking Windows for all its zones takes a while: neither the start nor a label should wait.
-    map.overlay.zones.Prepare();
+    // Asking Windows for all its zones takes a while: done here, it delays neither the start of the
+    // map nor a label.
+    map.zones.Prepare();
     const MapWindow* entry = map.windows.Find(window);
-    if (entry == nullptr || IsFlying(map) || map.repeat.Runs()) return;
-    GetSystemTime(&map.drawing.sceneTime);
-    const CurrentContextScope current(map.drawing.context, entry->dc.Get());
-    if (current.IsCurrent()) CompileScene(map);
+    if (entry == nullptr || map.flight.IsUnderWay() || map.repeat.IsUnderWay()) return;
+    map.gl.TakeTime();
+    const CurrentContextScope current(map.gl.Context(), entry->dc.Get());
+    if (current.IsCurrent()) map.gl.Compile();
 }

@@ -1,13 +1,14 @@
 #pragma once
-// Day and night follow the clock.
+// Makes day and night follow the clock.
 
 #include "window/map_state_win.h"
 
 inline constexpr UINT_PTR kSunTimer = 4;
 
-/// Begins to look at the clock for a window, until it is destroyed.
+/// Starts the timer of a window; it runs until the window is destroyed.
 void StartSunTimer(MapWindow& entry) noexcept;
 
-/// Moves the day/night line to where it is now (the timer ticked).
-/// Deliberate: asks for no frame; the change shows with the next one.
+/// Moves the day/night line to where it is now (the timer ticked); not during a flight or while a
+/// button is held. Takes the whole state: zones, windows, flight, held button and OpenGL.
+/// Deliberate: no frame is requested; the change shows with the next one.
 void OnSunTimer(MapState& map, HWND window);

@@ -3,33 +3,54 @@
 #include <algorithm>
 #include <array>
 #include <iterator>
-#include <utility>
 
-#include "window/button_repeat_win.h"
-#include "window/flight_win.h"
-#include "window/hover_win.h"
+#include "window/drag_win.h"
 #include "window/sun_timer_win.h"
+#include "window/view_change_win.h"
 
 namespace {
 
-/// Messages that a paint takes out of the queue: the map's own and some of a host's.
+/// Messages that one paint takes out of the queue: those of the map and some of a host.
 constexpr std::size_t kMaxTaken = 16;
 
-const WindowTimer& RepeatTimer(const MapState& map, const MapWindow&) { return map.repeat; }
-const WindowTimer& FlightTimer(const MapState& map, const MapWindow&) { return map.flight.timer; }
-const WindowTimer& HoverTimer(const MapState& map, const MapWindow&) { return map.hover.timer; }
-const WindowTimer& SunTimer(const MapState&, const MapWindow& entry) { return entry.sunTimer; }
+// The handlers of the timers: message handlers, so they take the whole state.
+
+void OnRepeatTimer(MapState& map, HWND window) { map.repeat.Repeat(map.pointer, window); }
+
+/// Ends a flight: picks the place at the centre of the window, as if the pointer were there, and
+/// gives a drag under way a new anchor.
+void LandAtCentre(PointerState& pointer, const ViewState& view, GlResources& gl,
+                  HWND window) noexcept {
+    if (!gl.CanPickIn(window)) return;
+    pointer.PickAt(gl.Scene(), *gl.Planet(), {gl.Scene().width / 2, gl.Scene().height / 2});
+    ReanchorDrag(pointer, view, gl, window);
+}
+
+void OnFlightTimer(MapState& map, HWND window) {
+    const bool goesOn = map.flight.Step();
+    map.view.TurnTo(map.flight.Current());
+    ApplyViewChange(map, window, {});
+    if (!goesOn) LandAtCentre(map.pointer, map.view, map.gl, window);
+    InvalidateRect(window, nullptr, FALSE);
+}
+
+void OnHoverTimer(MapState& map, HWND window) {
+    const std::optional<std::int32_t> signedIndex = map.hover.End(window);
+    if (!signedIndex) return;
+    map.overlay.OfferPhotos(window, *signedIndex,
+                            *signedIndex >= 0 ? PhotosOf::City : PhotosOf::Country);
+    if (map.windows.IsLive(window)) InvalidateRect(window, nullptr, FALSE);
+}
 
 struct TimerRoute {
     UINT_PTR id;
-    const WindowTimer& (*timer)(const MapState& map, const MapWindow& entry);
     void (*handle)(MapState& map, HWND window);
 };
 constexpr TimerRoute kTimerRoutes[kMapTimers] = {
-    {kRepeatTimer, RepeatTimer, OnRepeatTimer},
-    {kFlightTimer, FlightTimer, OnFlightTimer},
-    {kHoverTimer, HoverTimer, OnHoverTimer},
-    {kSunTimer, SunTimer, OnSunTimer},
+    {kRepeatTimer, OnRepeatTimer},
+    {kFlightTimer, OnFlightTimer},
+    {kHoverTimer, OnHoverTimer},
+    {kSunTimer, OnSunTimer},
 };
 
 const TimerRoute* FindRoute(UINT_PTR id) noexcept {
@@ -38,35 +59,55 @@ const TimerRoute* FindRoute(UINT_PTR id) noexcept {
     return route != std::end(kTimerRoutes) ? route : nullptr;
 }
 
-/// Takes note of a WM_TIMER that has come. @return whether the timer as it runs now has ticked: a
-/// message that was posted back may be older than its last stop or start
-bool TakeTick(const MapState& map, MapWindow& entry, const TimerRoute& route) noexcept {
-    const WindowTimer& timer = route.timer(map, entry);
-    const std::uint32_t postedFor = std::exchange(entry.postedBack[route.id], 0);
+/// The timer with one of the map's ids. Takes the whole state: each timer is in another part.
+const WindowTimer& TimerOf(const MapState& map, const MapWindow& entry, UINT_PTR id) noexcept {
+    switch (id) {
+        case kRepeatTimer:
+            return map.repeat.Timer();
+        case kFlightTimer:
+            return map.flight.Timer();
+        case kHoverTimer:
+            return map.hover.Timer();
+        default:
+            return entry.sunTimer;
+    }
+}
+
+/// Removes the note that a WM_TIMER was posted back, if there is one.
+/// @return whether the message is from the timer as it runs now: a message that was posted back may
+/// be older than the last stop or start
+bool TakeTick(MapWindow& entry, const WindowTimer& timer, UINT_PTR id) noexcept {
+    const std::uint32_t postedFor = entry.TakePostedBack(id);
     return timer.RunsFor(entry.window) && (postedFor == 0 || postedFor == timer.Starts());
 }
 
-/// Null for a timer that the host has set for the window or for a child that it has put there.
-const TimerRoute* RouteOf(const MSG& message, const MapWindow& entry) noexcept {
-    return message.hwnd == entry.window ? FindRoute(message.wParam) : nullptr;
-}
-
 /// Takes the next due timer out of the queue, also one that was posted back before. Messages that
-/// other threads send stay where they are: nothing is to be handled during a paint.
+/// other threads have sent stay there: nothing may be handled during a paint.
 bool TakeDueTimer(HWND window, MSG& message) noexcept {
     if (!PeekMessageW(&message, window, WM_TIMER, WM_TIMER, PM_REMOVE | PM_QS_POSTMESSAGE))
         return false;
     if (message.message != WM_QUIT) return true;
-    // It passes every filter, and is for the host's loop.
+    // WM_QUIT passes every filter; it is for the host's loop.
     PostQuitMessage(static_cast<int>(message.wParam));
     return false;
 }
 
-/// One that cannot be posted, because the queue is full, comes when it is due again.
-void PostBack(const MapState& map, MapWindow& entry, const MSG& message) noexcept {
+/// A due timer that was taken out of the queue.
+struct DueTimer {
+    MSG message;
+    /// Null for a timer that the host has set for the map window or for a child window in it.
+    const WindowTimer* timer;
+
+    bool IsSameAs(const DueTimer& other) const noexcept {
+        return message.hwnd == other.message.hwnd && message.wParam == other.message.wParam;
+    }
+};
+
+/// Posts a timer back to the queue. When the queue is full the timer comes when it is due again.
+void PostBack(MapWindow& entry, const DueTimer& due) noexcept {
+    const MSG& message = due.message;
     if (!PostMessageW(message.hwnd, WM_TIMER, message.wParam, message.lParam)) return;
-    if (const TimerRoute* const route = RouteOf(message, entry))
-        entry.postedBack[route->id] = route->timer(map, entry).Starts();
+    if (due.timer != nullptr) entry.NotePostedBack(message.wParam, due.timer->Starts());
 }
 
 }  // namespace
@@ -74,26 +115,29 @@ void PostBack(const MapState& map, MapWindow& entry, const MSG& message) noexcep
 void PostDueTimers(MapState& map, HWND window) noexcept {
     MapWindow* entry = map.windows.Find(window);
     if (entry == nullptr) return;
-    std::array<MSG, kMaxTaken> due;
-    auto* end = due.data();
-    MSG message = {};
-    for (std::size_t taken = 0; taken < due.size() && TakeDueTimer(window, message); ++taken) {
-        const TimerRoute* const route = RouteOf(message, *entry);
-        if (route != nullptr && !TakeTick(map, *entry, *route)) continue;
-        // Twice due before it is heard is once, as with Windows.
-        const bool isNew = std::none_of(due.data(), end, [&](const MSG& other) {
-            return other.hwnd == message.hwnd && other.wParam == message.wParam;
-        });
-        if (isNew) *end++ = message;
+    std::array<DueTimer, kMaxTaken> taken;
+    auto* end = taken.data();
+    DueTimer due = {};
+    for (std::size_t i = 0; i < taken.size() && TakeDueTimer(window, due.message); ++i) {
+        const UINT_PTR id = due.message.wParam;
+        const bool ours = due.message.hwnd == window && FindRoute(id) != nullptr;
+        due.timer = ours ? &TimerOf(map, *entry, id) : nullptr;
+        if (ours && !TakeTick(*entry, *due.timer, id)) continue;
+        // A timer that is due twice before it is handled comes once, as with Windows.
+        const bool isNew = std::none_of(taken.data(), end,
+                                        [&](const DueTimer& other) { return due.IsSameAs(other); });
+        if (isNew) *end++ = due;
     }
-    std::for_each(due.data(), end, [&](const MSG& each) { PostBack(map, *entry, each); });
+    std::for_each(taken.data(), end, [&](const DueTimer& each) { PostBack(*entry, each); });
 }
 
 LRESULT OnTimer(HWND window, WPARAM wParam, LPARAM) {
     MapState& map = Map();
     MapWindow* entry = map.windows.Find(window);
     const TimerRoute* const route = FindRoute(wParam);
-    if (entry != nullptr && route != nullptr && TakeTick(map, *entry, *route))
+    if (entry != nullptr && route != nullptr &&
+        TakeTick(*entry, TimerOf(map, *entry, route->id), route->id)) {
         route->handle(map, window);
+    }
     return 0;
 }

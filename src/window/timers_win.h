@@ -1,11 +1,14 @@
 #pragma once
-// How the timers of a map window reach those that they belong to.
+// The timers of a map window: what is done when one ticks, and how timers are handled while one
+// frame follows the other.
 
 #include "window/map_state_win.h"
 
 /// Takes the due timers of `window` out of the queue and posts them back, so that the host's loop
-/// gets them before the next WM_PAINT. Windows hands out timers only when nothing needs painting:
-/// frame after frame would hold up a flight, a held button and the clock for as long as it goes on.
+/// gets them before the next WM_PAINT. Windows delivers timers only when nothing needs painting:
+/// while each frame requests the next one, a flight, a held button and the clock would stand still.
+/// Takes the whole state: each timer is in another part.
 void PostDueTimers(MapState& map, HWND window) noexcept;
 
+/// WM_TIMER.
 LRESULT OnTimer(HWND window, WPARAM wParam, LPARAM lParam);

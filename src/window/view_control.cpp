@@ -10,7 +10,8 @@
 
 namespace {
 
-// Deliberate: the near end lies at depth -1, before the near plane; only the direction matters.
+// Deliberate: the near end of the ray has depth -1, in front of the near plane (depth 0); only the
+// direction of the ray matters.
 constexpr double kNearDepth = -1.0;
 constexpr double kFarDepth = 1.0;
 
@@ -66,7 +67,7 @@ std::optional<CVector4> PickGlobe(const CScene& scene, const CSphere& sphere, do
     const CVector4 offset(closest.x - centre.x, closest.y - centre.y, closest.z - centre.z, 1.0);
     const double distance = Length(offset);
     const double radius = sphere.radius;
-    // Written so that a distance that is not a number misses.
+    // Not `distance > radius`: a NaN must count as beside the globe.
     if (!(distance <= radius)) return std::nullopt;
     return Along(closest, ray->direction, -std::sqrt(Square(radius) - Square(distance)));
 }
@@ -82,7 +83,8 @@ bool RepickAt(CGeoPoint& geoPoint, const CScene& scene, const CSphere& sphere, s
 }
 
 ViewAngles DragView(const DragAnchor& press, double latitude, double longitude) noexcept {
-    // Deliberate: at exactly 270 a drag counts as upright, the arrow keys as upside down.
+    // Deliberate: at exactly 270 degrees a drag treats the globe as upright, TurnView as upside
+    // down.
     const int quadrant = static_cast<int>(press.view.tilt / kQuadrantDeg);
     const bool upsideDown = quadrant == 1 || quadrant == 2;
     const double turn = upsideDown ? press.longitude - longitude : longitude - press.longitude;
@@ -99,7 +101,8 @@ ViewAngles TurnView(const ViewAngles& view, double right, double up) noexcept {
 float ZoomByKey(float distance, bool in) noexcept {
     if (in && distance < kNearestDistance) distance += kZoomStep;
     if (!in && distance > kFarthestDistance) distance -= kZoomStep;
-    // Steps of 0.1 drift in float: without the limit one more step would cut into the near plane.
+    // The sum of steps of 0.1 is not exact in float: without the clamp one more step could pass the
+    // limit, and the near plane would cut the globe.
     return Clamp(distance, kFarthestDistance, kNearestDistance);
 }
 
@@ -111,6 +114,6 @@ float ZoomByWheel(float distance, std::int32_t notches) noexcept {
 std::int32_t WheelNotches(std::int32_t delta) noexcept { return -delta / kNotchDelta; }
 
 void ApplyView(const ViewState& view, CScene& scene) noexcept {
-    scene.position.z = view.cameraDistance;
-    scene.rotation = {view.viewTilt, view.viewSpin, 0.0};
+    scene.position.z = view.CameraDistance();
+    scene.rotation = {view.Angles().tilt, view.Angles().spin, 0.0};
 }

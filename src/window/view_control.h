@@ -1,6 +1,6 @@
 #pragma once
-// Input to view, without Windows: what the pointer points at, and where drag, keys and wheel turn
-// and move the globe.
+// From input to view, without Windows: the point of the globe under the pointer, and how drag, keys
+// and wheel turn and move the globe.
 
 #include <cstdint>
 #include <optional>
@@ -9,12 +9,6 @@
 #include "render/scene.h"
 #include "window/view_state.h"
 
-/// Tilt and spin, degrees in [0, 360).
-struct ViewAngles {
-    double tilt = 0.0;
-    double spin = 0.0;
-};
-
 /// View and grabbed point when the button went down, degrees.
 struct DragAnchor {
     ViewAngles view;
@@ -22,15 +16,15 @@ struct DragAnchor {
     double longitude = 0.0;
 };
 
-/// The near point of `sphere` under a window point.
+/// Finds the point of `sphere` nearest to the viewer under a window point.
 /// @param x, y          window pixels, y from the bottom; the viewport is the scene's
 /// @param withRotation  true: in the globe's frame; false: in the view's frame
 /// @return the point (w = 1), empty beside the globe
 std::optional<CVector4> PickGlobe(const CScene& scene, const CSphere& sphere, double x, double y,
                                   bool withRotation) noexcept;
 
-/// Makes (x, y) the pointer position and the globe point under it the pointed one. Beside the globe
-/// the last pointed point stays; its angles and its projection are refreshed all the same.
+/// Stores (x, y) as the pointer position and the globe point under it as the pointed place. Beside
+/// the globe the pointed place stays as it was; its angles and its projection are computed again.
 /// @return whether (x, y) is on the globe
 bool RepickAt(CGeoPoint& geoPoint, const CScene& scene, const CSphere& sphere, std::int32_t x,
               std::int32_t y) noexcept;
@@ -39,16 +33,19 @@ bool RepickAt(CGeoPoint& geoPoint, const CScene& scene, const CSphere& sphere, s
 /// @param latitude, longitude  of the point under the pointer now, in the view's frame, degrees
 ViewAngles DragView(const DragAnchor& press, double latitude, double longitude) noexcept;
 
-/// Turns by whole steps. @param right, up  degrees, as the arrow keys push
-/// Upside down, left and right change places, so that the picture moves the way the user pushes.
+/// Turns the view by a step of the arrow keys. While the globe is upside down, left and right are
+/// exchanged, so that the picture always moves in the direction of the key.
+/// @param right, up  degrees
 ViewAngles TurnView(const ViewAngles& view, double right, double up) noexcept;
 
-/// The distance after a step by key (in: nearer), within the limits.
+/// The camera distance after one step by key (`in`: nearer), within the limits.
 float ZoomByKey(float distance, bool in) noexcept;
-/// The distance after wheel notches (positive: the wheel turned towards the user, nearer).
+/// The camera distance after `notches` of the wheel (positive: nearer), within the limits.
 float ZoomByWheel(float distance, std::int32_t notches) noexcept;
-/// Whole notches of a WM_MOUSEWHEEL delta. Steps below a notch are lost.
+/// Whole notches of a WM_MOUSEWHEEL delta; positive when the wheel was turned towards the user.
+/// Deliberate: the sign is the opposite of Windows' own, so that turning towards the user zooms in;
+/// a rest below one notch is dropped, not kept for the next message.
 std::int32_t WheelNotches(std::int32_t delta) noexcept;
 
-/// Copies the view to the scene, whose X rotation is the tilt, Y the spin and z the distance.
+/// Copies the view to the scene: X rotation is the tilt, Y rotation the spin, z the distance.
 void ApplyView(const ViewState& view, CScene& scene) noexcept;

@@ -1,21 +1,36 @@
 #pragma once
 
-#include <cstdint>
-
-inline constexpr double kStartTilt = 40.0;       // degrees: Europe stands upright in the middle
+inline constexpr double kStartTilt = 40.0;       // degrees: shows Europe upright in the middle
 inline constexpr float kStartDistance = -12.2F;  // scene units: the whole globe with some space
 inline constexpr float kNearestDistance =
     -4.1F;  // scene units: nearer, the near plane cuts the air
 inline constexpr float kFarthestDistance = -28.5F;  // scene units: farther, the far plane cuts it
 inline constexpr float kPlanetRadius = 3.0F;        // scene units
 
-/// Where camera and globe stand; one for all windows. Window thread.
-struct ViewState {
-    double viewTilt = kStartTilt;  ///< degrees [0, 360), about the horizontal axis; between 90 and
-                                   ///< 270 the globe is upside down
-    double viewSpin = 0.0;         ///< degrees [0, 360), about the globe's own axis
-    float cameraDistance = kStartDistance;  ///< scene units, negative; larger is nearer the viewer
-    bool showFps = false;
-    bool showInfo = false;
-    std::uint32_t lastPaintTick = 0;  ///< ms, start of the last frame (and its end afterwards)
+/// Tilt and spin, degrees in [0, 360).
+struct ViewAngles {
+    double tilt = 0.0;  ///< about the horizontal axis; between 90 and 270 the globe is upside down
+    double spin = 0.0;  ///< about the globe's own axis
+};
+
+/// Position of the camera, rotation of the globe, and which status lines show; for all windows.
+class ViewState {
+public:
+    const ViewAngles& Angles() const noexcept { return angles_; }
+    void TurnTo(const ViewAngles& angles) noexcept { angles_ = angles; }
+
+    /// Scene units, negative; larger is nearer the viewer.
+    float CameraDistance() const noexcept { return cameraDistance_; }
+    void MoveTo(float cameraDistance) noexcept { cameraDistance_ = cameraDistance; }
+
+    bool ShowsFrameRate() const noexcept { return showFps_; }
+    void ToggleFrameRate() noexcept { showFps_ = !showFps_; }
+    bool ShowsInformation() const noexcept { return showInfo_; }
+    void ToggleInformation() noexcept { showInfo_ = !showInfo_; }
+
+private:
+    ViewAngles angles_{kStartTilt, 0.0};
+    float cameraDistance_ = kStartDistance;
+    bool showFps_ = false;
+    bool showInfo_ = false;
 };

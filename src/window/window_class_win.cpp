@@ -1,16 +1,17 @@
 #include "window/window_class_win.h"
 
+#include "window/library_module_win.h"
 #include "window/window_proc_win.h"
 
 namespace {
 
 constexpr wchar_t kClassName[] = L"Zelmo 3D map window - OpenGL version";
 constexpr wchar_t kTitle[] = L"GL Map";
-constexpr int kWindowExtraBytes = 8;
+constexpr int kWindowExtraBytes = 8;  // bytes of each window, for use by a host
 
 }  // namespace
 
-std::uint32_t RegisterMapClass(HostData& host) noexcept {
+std::uint32_t RegisterMapClass(CallResults& results) noexcept {
     WNDCLASSEXW windowClass = {};
     windowClass.cbSize = sizeof windowClass;
     windowClass.style = CS_VREDRAW | CS_HREDRAW | CS_OWNDC;
@@ -21,7 +22,7 @@ std::uint32_t RegisterMapClass(HostData& host) noexcept {
     windowClass.hbrBackground = reinterpret_cast<HBRUSH>(COLOR_WINDOW + 1);
     windowClass.lpszClassName = kClassName;
     if (RegisterClassExW(&windowClass) != 0) return HORIVO_OK;
-    host.lastSysError = GetLastError();
+    results.KeepSysError(GetLastError());
     return HORIVO_CLASS_FAILED;
 }
 
@@ -29,14 +30,15 @@ bool UnregisterMapClass() noexcept {
     return UnregisterClassW(kClassName, LibraryModule()) != FALSE;
 }
 
-HWND MakeMapWindow(HostData& host, const WindowRequest& request) noexcept {
-    // Windows may refuse the window before it is asked itself.
-    host.createStatus = HORIVO_OK;
-    host.createError = ERROR_SUCCESS;
+HWND MakeMapWindow(CallResults& results, const WindowRequest& request) noexcept {
+    // Windows may refuse the window before WM_CREATE, which resets these too.
+    results.BeginCreation();
     const HWND window =
         CreateWindowExW(0, kClassName, kTitle, request.style, request.x, request.y, request.width,
                         request.height, request.parent, nullptr, LibraryModule(), nullptr);
-    if (window == nullptr && host.createStatus == HORIVO_OK)
-        host.lastSysError = host.createError != ERROR_SUCCESS ? host.createError : GetLastError();
+    if (window == nullptr && results.CreateStatus() == HORIVO_OK) {
+        const std::uint32_t refusal = results.CreateError();
+        results.KeepSysError(refusal != ERROR_SUCCESS ? refusal : GetLastError());
+    }
     return window;
 }

@@ -1,165 +1,185 @@
 #include "window/window_lifecycle_win.h"
 
+#include "cities/city_markers.h"
 #include "render/current_context_win.h"
-#include "window/flight_win.h"
-#include "window/gl_resources_win.h"
-#include "window/hover_win.h"
-#include "window/install_self_test_win.h"
-#include "window/loader_win.h"
 #include "window/map_font.h"
-#include "window/map_settings.h"
+#include "window/map_state_win.h"
 #include "window/sun_timer_win.h"
 #include "window/tile_upload_win.h"
-#include "window/view_control.h"
+#include "window/view_change_win.h"
 
 namespace {
 
 constexpr int kFontWidth = -8;  // logical units
 
-/// For releasing what lives in the map's context: where that cannot be made current none is, or the
-/// same names would be deleted in the context of another program part.
-void MakeCurrentOrNone(MapState& map, HDC dc) noexcept {
-    if (!map.drawing.context.MakeCurrent(dc)) wglMakeCurrent(nullptr, nullptr);
+/// Deletes what lives in the context; the context is current. The overlay is deleted after the
+/// scene and before the font.
+void ReleaseContents(GlResources& gl, Overlay& overlay) noexcept {
+    gl.ReleaseScene();
+    overlay.Release();
+    gl.ReleaseFont();
 }
 
-/// The one context serves all windows in turn. What lives in the old one goes with it, while it is
-/// still there; the tiles in memory stay and are attached again.
-void LeaveOldContext(MapState& map) {
-    const MapWindow* other = map.windows.Current();
+/// Releases what lives in the one context before a new window takes the context over. The tiles
+/// stay in memory and are uploaded again.
+void LeaveOldContext(LiveWindows& windows, GlResources& gl, Overlay& overlay) {
+    const MapWindow* other = windows.Current();
     if (other == nullptr) return;
-    MakeCurrentOrNone(map, other->dc.Get());
-    ReleaseScene(map);
+    gl.MakeCurrentOrNone(other->dc.Get());
+    ReleaseContents(gl, overlay);
 }
 
-void SelectMapFont(MapWindow& entry) {
+UniqueFont CreateWindowFont() noexcept {
     // Deliberate: the 8 is passed as the width; the font has the default height and an average
     // character of 8 units.
-    entry.font = CreateMapFont(L"MS Sans Serif", kFontWidth, 0, 0, 0);
-    if (entry.font)
-        entry.selectedFont = std::make_unique<SelectedObject>(entry.dc.Get(), entry.font.get());
+    return CreateMapFont(L"MS Sans Serif", kFontWidth, 0, 0, 0);
 }
 
+/// Reads "horivo.ini". Takes the whole state: folders, settings, detail and picture.
 void ReadSettings(MapState& map) {
     const std::int32_t factor =
-        ReadMapSettings(map.host.settingsFile, map.settings, map.detail.perfFactor);
-    map.textures.limits.texScalerX = map.settings.texScalerX;
-    map.textures.limits.texScalerY = map.settings.texScalerY;
-    ApplyPerfFactor(map.detail, map.textures.limits, factor);
+        ReadMapSettings(map.host.Folders().settingsFile, map.settings, map.detail.Factor());
+    map.textures.TakeScalers(map.settings);
+    map.detail.Apply(factor, map.textures.limits);
 }
 
-/// The start view; the spin stays as it was.
-void ResetView(MapState& map) noexcept {
-    map.view.cameraDistance = kStartDistance;
-    map.view.viewTilt = kStartTilt;
-    ApplyView(map.view, map.drawing.scene);
+/// Goes to the start view; the spin stays as it was.
+void ResetView(MapState& map, HWND window) noexcept {
+    map.view.MoveTo(kStartDistance);
+    map.view.TurnTo({kStartTilt, map.view.Angles().spin});
+    ApplyViewChange(map, window, {});
 }
 
+/// Puts lamp and planet into the scene. Takes the whole state: OpenGL, detail, settings and cities.
+void Populate(MapState& map) {
+    map.gl.Populate(map.detail.Mesh(), map.settings.texCompression, map.host.Cities());
+}
+
+/// Sets the lasting GL state, makes the overlay and places the markers of the cities. After
+/// Populate.
+void InitScene(GlResources& gl, Overlay& overlay, const CityTable& cities) {
+    gl.InitScene();
+    overlay.Create();
+    PlaceCityMarkers(cities, kPlanetRadius);
+}
+
+/// Brings the picture onto the globe of a new window: by the self-test of InstallMap, from the
+/// tiles in memory, or by a load. Takes the whole state: install test, picture, OpenGL, folders and
+/// loader.
 void ShowTilesOrLoad(MapState& map, HWND window) {
-    if (map.host.installTest) {
-        if (map.textures.testMayLoad) RunInstallSelfTest(map);
+    if (map.installTest.IsRunning()) {
+        if (map.installTest.MayLoad())
+            RunInstallSelfTest(map.textures, map.gl, map.host.Folders().data);
         return;
     }
-    if (!AttachPresentTiles(map)) StartLoad(window);
+    if (!AttachPresentTiles(map.textures, map.gl)) map.loader.StartLoad(window);
 }
 
-/// @return an OpenGL set-up code
+/// Makes context, scene and timer for a new window. Takes the whole state: nearly all of it is set
+/// up here. @return HORIVO_OK or an OpenGL set-up code
 std::uint32_t SetUpWindow(MapState& map, MapWindow& entry) {
-    GetSystemTime(&map.drawing.sceneTime);
-    SelectMapFont(entry);
-    if (!map.drawing.handCursor) map.drawing.handCursor.reset(LoadCursorW(nullptr, IDC_HAND));
-    const std::uint32_t status = CreateContext(map, entry);
+    map.gl.TakeTime();
+    entry.UseFont(CreateWindowFont());
+    map.gl.LoadHandCursor();
+    const std::uint32_t status = map.gl.CreateContext(entry, map.textures);
     if (status != HORIVO_OK) return status;
     ReadSettings(map);
-    ResetView(map);
-    PopulateScene(map);
+    ResetView(map, entry.window);
+    Populate(map);
     ShowTilesOrLoad(map, entry.window);
-    InitScene(map);
-    // The distance is another now, and a window that never gets a size asks nobody to measure.
-    MeasureScene(map);
+    InitScene(map.gl, map.overlay, map.host.Cities());
+    // The camera distance was just reset, and a window created at its final size gets no WM_SIZE,
+    // so measure here.
+    map.gl.Measure();
     StartSunTimer(entry);
     return HORIVO_OK;
 }
 
 /// @return whether a load of the window had not ended
-bool RemoveWindow(MapState& map, HWND window) noexcept {
-    map.windows.Remove(window);
-    return map.textures.loads.Forget(window);
+bool RemoveWindow(LiveWindows& windows, LoadTracker& loads, HWND window) noexcept {
+    windows.Remove(window);
+    return loads.Forget(window);
 }
 
-/// Makes context and scene again on a window that lives on, after another one's creation failed.
+/// Makes context and scene again on a window that stays, after the creation of another one failed.
+/// Takes the whole state, like SetUpWindow.
 void RebuildOn(MapState& map, MapWindow& entry) {
-    if (CreateContext(map, entry) != HORIVO_OK) return;
-    PopulateScene(map);
-    const bool attached = AttachPresentTiles(map);
-    InitScene(map);
+    if (map.gl.CreateContext(entry, map.textures) != HORIVO_OK) return;
+    Populate(map);
+    const bool attached = AttachPresentTiles(map.textures, map.gl);
+    InitScene(map.gl, map.overlay, map.host.Cities());
     std::int32_t width = 0;
     std::int32_t height = 0;
-    if (ClientSize(entry.window, width, height)) ResizeScene(map, width, height);
+    if (ClientSize(entry.window, width, height)) map.gl.Resize(width, height);
     InvalidateRect(entry.window, nullptr, FALSE);
-    if (!attached) StartLoad(entry.window);
+    if (!attached) map.loader.StartLoad(entry.window);
 }
 
-/// Leaves nothing of the refused window behind and puts the others back in order.
+/// Releases all that the refused window has made and gives the context to another live window, if
+/// there is one. Takes the whole state, like SetUpWindow.
 void Refuse(MapState& map, HWND window) noexcept {
     try {
-        ReleaseScene(map);
-        map.drawing.context.Destroy();
-        RemoveWindow(map, window);
+        ReleaseContents(map.gl, map.overlay);
+        map.gl.DestroyContext();
+        RemoveWindow(map.windows, map.textures.loads, window);
         MapWindow* survivor = map.windows.Current();
         if (survivor != nullptr) {
             RebuildOn(map, *survivor);
         } else {
-            map.drawing.handCursor.reset();
+            map.gl.ReleaseHandCursor();
         }
     } catch (...) {
-        // Out of memory while the other windows are put in order: they stay empty.
+        // Out of memory during RebuildOn: the other windows stay empty.
         return;
     }
 }
 
-void StopMotionOf(MapState& map, HWND window) noexcept {
-    if (map.hover.timer.RunsFor(window)) CancelHover(map);
-    if (map.flight.timer.RunsFor(window)) StopFlight(map);
-    if (map.repeat.RunsFor(window)) map.repeat.Stop();
+void StopMotionOf(HWND window, Hover& hover, Flight& flight, ButtonRepeat& repeat) noexcept {
+    hover.CancelFor(window);
+    flight.StopFor(window);
+    repeat.StopFor(window);
 }
 
+/// Releases a window while others live. Takes the whole state: OpenGL, windows, picture and loader.
 void DestroyOneOfMany(MapState& map, MapWindow& entry) noexcept {
-    StopMotionOf(map, entry.window);
-    if (wglGetCurrentContext() == map.drawing.context.GetHandle() &&
+    if (wglGetCurrentContext() == map.gl.Context().GetHandle() &&
         wglGetCurrentDC() == entry.dc.Get()) {
         wglMakeCurrent(nullptr, nullptr);
     }
-    // The messages of its load go nowhere now, and the load of another window may have given up
-    // waiting behind it: a window that lives must see the tiles through.
-    const bool unfinished = RemoveWindow(map, entry.window);
-    if (unfinished && !map.textures.loads.IsAnyUnderWay()) StartLoad(map.windows.Current()->window);
+    // The messages of this window's load are lost now, and a load of another window may have given
+    // up waiting for this one. So when no load goes on, another window starts a new one.
+    const bool unfinished = RemoveWindow(map.windows, map.textures.loads, entry.window);
+    if (unfinished && !map.textures.loads.IsAnyUnderWay())
+        map.loader.StartLoad(map.windows.Current()->window);
 }
 
+/// Releases the last window with context and scene. Takes the whole state: OpenGL, overlay, windows
+/// and picture.
 void DestroyLast(MapState& map, MapWindow& entry) noexcept {
-    const ForeignContextGuard guard(map.drawing.context);
-    MakeCurrentOrNone(map, entry.dc.Get());
-    StopMotionOf(map, entry.window);
-    ReleaseScene(map);
-    map.drawing.context.Destroy();
-    map.drawing.handCursor.reset();
-    RemoveWindow(map, entry.window);
+    const ForeignContextGuard guard(map.gl.Context());
+    map.gl.MakeCurrentOrNone(entry.dc.Get());
+    ReleaseContents(map.gl, map.overlay);
+    map.gl.DestroyContext();
+    map.gl.ReleaseHandCursor();
+    RemoveWindow(map.windows, map.textures.loads, entry.window);
 }
 
 }  // namespace
 
 LRESULT OnCreate(HWND window, WPARAM, LPARAM) {
     MapState& map = Map();
-    // The window is there already: a second lamp and planet would stay in the scene for good.
+    // A WM_CREATE that another program has sent to a live window: a second lamp and planet would
+    // stay in the scene for good.
     if (map.windows.IsLive(window)) return 0;
-    map.host.createStatus = HORIVO_OK;
-    const ForeignContextGuard guard(map.drawing.context);
+    map.results.EndCreation(HORIVO_OK);
+    const ForeignContextGuard guard(map.gl.Context());
     try {
-        LeaveOldContext(map);
-        map.host.createStatus = SetUpWindow(map, map.windows.Add(window));
-        if (map.host.createStatus == HORIVO_OK) return 0;
+        LeaveOldContext(map.windows, map.gl, map.overlay);
+        map.results.EndCreation(SetUpWindow(map, map.windows.Add(window)));
+        if (map.results.CreateStatus() == HORIVO_OK) return 0;
     } catch (...) {
         // Out of memory: refused like a window without OpenGL.
-        map.host.createError = ERROR_NOT_ENOUGH_MEMORY;
+        map.results.RefuseCreation(ERROR_NOT_ENOUGH_MEMORY);
     }
     Refuse(map, window);
     return kRefuseCreation;
@@ -168,10 +188,10 @@ LRESULT OnCreate(HWND window, WPARAM, LPARAM) {
 LRESULT OnDestroy(HWND window, WPARAM, LPARAM) {
     MapState& map = Map();
     MapWindow* entry = map.windows.Find(window);
-    if (entry == nullptr) return 0;  // refused at its creation, which left nothing to do
+    if (entry == nullptr) return 0;  // refused at its creation, which left nothing to release
     entry->sunTimer.Stop();
-    // The pointer cannot leave this window any more.
-    if (map.pointer.overWindow == window) map.pointer.geoPoint.valid = false;
+    map.pointer.LeaveDestroyed(window);
+    StopMotionOf(window, map.hover, map.flight, map.repeat);
     if (map.windows.Count() > 1) {
         DestroyOneOfMany(map, *entry);
     } else {
@@ -183,16 +203,16 @@ LRESULT OnDestroy(HWND window, WPARAM, LPARAM) {
 LRESULT OnSize(HWND window, WPARAM wParam, LPARAM lParam) {
     MapState& map = Map();
     const MapWindow* entry = map.windows.Find(window);
-    CancelHover(map);
+    map.hover.Cancel();
     const std::int32_t width = LOWORD(lParam);
     const std::int32_t height = HIWORD(lParam);
     // A minimised or squeezed window keeps its last size.
     if (entry != nullptr && width >= 1 && height >= 1) {
-        const CurrentContextScope current(map.drawing.context, entry->dc.Get());
+        const CurrentContextScope current(map.gl.Context(), entry->dc.Get());
         if (current.IsCurrent()) {
-            ResizeScene(map, width, height);
+            map.gl.Resize(width, height);
         } else {
-            ResizeSceneWithoutContext(map, width, height);
+            map.gl.ResizeWithoutContext(width, height);
         }
     }
     return DefWindowProcW(window, WM_SIZE, wParam, lParam);

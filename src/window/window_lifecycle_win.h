@@ -1,9 +1,9 @@
 #pragma once
-// Birth, death and size of a map window.
+// Creation, destruction and size of a map window.
 
 #include "base/windows_types.h"
 
-/// What WM_CREATE answers to refuse the window.
+/// The answer to WM_CREATE that refuses the window.
 inline constexpr LRESULT kRefuseCreation = -1;
 
 LRESULT OnCreate(HWND window, WPARAM wParam, LPARAM lParam);

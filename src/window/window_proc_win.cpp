@@ -4,25 +4,15 @@
 #include "window/frame_win.h"
 #include "window/host_messages_win.h"
 #include "window/keys_win.h"
-#include "window/loader_win.h"
+#include "window/load_stages_win.h"
 #include "window/pointer_win.h"
 #include "window/timers_win.h"
 #include "window/window_lifecycle_win.h"
 
 namespace {
 
-LRESULT OnPaint(HWND window, WPARAM, LPARAM) {
-    PaintFrame(window);
-    return 0;
-}
-
-/// The globe covers every pixel: erasing first would only flicker.
+/// Erases nothing: the globe covers every pixel, and erasing first would only flicker.
 LRESULT OnEraseBackground(HWND, WPARAM, LPARAM) { return 1; }
-
-LRESULT OnWorkerMessage(HWND window, WPARAM wParam, LPARAM lParam) {
-    OnStageDone(window, wParam, lParam != 0);
-    return 0;
-}
 
 struct MessageRoute {
     UINT message;
@@ -43,7 +33,7 @@ constexpr MessageRoute kRoutes[] = {
     {WM_MOUSELEAVE, OnMouseLeave},
     {HORIVO_MSG_CITY, OnShowCity},
     {HORIVO_MSG_PHOTOS_CHANGED, OnPhotosChanged},
-    {kStageDoneMessage, OnWorkerMessage},
+    {kStageDoneMessage, OnStageDone},
 };
 
 }  // namespace
@@ -54,7 +44,7 @@ LRESULT CALLBACK MapWindowProc(HWND window, UINT message, WPARAM wParam, LPARAM 
             if (route.message == message) return route.handle(window, wParam, lParam);
         }
     } catch (...) {
-        // Only an allocation can throw below. The host must outlive it: a window being created is
+        // Only an allocation can throw here, and the host must go on: a window being created is
         // refused, any other message is dropped.
         return message == WM_CREATE ? kRefuseCreation : 0;
     }

@@ -23,20 +23,20 @@ struct Numbers {
     std::uint32_t elapsedMs;
 };
 
-void CheckDetail(const DetailState& detail) {
-    Check(detail.perfFactor >= kFinestFactor && detail.perfFactor <= kCoarsestFactor);
-    Check(detail.mesh.sphereSlices >= 4 && detail.mesh.sphereSlices % 4 == 0);
-    Check(detail.mesh.sphereStacks >= 2 && detail.mesh.sphereStacks % 2 == 0);
-    Check(detail.mesh.atmosphereLayers >= 1 && detail.mesh.atmosphereLayers <= 20);
+void CheckDetail(const LevelOfDetail& detail) {
+    Check(detail.Factor() >= kFinestFactor && detail.Factor() <= kCoarsestFactor);
+    Check(detail.Mesh().sphereSlices >= 4 && detail.Mesh().sphereSlices % 4 == 0);
+    Check(detail.Mesh().sphereStacks >= 2 && detail.Mesh().sphereStacks % 2 == 0);
+    Check(detail.Mesh().atmosphereLayers >= 1 && detail.Mesh().atmosphereLayers <= 20);
 }
 
 void CheckNumbers(const Numbers& numbers) {
     MapSettings settings;
-    DetailState detail;
+    LevelOfDetail detail;
     TextureLimits limits;
     const std::int32_t glAnswer = numbers.maxTextureSize & 0x7FFFFFFF;
     limits.maxTextureSize = glAnswer;
-    ApplyPerfFactor(detail, limits, TakeSettings(numbers.raw, settings));
+    detail.Apply(TakeSettings(numbers.raw, settings), limits);
     CheckDetail(detail);
     Check(settings.texScalerX >= -3 && settings.texScalerX <= 2);
     Check(settings.texScalerY >= -3 && settings.texScalerY <= 1);
@@ -44,19 +44,19 @@ void CheckNumbers(const Numbers& numbers) {
     Check(limits.textureLimit >= 0 && limits.textureLimit <= glAnswer);
     Check(ScaledLimit(limits.textureLimit, settings.texScalerX) >= 0);
 
-    StartMeasuring(detail);
+    detail.StartMeasuring();
     for (int frame = 0; frame < 8; ++frame) {
-        if (TuneStep(detail, false, numbers.elapsedMs) == TuneOutcome::Coarser) {
-            ApplyPerfFactor(detail, limits, detail.perfFactor);
+        if (detail.TakeFrame(false, numbers.elapsedMs) == TuneOutcome::Coarser) {
+            detail.Apply(detail.Factor(), limits);
         }
     }
     CheckDetail(detail);
     for (const bool coarser : {true, false}) {
-        ApplyPerfFactor(detail, limits, StepFactor(numbers.raw.lagFactor / 2, coarser));
+        detail.Apply(StepFactor(numbers.raw.lagFactor / 2, coarser), limits);
         CheckDetail(detail);
     }
     // What is written back is read as the same.
-    const RawSettings again = CurrentSettings(settings, detail.perfFactor);
+    const RawSettings again = CurrentSettings(settings, detail.Factor());
     MapSettings copy;
     TakeSettings(again, copy);
     Check(copy.texScalerX == settings.texScalerX && copy.texScalerY == settings.texScalerY);

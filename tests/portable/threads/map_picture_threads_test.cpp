@@ -77,7 +77,7 @@ TEST(MapPictureThreads, LoadsSplitsDetailChangesAndFreesMeetWithoutARace) {
     PictureFiles()[L"data/map.jpg"] = NoiseImage(kWidth, kHeight);
     Shared shared;
     shared.limits.maxTextureSize = kWidth;
-    DetailState detail;
+    LevelOfDetail detail;
     std::vector<std::thread> workers;
     int attached = 0;
     int busy = 0;
@@ -86,7 +86,7 @@ TEST(MapPictureThreads, LoadsSplitsDetailChangesAndFreesMeetWithoutARace) {
     };
     const auto split = [&shared] { return shared.picture.Split(shared.limits); };
     for (int round = 0; round < kRounds; ++round) {
-        ApplyPerfFactor(detail, shared.limits, round % 2 == 0 ? kFinestFactor : kCoarsestFactor);
+        detail.Apply(round % 2 == 0 ? kFinestFactor : kCoarsestFactor, shared.limits);
         const wchar_t* folder = round % 8 == 3 ? L"missing/" : L"data/";
         workers.push_back(StartWorker(shared, shared.loads.Start(&shared), LoadState::Loaded,
                                       [=] { return load(folder); }));

@@ -1,0 +1,92 @@
+#include "window/load_stages_win.h"
+
+#include "render/current_context_win.h"
+#include "window/tile_upload_win.h"
+
+namespace {
+
+constexpr DWORD kWindowWaitMs = 1000;  // ms that the window thread waits for the picture
+constexpr int kErrorTextSize = 128;    // characters with terminator
+
+/// Shows that the picture cannot be loaded. Repeated failures show one box at a time.
+/// @param boxShown  whether a box is on the screen
+void ShowErrorBox(bool& boxShown, HWND window) {
+    if (boxShown) return;
+    wchar_t text[kErrorTextSize];
+    wsprintfW(text, L"Can not load textures.\n Check for the \"%s\" presence or make it smaller.",
+              L"map.jpg");
+    boxShown = true;
+    MessageBoxW(GetParent(window), text, L"Error", MB_ICONERROR);
+    boxShown = false;
+}
+
+/// Ends a load that has failed, and frees the tiles when no other load has filled them since.
+void EndFailedLoad(SharedPicture& shared, HWND window) {
+    const MutexHold hold = shared.Lock(kWindowWaitMs);
+    if (!hold) return;  // another worker has the picture
+    const LoadNumber failed = shared.loads.Find(window, LoadState::Failed);
+    if (shared.loads.LeavesTextures(failed, shared.picture.Stage()))
+        shared.picture.ClearTiles(false);
+    shared.loads.Report(failed, LoadState::Ended);
+}
+
+void OnFailure(MapState& map, HWND window) {
+    EndFailedLoad(map.textures, window);
+    map.windows.InvalidateAll();  // each of them may show that a picture is being loaded
+    ShowErrorBox(map.errorBoxShown, window);
+}
+
+/// Attaches the tiles, or notes that they wait for the context. Takes the whole state: picture,
+/// OpenGL, detail, windows and loader.
+void OnTilesReady(MapState& map, const MapWindow& entry) {
+    SharedPicture& shared = map.textures;
+    shared.loads.Report(shared.loads.Find(entry.window, LoadState::Split), LoadState::Ended);
+    if (map.gl.Planet() == nullptr) return;
+    const CurrentContextScope current(map.gl.Context(), entry.dc.Get());
+    {
+        // Deliberate: after a time-out on the lock the message is dropped, and the tiles are not
+        // attached until the next load.
+        const MutexHold hold = shared.Lock(kWindowWaitMs);
+        if (!hold || !shared.picture.HasAllTiles()) {
+            // Another load has the picture now, and its message brings the tiles. When the window
+            // of that load is gone, nobody gets its message: load once more.
+            if (shared.loads.IsNewestForgotten()) map.loader.StartLoad(entry.window);
+            return;
+        }
+        shared.SetTilesWait(!current.IsCurrent());
+        if (current.IsCurrent()) AttachTiles(shared, map.gl);
+    }
+    if (current.IsCurrent()) OnTilesAttached(map.gl, map.detail);
+    map.windows.InvalidateAll();
+}
+
+}  // namespace
+
+void LoadAtDetail(MapState& map, HWND window, std::int32_t factor) {
+    const MapWindow* entry = map.windows.Find(window);
+    if (entry == nullptr) return;
+    map.detail.Apply(factor, map.textures.limits);
+    {
+        const ForeignContextGuard guard(map.gl.Context());
+        if (map.gl.Context().MakeCurrent(entry->dc.Get())) map.gl.Compile();
+    }
+    map.detail.StopMeasuring();
+    InvalidateRect(window, nullptr, FALSE);
+    map.loader.StartLoad(window);
+}
+
+LRESULT OnStageDone(HWND window, WPARAM wParam, LPARAM lParam) {
+    MapState& map = Map();
+    const MapWindow* entry = map.windows.Find(window);
+    if (entry == nullptr) return 0;
+    const bool success = lParam != 0;
+    if (!success) {
+        OnFailure(map, window);
+    } else if (wParam == kLoadStage) {
+        map.loader.StartSplit(window);
+        InvalidateRect(window, nullptr, FALSE);
+    } else if (wParam == kSplitStage) {
+        OnTilesReady(map, *entry);
+    }
+    return 0;
+}

@@ -1,0 +1,26 @@
+#pragma once
+
+#include <array>
+#include <cstdint>
+
+#include "cities/city_clock_win.h"
+#include "cities/city_pick.h"
+#include "render/geo_point.h"
+#include "window/gl_resources_win.h"
+
+/// The cities near the pointed place, with the labels that name them.
+class NearCities {
+public:
+    /// @param zones  finds the zones of cities that only have a number; must outlive this object
+    explicit NearCities(TimeZoneTable& zones) noexcept : clock_(zones) {}
+
+    /// Finds the cities near `place`, for the labels of this frame. Allocates nothing.
+    void Find(const CityTable& cities, const CVector4& place) noexcept;
+    /// Draws the labels. Needs the flat projection in window pixels.
+    void DrawLabels(const CGeoPoint& pointed, const GlResources& gl) noexcept;
+
+private:
+    SystemCityClock clock_;
+    std::array<CityRecord*, kMaxCitiesNear> found_ = {};
+    std::int32_t count_ = 0;
+};
