@@ -38,6 +38,10 @@ bool LoadTracker::LeavesTextures(LoadNumber failed, PictureStage stage) const no
            filledBy == SlotOf(failed).filledBefore;
 }
 
+bool LoadTracker::IsSuperseded(LoadNumber number, PictureStage stage) const noexcept {
+    return number != kNoLoad && number != newest_ && stage == PictureStage::Empty;
+}
+
 bool LoadTracker::Forget(const void* window) noexcept {
     bool awaited = false;
     for (Slot& slot : slots_) {

@@ -28,7 +28,8 @@ enum class LoadState : std::uint32_t {
 /// no function waits or allocates memory. A window is identified by its handle.
 class LoadTracker {
 public:
-    /// Gives a number to a new load for `window`. Window thread, like everything except Report.
+    /// Gives a number to a new load for `window`. Window thread, like
+    /// every function that does not say otherwise.
     LoadNumber Start(const void* window) noexcept;
 
     /// Stores the state of a load, and with Loaded also that this load filled the picture. The
@@ -43,6 +44,11 @@ public:
     /// other load has filled the picture since it started. The caller holds the scene mutex.
     /// @param stage  the present stage of the map picture
     bool LeavesTextures(LoadNumber failed, PictureStage stage) const noexcept;
+
+    /// Whether the picture of this load was cleared before it was split, and a newer load brings
+    /// another one: then nothing has failed. Any thread that holds the scene mutex.
+    /// @param stage  the present stage of the map picture
+    bool IsSuperseded(LoadNumber number, PictureStage stage) const noexcept;
 
     /// Removes a window that is being destroyed. Its loads go on, but no window handles their end.
     /// @return whether any of its loads had not ended
@@ -76,6 +82,6 @@ private:
     // Loads before the newest this many count as ended.
     static constexpr std::size_t kMaxRemembered = 64;
     std::array<Slot, kMaxRemembered> slots_;
-    LoadNumber newest_ = kNoLoad;                 ///< window thread
+    std::atomic<LoadNumber> newest_ = kNoLoad;    ///< written by the window thread
     std::atomic<LoadNumber> filledBy_ = kNoLoad;  ///< the load that filled the picture last
 };

@@ -63,7 +63,8 @@ void RunSplit(const WorkerTask& task) noexcept {
     LoadState state = LoadState::Failed;
     {
         const MutexHold hold = AcquireMutex(task.mutex.get(), kWorkerWaitMs);
-        if (IsStale(task)) {
+        const PictureStage stage = task.shared.picture.Stage();
+        if (IsStale(task) || (hold && task.shared.loads.IsSuperseded(task.load, stage))) {
             state = LoadState::Ended;
         } else if (hold && task.shared.picture.Split(task.shared.limits)) {
             state = LoadState::Split;

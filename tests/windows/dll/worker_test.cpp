@@ -233,8 +233,19 @@ TEST_F(WorkerTest, InstallMapTakesItsTurnBehindALoadUnderWay) {
     CreateHeldUp(At::Decode);
     PutPatternMap(256, 128);
     workers.LetGoAtWait(kWorkerEndWaitMs);
+    // The split of the load that was under way comes before the new load: it finds no picture.
+    using Destroy = FakedImport<"DestroyWindow", decltype(DestroyWindow)>;
+    const Destroy destroy(library.module, [this](HWND testWindow) {
+        workers.HoldUp(At::LoadLock);
+        return Destroy::Real(testWindow);
+    });
     EXPECT_EQ(library.InstallMap(), HORIVO_OK);
     EXPECT_EQ(Uploads(), 8U) << "the test window's";
+    while (!workers.IsHeldUp()) Sleep(1);
+    const int loads = workers.Started();
+    EXPECT_TRUE(PumpUntil([&] { return workers.Started() > loads && workers.Inside() == 1; }));
+    PumpPending();
+    workers.LetGo();
     EXPECT_TRUE(Settle());
     EXPECT_GE(Uploads(), 16U) << "the live window shows the new picture";
     EXPECT_THAT(SpiedGl().uploads, testing::Each(testing::Field(&SpiedUpload::width, 64)));
