@@ -8,6 +8,7 @@
 - demo, tour and examples include only the library's public headers and their own.
 - Every header compiles alone: _win headers for Windows, the others natively. When a source of the
   same kind includes a header first, every build proves that; this script compiles the others.
+- docs/architecture.md lists the same files under "Deliberate oddities" as have `// Deliberate:` marks.
 
 Prints each offending line and exits non-zero when there is one.
 """
@@ -159,11 +160,24 @@ def check_headers():
         list(pool.map(compiles_alone, alone))
 
 
+def check_deliberate():
+    page = ROOT / "docs/architecture.md"
+    table = page.read_text(encoding="utf-8").split("## Deliberate oddities")[1].split("\n## ")[0]
+    cells = [line.split("|")[1] for line in table.splitlines() if line.startswith("|")]
+    listed = {name for cell in cells for name in re.findall(r"`([^`]+)`", cell)}
+    marked = {str(path.relative_to(ROOT / "src")) for path in sources("src")
+              if "Deliberate:" in path.read_text(encoding="utf-8")}
+    for name in sorted(listed ^ marked):
+        lacks = "no row in docs/architecture.md" if name in marked else "no `// Deliberate:` mark"
+        faults.append(f"src/{name}: {lacks}")
+
+
 def main():
     check_folders()
     check_public_headers()
     check_units()
     check_headers()
+    check_deliberate()
     for line in faults:
         print(line)
     print(f"Tree: {len(faults)} fault(s)" if faults else "Tree: clean")
