@@ -159,9 +159,9 @@ OTHER_NAMES = {
 # and English name. Empty: as in English.
 CORRECTIONS = {
     "de": {
-        "Aarhus": "", "Astana": "", "Changchun": "", "Da Nang": "", "Heraklion": "", "Hue": "",
-        "Ibiza": "", "Meerut": "", "Miquelon": "", "Odense": "", "San Sebastian": "San Sebastián",
-        "Wallis": "", "Wroclaw": "Breslau", "Zanzibar": "Sansibar",
+        "Aarhus": "", "Astana": "", "Beijing": "Peking", "Changchun": "", "Da Nang": "",
+        "Heraklion": "", "Hue": "", "Ibiza": "", "Meerut": "", "Miquelon": "", "Odense": "",
+        "San Sebastian": "San Sebastián", "Wallis": "", "Wroclaw": "Breslau", "Zanzibar": "Sansibar",
     },
     "es": {
         "Aarhus": "", "Albuquerque": "", "Astana": "Astaná", "Baoding": "", "Gold Coast": "",

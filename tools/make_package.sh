@@ -3,9 +3,9 @@
 # the same bytes: files bear the time of the commit. Missing Debian packages are installed first.
 set -euo pipefail
 cd "$(dirname "${BASH_SOURCE[0]}")/.."
-tools/install_packages.sh build package
+tools/install_packages.sh build demo package
 cmake --preset mingw
-cmake --build --preset mingw --target horivo_map horivo_demo horivo_msvc_import_library
+cmake --build --preset mingw --target horivo_map horivo_demo horivo_demo_photos horivo_msvc_import_library
 
 # ZIP keeps local times: those of one place for all.
 export TZ=UTC
