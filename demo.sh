@@ -13,25 +13,16 @@ fi
 
 tools/install_packages.sh build run demo
 cmake --preset mingw
-cmake --build --preset mingw --target horivo_demo horivo_tour
+cmake --build --preset mingw --target horivo_demo horivo_demo_photos horivo_tour
 source tools/wine_env.sh
-
-# Makes sample city photos in the library's photo folder, once for each Wine prefix.
-prepare_photos() {
-    [ ! -e "$WINEPREFIX/horivo-photos" ] || return 0
-    tools/make_sample_photos.py "$WINEPREFIX/drive_c/ProgramData/Zelmo/City Photos"
-    touch "$WINEPREFIX/horivo-photos"
-}
 
 if [ $# -eq 0 ] && [ -n "${DISPLAY:-}" ]; then
     wine_env_start desktop
-    prepare_photos
     wine build/mingw/bin/horivo_demo.exe
     exit
 fi
 
 wine_env_start tour
-prepare_photos
 rm -rf build/demo
 mkdir -p build/demo
 echo "Taking the tour"
@@ -42,18 +33,22 @@ wine "$tour" globe build/demo
 tour_at() {
     local hour=$1 part=$2
     shift 2
-    TZ=UTC DONT_FAKE_MONOTONIC=1 faketime -f "@2026-06-21 $hour" wine "$tour" "$part" build/demo "$@"
+    TZ=${zone:-UTC} DONT_FAKE_MONOTONIC=1 faketime -f "@2026-06-21 $hour" \
+        wine "$tour" "$part" build/demo "$@"
 }
 tour_at 20:00:00 june
 tour_at 12:00:00 pointer
 tour_at 12:00:00 sizes 800 600
 tour_at 12:00:00 sizes 2560 1440
-# The whole program in several languages, with two scalings of the monitor.
-for scaling in '96 800 600' '144 1280 800'; do
-    read -r dpi width height <<<"$scaling"
+# The whole program in its languages, in London, on monitors of two scalings. How Windows is set to
+# write times must show in list and globe, whatever the language.
+for settings in '96 800 600 h:mm:ss tt' '144 1280 800 HH:mm:ss'; do
+    read -r dpi width height format <<<"$settings"
     wine reg add 'HKCU\Control Panel\Desktop' /v LogPixels /t REG_DWORD /d "$dpi" /f >/dev/null
-    tour_at 12:00:00 clock "$width" "$height"
+    wine reg add 'HKCU\Control Panel\International' /v sTimeFormat /d "$format" /f >/dev/null
+    zone=Europe/London tour_at 12:00:00 clock "$width" "$height"
 done
 wine reg delete 'HKCU\Control Panel\Desktop' /v LogPixels /f >/dev/null
+wine reg delete 'HKCU\Control Panel\International' /v sTimeFormat /f >/dev/null
 echo "Pictures of the tour:"
 ls build/demo/*.png

@@ -33,7 +33,8 @@ install(FILES cmake/horivo_mapConfig.cmake
 # The sample host with its data, beside the DLL.
 install(TARGETS horivo_demo RUNTIME DESTINATION bin)
 install(TARGETS res_en LIBRARY DESTINATION bin)
-install(FILES assets/cities.tsv assets/map.jpg assets/buttons.png DESTINATION bin)
+install(FILES assets/cities.tsv assets/city_names.tsv assets/map.jpg assets/buttons.png DESTINATION bin)
+install(DIRECTORY "${CMAKE_RUNTIME_OUTPUT_DIRECTORY}/City Photos" DESTINATION bin OPTIONAL)
 foreach(language de en es fr ja ru)
   install(FILES ${CMAKE_RUNTIME_OUTPUT_DIRECTORY}/horivo_demo_${language}.ini DESTINATION bin)
 endforeach()

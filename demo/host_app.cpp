@@ -27,6 +27,10 @@ HWND TopWindowOf(HWND window) {
     return window != nullptr ? GetAncestor(window, GA_ROOTOWNER) : nullptr;
 }
 
+bool IsForTopWindow(UINT message) {
+    return message == WM_SYSCOMMAND || (message >= WM_SYSKEYDOWN && message <= WM_SYSDEADCHAR);
+}
+
 }  // namespace
 
 HostServices::HostServices() {
@@ -41,13 +45,19 @@ HostServices::HostServices() {
 
 HostServices::~HostServices() { CloseLogMutex(); }
 
-HostApp::HostApp() : data{{}, {}, ReadSettings()} {
-    // With null SetLanguage takes the user's own language without a search through all locales.
-    SetLanguage(data.settings.language.empty() ? nullptr
-                                               : FindLanguage(data.settings.language).abbreviation);
+HostApp::HostApp() {
+    data.settings = ReadSettings();
+    data.cities = ReadCities(ReadTextFile(ProgramFolder() + L"cities.tsv"));
+    UseLanguage();
     accelerators_ = LoadAcceleratorsW(TextModule(), MAKEINTRESOURCEW(IDR_ACCELERATORS));
-    data.cities = ReadCities(ReadWholeFile(ProgramFolder() + L"cities.tsv"));
     CreateHiddenWindow();
+}
+
+void HostApp::UseLanguage() {
+    const Language& language = LanguageOfTexts(FindLanguage(data.settings.language));
+    SetTextLanguage(language);
+    data.names = ReadCityNames(ReadTextFile(ProgramFolder() + L"city_names.tsv"), data.cities,
+                               language.code);
 }
 
 HostApp::~HostApp() {
@@ -100,7 +110,7 @@ LRESULT CALLBACK HostApp::HiddenProc(HWND window, UINT message, WPARAM wParam, L
 
 void HostApp::OnZonesRead() {
     data.times.Finish(data.cities);
-    for (HostWindow* window : windows) window->ShowTimes();
+    for (const auto& window : windows) window->ShowTimes();
     if (IsFeatureEnabled(kNoPhotos)) {
         watch_ = std::make_unique<FolderWatch>(
             PhotoFolder(), data.cities,
@@ -111,7 +121,7 @@ void HostApp::OnZonesRead() {
 }
 
 void HostApp::SendPhotosChanged(std::int32_t signedIndex, std::int32_t newPhotos) {
-    for (HostWindow* window : windows) {
+    for (const auto& window : windows) {
         if (HWND map = window->Map(); map != nullptr) {
             SendMessageW(map, HORIVO_MSG_PHOTOS_CHANGED, static_cast<WPARAM>(signedIndex),
                          newPhotos);
@@ -121,44 +131,43 @@ void HostApp::SendPhotosChanged(std::int32_t signedIndex, std::int32_t newPhotos
 
 bool HostApp::OpenWindow(std::uint32_t& status) {
     auto window = std::make_unique<HostWindow>(data, *this);
-    if (!window->Open(windows.empty(), status)) return false;
-    // From here on the window handle owns the object and deletes it when it is destroyed.
-    windows.push_back(window.release());
-    return true;
+    const bool opened = window->Open(windows.empty(), status);
+    if (opened) windows.push_back(std::move(window));
+    return opened;
 }
 
 void HostApp::OpenAnother(HWND asker) {
     std::uint32_t status = HORIVO_OK;
-    if (!OpenWindow(status)) TellUser(asker, ResultTextId(status));
+    if (!OpenWindow(status)) TellResult(asker, status);
 }
 
 void HostApp::CloseAll() {
-    // A copy of the list: each window that closes removes itself from the list.
-    for (HostWindow* window : std::vector<HostWindow*>(windows)) {
-        SendMessageW(window->Handle(), WM_CLOSE, 0, 0);
-    }
+    // Each window that closes removes itself from the list.
+    while (!windows.empty()) SendMessageW(windows.back()->Handle(), WM_CLOSE, 0, 0);
 }
 
 void HostApp::Forget(HostWindow* window) {
-    const auto at = std::find(windows.begin(), windows.end(), window);
-    if (at == windows.end()) return;  // it was refused while it opened
-    windows.erase(at);
-    if (windows.empty()) PostQuitMessage(0);
+    // A window that was refused while it opened is not in the list.
+    const auto isIt = [&](const auto& entry) { return entry.get() == window; };
+    if (std::erase_if(windows, isIt) > 0 && windows.empty()) PostQuitMessage(0);
 }
 
-void HostApp::ChooseLanguage(const Language& language) {
-    data.settings.language = language.abbreviation;
-    SetLanguage(language.abbreviation);
+void HostApp::ChooseLanguage(const Language& choice) {
+    data.settings.language = choice.abbreviation;
+    UseLanguage();
     SetWindowTextW(hidden_, LocalText(IDS_TITLE).c_str());
-    for (HostWindow* window : windows) window->ApplyLanguage();
+    for (const auto& window : windows) window->ApplyLanguage();
 }
 
 void HostApp::Dispatch(MSG& message) {
     HWND top = TopWindowOf(message.hwnd);
     const auto at = std::find_if(windows.begin(), windows.end(),
-                                 [&](HostWindow* window) { return window->Handle() == top; });
+                                 [&](const auto& window) { return window->Handle() == top; });
     if (at != windows.end()) {
-        if ((*at)->TakeFocusKey(message)) return;
+        // Wine: what is meant for the top window (Alt+F4, Alt and the letter of a menu, the window
+        // manager's close) goes to the one with the focus, which may be the map (see MapPane).
+        if (IsForTopWindow(message.message) && message.hwnd == (*at)->Map()) message.hwnd = top;
+        if ((*at)->TakeKey(message)) return;
         if (TranslateAcceleratorW(top, accelerators_, &message)) return;
     }
     TranslateMessage(&message);

@@ -23,7 +23,7 @@ public:
 /// The program between its start and its end. Only the main thread uses it.
 class HostApp : public Program {
 public:
-    /// Reads settings and cities, selects the language and creates the hidden window.
+    /// Reads settings and cities, chooses the language and creates the hidden window.
     HostApp();
     HostApp(const HostApp&) = delete;
     HostApp& operator=(const HostApp&) = delete;
@@ -38,15 +38,17 @@ public:
     void CloseAll() override;
     /// Also ends the message loop when `window` was the last.
     void Forget(HostWindow* window) override;
-    void ChooseLanguage(const Language& language) override;
+    void ChooseLanguage(const Language& choice) override;
 
     /// Runs the message loop until the last window has closed.
     void Run();
 
     ProgramData data;
-    std::vector<HostWindow*> windows;  ///< each is owned by its window handle
+    std::vector<std::unique_ptr<HostWindow>> windows;  ///< that are open
 
 private:
+    /// Makes the language of the settings the current one and reads the names of the cities in it.
+    void UseLanguage();
     static LRESULT CALLBACK HiddenProc(HWND window, UINT message, WPARAM wParam, LPARAM lParam);
     void CreateHiddenWindow();
     void OnTimer(UINT_PTR timer);

@@ -1,20 +1,34 @@
 #include "language.h"
 
+#include <algorithm>
+
+#include "horivo_host.h"
 #include "resource_ids.h"
 #include "windows_api.h"
 
 namespace {
 
 constexpr Language kLanguages[] = {
-    {IDM_LANGUAGE_ENGLISH, L"ENU"}, {IDM_LANGUAGE_GERMAN, L"DEU"},  {IDM_LANGUAGE_SPANISH, L"ESN"},
-    {IDM_LANGUAGE_FRENCH, L"FRA"},  {IDM_LANGUAGE_RUSSIAN, L"RUS"}, {IDM_LANGUAGE_JAPANESE, L"JPN"},
+    {IDM_LANGUAGE_WINDOWS, L"", L""},       {IDM_LANGUAGE_ENGLISH, L"ENU", L"en"},
+    {IDM_LANGUAGE_GERMAN, L"DEU", L"de"},   {IDM_LANGUAGE_SPANISH, L"ESN", L"es"},
+    {IDM_LANGUAGE_FRENCH, L"FRA", L"fr"},   {IDM_LANGUAGE_RUSSIAN, L"RUS", L"ru"},
+    {IDM_LANGUAGE_JAPANESE, L"JPN", L"ja"},
 };
-constexpr int kAbbreviationSize = 16;  // characters; Windows uses 3 or 4 and a terminator
-constexpr int kLanguageChars = 2;      // of an abbreviation; its last letter stands for the country
+constexpr const Language& kAsWindows = kLanguages[0];
+constexpr const Language& kEnglish = kLanguages[1];
 
-/// Compares the first `count` characters (-1: all) without regard to case.
-bool Same(const wchar_t* a, const wchar_t* b, int count) {
-    return CompareStringOrdinal(a, count, b, count, TRUE) == CSTR_EQUAL;
+/// The language for which `holds`; `otherwise` when there is none.
+template <class Condition>
+const Language& Find(Condition holds, const Language& otherwise) {
+    const auto* const found = std::ranges::find_if(kLanguages, holds);
+    return found != std::end(kLanguages) ? *found : otherwise;
+}
+
+/// The code of a locale's language.
+std::wstring CodeOf(LCID locale) {
+    wchar_t code[16] = {};
+    GetLocaleInfoW(locale, LOCALE_SISO639LANGNAME, code, 16);
+    return code;
 }
 
 }  // namespace
@@ -22,14 +36,21 @@ bool Same(const wchar_t* a, const wchar_t* b, int count) {
 std::span<const Language> Languages() { return kLanguages; }
 
 const Language& FindLanguage(const std::wstring& abbreviation) {
-    for (const Language& language : kLanguages) {
-        if (Same(language.abbreviation, abbreviation.c_str(), -1)) return language;
-    }
-    wchar_t users[kAbbreviationSize] = {};
-    GetLocaleInfoW(LOCALE_USER_DEFAULT, LOCALE_SABBREVLANGNAME, users, kAbbreviationSize);
-    for (const Language& language : kLanguages) {
-        if (users[0] != L'\0' && Same(language.abbreviation, users, kLanguageChars))
-            return language;
-    }
-    return kLanguages[0];
+    return Find(
+        [&](const Language& language) {
+            return CompareStringOrdinal(language.abbreviation, -1, abbreviation.c_str(), -1,
+                                        TRUE) == CSTR_EQUAL;
+        },
+        kAsWindows);
+}
+
+const Language& LanguageOfTexts(const Language& choice) {
+    if (&choice != &kAsWindows) return choice;
+    const std::wstring code = CodeOf(MAKELCID(GetUserDefaultUILanguage(), SORT_DEFAULT));
+    return Find([&](const Language& language) { return code == language.code; }, kEnglish);
+}
+
+void SetTextLanguage(const Language& language) {
+    // With null SetLanguage takes the user's locale without a search through all locales.
+    SetLanguage(CodeOf(LOCALE_USER_DEFAULT) == language.code ? nullptr : language.abbreviation);
 }

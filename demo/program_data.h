@@ -4,12 +4,14 @@
 #include <vector>
 
 #include "clock/city_times.h"
+#include "data/city_file.h"
 #include "data/settings.h"
 #include "horivo_map.h"
 
 /// Only the main thread uses it.
 struct ProgramData {
     std::vector<CityRecord> cities;  ///< not resized while the map lives: it keeps their address
+    std::vector<PlaceNames> names;   ///< of each city, in the language of the texts
     CityTimes times;
     HostSettings settings;
 };

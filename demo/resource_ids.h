@@ -17,9 +17,11 @@
 #define IDS_COLUMN_TIME 21
 #define IDS_COLUMN_DATE 22
 #define IDS_COLUMN_OFFSET 23
+#define IDS_COLUMN_COUNTRY 24
 
 #define IDS_FILTER_LABEL 31  // also the name of the search field for screen readers
 #define IDS_LIST_LABEL 32    // the name of the list for screen readers
+#define IDS_NOTHING_FOUND 33
 
 #define IDS_STATUS_CITIES 40      // %1 number of cities
 #define IDS_STATUS_CITIES_OF 41   // %1 cities found, %2 all cities
@@ -27,7 +29,7 @@
 #define IDS_STATUS_DIFFERENCE 45  // %1 number, %2 unit word: from here to the selected city
 
 // Message texts, at most 128 characters.
-#define IDS_PICTURE_NOT_INSTALLED 62
+#define IDS_NO_PICTURE 62  // %1 the folder, as in the two about the picture
 #define IDS_NO_CITIES 63
 #define IDS_FOLDER_FAILED 64
 #define IDS_MAP_WINDOW_REFUSED 65
@@ -47,6 +49,10 @@
 #define IDS_UNIT_DAYS 260
 #define IDS_UNIT_WEEKS 261
 
+// ---- Icon of the program itself.
+
+#define IDI_PROGRAM 1
+
 // ---- Menu and accelerators.
 
 #define IDR_MAIN_MENU 100
@@ -56,6 +62,8 @@
 #define IDM_CLOSE_WINDOW 40002
 #define IDM_OPEN_PHOTO_FOLDER 40003
 #define IDM_EXIT 40004
+#define IDM_COPY_TIME 40005
+#define IDM_ALWAYS_ON_TOP 40006
 
 #define IDM_FLY_TO_CITY 40010
 #define IDM_HOME_VIEW 40011
@@ -66,6 +74,7 @@
 #define IDM_FRAME_RATE 40016
 #define IDM_INFORMATION 40017
 #define IDM_SEARCH 40018  // puts the focus into the search field
+#define IDM_REPAIR_PICTURE 40019
 
 #define IDM_LANGUAGE_ENGLISH 40020
 #define IDM_LANGUAGE_GERMAN 40021
@@ -73,6 +82,7 @@
 #define IDM_LANGUAGE_FRENCH 40023
 #define IDM_LANGUAGE_RUSSIAN 40024
 #define IDM_LANGUAGE_JAPANESE 40025
+#define IDM_LANGUAGE_WINDOWS 40026
 
 #define IDM_KEYS 40030
 #define IDM_ABOUT 40031
@@ -87,26 +97,6 @@
 #define IDC_ABOUT_USE 1003
 #define IDC_ABOUT_LICENCE 1004
 
-// The rows of the keys dialog: the key, then what it does.
-#define IDC_KEY_TURN 1101
-#define IDC_KEY_TURN_TEXT 1102
-#define IDC_KEY_ZOOM 1103
-#define IDC_KEY_ZOOM_TEXT 1104
-#define IDC_KEY_HOME 1105
-#define IDC_KEY_HOME_TEXT 1106
-#define IDC_KEY_FRAME_RATE 1107
-#define IDC_KEY_FRAME_RATE_TEXT 1108
-#define IDC_KEY_INFORMATION 1109
-#define IDC_KEY_INFORMATION_TEXT 1110
-#define IDC_KEY_DETAIL 1111
-#define IDC_KEY_DETAIL_TEXT 1112
-#define IDC_KEY_PAGE 1113
-#define IDC_KEY_PAGE_TEXT 1114
-#define IDC_KEY_ADD_PHOTO 1115
-#define IDC_KEY_ADD_PHOTO_TEXT 1116
-#define IDC_KEY_SEARCH 1117
-#define IDC_KEY_SEARCH_TEXT 1118
-#define IDC_KEY_FLY 1119
-#define IDC_KEY_FLY_TEXT 1120
-#define IDC_KEY_FOCUS 1121
-#define IDC_KEY_FOCUS_TEXT 1122
+// In the keys dialog: headings, and rows of two texts, the key and what it does.
+#define IDC_KEY_HEADINGS 1100
+#define IDC_KEYS 1110

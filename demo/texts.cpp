@@ -1,5 +1,10 @@
 #include "texts.h"
 
+#include <algorithm>
+#include <cstdio>
+#include <iterator>
+
+#include "data/data_folder.h"
 #include "horivo_host.h"
 #include "horivo_map.h"
 #include "resource_ids.h"
@@ -8,10 +13,12 @@ namespace {
 
 constexpr std::int32_t kTextSize = 256;  // characters; the longest text has 128
 
-constexpr struct {
+struct ResultText {
     std::uint32_t code;
     std::uint32_t textId;
-} kResultTexts[] = {
+};
+
+constexpr ResultText kResultTexts[] = {
     {HORIVO_OK, IDS_MAP_WINDOW_REFUSED},  // no window, and the library knows no reason
     {HORIVO_BAD_PICTURE, IDS_MAP_PICTURE_BAD},
     {HORIVO_UNFIT_PICTURE, IDS_MAP_PICTURE_UNFIT},
@@ -49,12 +56,17 @@ std::wstring LocalText(std::uint32_t id, const std::wstring& first, const std::w
 }
 
 void TellUser(HWND owner, std::uint32_t textId) {
-    LocalMessageBox(owner, TextModule(), textId, IDS_TITLE);
+    const std::wstring text = LocalText(textId, MapFolder());
+    WriteLogW(text.c_str());
+    // Not LocalMessageBox, whose texts are fixed.
+    MessageBoxW(owner, text.c_str(), LocalText(IDS_TITLE).c_str(), MB_OK);
 }
 
-std::uint32_t ResultTextId(std::uint32_t code) {
-    for (const auto& entry : kResultTexts) {
-        if (entry.code == code) return entry.textId;
-    }
-    return IDS_MAP_UNKNOWN_FAILURE;
+void TellResult(HWND owner, std::uint32_t code) {
+    char numbers[64] = {};
+    std::snprintf(numbers, sizeof numbers, "map result 0x%08X, system error %u",
+                  static_cast<unsigned>(code), static_cast<unsigned>(GetLastSysError()));
+    WriteLog(numbers);
+    const auto* const entry = std::ranges::find(kResultTexts, code, &ResultText::code);
+    TellUser(owner, entry != std::end(kResultTexts) ? entry->textId : IDS_MAP_UNKNOWN_FAILURE);
 }

@@ -17,8 +17,9 @@ std::wstring LocalText(std::uint32_t id);
 std::wstring LocalText(std::uint32_t id, const std::wstring& first,
                        const std::wstring& second = {});
 
-/// Shows a failure in a message box over `owner`, or over no window when that is null.
+/// Writes a failure to the log and shows it in a message box over `owner`, or over no window when
+/// that is null. "%1" in the text stands for the library's data folder.
 void TellUser(HWND owner, std::uint32_t textId);
 
-/// The text that explains a result code of the library.
-std::uint32_t ResultTextId(std::uint32_t code);
+/// Tells the user of a result code of the library; the log also gets the code and the system error.
+void TellResult(HWND owner, std::uint32_t code);

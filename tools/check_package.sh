@@ -102,12 +102,12 @@ END
 # Runs a host on a machine without the library's data folder: run_host FOLDER PROGRAM TITLE CHECK
 # A window with this title must appear; hosts show it only after CreateMapWindow has succeeded. CHECK
 # must succeed while the host runs, and the host must end with exit code 0. Its clock shows noon on a
-# day in June.
+# day in June, in Lagos: the world clock starts above Africa.
 run_host() {
     local data="$WINEPREFIX/drive_c/ProgramData/Zelmo" host window='' status=0
     say "running $2 in $1"
     rm -rf "$data"
-    (cd "$1" && TZ=UTC DONT_FAKE_MONOTONIC=1 exec faketime -f "@2026-06-21 12:00:00" wine "$2") &
+    (cd "$1" && TZ=Africa/Lagos DONT_FAKE_MONOTONIC=1 exec faketime -f "@2026-06-21 12:00:00" wine "$2") &
     host=$!
     for _ in $(seq 120); do
         window=$(xdotool search --onlyvisible --name "^$3\$" 2>/dev/null || true)
@@ -116,6 +116,7 @@ run_host() {
         sleep 0.5
     done
     if [ -z "$window" ]; then
+        wine taskkill /F /IM "$2" >/dev/null 2>&1 || true
         wait $host || echo "no window; the host ended with $?"
         return 1
     fi
@@ -129,5 +130,7 @@ run_host() {
 }
 run_host "$work/cpp" globe.exe 'My globe' 'sleep 3'  # no check of the map: Wine does not show it there
 run_host "$work/c" globe.exe 'My globe' 'sleep 3'
-run_host "$package/bin" horivo_demo.exe 'Horivo World Clock' check_map
+run_host "$package/bin" horivo_demo.exe '.* - Horivo World Clock' check_map
+[ -s "$WINEPREFIX/drive_c/ProgramData/Zelmo/City Photos/France/Paris/index.tsv" ] ||
+    { echo "the sample photos were not copied"; exit 1; }
 say "the package is as it should be"

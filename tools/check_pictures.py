@@ -206,9 +206,16 @@ SIZE_STOPS = {
 }
 
 
-LANGUAGES = ["english", "german", "russian", "japanese"]
+LANGUAGES = ["english", "german", "spanish", "french", "russian", "japanese"]
 SCALINGS = {100: 1.0, 150: 1.5}
-CLOCK_VIEWS = ["", "-menu-1", "-menu-2", "-menu-3", "-menu-4", "-keys", "-about"]
+CLOCK_VIEWS = ["", "-menu-1", "-menu-2", "-menu-3", "-menu-4", "-keys", "-about", "-search-1",
+               "-search-2", "-search-enter", "-search-none"]
+
+
+def dark_in_list(picture, factor):
+    """Pixels of text in the list, below its headings."""
+    return sum(1 for y in range(int(110 * factor), picture.height - int(40 * factor))
+               for x in range(int(10 * factor), int(500 * factor)) if max(picture.pixel(x, y)) < 100)
 
 
 def check_clock(pictures, scaling):
@@ -217,17 +224,18 @@ def check_clock(pictures, scaling):
     titles = set()
     for language in LANGUAGES:
         picture = pictures[language, ""]
-        list_width = int(200 * factor)
-        dark = sum(1 for y in range(int(110 * factor), picture.height - int(40 * factor))
-                   for x in range(list_width) if max(picture.pixel(x, y)) < 100)
-        demand(dark > 2000, f"{language}: the list shows no text ({dark} dark pixels)")
+        all_cities = dark_in_list(picture, factor)
+        demand(all_cities > 5000, f"{language}: the list shows no text ({all_cities} dark pixels)")
+        nothing = dark_in_list(pictures[language, "-search-none"], factor)
+        demand(50 < nothing < 600 * factor**2,
+               f"{language}: the list does not say that nothing was found ({nothing} dark pixels)")
         lit = sum(1 for y in range(picture.height // 4, picture.height * 3 // 4, 4)
                   for x in range(picture.width // 2, picture.width - PANEL, 4)
                   if max(picture.pixel(x, y)) > SPACE)
         seen = (picture.height // 8) * ((picture.width - PANEL - picture.width // 2) // 4)
         demand(lit > 0.3 * seen, f"{language}: no globe beside the list")
         titles.add(bytes(channel for y in range(int(26 * factor), int(40 * factor))
-                         for x in range(list_width) for channel in picture.pixel(x, y)))
+                         for x in range(int(200 * factor)) for channel in picture.pixel(x, y)))
         for view in CLOCK_VIEWS[1:]:
             demand(any(pictures[language, view].pixel(x, y) != picture.pixel(x, y)
                        for y in range(0, picture.height, 2) for x in range(0, picture.width, 2)),

@@ -1,8 +1,8 @@
 #!/usr/bin/env python3
 """Checks that the version is the same everywhere: tools/check_version.py DLL ZIP
 
-The newest entry of CHANGELOG.md, the DLL's version resource, the sample host's manifest and the name
-of the package must have the version of include/horivo_map.h.
+The newest entry of CHANGELOG.md, the DLL's version resource and the name of the package must have the
+version of include/horivo_map.h.
 """
 
 import re
@@ -24,11 +24,6 @@ def changelog_version():
     return re.search(r"^## (\S+)", (ROOT / "CHANGELOG.md").read_text(), re.M).group(1)
 
 
-def manifest_version():
-    manifest = (ROOT / "demo/horivo_demo.manifest").read_text()
-    return re.search(r'name="Horivo.WorldClock" version="(\d+\.\d+\.\d+)\.0"', manifest).group(1)
-
-
 def resource_versions(dll):
     """Versions of file and product in the resource, each as a number and as a text."""
     image = dll.read_bytes()
@@ -45,8 +40,7 @@ def resource_versions(dll):
 def main():
     dll, package = map(Path, sys.argv[1:3])
     wanted = header_version()
-    found = [("CHANGELOG.md", changelog_version()),
-             ("horivo_demo.manifest", manifest_version()), *resource_versions(dll),
+    found = [("CHANGELOG.md", changelog_version()), *resource_versions(dll),
              ("package", package.name.split("-")[1])]
     wrong = [(place, version) for place, version in found if version != wanted]
     for place, version in wrong:

@@ -1,4 +1,4 @@
-"""Additions to the sources of tools/make_city_data.py: towns, English names, corrections.
+"""Additions to the sources of tools/make_city_data.py: towns, English names, other names, corrections.
 
 Territories have their ISO 3166 codes.
 """
@@ -106,13 +106,61 @@ ENGLISH = {
 }
 # Countries without their own time zone.
 COUNTRIES = {"XK": "Kosovo"}
+# Other names that people type: former ones, short ones, those of the place itself; by territory and
+# English name, without a name for the territory itself. The source's names in ENGLISH come to them.
+OTHER_NAMES = {
+    "AE": {"": "UAE, Emirates"},
+    "AT": {"Vienna": "Wien"},
+    "BE": {"Brussels": "Bruxelles, Brussel"},
+    "CA": {"Quebec": "Quebec City", "St. John's": "Saint John's"},
+    "CD": {"": "DR Congo, Democratic Republic of the Congo, Zaire"},
+    "CF": {"": "Central African Republic"},
+    "CG": {"": "Republic of the Congo"},
+    "CI": {"": "Ivory Coast"},
+    "CN": {"Beijing": "Peking", "Guangzhou": "Canton", "Nanjing": "Nanking"},
+    "CV": {"": "Cabo Verde"},
+    "CZ": {"": "Czechia", "Prague": "Praha"},
+    "DE": {"Munich": "München"},
+    "DK": {"Copenhagen": "København"},
+    "FI": {"Helsinki": "Helsingfors"},
+    "GB": {"": "UK, Great Britain, England, Scotland, Wales, Northern Ireland"},
+    "GR": {"Athens": "Athina", "Thessaloniki": "Salonica"},
+    "ID": {"Denpasar": "Bali"},
+    "IL": {"Jerusalem": "Yerushalayim"},
+    "IN": {"Chennai": "Madras", "Kolkata": "Calcutta", "Mumbai": "Bombay", "Panaji": "Goa",
+           "Pune": "Poona", "Thiruvananthapuram": "Trivandrum", "Varanasi": "Benares"},
+    "IT": {"Florence": "Firenze", "Genoa": "Genova", "Milan": "Milano", "Naples": "Napoli",
+           "Rome": "Roma", "Turin": "Torino", "Venice": "Venezia"},
+    "KR": {"": "Republic of Korea"},
+    "KZ": {"Almaty": "Alma-Ata", "Astana": "Nur-Sultan"},
+    "LU": {"Luxembourg": "Luxembourg City"},
+    "MD": {"Chisinau": "Kishinev"},
+    "MM": {"": "Burma", "Yangon": "Rangoon"},
+    "MO": {"": "Macao", "Macau": "Macao"},
+    "NL": {"": "Holland", "The Hague": "Den Haag"},
+    "PA": {"Panama": "Panama City"},
+    "PL": {"Gdansk": "Danzig", "Krakow": "Cracow", "Warsaw": "Warszawa"},
+    "PT": {"Lisbon": "Lisboa", "Porto": "Oporto"},
+    "RO": {"Bucharest": "Bucuresti"},
+    "RS": {"Belgrade": "Beograd"},
+    "RU": {"Moscow": "Moskva"},
+    "SA": {"Jeddah": "Jiddah", "Mecca": "Makkah", "Medina": "Al Madinah"},
+    "SH": {"": "Saint Helena"},
+    "TL": {"": "Timor-Leste"},
+    "TR": {"": "Turkiye"},
+    "UA": {"Dnipro": "Dnepropetrovsk", "Kharkiv": "Kharkov", "Kyiv": "Kiev", "Lviv": "Lvov",
+           "Odesa": "Odessa"},
+    "US": {"": "USA, U.S.A., America", "Los Angeles": "L.A.", "New York": "NYC, N.Y.",
+           "Saint Paul": "St. Paul", "St. Louis": "Saint Louis", "Washington": "Washington D.C."},
+    "VN": {"Ho Chi Minh": "Saigon"},
+}
 # Names that are wrong, outdated or missing in the sources, by language and English name. An empty
 # text means the English name.
 CORRECTIONS = {
     "de": {
-        "Aarhus": "", "Astana": "", "Changchun": "", "Da Nang": "", "Heraklion": "", "Hue": "",
-        "Ibiza": "", "Meerut": "", "Miquelon": "", "Odense": "", "San Sebastian": "San Sebastián",
-        "Wallis": "", "Wroclaw": "Breslau", "Zanzibar": "Sansibar",
+        "Aarhus": "", "Astana": "", "Beijing": "Peking", "Changchun": "", "Da Nang": "",
+        "Heraklion": "", "Hue": "", "Ibiza": "", "Meerut": "", "Miquelon": "", "Odense": "",
+        "San Sebastian": "San Sebastián", "Wallis": "", "Wroclaw": "Breslau", "Zanzibar": "Sansibar",
     },
     "es": {
         "Aarhus": "", "Albuquerque": "", "Astana": "Astaná", "Baoding": "", "Gold Coast": "",

@@ -22,7 +22,7 @@ import re
 import sys
 import unicodedata
 
-from city_choices import CORRECTIONS, COUNTRIES, ENGLISH, WANTED
+from city_choices import CORRECTIONS, COUNTRIES, ENGLISH, OTHER_NAMES, WANTED
 
 ROOT = pathlib.Path(__file__).resolve().parent.parent
 CITIES, NAMES = ROOT / "assets/cities.tsv", ROOT / "assets/city_names.tsv"
@@ -31,13 +31,15 @@ LANGUAGES = ["de", "es", "fr", "ja", "ru"]
 LONGEST_NAME = 63  # UTF-16 units that a city record takes
 
 CITIES_HEAD = """\
-# city	country	latitude	longitude	time zone (Windows key name)	time zone (tz database)
+# city	country	latitude	longitude	time zone (Windows key name)	time zone (tz database)	stands for
+# Stands for: its whole Windows time zone, or the part of it in its own country (CLDR).
 # Made by tools/make_city_data.py. Places that gave a zone its name: tz database (public domain).
 # All others: GeoNames, 5 March 2023 (CC BY 4.0). Windows names: CLDR. Terms: NOTICE.md.
 """
 NAMES_HEAD = """\
-# city	country	de	es	fr	ja	ru
+# city	country	de	es	fr	ja	ru	others
 # Made by tools/make_city_data.py. Without a city: the country itself. Left empty: as in English.
+# Others: names in any language that people type, with commas between.
 # Countries and places of the tz database: CLDR. All others: GeoNames. Terms: NOTICE.md.
 """
 
@@ -89,6 +91,10 @@ class Cldr:
         self._territories = {self._oldest[zone]: entry["_territory"]
                              for entry in entries for zone in entry["_type"].split()
                              if entry["_territory"] not in ("001", "ZZ")}
+        # The first zone of each entry stands for it; 001 is the world.
+        first = {entry["_type"].split()[0]: "country" for entry in entries}
+        first |= {entry["_type"]: "zone" for entry in entries if entry["_territory"] == "001"}
+        self._stands_for = {self._oldest[zone]: part for zone, part in first.items()}
         self._places, self._names = {}, {}
         for language in LANGUAGES:
             dates = read_json(folder / f"cldr-dates-full/main/{language}/timeZoneNames.json")
@@ -98,6 +104,10 @@ class Cldr:
 
     def territory(self, zone):
         return self._territories[self._oldest[zone]]
+
+    def stands_for(self, zone):
+        """What the place that gave the zone its name stands for; empty: for itself alone."""
+        return self._stands_for.get(self._oldest[zone], "")
 
     def place_name(self, zone, language):
         """The name of the place that gave the zone its name; empty when it is as in English."""
@@ -178,15 +188,28 @@ def add_towns(rows, towns, countries):
         if (country, letters(town.name)) not in taken:
             taken.add((country, letters(town.name)))
             rows[country, town.name] = [town.name, country, f"{town.latitude:.4f}",
-                                        f"{town.longitude:.4f}", windows_keys[town.zone], town.zone]
+                                        f"{town.longitude:.4f}", windows_keys[town.zone], town.zone, ""]
             added[country, town.name] = town
     return added
 
 
-def name_row(country, city, texts):
+def other_names(countries):
+    """Names that are neither English nor of one of the languages, by country and English name."""
+    others = collections.defaultdict(list)
+    for territory, names in OTHER_NAMES.items():
+        for city, texts in names.items():
+            others[countries[territory], city] += texts.split(", ")
+    for territory, names in ENGLISH.items():
+        for name, city in names.items():
+            others[countries[territory], city] += name.split(" / ")
+    return others
+
+
+def name_row(country, city, texts, others):
     """A line of the names file: `texts` after corrections; a text equal to the English name is empty."""
     texts = [CORRECTIONS[l].get(city, clean(text, l)) for l, text in zip(LANGUAGES, texts)]
-    return [city, country, *("" if text == (city or country) else text for text in texts)]
+    return [city, country, *("" if text == (city or country) else text for text in texts),
+            ", ".join(others.get((country, city), []))]
 
 
 def make(folder):
@@ -195,19 +218,21 @@ def make(folder):
     # Rows of the tz database are those whose city has the name of its zone.
     kept = [row for row in read_rows(CITIES) if letters(row[0]) == letters(row[5].split("/")[-1])]
     countries = {cldr.territory(row[5]): row[1] for row in kept} | COUNTRIES
-    rows = {(row[1], row[0]): row for row in kept}
+    rows = {(row[1], row[0]): row[:6] + [cldr.stands_for(row[5])] for row in kept}
     names = {place: [cldr.place_name(row[5], l) for l in LANGUAGES] for place, row in rows.items()}
     for place, town in add_towns(rows, read_towns(folder, geonames), countries).items():
         names[place] = [geonames.name(town.number, l) for l in LANGUAGES]
     for territory, country in countries.items():
         names[country, ""] = [cldr.country_name(territory, l) for l in LANGUAGES]
-    name_rows = [name_row(*place, names[place]) for place in sorted(names)]
+    others = other_names(countries)
+    name_rows = [name_row(*place, names[place], others) for place in sorted(names)]
     write(CITIES, CITIES_HEAD, [rows[place] for place in sorted(rows)])
     write(NAMES, NAMES_HEAD, [row for row in name_rows if any(row[2:])])
 
 
 def write(path, head, rows):
-    text = head + "".join("\t".join(row) + "\n" for row in rows)
+    """Writes a table, without the last column where that is empty."""
+    text = head + "".join("\t".join(row).removesuffix("\t") + "\n" for row in rows)
     path.write_text(text, encoding="utf-8", newline="\n")
 
 
@@ -220,8 +245,8 @@ def is_bad_name(name):
 def faults():
     """Yields a line for each error in the two files."""
     rows, name_rows = read_rows(CITIES), read_rows(NAMES)
-    broken = [row for row in rows if len(row) != 6]
-    broken += [row for row in name_rows if len(row) != 2 + len(LANGUAGES)]
+    broken = [row for row in rows if len(row) not in (6, 7)]
+    broken += [row for row in name_rows if len(row) - len(LANGUAGES) not in (2, 3)]
     if broken:
         yield from (f"not the columns that it should have: {row}" for row in broken)
         return

@@ -4,9 +4,9 @@
 # packages are installed first.
 set -euo pipefail
 cd "$(dirname "${BASH_SOURCE[0]}")/.."
-tools/install_packages.sh build package
+tools/install_packages.sh build demo package
 cmake --preset mingw
-cmake --build --preset mingw --target horivo_map horivo_demo horivo_msvc_import_library
+cmake --build --preset mingw --target horivo_map horivo_demo horivo_demo_photos horivo_msvc_import_library
 
 # ZIP stores local times, so every machine uses the same time zone.
 export TZ=UTC

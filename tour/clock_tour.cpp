@@ -1,6 +1,7 @@
 #include "tour/clock_tour.h"
 
 #include <functional>
+#include <span>
 #include <stdexcept>
 #include <utility>
 
@@ -14,17 +15,26 @@ constexpr DWORD kSettleMs = 400;  // a menu, a dialog or a new text is drawn by 
 constexpr DWORD kZonesTimeoutMs = 30000;
 constexpr DWORD kZonesLookMs = 50;
 constexpr int kMenus = 4;
-constexpr std::size_t kMaxFound = 9;  // cities that "new z" finds at most
 constexpr wchar_t kClickedCity[] = L"Rome";
 
+/// What a user types, and the first city that it finds.
+struct Search {
+    const wchar_t* typed;
+    const wchar_t* first;
+};
+
+// The second search leaves out accents, or writes them otherwise.
 constexpr struct {
     const wchar_t* name;  // in the names of the pictures
     std::uint32_t command;
+    Search searches[2];
 } kLanguages[] = {
-    {L"english", IDM_LANGUAGE_ENGLISH},
-    {L"german", IDM_LANGUAGE_GERMAN},
-    {L"russian", IDM_LANGUAGE_RUSSIAN},
-    {L"japanese", IDM_LANGUAGE_JAPANESE},
+    {L"english", IDM_LANGUAGE_ENGLISH, {{L"par", L"Paris"}, {L"malmö", L"Malmo"}}},
+    {L"german", IDM_LANGUAGE_GERMAN, {{L"peki", L"Peking"}, {L"munchen", L"München"}}},
+    {L"spanish", IDM_LANGUAGE_SPANISH, {{L"par", L"París"}, {L"pekin", L"Pekín"}}},
+    {L"french", IDM_LANGUAGE_FRENCH, {{L"par", L"Paris"}, {L"geneve", L"Genève"}}},
+    {L"russian", IDM_LANGUAGE_RUSSIAN, {{L"пар", L"Париж"}, {L"шанхаи", L"Шанхай"}}},
+    {L"japanese", IDM_LANGUAGE_JAPANESE, {{L"東", L"東京"}, {L"ぱり", L"パリ"}}},
 };
 
 void Require(bool holds, const char* failure) {
@@ -76,23 +86,9 @@ public:
             for (int i = 0; i < kMenus; ++i) ShowMenu(i, name + L"-menu-" + std::to_wstring(i + 1));
             ShowDialog(IDM_KEYS, name + L"-keys");
             ShowDialog(IDM_ABOUT, name + L"-about");
+            ShowSearches(language.searches, name + L"-search-");
         }
         Command(IDM_LANGUAGE_ENGLISH);
-    }
-
-    void Search() {
-        SetWindowTextW(field_, L"new z");
-        PumpMessages(kSettleMs);
-        Require(Rows() > 0 && Rows() <= kMaxFound, "the search does not find some cities");
-        constexpr UINT kStates = LVIS_SELECTED | LVIS_FOCUSED;
-        ListView_SetItemState(list_, 0, kStates, kStates);
-        const std::wstring city = SelectedCity();
-        map_.LookWhenSettled();
-        SaveScreen(L"clock-search");
-        SetWindowTextW(field_, L"");
-        PumpMessages(kSettleMs);
-        Require(Rows() == app_.data.cities.size(), "an empty search does not show all cities");
-        Require(!city.empty() && SelectedCity() == city, "the search loses the selection");
     }
 
     void ClickCity() {
@@ -109,13 +105,16 @@ public:
         Command(IDM_SEARCH);
         Require(GetFocus() == field_, "Ctrl+F does not move the focus to the field");
         for (const HWND next : {list_, window_.Map(), field_}) {
-            // Called here, because the tour's message loop is not that of HostApp.
-            MSG tab{};
-            tab.message = WM_KEYDOWN;
-            tab.wParam = VK_TAB;
-            Require(window_.TakeFocusKey(tab) && GetFocus() == next,
-                    "Tab does not move the focus from field to list to map");
+            Press(VK_TAB);
+            Require(GetFocus() == next, "Tab does not move the focus from field to list to map");
         }
+        Type(L"lima");
+        Press(VK_DOWN);
+        Require(GetFocus() == list_ && SelectedCity() == L"Lima", "Down does not choose a hit");
+        Press(VK_ESCAPE);
+        Require(GetFocus() == field_ && Rows() == app_.data.cities.size(),
+                "Escape does not clear the search");
+        Require(SelectedCity() == L"Lima", "the search loses the selection");
     }
 
     void OpenSecondWindow() {
@@ -139,6 +138,39 @@ private:
     void Command(std::uint32_t command) {
         SendMessageW(window_.Handle(), WM_COMMAND, command, 0);
         PumpMessages(kSettleMs);
+    }
+
+    /// Presses a key in the window with the focus. Called here, because the tour's message loop is
+    /// not that of HostApp.
+    void Press(WPARAM key) {
+        MSG press{};
+        press.hwnd = GetFocus();
+        press.message = WM_KEYDOWN;
+        press.wParam = key;
+        Require(window_.TakeKey(press), "a key of the window does nothing");
+    }
+
+    void Type(const wchar_t* text) {
+        SetFocus(field_);
+        SetWindowTextW(field_, L"");
+        for (; *text != L'\0'; ++text) SendMessageW(field_, WM_CHAR, *text, 1);
+        PumpMessages(kSettleMs);
+    }
+
+    /// Shows each search, the city that Enter then flies to, and a search that finds nothing.
+    void ShowSearches(std::span<const Search> searches, const std::wstring& name) {
+        for (const Search& search : searches) {
+            Type(search.typed);
+            Require(TextInList(0, 0) == search.first, "the search finds another city first");
+            SaveScreen(name + std::to_wstring(&search - searches.data() + 1));
+        }
+        Press(VK_RETURN);
+        map_.LookWhenSettled();
+        SaveScreen(name + L"enter");
+        Type(L"xyzzy");
+        Require(Rows() == 0, "a search finds what is not there");
+        SaveScreen(name + L"none");
+        Press(VK_ESCAPE);
     }
 
     std::size_t Rows() const { return static_cast<std::size_t>(ListView_GetItemCount(list_)); }
@@ -205,9 +237,11 @@ bool TakeClockTour(HostApp& app, const std::wstring& folder) {
     constexpr struct {
         const wchar_t* name;
         void (ClockTour::*take)();
-    } kParts[] = {{L"times", &ClockTour::WaitForTimes}, {L"languages", &ClockTour::ShowLanguages},
-                  {L"search", &ClockTour::Search},      {L"click", &ClockTour::ClickCity},
-                  {L"keyboard", &ClockTour::MoveFocus}, {L"windows", &ClockTour::OpenSecondWindow}};
+    } kParts[] = {{L"times", &ClockTour::WaitForTimes},
+                  {L"languages", &ClockTour::ShowLanguages},
+                  {L"click", &ClockTour::ClickCity},
+                  {L"keyboard", &ClockTour::MoveFocus},
+                  {L"windows", &ClockTour::OpenSecondWindow}};
     ClockTour tour(app, folder);
     bool complete = true;
     for (const auto& part : kParts) {

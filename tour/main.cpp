@@ -87,6 +87,7 @@ bool TakeTour(HostApp& app, const Part& part, const std::wstring& folder, SIZE m
     ResizeMap(window, mapSize);
     if (part.stops.empty()) return TakeClockTour(app, folder);
     const MapDriver map(window.Map(), app.data.cities);
+    map.Press(VK_HOME);  // wherever the clock has flown
     map.LookWhenSettled();
     return TakeStops(map, part.stops, part.name == L"sizes", folder);
 }
@@ -96,14 +97,15 @@ int RunHost(const Part& part, const std::wstring& folder, SIZE mapSize) {
     const HostServices services;
     if (!part.stops.empty()) adminFlags |= kNoTimeTable;  // the map without the city list
     HostApp app;
-    app.data.settings.place = {};
-    app.data.settings.maximized = false;
+    app.data.settings = {};  // not what the run before has left
     std::vector<CityRecord>& cities = app.data.cities;
     std::uint32_t status = InitMap(cities.data(), static_cast<std::int32_t>(cities.size()));
-    if (status == HORIVO_OK &&
-        PrepareMapPicture(ProgramFolder() + L"map.jpg") == MapPicture::Copied) {
+    // Not as the sample host does it: a message box would wait for ever.
+    if (status == HORIVO_OK && CopyFileW((ProgramFolder() + L"map.jpg").c_str(),
+                                         (MapFolder() + L"map.jpg").c_str(), TRUE)) {
         status = InstallMap();
     }
+    PreparePhotoFolder();
     bool complete = false;
     if (!cities.empty() && status == HORIVO_OK && app.OpenWindow(status)) {
         complete = Attempt(L"tour", [&] { return TakeTour(app, part, folder, mapSize); });

@@ -22,15 +22,17 @@ std::wstring CountWithUnit(std::uint32_t unit, std::int32_t number) {
 
 std::wstring TimeText(const SYSTEMTIME& time) {
     wchar_t text[kTextSize] = {};
-    GetTimeFormatW(GetLanguageId(), TIME_NOSECONDS, &time, nullptr, text, kTextSize);
+    GetTimeFormatW(LOCALE_USER_DEFAULT, TIME_NOSECONDS, &time, nullptr, text, kTextSize);
     return text;
 }
 
 std::wstring DateText(const SYSTEMTIME& time) {
     wchar_t text[kTextSize] = {};
-    GetDateFormatW(GetLanguageId(), DATE_SHORTDATE, &time, nullptr, text, kTextSize);
-    return std::wstring(dayNames[time.wDayOfWeek % 7]) + L' ' + text;
+    GetDateFormatW(LOCALE_USER_DEFAULT, DATE_SHORTDATE, &time, nullptr, text, kTextSize);
+    return DayText(time) + L' ' + text;
 }
+
+std::wstring DayText(const SYSTEMTIME& time) { return dayNames[time.wDayOfWeek % 7]; }
 
 std::wstring OffsetText(std::int32_t minutes) {
     if (minutes == 0) return L"UTC";

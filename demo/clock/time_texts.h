@@ -1,5 +1,6 @@
 #pragma once
-// Times as texts, in the language that SetLanguage has chosen.
+// Times as texts: the words in the language that SetLanguage has chosen, formats and digits as the
+// user has set them in Windows, as the map's are.
 
 #include <string>
 
@@ -7,6 +8,8 @@
 
 /// "14:05" or "2:05 PM", without seconds.
 std::wstring TimeText(const SYSTEMTIME& time);
+/// The weekday.
+std::wstring DayText(const SYSTEMTIME& time);
 /// The weekday and the short date.
 std::wstring DateText(const SYSTEMTIME& time);
 /// "UTC", "UTC+5:30" or "UTC-3".

@@ -1,130 +1,151 @@
 #include "data/city_file.h"
 
-#include <charconv>
+#include <algorithm>
 #include <cmath>
 #include <cstddef>
-#include <cstdint>
+#include <cwchar>
+#include <map>
 #include <optional>
+#include <utility>
+
+#include "windows_api.h"
 
 namespace {
 
-constexpr char32_t kReplacement = 0xFFFD;  // the result for bytes that are not UTF-8
-constexpr char32_t kLastCharacter = 0x10FFFF;
 constexpr std::size_t kNameSize = sizeof CityRecord{}.cityName / sizeof(HorivoWideChar);
 
-struct ZoneNumber {
+struct Zone {
     std::uint32_t number;
-    std::string_view keyName;
+    std::wstring_view keyName;
 };
 
-#define ZONE_NUMBER(number, keyName) {number, keyName},
-constexpr ZoneNumber kZones[] = {HORIVO_TIME_ZONES(ZONE_NUMBER)};
-#undef ZONE_NUMBER
+#define ZONE(number, keyName) {number, L##keyName},
+constexpr Zone kZones[] = {HORIVO_TIME_ZONES(ZONE)};
+#undef ZONE
 
-/// Removes the text up to the next `separator`, and the separator, from the front of `rest`.
-/// @return that text without the separator
-std::string_view TakeUntil(std::string_view& rest, char separator) {
-    const std::size_t end = rest.find(separator);
-    const std::string_view taken = rest.substr(0, end);
-    rest.remove_prefix(end == std::string_view::npos ? rest.size() : end + 1);
-    return taken;
+using Fields = std::vector<std::wstring_view>;
+
+/// Splits `text` at each `separator`.
+Fields Split(std::wstring_view text, std::wstring_view separator) {
+    Fields fields;
+    for (;;) {
+        const std::size_t end = text.find(separator);
+        fields.push_back(text.substr(0, end));
+        if (end == std::wstring_view::npos) return fields;
+        text.remove_prefix(end + separator.size());
+    }
 }
 
-/// Decodes one character of UTF-8 and removes it from the front of `text`, which is not empty.
-/// @return kReplacement for bytes that are not UTF-8
-char32_t TakeCharacter(std::string_view& text) {
-    const auto byteAt = [&](std::size_t i) { return static_cast<unsigned char>(text[i]); };
-    const unsigned first = byteAt(0);
-    std::size_t length = 1;
-    char32_t character = first;
-    if (first >= 0xF0 && first < 0xF5) {
-        length = 4;
-        character = first & 0x07U;
-    } else if (first >= 0xE0 && first < 0xF0) {
-        length = 3;
-        character = first & 0x0FU;
-    } else if (first >= 0xC2 && first < 0xE0) {
-        length = 2;
-        character = first & 0x1FU;
-    } else if (first >= 0x80) {
-        character = kReplacement;
+std::vector<Fields> ReadLines(std::wstring_view text) {
+    std::vector<Fields> lines;
+    for (std::wstring_view line : Split(text, L"\n")) {
+        if (line.ends_with(L'\r')) line.remove_suffix(1);
+        lines.push_back(Split(line, L"\t"));
     }
-    for (std::size_t i = 1; i < length; ++i) {
-        if (i >= text.size() || (byteAt(i) & 0xC0U) != 0x80U) {
-            text.remove_prefix(i);
-            return kReplacement;
-        }
-        character = character << 6U | (byteAt(i) & 0x3FU);
-    }
-    text.remove_prefix(length);
-    // Not UTF-8: overlong forms (more bytes than the character needs) and surrogates.
-    constexpr char32_t kMinOfLength[] = {0, 0, 0x80, 0x800, 0x10000};
-    const bool isSurrogate = character >= 0xD800 && character < 0xE000;
-    if (isSurrogate || character < kMinOfLength[length] || character > kLastCharacter) {
-        return kReplacement;
-    }
-    return character;
+    return lines;
 }
 
-/// Converts `utf8` to UTF-16 in a name of a record, and cuts it between two characters, never
-/// inside a surrogate pair.
-void StoreName(std::string_view utf8, HorivoWideChar (&name)[kNameSize]) {
-    std::size_t length = 0;
-    while (!utf8.empty()) {
-        const char32_t character = TakeCharacter(utf8);
-        const bool pair = character > 0xFFFF;
-        if (length + (pair ? 2 : 1) >= kNameSize) return;
-        if (pair) {
-            const char32_t offset = character - 0x10000;
-            name[length++] = static_cast<HorivoWideChar>(0xD800 + (offset >> 10U));
-            name[length++] = static_cast<HorivoWideChar>(0xDC00 + (offset & 0x3FFU));
-        } else {
-            name[length++] = static_cast<HorivoWideChar>(character);
-        }
-    }
+bool IsComment(const Fields& line) { return line[0].starts_with(L'#'); }
+
+std::wstring_view Field(const Fields& line, std::size_t index) {
+    return index < line.size() ? line[index] : std::wstring_view();
+}
+
+/// Copies a name, cut to the length of the field, but never inside a surrogate pair.
+void StoreName(std::wstring_view name, HorivoWideChar (&field)[kNameSize]) {
+    const std::size_t length = name.copy(field, kNameSize - 1);
+    if (length > 0 && IS_HIGH_SURROGATE(field[length - 1])) field[length - 1] = L'\0';
 }
 
 /// The whole `text` as a number of at most `limit` degrees either way.
-std::optional<double> ParseDegrees(std::string_view text, double limit) {
-    double degrees = 0.0;
-    const char* end = text.data() + text.size();
-    const auto [stop, error] = std::from_chars(text.data(), end, degrees);
-    if (error != std::errc{} || stop != end || !(std::fabs(degrees) <= limit)) return std::nullopt;
+std::optional<double> ParseDegrees(std::wstring_view text, double limit) {
+    const std::wstring number(text);
+    wchar_t* end = nullptr;
+    const double degrees = std::wcstod(number.c_str(), &end);
+    const bool whole = !number.empty() && end == number.c_str() + number.size();
+    if (!whole || !(std::fabs(degrees) <= limit)) return std::nullopt;
     return degrees;
 }
 
-std::uint32_t FindZone(std::string_view keyName) {
-    for (const ZoneNumber& zone : kZones) {
-        if (zone.keyName == keyName) return zone.number;
-    }
-    return 0;
+StandsFor ParseStandsFor(std::wstring_view text) {
+    if (text == L"zone") return StandsFor::Zone;
+    return text == L"country" ? StandsFor::ZoneInCountry : StandsFor::Itself;
 }
 
-std::optional<CityRecord> ReadCity(std::string_view line) {
-    const std::string_view name = TakeUntil(line, '\t');
-    const std::string_view country = TakeUntil(line, '\t');
-    const std::optional<double> latitude = ParseDegrees(TakeUntil(line, '\t'), 90.0);
-    const std::optional<double> longitude = ParseDegrees(TakeUntil(line, '\t'), 180.0);
+std::optional<CityRecord> ReadCity(const Fields& line) {
+    const std::optional<double> latitude = ParseDegrees(Field(line, 2), 90.0);
+    const std::optional<double> longitude = ParseDegrees(Field(line, 3), 180.0);
     if (!latitude || !longitude) return std::nullopt;
     CityRecord city{};
-    StoreName(name, city.cityName);
+    StoreName(line[0], city.cityName);
     if (city.cityName[0] == 0) return std::nullopt;
-    StoreName(country, city.countryName);
+    StoreName(Field(line, 1), city.countryName);
     city.latitude = *latitude;
     city.longitude = *longitude;
-    city.timeZoneId = FindZone(TakeUntil(line, '\t'));
+    city.timeZoneId = ZoneNumber(Field(line, 4));
+    city.hostBytes[0] = static_cast<unsigned char>(ParseStandsFor(Field(line, 6)));
     return city;
+}
+
+/// The columns of a names file that have names to search by.
+struct NameColumns {
+    std::size_t language = 0;  ///< 0: the file does not have the language
+    std::size_t others = 0;
+
+    void Read(const Fields& heads, std::wstring_view code) {
+        for (std::size_t i = 2; i < heads.size(); ++i) {
+            if (heads[i] == code) language = i;
+            if (heads[i] == L"others") others = i;
+        }
+    }
+};
+
+/// @param line  of the names file; empty when it has none for the place
+std::vector<std::wstring> NamesOf(std::wstring_view english, const Fields& line,
+                                  const NameColumns& columns) {
+    std::vector<std::wstring> names{std::wstring(english)};
+    if (columns.language != 0 && !Field(line, columns.language).empty()) {
+        names.emplace(names.begin(), line[columns.language]);
+    }
+    if (columns.others == 0) return names;
+    for (const std::wstring_view name : Split(Field(line, columns.others), L", ")) {
+        if (!name.empty()) names.emplace_back(name);
+    }
+    return names;
 }
 
 }  // namespace
 
-std::vector<CityRecord> ReadCities(std::string_view text) {
+std::uint32_t ZoneNumber(std::wstring_view keyName) {
+    const Zone* const zone = std::ranges::find(kZones, keyName, &Zone::keyName);
+    return zone != std::end(kZones) ? zone->number : 0;
+}
+
+std::vector<CityRecord> ReadCities(std::wstring_view text) {
     std::vector<CityRecord> cities;
-    while (!text.empty()) {
-        std::string_view line = TakeUntil(text, '\n');
-        if (line.ends_with('\r')) line.remove_suffix(1);
-        if (line.starts_with('#')) continue;
+    for (const Fields& line : ReadLines(text)) {
+        if (IsComment(line)) continue;
         if (const std::optional<CityRecord> city = ReadCity(line)) cities.push_back(*city);
     }
     return cities;
+}
+
+std::vector<PlaceNames> ReadCityNames(std::wstring_view text, const std::vector<CityRecord>& cities,
+                                      std::wstring_view language) {
+    std::map<std::pair<std::wstring_view, std::wstring_view>, Fields> lines;
+    NameColumns columns;
+    for (Fields& line : ReadLines(text)) {
+        if (IsComment(line)) {
+            columns.Read(line, language);
+        } else {
+            lines[{line[0], Field(line, 1)}] = std::move(line);
+        }
+    }
+    std::vector<PlaceNames> names;
+    names.reserve(cities.size());
+    for (const CityRecord& city : cities) {
+        names.push_back({NamesOf(city.cityName, lines[{city.cityName, city.countryName}], columns),
+                         NamesOf(city.countryName, lines[{L"", city.countryName}], columns)});
+    }
+    return names;
 }

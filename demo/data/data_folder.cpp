@@ -4,31 +4,21 @@
 
 #include <shlobj.h>
 
+#include <filesystem>
+#include <fstream>
+#include <iterator>
+
 namespace {
 
 constexpr DWORD kPathSize = 1024;  // characters; GetModuleFileName cuts a longer path
+constexpr wchar_t kByteOrderMark = L'\xFEFF';
 
-/// "<common application data>\Zelmo", which all users share; empty when Windows knows no such
-/// folder.
+/// "<common application data>\Zelmo\", which all users share.
 std::wstring CommonFolder() {
     wchar_t common[MAX_PATH] = {};
-    if (FAILED(SHGetFolderPathW(nullptr, CSIDL_COMMON_APPDATA | CSIDL_FLAG_CREATE, nullptr,
-                                SHGFP_TYPE_CURRENT, common))) {
-        return {};
-    }
-    return std::wstring(common) + L"\\Zelmo";
-}
-
-/// The library's data folder, created when it is missing; empty when that fails.
-std::wstring DataFolder() {
-    const std::wstring common = CommonFolder();
-    if (common.empty()) return {};
-    const std::wstring folder = common + L"\\Horivo";
-    const int made = SHCreateDirectoryExW(nullptr, folder.c_str(), nullptr);
-    if (made != ERROR_SUCCESS && made != ERROR_ALREADY_EXISTS && made != ERROR_FILE_EXISTS) {
-        return {};
-    }
-    return folder + L'\\';
+    SHGetFolderPathW(nullptr, CSIDL_COMMON_APPDATA | CSIDL_FLAG_CREATE, nullptr, SHGFP_TYPE_CURRENT,
+                     common);
+    return std::wstring(common) + L"\\Zelmo\\";
 }
 
 }  // namespace
@@ -40,28 +30,33 @@ std::wstring ProgramFolder() {
     return program.substr(0, program.rfind(L'\\') + 1);
 }
 
+std::wstring MapFolder() { return CommonFolder() + L"Horivo\\"; }
+
+std::wstring PhotoFolder() { return CommonFolder() + L"City Photos\\"; }
+
 std::string ReadWholeFile(const std::wstring& path) {
-    const HANDLE file = CreateFileW(path.c_str(), GENERIC_READ, FILE_SHARE_READ, nullptr,
-                                    OPEN_EXISTING, FILE_ATTRIBUTE_NORMAL, nullptr);
-    if (file == INVALID_HANDLE_VALUE) return {};
-    std::string bytes;
-    char block[4096];
-    DWORD count = 0;
-    while (ReadFile(file, block, sizeof block, &count, nullptr) && count > 0) {
-        bytes.append(block, count);
-    }
-    CloseHandle(file);
-    return bytes;
+    std::ifstream file(std::filesystem::path(path), std::ios::binary);
+    return {std::istreambuf_iterator<char>(file), {}};
 }
 
-MapPicture PrepareMapPicture(const std::wstring& source) {
-    const std::wstring folder = DataFolder();
-    if (folder.empty()) return MapPicture::Failed;
-    const std::wstring picture = folder + L"map.jpg";
-    if (GetFileAttributesW(picture.c_str()) != INVALID_FILE_ATTRIBUTES) return MapPicture::Present;
-    // TRUE: fails when the picture exists, because another process may have copied it meanwhile.
-    if (CopyFileW(source.c_str(), picture.c_str(), TRUE)) return MapPicture::Copied;
-    return GetLastError() == ERROR_FILE_EXISTS ? MapPicture::Present : MapPicture::Failed;
+std::wstring ReadTextFile(const std::wstring& path) {
+    const std::string bytes = ReadWholeFile(path);
+    const int size = static_cast<int>(bytes.size());
+    std::wstring text(bytes.size(), L'\0');  // UTF-16 never has more units than UTF-8 has bytes
+    text.resize(static_cast<std::size_t>(
+        MultiByteToWideChar(CP_UTF8, 0, bytes.c_str(), size, text.data(), size)));
+    return text.starts_with(kByteOrderMark) ? text.substr(1) : text;
 }
 
-std::wstring PhotoFolder() { return CommonFolder() + L"\\City Photos\\"; }
+void PreparePhotoFolder() {
+    namespace fs = std::filesystem;
+    std::error_code error;
+    const fs::path folder = PhotoFolder();
+    if (fs::exists(folder, error)) return;
+    // Under another name first: what is interrupted here starts anew the next time.
+    const fs::path part = CommonFolder() + L"City Photos.part";
+    fs::copy(ProgramFolder() + L"City Photos", part,
+             fs::copy_options::recursive | fs::copy_options::overwrite_existing, error);
+    if (!error) fs::rename(part, folder, error);
+    if (error) fs::create_directories(folder, error);
+}

@@ -1,24 +1,20 @@
 #pragma once
-// Files and folders that the sample host reads and writes.
+// Files and folders that the sample host reads and writes. Folders have a backslash at their end.
 
 #include <string>
 
-/// Result of PrepareMapPicture.
-enum class MapPicture {
-    Present,  ///< there was one already; it is unchanged
-    Copied,   ///< this call copied it; InstallMap should check it
-    Failed,   ///< there is none and it could not be copied; the globe will have no surface
-};
-
-/// The folder of this program, with a backslash at its end.
+/// The folder of this program.
 std::wstring ProgramFolder();
+/// The library's data folder, "<common application data>\Zelmo\Horivo\", which InitMap creates.
+std::wstring MapFolder();
+/// The folder of the photos that the library shows, "<common application data>\Zelmo\City Photos\".
+std::wstring PhotoFolder();
 
 /// All bytes of a file; empty when it cannot be opened.
 std::string ReadWholeFile(const std::wstring& path);
+/// The text of a file in UTF-8, without a byte-order mark; empty when it cannot be opened.
+std::wstring ReadTextFile(const std::wstring& path);
 
-/// Copies `source` to "<common application data>\Zelmo\Horivo\map.jpg", where the library reads its
-/// map picture, unless there is one.
-MapPicture PrepareMapPicture(const std::wstring& source);
-
-/// The folder of the photos that the library shows, "<common application data>\Zelmo\City Photos\".
-std::wstring PhotoFolder();
+/// Creates the folder of the photos if there is none, with the sample photos that lie beside the
+/// program.
+void PreparePhotoFolder();

@@ -4,6 +4,7 @@
 
 #include <algorithm>
 
+#include "clock/city_order.h"
 #include "data/data_folder.h"
 #include "horivo_host.h"
 
@@ -15,8 +16,10 @@ constexpr const wchar_t* kEdges[] = {L"left", L"top", L"right", L"bottom"};
 constexpr wchar_t kMaximized[] = L"maximized";
 constexpr wchar_t kSortColumn[] = L"sort_column";
 constexpr wchar_t kSortDescending[] = L"sort_descending";
-constexpr int kColumnCount = 4;
-constexpr int kMaxLanguageChars = 16;
+constexpr wchar_t kAlwaysOnTop[] = L"always_on_top";
+constexpr wchar_t kCity[] = L"city";
+constexpr wchar_t kCountry[] = L"country";
+constexpr int kTextSize = 64;   // characters; the longest are the names of cities
 constexpr LONG kMinSide = 120;  // pixels; a smaller window would be hard to grab
 
 /// Path of the settings file; empty when Windows knows no folder for it.
@@ -37,8 +40,18 @@ int ReadNumber(const std::wstring& file, const wchar_t* key, int missing) {
     return static_cast<int>(GetPrivateProfileIntW(kSection, key, missing, file.c_str()));
 }
 
+std::wstring ReadText(const std::wstring& file, const wchar_t* key) {
+    wchar_t text[kTextSize] = {};
+    GetPrivateProfileStringW(kSection, key, L"", text, kTextSize, file.c_str());
+    return text;
+}
+
+void WriteText(const std::wstring& file, const wchar_t* key, const std::wstring& text) {
+    WritePrivateProfileStringW(kSection, key, text.c_str(), file.c_str());
+}
+
 void WriteNumber(const std::wstring& file, const wchar_t* key, int number) {
-    WritePrivateProfileStringW(kSection, key, std::to_wstring(number).c_str(), file.c_str());
+    WriteText(file, key, std::to_wstring(number));
 }
 
 }  // namespace
@@ -47,28 +60,32 @@ HostSettings ReadSettings() {
     HostSettings settings;
     const std::wstring file = SettingsFile(false);
     if (file.empty()) return settings;
-    wchar_t language[kMaxLanguageChars] = {};
-    GetPrivateProfileStringW(kSection, kLanguage, L"", language, kMaxLanguageChars, file.c_str());
-    settings.language = language;
+    settings.language = ReadText(file, kLanguage);
+    settings.city = ReadText(file, kCity);
+    settings.country = ReadText(file, kCountry);
     LONG* const edges[] = {&settings.place.left, &settings.place.top, &settings.place.right,
                            &settings.place.bottom};
     for (int i = 0; i < 4; ++i) *edges[i] = ReadNumber(file, kEdges[i], 0);
     settings.maximized = ReadNumber(file, kMaximized, 0) != 0;
-    settings.sortColumn = std::clamp(ReadNumber(file, kSortColumn, 0), 0, kColumnCount - 1);
+    settings.sortColumn = std::clamp(ReadNumber(file, kSortColumn, 0), 0, kCityColumns - 1);
     settings.sortDescending = ReadNumber(file, kSortDescending, 0) != 0;
+    settings.alwaysOnTop = ReadNumber(file, kAlwaysOnTop, 0) != 0;
     return settings;
 }
 
 void WriteSettings(const HostSettings& settings) {
     const std::wstring file = SettingsFile(true);
     if (file.empty()) return;
-    WritePrivateProfileStringW(kSection, kLanguage, settings.language.c_str(), file.c_str());
+    WriteText(file, kLanguage, settings.language);
+    WriteText(file, kCity, settings.city);
+    WriteText(file, kCountry, settings.country);
     const LONG edges[] = {settings.place.left, settings.place.top, settings.place.right,
                           settings.place.bottom};
     for (int i = 0; i < 4; ++i) WriteNumber(file, kEdges[i], static_cast<int>(edges[i]));
     WriteNumber(file, kMaximized, settings.maximized ? 1 : 0);
     WriteNumber(file, kSortColumn, settings.sortColumn);
     WriteNumber(file, kSortDescending, settings.sortDescending ? 1 : 0);
+    WriteNumber(file, kAlwaysOnTop, settings.alwaysOnTop ? 1 : 0);
 }
 
 bool FitToScreen(RECT& place) {

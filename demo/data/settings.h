@@ -6,11 +6,14 @@
 #include "windows_api.h"
 
 struct HostSettings {
-    std::wstring language;  ///< abbreviation of Windows ("DEU"); empty: the user's own language
+    std::wstring language;  ///< abbreviation of Windows ("DEU"); empty: as Windows
+    std::wstring city;      ///< chosen last, in English; empty: none yet
+    std::wstring country;   ///< of that city
     RECT place{};           ///< of the window when not maximized, screen pixels; empty: none yet
     bool maximized = false;
     int sortColumn = 0;  ///< as CityColumn
     bool sortDescending = false;
+    bool alwaysOnTop = false;
 };
 
 /// Reads the user's settings, or "default.ini" beside the program when the switch "no_preferences"

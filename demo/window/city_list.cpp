@@ -9,18 +9,23 @@
 namespace {
 
 // Pixels at 96 dots per inch.
-constexpr int kMargin = 6;        // around label, field and list
-constexpr int kCellPadding = 18;  // beside the text of a column: the cell's own and the sort arrow
-constexpr int kMinNameWidth = 100;  // of the city column
+constexpr int kMargin = 6;         // around label, field and list
+constexpr int kCellPadding = 18;   // beside the text of a column: the cell's own and the sort arrow
+constexpr int kEmptyPadding = 40;  // above the text that nothing was found
 
+constexpr int kFieldInset = 1;      // pixels above a field's text, at any scaling
 constexpr int kMaxFieldChars = 63;  // as many as a city's name may have
+// As wide as so many letters; the few names that are longer end in dots.
+constexpr int kNameLetters = 20;
+constexpr int kCountryLetters = 16;
 
 constexpr int kSunday = 24;                   // a day of December 2028
 constexpr int kWideOffset = -(12 * 60 + 45);  // minutes; its text is as long as any offset's
 
-constexpr std::uint32_t kTitles[] = {IDS_COLUMN_CITY, IDS_COLUMN_TIME, IDS_COLUMN_DATE,
-                                     IDS_COLUMN_OFFSET};
-constexpr int kColumnCount = 4;
+// By CityColumn; and the columns from left to right.
+constexpr std::uint32_t kTitles[kCityColumns] = {IDS_COLUMN_CITY, IDS_COLUMN_TIME, IDS_COLUMN_DATE,
+                                                 IDS_COLUMN_OFFSET, IDS_COLUMN_COUNTRY};
+constexpr int kOrder[kCityColumns] = {0, 4, 1, 2, 3};
 
 HWND CreateChild(HWND parent, const wchar_t* windowClass, DWORD style, DWORD exStyle) {
     return CreateWindowExW(exStyle, windowClass, L"", WS_CHILD | style, 0, 0, 0, 0, parent, nullptr,
@@ -38,15 +43,16 @@ bool CityList::Create(HWND parent) {
                         WS_EX_CLIENTEDGE);
     if (label_ == nullptr || field_ == nullptr || list_ == nullptr) return false;
     SendMessageW(field_, EM_LIMITTEXT, kMaxFieldChars, 0);
-    constexpr DWORD kStyle = LVS_EX_FULLROWSELECT | LVS_EX_DOUBLEBUFFER;
+    constexpr DWORD kStyle = LVS_EX_FULLROWSELECT | LVS_EX_DOUBLEBUFFER | LVS_EX_LABELTIP;
     ListView_SetExtendedListViewStyleEx(list_, kStyle, kStyle);
-    for (int i = 0; i < kColumnCount; ++i) {
+    for (int i = 0; i < kCityColumns; ++i) {
         LVCOLUMNW column{};
         column.mask = LVCF_FMT | LVCF_SUBITEM;
         column.fmt = LVCFMT_LEFT;
         column.iSubItem = i;
         ListView_InsertColumn(list_, i, &column);
     }
+    ListView_SetColumnOrderArray(list_, kCityColumns, kOrder);
     return true;
 }
 
@@ -57,13 +63,14 @@ void CityList::Show(bool shown) {
 void CityList::SetTexts() {
     SetWindowTextW(label_, LocalText(IDS_FILTER_LABEL).c_str());
     SetWindowTextW(list_, LocalText(IDS_LIST_LABEL).c_str());
-    for (int i = 0; i < kColumnCount; ++i) {
+    for (int i = 0; i < kCityColumns; ++i) {
         std::wstring title = LocalText(kTitles[i]);
         LVCOLUMNW column{};
         column.mask = LVCF_TEXT;
         column.pszText = title.data();
         ListView_SetColumn(list_, i, &column);
     }
+    ShowSortArrow();  // a new title takes it away
     InvalidateRect(list_, nullptr, TRUE);
 }
 
@@ -74,8 +81,9 @@ void CityList::SetScale(const UiScale& scale) {
     const auto measure = [&](const std::wstring& text) {
         return static_cast<int>(scale.Measure(list_, text.c_str()).cx);
     };
-    int widths[kColumnCount] = {scale.Pixels(kMinNameWidth), 0, 0, 0};
-    for (const CityRecord& city : cities_) widths[0] = std::max(widths[0], measure(city.cityName));
+    int widths[kCityColumns] = {measure(std::wstring(kNameLetters, L'n')), 0, 0,
+                                measure(OffsetText(kWideOffset)),
+                                measure(std::wstring(kCountryLetters, L'n'))};
     // Wide samples of time and date: each weekday, an hour of two digits and after noon.
     for (WORD i = 0; i < 7; ++i) {
         const auto day = static_cast<WORD>(kSunday + i);
@@ -83,10 +91,9 @@ void CityList::SetScale(const UiScale& scale) {
         widths[1] = std::max(widths[1], measure(TimeText(sample)));
         widths[2] = std::max(widths[2], measure(DateText(sample)));
     }
-    widths[3] = measure(OffsetText(kWideOffset));
     width_ = GetSystemMetricsForDpi(SM_CXVSCROLL, scale.Dpi()) +
              2 * GetSystemMetricsForDpi(SM_CXEDGE, scale.Dpi()) + 2 * scale.Pixels(kMargin);
-    for (int i = 0; i < kColumnCount; ++i) {
+    for (int i = 0; i < kCityColumns; ++i) {
         const int title = measure(LocalText(kTitles[i]));
         const int width = std::max(widths[i], title) + scale.Pixels(kCellPadding);
         ListView_SetColumnWidth(list_, i, width);
@@ -105,7 +112,9 @@ void CityList::Place(const RECT& area, const UiScale& scale) {
         top += height + margin;
     };
     place(label_, line);
-    place(field_, line + 2 * margin);
+    // The field puts its text at its upper edge: only without room to spare is it in the middle.
+    const int edge = GetSystemMetricsForDpi(SM_CYEDGE, scale.Dpi());
+    place(field_, line + 2 * (kFieldInset + edge));
     place(list_, static_cast<int>(area.bottom) - top - margin);
 }
 
@@ -113,35 +122,32 @@ void CityList::FillRows() {
     wchar_t wanted[kMaxFieldChars + 1] = {};
     GetWindowTextW(field_, wanted, kMaxFieldChars + 1);
     rows_.clear();
-    for (std::size_t i = 0; i < cities_.size(); ++i) {
-        if (!Matches(cities_[i], wanted)) continue;
-        CityRow row{static_cast<std::int32_t>(i), false, {}};
-        row.hasTime = times_.At(cities_[i], utc_, row.local);
+    for (std::size_t i = 0; i < data_.cities.size(); ++i) {
+        const Fit fit = FitOf(data_.cities[i], data_.names[i], wanted);
+        if (fit == Fit::None) continue;
+        CityRow row{static_cast<std::int32_t>(i), fit, false, {}};
+        row.hasTime = data_.times.At(data_.cities[i], utc_, row.local);
         rows_.push_back(row);
     }
-    SortRows(rows_, cities_, sortColumn_, sortDescending_);
-    isSelecting_ = true;
+    SortRows(rows_, data_.names, sortColumn_, sortDescending_);
     ListView_SetItemCountEx(list_, static_cast<int>(rows_.size()), LVSICF_NOSCROLL);
     ShowSelection();
-    isSelecting_ = false;
     InvalidateRect(list_, nullptr, FALSE);
 }
 
 void CityList::ShowSelection() {
     constexpr UINT kStates = LVIS_SELECTED | LVIS_FOCUSED;
+    isSelecting_ = true;
     ListView_SetItemState(list_, -1, 0, kStates);
-    for (std::size_t i = 0; i < rows_.size(); ++i) {
-        if (rows_[i].city != selected_) continue;
-        ListView_SetItemState(list_, static_cast<int>(i), kStates, kStates);
-    }
+    if (const int row = SelectedRow(); row >= 0)
+        ListView_SetItemState(list_, row, kStates, kStates);
+    isSelecting_ = false;
 }
 
 void CityList::Refresh(const SYSTEMTIME& utc) {
     utc_ = utc;
     FillRows();
 }
-
-void CityList::ApplyFilter() { FillRows(); }
 
 void CityList::SortBy(CityColumn column, bool descending) {
     sortColumn_ = column;
@@ -152,7 +158,7 @@ void CityList::SortBy(CityColumn column, bool descending) {
 
 void CityList::ShowSortArrow() {
     HWND header = ListView_GetHeader(list_);
-    for (int i = 0; i < kColumnCount; ++i) {
+    for (int i = 0; i < kCityColumns; ++i) {
         HDITEMW item{};
         item.mask = HDI_FORMAT;
         Header_GetItem(header, i, &item);
@@ -163,44 +169,59 @@ void CityList::ShowSortArrow() {
     }
 }
 
-void CityList::Select(std::int32_t city) {
-    selected_ = city;
-    const auto isCity = [&](const CityRow& row) { return row.city == city; };
-    if (std::none_of(rows_.begin(), rows_.end(), isCity)) {
-        SetWindowTextW(field_, L"");
-        FillRows();
-    }
-    isSelecting_ = true;
-    ShowSelection();
-    isSelecting_ = false;
-    const auto row = std::find_if(rows_.begin(), rows_.end(), isCity);
-    if (row == rows_.end()) return;
-    ListView_EnsureVisible(list_, static_cast<int>(row - rows_.begin()), FALSE);
+int CityList::SelectedRow() const {
+    const auto row = std::ranges::find(rows_, selected_, &CityRow::city);
+    return row != rows_.end() ? static_cast<int>(row - rows_.begin()) : -1;
 }
 
+void CityList::Select(std::int32_t city) {
+    selected_ = city;
+    if (SelectedRow() < 0) ClearField();
+    ShowSelection();
+    ListView_EnsureVisible(list_, SelectedRow(), FALSE);
+}
+
+void CityList::Scroll() {
+    const bool isSearch = GetWindowTextLengthW(field_) > 0;
+    ListView_EnsureVisible(list_, isSearch ? 0 : std::max(0, SelectedRow()), FALSE);
+}
+
+void CityList::ClearField() { SetWindowTextW(field_, L""); }
+
 std::wstring CityList::TextOf(const CityRow& row, CityColumn column) const {
-    if (column == CityColumn::Name) return cities_[static_cast<std::size_t>(row.city)].cityName;
+    const PlaceNames& names = data_.names[static_cast<std::size_t>(row.city)];
+    if (column == CityColumn::Name) return names.city[0];
+    if (column == CityColumn::Country) return names.country[0];
     if (!row.hasTime) return {};
     if (column == CityColumn::Time) return TimeText(row.local.time);
     if (column == CityColumn::Date) return DateText(row.local.time);
     return OffsetText(row.local.offsetMinutes);
 }
 
-/// The first row at or after `from` whose city's name begins with `start`, in any case; after the
-/// last row the search goes on at the first. @return -1 when there is none
+/// The first row at or after `from` whose city's name begins with `start`; after the last row the
+/// search goes on at the first. @return -1 when there is none
 int CityList::FindByPrefix(const wchar_t* start, int from) const {
     const int count = static_cast<int>(rows_.size());
-    const int length = lstrlenW(start);
     for (int i = 0; i < count; ++i) {
         const int row = (std::max(from, 0) + i) % count;
-        const std::wstring name = TextOf(rows_[static_cast<std::size_t>(row)], CityColumn::Name);
-        if (CompareStringEx(LOCALE_NAME_USER_DEFAULT, LINGUISTIC_IGNORECASE, name.c_str(),
-                            std::min(length, static_cast<int>(name.size())), start, length, nullptr,
-                            nullptr, 0) == CSTR_EQUAL) {
-            return row;
-        }
+        const auto city = static_cast<std::size_t>(rows_[static_cast<std::size_t>(row)].city);
+        const Fit fit = FitOf(data_.cities[city], data_.names[city], start);
+        if (fit <= Fit::NameBegins) return row;
     }
     return -1;
+}
+
+/// Tells in an empty list that nothing was found.
+LRESULT CityList::DrawNothingFound(const NMCUSTOMDRAW& draw) const {
+    if (draw.dwDrawStage == CDDS_PREPAINT) return CDRF_NOTIFYPOSTPAINT;
+    RECT area{};
+    GetClientRect(list_, &area);
+    area.top += MulDiv(kEmptyPadding, static_cast<int>(GetDpiForWindow(list_)), 96);
+    const std::wstring text = LocalText(IDS_NOTHING_FOUND);
+    SetBkMode(draw.hdc, TRANSPARENT);
+    SetTextColor(draw.hdc, GetSysColor(COLOR_WINDOWTEXT));
+    DrawTextW(draw.hdc, text.c_str(), -1, &area, DT_CENTER | DT_NOPREFIX);
+    return CDRF_DODEFAULT;
 }
 
 LRESULT CityList::OnNotify(NMHDR* notice, bool& isNewSelection) {
@@ -219,6 +240,9 @@ LRESULT CityList::OnNotify(NMHDR* notice, bool& isNewSelection) {
             const bool byText = (find->lvfi.flags & (LVFI_STRING | LVFI_PARTIAL)) != 0;
             return byText && !rows_.empty() ? FindByPrefix(find->lvfi.psz, find->iStart) : -1;
         }
+        case NM_CUSTOMDRAW:
+            if (!rows_.empty()) return CDRF_DODEFAULT;
+            return DrawNothingFound(*reinterpret_cast<const NMCUSTOMDRAW*>(notice));
         case LVN_COLUMNCLICK: {
             const auto column =
                 static_cast<CityColumn>(reinterpret_cast<const NMLISTVIEW*>(notice)->iSubItem);

@@ -6,14 +6,14 @@
 #include <vector>
 
 #include "clock/city_order.h"
+#include "program_data.h"
 #include "window/ui_scale.h"
 #include "windows_api.h"
 
 class CityList {
 public:
-    /// @param cities, times  must outlive the list
-    CityList(const std::vector<CityRecord>& cities, CityTimes& times)
-        : cities_(cities), times_(times) {}
+    /// @param data  must outlive the list
+    explicit CityList(ProgramData& data) : data_(data) {}
 
     /// Creates label, field and list as hidden children of `parent`.
     /// @return false when Windows could not create one of them
@@ -28,10 +28,8 @@ public:
     /// Moves label, field and list into `area`, client pixels of the parent.
     void Place(const RECT& area, const UiScale& scale);
 
-    /// Shows the local times at `utc`.
+    /// Shows the cities that match the text of the field, with their local times at `utc`.
     void Refresh(const SYSTEMTIME& utc);
-    /// Shows the cities that match the text of the field. Call it when that text has changed.
-    void ApplyFilter();
     void SortBy(CityColumn column, bool descending);
     CityColumn SortColumn() const { return sortColumn_; }
     bool SortDescending() const { return sortDescending_; }
@@ -41,8 +39,16 @@ public:
     /// Selects a city and scrolls to its row; clears the field when its text hides that city.
     /// OnNotify does not report this selection, because it is not the user's.
     void Select(std::int32_t city);
+    /// Scrolls to the first hit; without a search to the selected city.
+    void Scroll();
     /// Cities that are shown.
     std::size_t RowCount() const { return rows_.size(); }
+    /// The city of the first row; -1 when there is none.
+    std::int32_t First() const { return rows_.empty() ? -1 : rows_[0].city; }
+    /// The row of the selected city; -1 when it is not shown.
+    int SelectedRow() const;
+    /// Clears the search. The parent gets EN_CHANGE, as when the user does so.
+    void ClearField();
 
     /// Answers a WM_NOTIFY of the list control.
     /// @param isNewSelection  out: whether the user has selected another city
@@ -56,11 +62,11 @@ private:
     /// Selects the row of `selected_` in the control; the order of the rows may have changed.
     void ShowSelection();
     void ShowSortArrow();
+    LRESULT DrawNothingFound(const NMCUSTOMDRAW& draw) const;
     std::wstring TextOf(const CityRow& row, CityColumn column) const;
     int FindByPrefix(const wchar_t* start, int from) const;
 
-    const std::vector<CityRecord>& cities_;
-    CityTimes& times_;
+    ProgramData& data_;
     std::vector<CityRow> rows_;
     SYSTEMTIME utc_{};
     CityColumn sortColumn_ = CityColumn::Name;

@@ -1,10 +1,18 @@
 #include "window/dialogs.h"
 
 #include "horivo_host.h"
+#include "horivo_map.h"
 #include "resource_ids.h"
 #include "texts.h"
 
 namespace {
+
+/// The name of the program with its version, which is the map's.
+std::wstring NameAndVersion() {
+    return LocalText(IDS_TITLE) + L' ' + std::to_wstring(HORIVO_MAP_VERSION_MAJOR) + L'.' +
+           std::to_wstring(HORIVO_MAP_VERSION_MINOR) + L'.' +
+           std::to_wstring(HORIVO_MAP_VERSION_PATCH);
+}
 
 /// Parameter of TextDialogProc.
 struct TextDialog {
@@ -33,6 +41,7 @@ INT_PTR CALLBACK TextDialogProc(HWND dialog, UINT message, WPARAM wParam, LPARAM
     if (message == WM_INITDIALOG) {
         const auto& text = *reinterpret_cast<const TextDialog*>(lParam);
         LocalizeDialog(dialog, text.section);
+        SetDlgItemTextW(dialog, IDC_ABOUT_NAME, NameAndVersion().c_str());
         // The font of the template exists on every Windows, but may lack the script of the
         // language.
         EnumChildWindows(dialog, SetControlFont, reinterpret_cast<LPARAM>(text.font));

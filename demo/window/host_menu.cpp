@@ -1,5 +1,8 @@
 #include "window/host_menu.h"
 
+#include <algorithm>
+#include <iterator>
+
 #include "horivo_host.h"
 #include "resource_ids.h"
 #include "texts.h"
@@ -25,20 +28,13 @@ constexpr MapKey kMapKeys[] = {
     {IDM_INFORMATION, 'I', 1},
 };
 
-const MapKey* Find(std::uint32_t command) {
-    for (const MapKey& entry : kMapKeys) {
-        if (entry.command == command) return &entry;
-    }
-    return nullptr;
-}
-
 }  // namespace
 
 void SetLocalizedMenu(HWND window, std::uint32_t languageCommand, bool photos) {
     HMENU menu = LoadMenuW(TextModule(), MAKEINTRESOURCEW(IDR_MAIN_MENU));
     if (menu == nullptr) return;
     LocalizeMenu(menu, MENU_SECTION);
-    CheckMenuRadioItem(menu, IDM_LANGUAGE_ENGLISH, IDM_LANGUAGE_JAPANESE, languageCommand,
+    CheckMenuRadioItem(menu, IDM_LANGUAGE_ENGLISH, IDM_LANGUAGE_WINDOWS, languageCommand,
                        MF_BYCOMMAND);
     if (!photos) EnableMenuItem(menu, IDM_OPEN_PHOTO_FOLDER, MF_BYCOMMAND | MF_GRAYED);
     HMENU before = GetMenu(window);
@@ -46,12 +42,10 @@ void SetLocalizedMenu(HWND window, std::uint32_t languageCommand, bool photos) {
     if (before != nullptr) DestroyMenu(before);
 }
 
-int MapKeyOf(std::uint32_t command) {
-    const MapKey* entry = Find(command);
-    return entry != nullptr ? entry->key : 0;
-}
-
-int MapKeyRepeats(std::uint32_t command) {
-    const MapKey* entry = Find(command);
-    return entry != nullptr ? entry->repeats : 0;
+void PressMapKeys(HWND map, std::uint32_t command) {
+    const auto* const entry = std::ranges::find(kMapKeys, command, &MapKey::command);
+    const int presses = entry != std::end(kMapKeys) ? entry->repeats : 0;
+    for (int i = 0; i < presses; ++i) {
+        SendMessageW(map, WM_KEYDOWN, static_cast<WPARAM>(entry->key), 1);
+    }
 }

@@ -11,7 +11,6 @@
 /// @param photos  whether the item that opens the photo folder is enabled
 void SetLocalizedMenu(HWND window, std::uint32_t languageCommand, bool photos);
 
-/// The map's key (virtual-key code) for a menu command; 0 when the command is not for the map.
-int MapKeyOf(std::uint32_t command);
-/// How many times that key is sent for one use of the command; 0 when it is not for the map.
-int MapKeyRepeats(std::uint32_t command);
+/// Sends the map the keys of a menu command, if it is one for the map.
+/// @param map  null: nothing happens
+void PressMapKeys(HWND map, std::uint32_t command);

@@ -7,11 +7,14 @@
 #include <cstddef>
 #include <iterator>
 
+#include "clock/start_city.h"
 #include "clock/time_texts.h"
 #include "data/data_folder.h"
 #include "horivo_host.h"
+#include "map_picture.h"
 #include "resource_ids.h"
 #include "texts.h"
+#include "window/clipboard.h"
 #include "window/dialogs.h"
 #include "window/host_menu.h"
 
@@ -41,7 +44,7 @@ std::wstring DifferenceFromHere(const SYSTEMTIME& utc, const LocalTime& there) {
 }  // namespace
 
 HostWindow::HostWindow(ProgramData& data, Program& program)
-    : data_(data), program_(program), list_(data.cities, data.times) {}
+    : data_(data), program_(program), list_(data) {}
 
 void HostWindow::RegisterOnce() {
     WNDCLASSEXW windowClass{};
@@ -49,7 +52,7 @@ void HostWindow::RegisterOnce() {
     windowClass.lpfnWndProc = Proc;
     windowClass.hInstance = GetModuleHandleW(nullptr);
     windowClass.hCursor = LoadCursorW(nullptr, IDC_ARROW);
-    windowClass.hIcon = LoadIconW(nullptr, IDI_APPLICATION);
+    windowClass.hIcon = LoadIconW(windowClass.hInstance, MAKEINTRESOURCEW(IDI_PROGRAM));
     windowClass.hbrBackground = GetSysColorBrush(COLOR_BTNFACE);
     windowClass.lpszClassName = kClass;
     RegisterClassExW(&windowClass);
@@ -63,16 +66,24 @@ bool HostWindow::Open(bool isFirst, std::uint32_t& status) {
                     CW_USEDEFAULT, nullptr, nullptr, GetModuleHandleW(nullptr), this);
     if (handle_ == nullptr) return false;
     if (!CreateParts(status)) {
-        // The window would delete this object, which the caller still owns.
-        SetWindowLongPtrW(handle_, GWLP_USERDATA, 0);
         DestroyWindow(handle_);
         return false;
     }
     SetInitialPlace(isFirst);
+    SetOnTop(data_.settings.alwaysOnTop);
     ShowWindow(handle_, data_.settings.maximized ? SW_SHOWMAXIMIZED : SW_SHOW);
     map_.FollowHost();
-    SetFocus(map_.Window());
+    SetFocus(withList_ ? list_.Field() : map_.Window());
+    ShowStartCity();
     return true;
+}
+
+/// Flies to the city that was chosen last, or else to one of the user's own time zone.
+void HostWindow::ShowStartCity() {
+    std::int32_t city = FindCity(data_.cities, data_.settings.city, data_.settings.country);
+    if (city < 0) city = FindCityHere(data_.cities);
+    Show(city);
+    FlyToSelected();
 }
 
 /// Creates the map and the controls. The map is first: its picture loads on a thread of the library
@@ -97,17 +108,15 @@ void HostWindow::SetInitialPlace(bool isFirst) {
 }
 
 /// The place of the window with a map of the default size: where Windows has put the window, but
-/// moved so that it is on the screen.
+/// moved and shrunk so that it is on the screen.
 RECT HostWindow::DefaultPlace() const {
     RECT place{0, 0, scale_->Pixels(kMapWidth) + (withList_ ? list_.Width() : 0),
                scale_->Pixels(kMapHeight) + statusHeight_};
     AdjustWindowRectExForDpi(&place, kStyle, TRUE, 0, scale_->Dpi());
-    OffsetRect(&place, -place.left, -place.top);
     RECT now{};
     GetWindowRect(handle_, &now);
-    const LONG right = std::max(0L, GetSystemMetrics(SM_CXSCREEN) - place.right);
-    const LONG bottom = std::max(0L, GetSystemMetrics(SM_CYSCREEN) - place.bottom);
-    OffsetRect(&place, std::clamp(now.left, 0L, right), std::clamp(now.top, 0L, bottom));
+    OffsetRect(&place, now.left - place.left, now.top - place.top);
+    FitToScreen(place);
     return place;
 }
 
@@ -152,8 +161,7 @@ void HostWindow::ShowTitle() {
     std::wstring title = LocalText(IDS_TITLE);
     const std::int32_t selected = list_.Selected();
     if (selected >= 0) {
-        title = std::wstring(data_.cities[static_cast<std::size_t>(selected)].cityName) + L" - " +
-                title;
+        title = data_.names[static_cast<std::size_t>(selected)].city[0] + L" - " + title;
     }
     SetWindowTextW(handle_, title.c_str());
 }
@@ -173,10 +181,10 @@ void HostWindow::ShowTimes() {
 
 std::wstring HostWindow::SelectedCityText(const SYSTEMTIME& utc) const {
     if (list_.Selected() < 0) return {};
-    const CityRecord& city = data_.cities[static_cast<std::size_t>(list_.Selected())];
-    std::wstring text = std::wstring(city.cityName) + L", " + city.countryName;
+    const auto city = static_cast<std::size_t>(list_.Selected());
+    std::wstring text = data_.names[city].city[0] + L", " + data_.names[city].country[0];
     LocalTime there{};
-    if (data_.times.At(city, utc, there)) {
+    if (data_.times.At(data_.cities[city], utc, there)) {
         for (const std::wstring& part :
              {TimeText(there.time), DateText(there.time), DifferenceFromHere(utc, there)}) {
             text += L"  \x2022  " + part;
@@ -185,10 +193,28 @@ std::wstring HostWindow::SelectedCityText(const SYSTEMTIME& utc) const {
     return text;
 }
 
-bool HostWindow::TakeFocusKey(const MSG& message) {
+bool HostWindow::TakeKey(const MSG& message) {
     // Not IsDialogMessage: it would take the map's arrow keys, because the map does not answer
     // WM_GETDLGCODE. Under Wine the map is not even a child of this window.
-    if (message.message != WM_KEYDOWN || message.wParam != VK_TAB) return false;
+    if (message.message != WM_KEYDOWN) return false;
+    if (message.wParam == VK_TAB) return MoveFocus();
+    const bool inField = message.hwnd == list_.Field();
+    if (message.wParam == VK_ESCAPE && (inField || message.hwnd == list_.List())) {
+        list_.ClearField();
+        SetFocus(list_.Field());
+    } else if (message.wParam == VK_RETURN && inField) {
+        ChooseFirst();
+    } else if (message.wParam == VK_DOWN && inField) {
+        if (list_.SelectedRow() < 0) ChooseFirst();
+        SetFocus(list_.List());
+    } else {
+        return false;
+    }
+    return true;
+}
+
+/// Moves the focus to the next of field, list and map; with Shift to the one before.
+bool HostWindow::MoveFocus() {
     const HWND order[] = {list_.Field(), list_.List(), map_.Window()};
     const HWND* const at = std::find(std::begin(order), std::end(order), GetFocus());
     if (at == std::end(order) || !withList_) return false;
@@ -198,10 +224,28 @@ bool HostWindow::TakeFocusKey(const MSG& message) {
     return true;
 }
 
-void HostWindow::ShowSelectedCity() {
+/// Chooses and shows the first city of the list; the one that is chosen when nothing is searched.
+void HostWindow::ChooseFirst() {
+    if (GetWindowTextLengthW(list_.Field()) > 0 || list_.Selected() < 0) {
+        if (list_.First() < 0) return;
+        Choose(list_.First());
+    }
+    FlyToSelected();
+}
+
+/// Shows a city that the user has chosen, also at the next start.
+void HostWindow::Choose(std::int32_t city) {
+    if (city < 0 || static_cast<std::size_t>(city) >= data_.cities.size()) return;
+    data_.settings.city = data_.cities[static_cast<std::size_t>(city)].cityName;
+    data_.settings.country = data_.cities[static_cast<std::size_t>(city)].countryName;
+    Show(city);
+}
+
+/// Shows a city in list, title and status bar.
+void HostWindow::Show(std::int32_t city) {
+    list_.Select(city);
     ShowTitle();
     ShowTimes();
-    FlyToSelected();
 }
 
 void HostWindow::FlyToSelected() {
@@ -211,32 +255,45 @@ void HostWindow::FlyToSelected() {
         reinterpret_cast<LPARAM>(&data_.cities[static_cast<std::size_t>(list_.Selected())]));
 }
 
-void HostWindow::OnCityClicked(std::int32_t index) {
-    if (index < 0 || static_cast<std::size_t>(index) >= data_.cities.size()) return;
-    list_.Select(index);
-    ShowTitle();
-    ShowTimes();
+/// Copies "Paris 14:05 Sunday"; with a selection in the field, that.
+void HostWindow::CopyTime() const {
+    DWORD start = 0;
+    DWORD end = 0;
+    SendMessageW(list_.Field(), EM_GETSEL, reinterpret_cast<WPARAM>(&start),
+                 reinterpret_cast<LPARAM>(&end));
+    LocalTime there{};
+    if (GetFocus() == list_.Field() && start != end) {
+        SendMessageW(list_.Field(), WM_COPY, 0, 0);
+    } else if (const auto city = static_cast<std::size_t>(list_.Selected());
+               list_.Selected() >= 0 &&
+               data_.times.At(data_.cities[city], UniversalTime(), there)) {
+        CopyText(handle_, data_.names[city].city[0] + L' ' + TimeText(there.time) + L' ' +
+                              DayText(there.time));
+    }
+}
+
+bool HostWindow::IsOnTop() const {
+    return (GetWindowLongPtrW(handle_, GWL_EXSTYLE) & WS_EX_TOPMOST) != 0;
+}
+
+void HostWindow::SetOnTop(bool onTop) {
+    data_.settings.alwaysOnTop = onTop;
+    map_.SetHostOnTop(onTop);
 }
 
 void HostWindow::OpenPhotoFolder() {
+    PreparePhotoFolder();
     const auto result = reinterpret_cast<INT_PTR>(
         ShellExecuteW(handle_, L"open", PhotoFolder().c_str(), nullptr, nullptr, SW_SHOWNORMAL));
     constexpr INT_PTR kFirstSuccess = 33;  // ShellExecute: lower values are errors
     if (result < kFirstSuccess) TellUser(handle_, IDS_FOLDER_FAILED);
 }
 
-/// Sends the map the key of a menu command, if it is one for the map.
-void HostWindow::PressMapKeys(std::uint32_t command) {
-    for (int i = 0; i < MapKeyRepeats(command) && map_.Window() != nullptr; ++i) {
-        SendMessageW(map_.Window(), WM_KEYDOWN, static_cast<WPARAM>(MapKeyOf(command)), 1);
-    }
-}
-
 void HostWindow::OnMenuCommand(std::uint32_t command) {
     for (const Language& language : Languages()) {
         if (language.command == command) program_.ChooseLanguage(language);
     }
-    PressMapKeys(command);
+    PressMapKeys(map_.Window(), command);
     switch (command) {
         case IDM_NEW_WINDOW:
             program_.OpenAnother(handle_);
@@ -256,6 +313,15 @@ void HostWindow::OnMenuCommand(std::uint32_t command) {
             break;
         case IDM_FLY_TO_CITY:
             FlyToSelected();
+            break;
+        case IDM_REPAIR_PICTURE:
+            RepairMapPicture(handle_);
+            break;
+        case IDM_COPY_TIME:
+            CopyTime();
+            break;
+        case IDM_ALWAYS_ON_TOP:
+            SetOnTop(!IsOnTop());
             break;
         case IDM_KEYS:
             ShowKeys(handle_, scale_->Font());

@@ -12,8 +12,7 @@
 #include "window/ui_scale.h"
 #include "windows_api.h"
 
-/// Its window handle owns an object of this class once Open has succeeded, and deletes it when it
-/// is destroyed.
+/// Lives as long as its window: when that is destroyed, the object tells the program to forget it.
 class HostWindow {
 public:
     /// @param data, program  must outlive the window
@@ -25,7 +24,7 @@ public:
     /// Creates and shows the window.
     /// @param isFirst  whether it takes the place that the user left; others get the default size
     /// @param status  out: the library's code when the map was refused, else HORIVO_OK
-    /// @return false when there is no window; the caller then still owns the object
+    /// @return false when there is no window
     bool Open(bool isFirst, std::uint32_t& status);
 
     HWND Handle() const { return handle_; }
@@ -35,9 +34,10 @@ public:
     void ApplyLanguage();
     /// Shows the current times in the list and the status bar.
     void ShowTimes();
-    /// Moves the focus between field, list and map when `message` is Tab or Shift+Tab.
+    /// Handles the keys that go from one part of the window to another: Tab and Shift+Tab, and in
+    /// field and list Down, Enter and Escape.
     /// @return whether the message was handled; otherwise it is to be dispatched as usual
-    bool TakeFocusKey(const MSG& message);
+    bool TakeKey(const MSG& message);
 
 private:
     static LRESULT CALLBACK Proc(HWND handle, UINT message, WPARAM wParam, LPARAM lParam);
@@ -55,12 +55,17 @@ private:
     LRESULT OnNotify(NMHDR* notice);
     void OnCommand(WPARAM wParam, LPARAM lParam);
     void OnMenuCommand(std::uint32_t command);
-    void PressMapKeys(std::uint32_t command);
     void OpenPhotoFolder();
+    void ShowStartCity();
+    bool MoveFocus();
+    void ChooseFirst();
+    void Choose(std::int32_t city);
+    void Show(std::int32_t city);
     void FlyToSelected();
-    void ShowSelectedCity();
-    void OnCityClicked(std::int32_t index);
     void ShowTitle();
+    void CopyTime() const;
+    bool IsOnTop() const;
+    void SetOnTop(bool onTop);
     std::wstring SelectedCityText(const SYSTEMTIME& utc) const;
     void StorePlace() const;
 

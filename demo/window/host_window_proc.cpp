@@ -2,11 +2,12 @@
 
 #include <algorithm>
 
+#include "resource_ids.h"
 #include "window/host_window.h"
 
 namespace {
 
-constexpr UINT kActivated = WM_APP;  // posted by a window to itself when it becomes active
+constexpr UINT kRaiseMap = WM_APP;  // posted by a window to itself when the map may be covered
 
 }  // namespace
 
@@ -21,8 +22,8 @@ LRESULT CALLBACK HostWindow::Proc(HWND handle, UINT message, WPARAM wParam, LPAR
     if (self == nullptr) return DefWindowProcW(handle, message, wParam, lParam);
     if (message == WM_NCDESTROY) {
         SetWindowLongPtrW(handle, GWLP_USERDATA, 0);
+        self->handle_ = nullptr;
         self->program_.Forget(self);
-        delete self;
         return DefWindowProcW(handle, message, wParam, lParam);
     }
     return self->Handle(message, wParam, lParam);
@@ -54,9 +55,9 @@ LRESULT HostWindow::Handle(UINT message, WPARAM wParam, LPARAM lParam) {
                 return 0;
             }
             // Posted, not called: this window is raised only after this message.
-            PostMessageW(handle_, kActivated, 0, 0);
+            PostMessageW(handle_, kRaiseMap, 0, 0);
             break;
-        case kActivated:
+        case kRaiseMap:
             map_.RaiseAboveHost();
             return 0;
         case WM_SETFOCUS:
@@ -78,7 +79,11 @@ LRESULT HostWindow::Handle(UINT message, WPARAM wParam, LPARAM lParam) {
             OnCommand(wParam, lParam);
             return 0;
         case HORIVO_MSG_CITY:
-            OnCityClicked(static_cast<std::int32_t>(wParam));
+            Choose(static_cast<std::int32_t>(wParam));
+            return 0;
+        case WM_INITMENU:
+            CheckMenuItem(reinterpret_cast<HMENU>(wParam), IDM_ALWAYS_ON_TOP,
+                          IsOnTop() ? MF_CHECKED : MF_UNCHECKED);
             return 0;
         case WM_CLOSE:
             StorePlace();
@@ -115,9 +120,13 @@ LRESULT HostWindow::OnNotify(NMHDR* notice) {
         FlyToSelected();
         return 0;
     }
+    if (notice->code == NM_SETFOCUS) PostMessageW(handle_, kRaiseMap, 0, 0);
     bool isNewSelection = false;
     const LRESULT answer = list_.OnNotify(notice, isNewSelection);
-    if (isNewSelection) ShowSelectedCity();
+    if (isNewSelection) {
+        Choose(list_.Selected());
+        FlyToSelected();
+    }
     return answer;
 }
 
@@ -125,8 +134,10 @@ void HostWindow::OnCommand(WPARAM wParam, LPARAM lParam) {
     HWND control = reinterpret_cast<HWND>(lParam);
     if (control == nullptr) {
         OnMenuCommand(LOWORD(wParam));
-    } else if (control == list_.Field() && HIWORD(wParam) == EN_CHANGE) {
-        list_.ApplyFilter();
+    } else if (HIWORD(wParam) == EN_CHANGE) {
         ShowTimes();
+        list_.Scroll();
+    } else if (HIWORD(wParam) == EN_SETFOCUS) {
+        PostMessageW(handle_, kRaiseMap, 0, 0);
     }
 }

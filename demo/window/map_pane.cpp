@@ -4,17 +4,18 @@
 
 namespace {
 
+constexpr UINT kOrderOnly = SWP_NOMOVE | SWP_NOSIZE | SWP_NOACTIVATE;
+
 bool IsWine() {
     const HMODULE ntdll = GetModuleHandleW(L"ntdll.dll");
     return ntdll != nullptr && GetProcAddress(ntdll, "wine_get_version") != nullptr;
 }
 
-void MakeOwnedPopup(HWND map, HWND owner) {
+void MakePopup(HWND map) {
     ShowWindow(map, SW_HIDE);
     SetParent(map, nullptr);
     SetWindowLongPtrW(map, GWL_STYLE,
                       static_cast<LONG_PTR>(WS_POPUP | WS_CLIPCHILDREN | WS_CLIPSIBLINGS));
-    SetWindowLongPtrW(map, GWLP_HWNDPARENT, reinterpret_cast<LONG_PTR>(owner));
 }
 
 }  // namespace
@@ -26,7 +27,10 @@ bool MapPane::Create(HWND host, const RECT& area, std::uint32_t& status) {
                            area.bottom - area.top, &status);
     if (map_ == nullptr) return false;
     isPopup_ = IsWine();
-    if (isPopup_) MakeOwnedPopup(map_, host);
+    if (isPopup_) {
+        MakePopup(map_);
+        SetOwner(host);
+    }
     return true;
 }
 
@@ -52,9 +56,24 @@ void MapPane::FollowHost() {
 
 void MapPane::RaiseAboveHost() {
     if (!isPopup_ || Window() == nullptr) return;
-    constexpr UINT kOrderOnly = SWP_NOMOVE | SWP_NOSIZE | SWP_NOACTIVATE;
-    // Wine: the popup counts as being above its owner already, so that HWND_TOP does nothing. Only
-    // a change of the topmost state makes Wine restack the windows on the screen.
-    SetWindowPos(map_, HWND_TOPMOST, 0, 0, 0, 0, kOrderOnly);
-    SetWindowPos(map_, HWND_NOTOPMOST, 0, 0, 0, 0, kOrderOnly);
+    const bool onTop = (GetWindowLongPtrW(host_, GWL_EXSTYLE) & WS_EX_TOPMOST) != 0;
+    // Wine: a popup counts as being above its owner already, so that HWND_TOP does nothing. Only a
+    // change of the topmost state makes Wine restack the windows on the screen, and with an owner
+    // it cannot be changed back.
+    SetOwner(nullptr);
+    SetWindowPos(map_, onTop ? HWND_NOTOPMOST : HWND_TOPMOST, 0, 0, 0, 0, kOrderOnly);
+    SetWindowPos(map_, onTop ? HWND_TOPMOST : HWND_NOTOPMOST, 0, 0, 0, 0, kOrderOnly);
+    SetOwner(host_);
+}
+
+void MapPane::SetHostOnTop(bool onTop) {
+    // Wine: the owner of a popup never becomes topmost.
+    if (isPopup_) SetOwner(nullptr);
+    SetWindowPos(host_, onTop ? HWND_TOPMOST : HWND_NOTOPMOST, 0, 0, 0, 0, kOrderOnly);
+    if (isPopup_) SetOwner(host_);
+    RaiseAboveHost();
+}
+
+void MapPane::SetOwner(HWND owner) {
+    SetWindowLongPtrW(map_, GWLP_HWNDPARENT, reinterpret_cast<LONG_PTR>(owner));
 }

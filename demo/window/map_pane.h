@@ -25,10 +25,15 @@ public:
     void Place(const RECT& area);
     /// Moves, shows or hides a popup like its host. Call it after each change of the host's place.
     void FollowHost();
-    /// Raises a popup over its host again. Call it when the host has become the active window.
+    /// Raises a popup over its host again. Call it when the host has become the active window, or
+    /// one of its children has got the focus: without a window manager Wine raises the host then.
     void RaiseAboveHost();
+    /// Puts the host, and the map with it, above all other windows, or back among them.
+    void SetHostOnTop(bool onTop);
 
 private:
+    void SetOwner(HWND owner);
+
     HWND host_ = nullptr;
     HWND map_ = nullptr;
     RECT area_{};

@@ -19,8 +19,8 @@ public:
     virtual void OpenAnother(HWND asker) = 0;
     /// Closes all windows, which ends the program.
     virtual void CloseAll() = 0;
-    /// Removes a window from the program's list. A window calls it when it is destroyed.
+    /// Deletes a window that has been destroyed.
     virtual void Forget(HostWindow* window) = 0;
-    /// Changes the language of all open windows and stores it in the settings.
-    virtual void ChooseLanguage(const Language& language) = 0;
+    /// Changes the language of all open windows and stores the choice in the settings.
+    virtual void ChooseLanguage(const Language& choice) = 0;
 };

@@ -1,13 +1,11 @@
 // Feeds what a settings file may say to everything that takes its values: the four numbers and what
 // follows from the detail factor, the texture limits that the scalers make, code pages and language
-// codes as locales spell them, and the sample host's table of cities.
+// codes as locales spell them.
 
-#include <cmath>
 #include <cstdint>
 #include <cstring>
 #include <string>
 
-#include "data/city_file.h"
 #include "fuzz/check.h"
 #include "host/language_code.h"
 #include "image/texture_limits.h"
@@ -62,13 +60,6 @@ void CheckNumbers(const Numbers& numbers) {
     Check(copy.texScalerX == settings.texScalerX && copy.texScalerY == settings.texScalerY);
 }
 
-void CheckCities(std::string_view text) {
-    for (const CityRecord& city : ReadCities(text)) {
-        Check(city.cityName[0] != 0 && city.cityName[63] == 0 && city.countryName[63] == 0);
-        Check(std::isfinite(city.latitude) && std::isfinite(city.longitude));
-    }
-}
-
 }  // namespace
 
 extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size) {
@@ -86,6 +77,5 @@ extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size
     const std::basic_string<HorivoWideChar> abbrev(text.begin(), text.end());
     const LanguageCode code = LanguageFileCode(abbrev.c_str());
     Check(code[2] == 0 && (code[0] == 0) == (code[1] == 0));
-    CheckCities(text);
     return 0;
 }

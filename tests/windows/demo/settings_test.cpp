@@ -16,13 +16,17 @@ TEST(Settings, WhatIsWrittenIsReadAgain) {
         settings.language = flags == 0 ? L"JPN" : L"RUS";
         settings.place = {-1200, 30, -200, 730};  // a monitor left of the first
         settings.maximized = settings.sortDescending = true;
-        settings.sortColumn = 3;
+        settings.alwaysOnTop = true;
+        settings.sortColumn = 4;
+        settings.city = L"St. John's";
+        settings.country = L"Antigua and Barbuda";
         WriteSettings(settings);
         const HostSettings read = ReadSettings();
         EXPECT_EQ(read.language, settings.language);
         EXPECT_TRUE(EqualRect(&read.place, &settings.place));
-        EXPECT_TRUE(read.maximized && read.sortDescending);
-        EXPECT_EQ(read.sortColumn, 3);
+        EXPECT_TRUE(read.maximized && read.sortDescending && read.alwaysOnTop);
+        EXPECT_EQ(read.sortColumn, 4);
+        EXPECT_EQ(read.city + read.country, settings.city + settings.country);
         const bool wasInProgramFolder = DeleteFileW((ProgramFolder() + L"default.ini").c_str());
         EXPECT_EQ(wasInProgramFolder, flags != 0);
     }

@@ -143,7 +143,7 @@ protected:
         LocalizeDialog(dialog, L"About");
         menuText_ = ItemText(menu, IDM_NEW_WINDOW, MF_BYCOMMAND);
         controlText_ = TextOf(GetDlgItem(dialog, IDC_ABOUT_NAME));
-        EXPECT_EQ(ItemText(menu, IDM_EXIT, MF_BYCOMMAND), L"E&xit\tAlt+F4");
+        EXPECT_EQ(ItemText(menu, IDM_EXIT, MF_BYCOMMAND), L"E&xit");
         EXPECT_EQ(TextOf(GetDlgItem(dialog, IDOK)), L"OK");
         EXPECT_EQ(Load(Resources(), IDS_COLUMN_OFFSET), L"Offset");
         EXPECT_EQ(GetUnitWord(4, 1), std::wstring(L"week"));
