@@ -10,7 +10,7 @@ constexpr const wchar_t* kFolderLevels[] = {L"\\Zelmo", L"\\Horivo"};
 /// Makes the folder `path`, unless there is one. @return whether it exists now
 bool MakeFolder(const std::wstring& path) noexcept {
     if (CreateDirectoryW(path.c_str(), nullptr)) return true;
-    // The error does not tell whether the folder exists: for the root of a drive it is "access
+    // The error code does not show whether the folder exists: for the root of a drive it is "access
     // denied", and for a file of this name it is "already exists".
     const DWORD error = GetLastError();
     const DWORD attributes = GetFileAttributesW(path.c_str());

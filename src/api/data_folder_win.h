@@ -3,11 +3,12 @@
 #include <string>
 
 /// Makes the folder "Zelmo\Horivo" below `commonFolder`, unless there is one.
-/// @return its path with a backslash at the end; empty when `commonFolder` is empty, when the
-/// folder
-///         cannot be made (GetLastError says why) or when its path reaches 260 characters
+/// @return the path of the folder with a backslash at its end. Empty when `commonFolder` is empty,
+///         when the folder cannot be made (GetLastError has the reason), or when the path would
+///         have 260 characters or more
 /// Throws std::bad_alloc.
 std::wstring DataDirectoryBelow(const std::wstring& commonFolder);
 
-/// Does the same below CommonAppDataFolder. Throws std::bad_alloc.
+/// Makes that folder below CommonAppDataFolder and returns its path, like DataDirectoryBelow.
+/// Throws std::bad_alloc.
 std::wstring MapDataDirectory();

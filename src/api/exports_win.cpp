@@ -31,17 +31,18 @@ void QueryWindowsVersion() noexcept {
     GetVersionExW(&version);
 }
 
+/// Does the work of InitMap. Throws std::bad_alloc.
 /// Takes the whole state: folders, cities, GDI+, picture, hover, overlay and results.
 std::uint32_t Initialise(MapState& map, const CityTable& cities) {
     map.host.SetFolders(FindFolders());
     if (map.gdiplus == nullptr || !map.gdiplus->IsStarted())
         map.gdiplus = std::make_unique<GdiplusSession>();
-    // Nothing below throws. A call that runs out of memory above keeps the table of the call
-    // before.
+    // Nothing below this line throws. When the lines above run out of memory, the city table of
+    // the previous call stays in use.
     map.host.TakeCities(cities);
     QueryWindowsVersion();
     map.textures.MakeMutex();
-    map.hover.Cancel();  // its city is one of the old table
+    map.hover.Cancel();  // the hover has a city of the old table
     map.overlay.TakeNewTable();
     return RegisterMapClass(map.results);
 }

@@ -1,6 +1,6 @@
-// The load configuration: what the DLL tells the loader of Windows about itself. MinGW's linker
-// does not know this record, so tools/set_load_config.py enters its address into the headers of the
-// linked file.
+// Defines the load configuration: a record in the DLL with settings for the loader of Windows.
+// MinGW's linker does not know this record, so tools/set_load_config.py writes the address of the
+// record into the headers of the linked file.
 
 #include <cstddef>
 

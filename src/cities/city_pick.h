@@ -16,7 +16,7 @@ inline constexpr std::int32_t kMaxCitiesNear = 200;
 /// @param point     in the globe's frame
 /// @param radius    globe units
 /// @param out       gets the cities in range in table order. When it is null, the function writes
-///                  `distanceSq` of every city instead
+///                  `distanceSq` of every city with a position instead
 /// @param capacity  entries in `out`, and the largest value of `count`
 /// @param count     out: number of cities in range, also when `out` is null
 /// @return index of the nearest city with a position, -1 when none has one
@@ -30,12 +30,13 @@ struct CityPick {
 
     /// Whether `index` is valid in a table of `count` records.
     bool IsIn(std::int32_t count) const noexcept { return index >= 0 && index < count; }
-    /// The value that is sent to the host: the index when a city is hit, else the negated index.
-    /// Deliberate: index 0 without a hit looks like a hit, because 0 has no negative.
+    /// The value that is sent to the host: the index when a city is hit, otherwise the negated
+    /// index. Deliberate: index 0 without a hit looks like a hit, because 0 has no negative.
     std::int32_t SignedIndex() const noexcept { return hits >= 1 ? index : -index; }
 };
 
-/// Finds the city under `point` and writes every record's `distanceSq` to that point.
+/// Finds the city under `point`. Also stores in `distanceSq` of every city with a position its
+/// squared distance from `point`.
 CityPick PickCity(const CityTable& cities, const CVector4& point) noexcept;
 
 /// Whether a signed index refers to a record of a table of `count` records. Computed in 64 bits,

@@ -16,7 +16,7 @@ namespace {
 constexpr std::int32_t kRowGap = 2;      // between two rows
 constexpr std::int32_t kBoxOffset = 7;   // from the pointer to the box
 constexpr std::int32_t kTextOffset = 9;  // from the pointer to the names
-constexpr std::int32_t kBoxMargin = 4;   // width of the box that is not text, both sides together
+constexpr std::int32_t kBoxMargin = 4;   // sum of the left and the right margin of the box
 constexpr float kDotSize = 3.5F;         // more than a city point, so that the dot covers it
 
 struct Colour {
@@ -42,12 +42,12 @@ using Entries = std::span<CityRecord*>;
 
 /// Layout and texts of the labels of one frame; about 8 KB, on the stack.
 struct LabelColumn {
-    std::int32_t count = 0;        ///< entries that have a row, and those without a position
+    std::int32_t count = 0;        ///< entries handled; those without a position get no row
     std::int32_t selected = 0;     ///< index of the entry whose row is at the height of the pointer
     double anchorX = 0.0;          ///< x of the pointed place, window pixels
     double anchorY = 0.0;          ///< y of the pointed place, window pixels, y upward
     std::int32_t lineHeight = 0;   ///< of the font, pixels
-    std::int32_t rowHeight = 0;    ///< line and gap, pixels
+    std::int32_t rowHeight = 0;    ///< of a line and the gap to the next one, pixels
     std::int32_t maxRowWidth = 0;  ///< of name, space and time, pixels
     std::int32_t maxNameWidth = 0;  ///< of name and space, pixels
     char names[kMaxLabels][kLabelTextSize];

@@ -4,7 +4,7 @@
 
 #include "horivo_map.h"
 
-/// The two letters that stand for a language in file names, with a terminator.
+/// The two letters that identify a language in file names, with a terminator.
 using LanguageCode = std::array<HorivoWideChar, 3>;
 
 /// The code for a Windows language abbreviation: its first two letters in lower case, or the ISO
@@ -12,5 +12,5 @@ using LanguageCode = std::array<HorivoWideChar, 3>;
 /// characters.
 LanguageCode LanguageFileCode(const HorivoWideChar* abbrev) noexcept;
 
-/// `c` in lower case when it is an ASCII letter, else unchanged.
+/// Returns `c` in lower case when it is an ASCII letter, otherwise unchanged.
 HorivoWideChar LowerAscii(HorivoWideChar c) noexcept;

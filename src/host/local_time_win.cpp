@@ -10,8 +10,8 @@ namespace {
 
 bool SameZone(const DYNAMIC_TIME_ZONE_INFORMATION& a,
               const DYNAMIC_TIME_ZONE_INFORMATION& b) noexcept {
-    // Fast for most pairs: the bias comes first and usually differs. The padding after the last
-    // member is not compared.
+    // Compare the bytes up to the last member, without the padding after it. This is fast, because
+    // the first member, the bias, is different in most pairs.
     constexpr std::size_t kBytes =
         offsetof(DYNAMIC_TIME_ZONE_INFORMATION, DynamicDaylightTimeDisabled) +
         sizeof(DYNAMIC_TIME_ZONE_INFORMATION::DynamicDaylightTimeDisabled);

@@ -10,5 +10,6 @@ struct ProgramPath {
     std::wstring_view fileName;
 };
 
-/// The path is read once; every call gives the same.
+/// Returns the path of the program. The first call reads it from Windows; later calls return the
+/// same path.
 ProgramPath FindProgramPath() noexcept;

@@ -28,7 +28,8 @@ constexpr bool NumbersAreWithoutGaps() noexcept {
 }
 static_assert(NumbersAreWithoutGaps(), "a zone's number is 1 + its index in the list");
 
-// Far more zones than Windows has. It ends the enumeration when every call reports an error.
+// The enumeration ends at this number, so that it also ends when every call reports an error.
+// Windows has far fewer zones.
 constexpr DWORD kMaxSystemZones = 4096;
 
 /// Index of a registry key name in HORIVO_TIME_ZONES, or kTimeZoneCount.

@@ -66,8 +66,8 @@ private:
         return word;
     }
 
-    /// Appends the ranges of a list to the record, up to the first error. They have no text until
-    /// their word is read.
+    /// Appends the ranges of a list to the record, up to the first error. The texts of these ranges
+    /// are null; Read sets them when it has read the word after the list.
     void TakeRanges() noexcept {
         UnitRange range{};
         while (TakeRange(text_, range) && count_ < kUnitRanges) {

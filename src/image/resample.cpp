@@ -34,12 +34,12 @@ void WriteMeans(const std::uint32_t* sums, std::size_t bytes, std::size_t count,
     for (std::size_t i = 0; i < bytes; ++i) target[i] = mean(sums[i]);
 }
 
-/// Where the old rows are, and where their filtered forms are written.
+/// Where the source rows are, and where the filtered rows (shrunk to the new width) are written.
 struct RowPlaces {
     const std::uint8_t* source;
     std::ptrdiff_t sourceStride;
-    /// Place of the first filtered row, with the same stride. Null: two spare rows are used in
-    /// turn.
+    /// Place of the first filtered row; the rows have the stride of the source. Null: two spare
+    /// rows are used in turn.
     std::uint8_t* filtered;
 };
 
@@ -101,8 +101,8 @@ private:
         return places_.source + static_cast<std::ptrdiff_t>(row) * places_.sourceStride;
     }
 
-    /// Filters an old row along its length, truncating to bytes. The result is valid until the
-    /// second call after this one.
+    /// Shrinks a source row to the new width; the means are truncated to bytes. The result is valid
+    /// until the second call after this one.
     const std::uint8_t* Filtered(std::uint64_t row) const noexcept {
         const auto at = static_cast<std::ptrdiff_t>(row);
         std::uint8_t* const place =

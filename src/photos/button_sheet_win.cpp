@@ -78,7 +78,7 @@ bool ButtonSheet::Load(const std::wstring& path) {
     pixels_.reset();
     const std::unique_ptr<Picture> picture = OpenSheet(path);
     if (picture == nullptr) return false;
-    // GMEM_FIXED makes the handle of the block its address.
+    // With GMEM_FIXED, the handle of the block is the address of its memory.
     UniqueGlobalBlock block(GlobalAlloc(GMEM_FIXED, kSheetBytes + kSheetHeight * kReservePerRow));
     if (block == nullptr) return false;
     const PixelRows rows = picture->LockForReading();

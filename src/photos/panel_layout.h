@@ -1,5 +1,6 @@
 #pragma once
-// Where the parts of the photo panel stand: plain arithmetic in window pixels, y upward.
+// Computes the places of the parts of the photo panel, in window pixels, y upward. Plain
+// arithmetic.
 //
 // From the top down: two lines of titles, the photos button, the paging buttons, the photos, and
 // the square with the buttons for the view.

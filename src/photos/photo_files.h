@@ -17,7 +17,8 @@ bool GetPhotoFolder(WideView country, WideView city, WideString& path);
 
 /// Gives the file of photo `number` of a city; otherwise like GetPhotoFolder.
 bool GetPhotoPath(WideView country, WideView city, std::int32_t number, WideString& path);
-/// The same for a city of the table. Also returns false for an index outside the table.
+/// Gives the file of photo `number` of the city at `cityIndex` in the table. Also returns false for
+/// an index outside the table.
 bool GetPhotoPath(const CityTable& cities, std::int32_t cityIndex, std::int32_t number,
                   WideString& path);
 

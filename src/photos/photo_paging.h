@@ -27,15 +27,16 @@ constexpr bool HasPreviousPhotos(const PhotoPage& page) noexcept {
     return page.count > 0 && page.firstShown > 0;
 }
 
-/// Returns the index of the first photo of the next page, at most that of the last photo of the
-/// list; or `firstShown` when there is no next page.
-/// Deliberate: the next page begins 16 photos further, also when fewer had room in the panel.
+/// Returns the index of the first photo of the next page, or `firstShown` when there is no next
+/// page.
+/// Deliberate: the next page begins 16 photos after `firstShown`, even when fewer photos had room
+/// in the panel. In a list that is too short for this, the next page begins at the last photo.
 std::int32_t NextFirstShown(const PhotoPage& page) noexcept;
 
-/// Returns the index of the first photo of the previous page, which holds as many photos before
-/// `firstShown` as have room in the panel together, at most 16.
+/// Returns the index of the first photo of the previous page. That page ends before `firstShown`.
+/// It has as many photos as fit into the panel, at most 16.
 /// @param heights     heights of the photos before `firstShown` with their gaps, the last photo
-///                    first, pixels; at most `firstShown` of them
+///                    first, pixels; at most `firstShown` heights
 /// @param freeHeight  height that the panel has for photos, pixels; may be negative
 std::int32_t PreviousFirstShown(std::int32_t firstShown, std::span<const std::int32_t> heights,
                                 std::int32_t freeHeight) noexcept;

@@ -47,7 +47,7 @@ public:
     /// Reads the photos of the place again, but makes no images. Call this after a change of the
     /// city table while there is no window. Throws std::bad_alloc.
     void ReloadPhotoSet(const CityTable& cities);
-    /// Lets the next build sort the cities by their distances of that time.
+    /// Forgets the order of the cities: the next build sorts the cities by their current distances.
     void ForgetCityOrder() noexcept { photoSet_.ranks.clear(); }
 
     /// Deletes the images; photos and titles stay.
@@ -80,21 +80,23 @@ public:
     /// caller must then build the panel again
     bool PageForward() noexcept;
     bool PageBack(const CityTable& cities);
-    /// Goes back to the page of `firstShown` and offers no page from the current one on, because no
-    /// photo of it could be loaded. The caller must then build the panel again.
+    /// Goes back to the page of `firstShown`, because no photo of the current page could be loaded.
+    /// The current page and the pages after it are not offered any more. The caller must then build
+    /// the panel again.
     void RejectPage(std::int32_t firstShown) noexcept;
-    /// Offers the pages that RejectPage took out.
+    /// Offers the pages again that RejectPage has removed.
     void OfferAllPages() noexcept { photoSet_.brokenFrom = kNoneBroken; }
 
-    // What the pointer at column `x` of the window means to the panel.
-    // Deliberate: a hover counts from the column of the panel's edge on, a click and the wheel from
-    // the next column on.
+    // These three functions decide which input at column `x` of the window belongs to the panel.
+    // Deliberate: for a hover, the leftmost column of the panel is part of the panel. For a click
+    // and for the wheel, it is not.
 
-    /// Whether the pointer is over the photos, so that it does not hover over a city behind them.
+    /// Whether a hover belongs to the panel. If so, the city behind the photos gets no hover.
     bool IsHoverOverPanel(std::int32_t x) const noexcept;
-    /// Whether a click is for the panel, also between its photos, and not for the globe.
+    /// Whether a click belongs to the panel and not to the globe. The gaps between the photos
+    /// belong to the panel.
     bool IsClickOnPanel(std::int32_t x) const noexcept;
-    /// Whether the wheel turns pages instead of zooming, because the list has more than one page.
+    /// Whether the wheel turns pages instead of zooming. This needs a list of more than one page.
     bool IsWheelOverPanel(std::int32_t x) const noexcept;
 
 private:

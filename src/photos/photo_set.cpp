@@ -55,7 +55,8 @@ void ReadPhotos(PhotoSet& set, const CityTable& cities, std::string_view bytes, 
                 const WideString& city) {
     const bool ofCountry = city.empty();
     CityFinder finder(cities, country);
-    // A limit, because each line looks for a file on the disk while the window cannot answer.
+    // Read at most this many lines: for each line a file is looked up on the disk, and the window
+    // handles no input meanwhile.
     constexpr int kMaxLines = 20000;
     PhotoIndexReader reader(bytes, ofCountry ? PhotoIndexKind::Country : PhotoIndexKind::City);
     PhotoIndexEntry entry;

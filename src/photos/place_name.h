@@ -15,7 +15,7 @@
 /// Paths must be shorter than this, characters: the limit of Windows with its terminator.
 inline constexpr std::size_t kPathLimit = 260;
 
-/// What becomes of the spaces in a name.
+/// How CleanPlaceName handles the spaces in a name.
 enum class Spaces { Keep, Underscore };
 
 /// Returns `name` without control characters and without * / : ; ? \ and DEL. Throws
@@ -23,7 +23,7 @@ enum class Spaces { Keep, Underscore };
 WideString CleanPlaceName(WideView name, Spaces spaces = Spaces::Keep);
 
 /// Whether a cleaned name can be the name of a folder. A name of only dots and spaces cannot:
-/// Windows would take it for the current folder or for the one above.
+/// Windows would treat it as the current folder or as its parent.
 bool IsFolderName(WideView cleaned) noexcept;
 
 /// Forms the folder of a country (`city` empty) or of a city, with a backslash at its end. Throws

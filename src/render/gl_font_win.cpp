@@ -59,7 +59,8 @@ bool HasPixels(HDC dc, wchar_t character) noexcept {
 }
 
 void RecordAdvance(GLuint list, int width) noexcept {
-    // Mesa does not record the command with a null address, although no byte is read from it.
+    // Mesa: glBitmap reads no byte here, but with a null address the command is not recorded, and
+    // words would run together.
     constexpr GLubyte kNoPixels = 0;
     glNewList(list, GL_COMPILE);
     glBitmap(0, 0, 0.0F, 0.0F, static_cast<float>(width), 0.0F, &kNoPixels);

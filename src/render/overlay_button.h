@@ -21,7 +21,7 @@ public:
 
     GLuint texture = 0;
     GLuint hoverTexture = 0;
-    std::int32_t commandId = 0;      ///< chosen by the owner; tells which button was hit
+    std::int32_t commandId = 0;      ///< chosen by the owner, to identify the button that was hit
     bool highlighted = false;        ///< the pointer is over the button
     std::int32_t textureWidth = 8;   ///< pixels
     std::int32_t textureHeight = 8;  ///< pixels

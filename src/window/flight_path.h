@@ -12,7 +12,7 @@ public:
     bool Start(const ViewAngles& from, const ViewAngles& to) noexcept;
 
     /// Takes one step; the last step sets the view to exactly the target.
-    /// @return whether the flight goes on
+    /// @return whether the flight has more steps
     bool Step() noexcept;
 
     /// The view now, wrapped into [0, 360).

@@ -16,7 +16,7 @@ public:
     void StopFor(HWND window) noexcept;
     bool IsUnderWay() const noexcept { return timer_.Runs(); }
 
-    /// Takes one step, and stops after the last one. @return whether the flight goes on
+    /// Takes one step, and stops after the last one. @return whether the flight has more steps
     bool Step() noexcept;
     /// The view after the last step.
     ViewAngles Current() const noexcept { return path_.Current(); }

@@ -16,16 +16,16 @@
 #include "window/shared_picture_win.h"
 #include "window/view_state.h"
 
-/// The context, and font, scene, lamp and planet that are drawn with it. All are empty while no
-/// window lives, except the transform and the size of the scene.
+/// The context, and the font, scene, lamp and planet that are drawn with it. Without a live window
+/// all are empty; only the transform and the size of the scene are kept.
 class GlResources {
 public:
     /// @param lastSysError  gets the error of a failed creation; must outlive this object
     explicit GlResources(std::uint32_t& lastSysError) noexcept
         : context_(extensions_, lastSysError) {}
 
-    /// Makes the context on the window's DC and the font lists, and tells `picture` the texture
-    /// limit of OpenGL. @return HORIVO_OK or an OpenGL set-up code
+    /// Makes the context on the window's DC and the font lists, and stores the texture limit of
+    /// OpenGL in `picture`. @return HORIVO_OK or an OpenGL set-up code
     std::uint32_t CreateContext(const MapWindow& entry, SharedPicture& picture);
     void DestroyContext() noexcept { context_.Destroy(); }
     CGLContext& Context() noexcept { return context_; }
@@ -41,8 +41,8 @@ public:
                   const CityTable& cities);
     /// Sets the GL state that stays the same for all frames, after Populate.
     void InitScene() { scene_.Init(); }
-    /// Deletes lamp and planet with their textures and lists. The context is current; when it is
-    /// not, the names are freed with the context.
+    /// Deletes lamp and planet with their textures and lists. The context should be current.
+    /// Without a current context, textures and lists are freed when the context is destroyed.
     void ReleaseScene() noexcept;
     void ReleaseFont() noexcept { font_.Release(); }
 
@@ -56,25 +56,25 @@ public:
     void ResizeWithoutContext(std::int32_t width, std::int32_t height) noexcept;
     /// Measures the edge of the globe after a change of size or distance.
     void Measure() noexcept;
-    /// Stores the client size of `window` as that of the scene, for picking and projecting; GL is
-    /// not told. @return false while the window has no size
+    /// Stores the client size of `window` as the size of the scene, for picking and projecting.
+    /// Calls no GL function. @return false while the window has no size
     bool UseSizeOf(HWND window) noexcept { return ClientSize(window, scene_.width, scene_.height); }
-    /// Does the same. @return whether anything can be picked: the window has a size, and there is a
-    /// planet
+    /// Calls UseSizeOf. @return whether anything can be picked in `window`: the window has a size,
+    /// and there is a planet
     bool CanPickIn(HWND window) noexcept { return UseSizeOf(window) && planet_ != nullptr; }
     /// Puts the lamp above a place of the globe.
     void PlaceLampOver(const CVector4& place) noexcept;
 
     CScene& Scene() noexcept { return scene_; }
     const CScene& Scene() const noexcept { return scene_; }
-    /// Null while no window lives.
+    /// Null while there is no live window.
     CPlanet* Planet() const noexcept { return planet_; }
     const CGLFont& Font() const noexcept { return font_; }
     /// The result of the last Measure.
     const GlobeMeasure& Globe() const noexcept { return globe_; }
 
-    /// Loads the hand cursor, when it is not loaded. It is released with the last window; nothing
-    /// shows it.
+    /// Loads the hand cursor, unless it is loaded already. The cursor is released with the last
+    /// window. It is never shown.
     void LoadHandCursor() noexcept;
     void ReleaseHandCursor() noexcept { handCursor_.reset(); }
 

@@ -26,6 +26,6 @@ private:
 /// Loads, splits and uploads the picture, halving the size limit until the tiles fit, and writes
 /// the picture back when it had to be shrunk. This is the only work on pixels that the window
 /// thread does. It runs while InstallMap, which holds the scene mutex, creates its hidden window;
-/// the context is current.
+/// the context must be current.
 void RunInstallSelfTest(SharedPicture& shared, const GlResources& gl,
                         const std::wstring& dataDirectory);

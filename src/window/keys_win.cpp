@@ -20,7 +20,7 @@ void Turn(MapState& map, HWND window, double right, double up) {
 }
 
 // The handlers of the keys. They are message handlers, so they take the whole state. `direction`
-// stands in the table below.
+// comes from the table below.
 
 void TurnSideways(MapState& map, HWND window, int direction) {
     Turn(map, window, kTurnStepDeg * direction, 0.0);

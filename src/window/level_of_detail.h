@@ -32,7 +32,7 @@ public:
     void StopMeasuring() noexcept { measured_ = kMeasuredFrames; }
     /// Whether the warm-up frame is over and the measurement is not.
     bool IsMeasuring() const noexcept { return measured_ >= 0 && measured_ < kMeasuredFrames; }
-    /// Frames measured so far, while IsMeasuring.
+    /// Frames measured so far. Meaningful only while IsMeasuring is true.
     std::int32_t FramesMeasured() const noexcept { return measured_; }
 
     /// Notes the duration of a painted frame, also for the measurement under way.

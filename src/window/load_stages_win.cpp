@@ -23,7 +23,7 @@ void ShowErrorBox(bool& boxShown, HWND window) {
 /// Ends a load that has failed, and frees the tiles when no other load has filled them since.
 void EndFailedLoad(SharedPicture& shared, HWND window) {
     const MutexHold hold = shared.Lock(kWindowWaitMs);
-    if (!hold) return;  // another worker has the picture
+    if (!hold) return;  // another worker is using the picture
     const LoadNumber failed = shared.loads.Find(window, LoadState::Failed);
     if (shared.loads.LeavesTextures(failed, shared.picture.Stage()))
         shared.picture.ClearTiles(false);
@@ -48,8 +48,8 @@ void OnTilesReady(MapState& map, const MapWindow& entry) {
         // attached until the next load.
         const MutexHold hold = shared.Lock(kWindowWaitMs);
         if (!hold || !shared.picture.HasAllTiles()) {
-            // Another load has the picture now, and its message brings the tiles. When the window
-            // of that load is gone, nobody gets its message: load once more.
+            // Another load is using the picture now. Its message will bring the tiles, unless the
+            // window of that load was destroyed: then nobody gets the message, so load once more.
             if (shared.loads.IsNewestForgotten()) map.loader.StartLoad(entry.window);
             return;
         }

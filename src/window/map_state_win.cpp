@@ -5,8 +5,8 @@
 
 namespace {
 
-// The runtime never destroys the state: at the end of the process other libraries may be gone, and
-// nothing may be touched any more.
+// Returns the pointer to the state. A plain pointer, so that the C++ runtime never destroys the
+// state: at the end of the process the libraries that the state uses may be unloaded already.
 MapState*& StateSlot() noexcept {
     static MapState* state = nullptr;
     return state;

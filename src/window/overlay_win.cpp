@@ -22,7 +22,8 @@ ButtonLayout Overlay::ButtonLayoutOf(std::int32_t width, std::int32_t height) co
     };
 }
 
-/// Uploads the photos; where the context cannot be made current, the next frame that has it does.
+/// Uploads the photos now, if the context can be made current. Otherwise a later frame uploads
+/// them.
 void Overlay::UploadNowOrLater(const MapWindow& entry) {
     const CurrentContextScope current(gl_.Context(), entry.dc.Get());
     if (current.IsCurrent()) panel_.UploadPhotos();
@@ -114,8 +115,8 @@ void Overlay::ShowNextPage(HWND window) {
     if (!panel_.PageForward()) return;
     ReloadPhotos(window);
     if (panel_.HasThumbnails()) return;
-    // None of the remaining photos can be loaded: go back to the page before, and offer no page
-    // behind it from now on.
+    // No photo of the next page can be loaded: show the previous page again, and do not offer the
+    // pages after it any more.
     panel_.RejectPage(before);
     ReloadPhotos(window);
 }

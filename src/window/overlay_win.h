@@ -20,15 +20,16 @@ public:
         : host_(host), gl_(gl), windows_(windows) {}
 
     /// Makes the buttons from "buttons.png" and loads the photos that the panel showed before. The
-    /// context is current.
+    /// context must be current.
     void Create();
-    /// Deletes textures and images of both; the place that the panel shows stays.
+    /// Deletes the textures and images of the buttons and of the panel. The panel keeps its place.
     void Release() noexcept;
 
-    /// Places panel and photo buttons for the size of `window`. Needed before anything is picked in
-    /// the window: another window of another size may have been painted since.
+    /// Places the panel and the photo buttons for the size of `window`. Call it before a point of
+    /// the window is compared with them: the last painted window may have had another size.
     void FitTo(HWND window) noexcept;
-    /// Uploads photos that were loaded while the context could not be made current; now it is.
+    /// Uploads photos that were loaded while the context could not be made current. The context
+    /// must be current now.
     void UploadWaitingPhotos() noexcept { panel_.UploadPhotos(); }
     /// Draws panel and buttons. Needs the flat projection in window pixels.
     void Draw(const CGeoPoint& pointed, std::int32_t width, std::int32_t height);
@@ -44,13 +45,14 @@ public:
     /// Reads the photos of the panel again after the host has reported new ones. Pages of which no
     /// photo could be loaded are offered again.
     void TakeNewPhotos(HWND window);
-    /// Finds the photos in a new table of the host: photos know their cities by index.
+    /// Reads the photos again after the host has handed over a new city table, because each photo
+    /// stores the index of its city in the table.
     void TakeNewTable() noexcept;
 
     void ShowNextPage(HWND window);
     void ShowPreviousPage(HWND window);
 
-    /// Lights the button at a point of the window and puts out all others.
+    /// Highlights the button at a point of the window and no other button.
     /// @return its virtual-key code, 0 for none
     std::int32_t LightButtonAt(HWND window, const WindowPoint& point) noexcept;
     void PutOutButtons() noexcept;

@@ -1,5 +1,5 @@
 #pragma once
-// What lies under a point of a map window.
+// Finds the place of the globe under a point of a map window.
 
 #include <optional>
 
@@ -7,8 +7,8 @@
 #include "window/gl_resources_win.h"
 #include "window/pointer_state.h"
 
-/// Stores `point` as the pointer position and the place under it as the pointed one. Does nothing
-/// while nothing can be picked in `window`. @return whether `point` is on the globe
+/// Stores `point` as the pointer position, and the place under it as the pointed place. Does
+/// nothing while nothing can be picked in `window`. @return whether `point` is on the globe
 bool UpdatePick(PointerState& pointer, GlResources& gl, HWND window,
                 const WindowPoint& point) noexcept;
 

@@ -31,21 +31,22 @@ public:
     const CGeoPoint& GeoPoint() const noexcept { return geoPoint_; }
     WindowPoint Position() const noexcept { return {geoPoint_.mouseX, geoPoint_.mouseY}; }
 
-    /// Stores `point` as the pointer position and the place under it as the pointed one. Beside the
-    /// globe the pointed place stays. @return whether `point` is on the globe
+    /// Stores `point` as the pointer position, and the place under it as the pointed place. When
+    /// `point` is beside the globe, the pointed place does not change.
+    /// @return whether `point` is on the globe
     bool PickAt(const CScene& scene, const CSphere& globe, const WindowPoint& point) noexcept;
     /// Stores the pointer position only.
     void MoveTo(const WindowPoint& point) noexcept;
-    /// Makes `place` (in the globe's frame) the pointed one, as if the pointer were there.
+    /// Makes `place` (in the globe's frame) the pointed place, as if the pointer were there.
     void PointAt(const CVector4& place, const CScene& scene) noexcept;
 
     /// Notes that the pointer is inside `window` (a handle).
-    /// @return whether it was outside before: Windows must be asked to tell when it leaves
+    /// @return whether it was outside before. If so, the caller must request a WM_MOUSELEAVE.
     bool Enter(const void* window) noexcept;
     /// Notes that the pointer has left its window.
     void Leave() noexcept { geoPoint_.valid = false; }
-    /// Notes that `window` is destroyed: it gets no message when the pointer leaves, so a pointer
-    /// in it has left it now.
+    /// Notes that `window` is destroyed. If the pointer was inside it, the pointer counts as
+    /// outside from now on, because a destroyed window gets no WM_MOUSELEAVE.
     void LeaveDestroyed(const void* window) noexcept;
 
     /// Notes where the left button went down.
@@ -58,8 +59,8 @@ public:
     /// Forgets the press: the button was released, or another window has the capture.
     void ForgetPress() noexcept;
 
-    /// Makes `place` the anchor of a drag. Without a place (the press was beside the globe) there
-    /// is no anchor: an older one must not turn the globe.
+    /// Makes `place` the anchor of a drag. Without a place (the press was beside the globe) removes
+    /// the anchor, because an older anchor must not turn the globe.
     /// @param view   the view now
     /// @param place  the grabbed point in the view's frame, degrees
     void BeginDrag(const ViewAngles& view, const std::optional<LatLon>& place) noexcept;
@@ -69,12 +70,12 @@ public:
     void NoteDragTo(const WindowPoint& point) noexcept;
     /// Whether the pointer has moved since the button went down.
     bool WasDragged() const noexcept { return dragged_; }
-    /// The view in which the grabbed point is at `place`. Only while IsAnchored.
+    /// The view in which the grabbed point is at `place`. Call it only while IsAnchored is true.
     ViewAngles DragTo(const LatLon& place) const noexcept;
 
 private:
     CGeoPoint geoPoint_;
-    /// The window that will hear when the pointer leaves it, while `geoPoint_.valid`.
+    /// The window that the pointer is inside, while `geoPoint_.valid`; it gets WM_MOUSELEAVE.
     const void* overWindow_ = nullptr;
     WindowPoint press_;      ///< where the button went down
     bool anchored_ = false;  ///< the press grabbed the globe: a drag turns it

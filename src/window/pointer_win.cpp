@@ -20,7 +20,7 @@ WindowPoint PointOf(HWND window, LPARAM lParam) noexcept {
     return {GET_X_LPARAM(lParam), client.bottom - 1 - GET_Y_LPARAM(lParam)};
 }
 
-/// Asks Windows to tell when the pointer leaves the window, if it has just come.
+/// Requests a WM_MOUSELEAVE from Windows, if the pointer has just entered the window.
 void ArmLeaveTracking(PointerState& pointer, HWND window) noexcept {
     if (!pointer.Enter(window)) return;
     TRACKMOUSEEVENT track = {sizeof track, TME_LEAVE, window, 0};
@@ -57,8 +57,9 @@ void OpenPhotoAt(const PhotoPanel& panel, const WindowPoint& point, const Presse
     OpenPhotoLink(WideString(panel.FindPhotoAt(point.x, point.y)->link));
 }
 
-/// A click without a drag: tells the host when a city is hit, offers photos, and flies to the place
-/// in any case. Takes the whole state: overlay, cities, pointer, windows, view and flight.
+/// Handles a click without a drag on the globe: reports a hit city to the host, offers photos, and
+/// flies to the place, with or without a city.
+/// Takes the whole state: overlay, cities, pointer, windows, view and flight.
 void Click(MapState& map, HWND window, const WindowPoint& point, bool onGlobe) {
     if (map.overlay.Panel().IsClickOnPanel(point.x) || !onGlobe) return;
     const CityPick pick = PickCity(map.host.Cities(), map.pointer.GeoPoint().globePoint);
@@ -164,7 +165,7 @@ LRESULT OnMouseLeave(HWND window, WPARAM, LPARAM) {
     MapState& map = Map();
     map.pointer.Leave();
     map.overlay.PutOutButtons();
-    // Paint again, or the button under the pointer would stay lit on the screen.
+    // Paint again: otherwise the screen would still show the button under the pointer highlighted.
     InvalidateRect(window, nullptr, FALSE);
     return 0;
 }

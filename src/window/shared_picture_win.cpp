@@ -9,13 +9,13 @@ void SharedPicture::MakeMutex() noexcept {
 }
 
 void SharedPicture::Release() noexcept {
-    // The orphaned mutex counts too: after a first FreeMap that waited in vain, its worker may
-    // still write to the picture while the host calls FreeMap again.
+    // Without a scene mutex, wait for the orphaned mutex: after a time-out in an earlier FreeMap,
+    // the worker may still write to the picture while the host calls FreeMap again.
     const HANDLE mutex = sceneMutex_ ? sceneMutex_.get() : orphanedMutex_.get();
     const MutexHold hold = AcquireMutex(mutex, kWorkerEndWaitMs);
     ++generation_;
-    // Without a mutex no worker can have run. With one, a time-out means that a worker still has
-    // the picture: nothing is freed.
+    // Without a mutex no worker can be running. With a mutex, a time-out means that a worker still
+    // uses the picture: free nothing.
     if (!hold && mutex != nullptr) {
         if (sceneMutex_) orphanedMutex_ = DuplicateOf(mutex);
         return;

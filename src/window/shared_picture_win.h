@@ -11,8 +11,8 @@
 #include "image/texture_limits.h"
 #include "window/map_settings.h"
 
-/// Milliseconds that the window thread waits for a worker that has the picture: a load may take
-/// minutes.
+/// Milliseconds that the window thread waits for a worker that is using the picture: a load may
+/// take minutes.
 inline constexpr DWORD kWorkerEndWaitMs = 300000;
 
 /// The map picture with the scene mutex around it. Window thread, except where a line says more.
@@ -34,45 +34,47 @@ public:
     /// A further handle to the mutex, for a worker; empty when it cannot be made.
     UniqueHandle DuplicateMutex() const noexcept { return DuplicateOf(sceneMutex_.get()); }
 
-    /// Waits for a worker that has the picture and frees the picture. Workers that were started
-    /// before leave the picture alone from then on. After a time-out the worker keeps the picture,
-    /// and its mutex becomes the orphaned one.
+    /// Waits for a worker that is using the picture, then frees the picture. Workers that were
+    /// started before this call and still wait for the mutex will not change the picture. After a
+    /// time-out the picture is not freed, and the mutex becomes the orphaned mutex.
     void Release() noexcept;
-    /// Closes the mutex, which must be there. @return what CloseHandle answers
+    /// Closes the mutex, which must exist. @return the result of CloseHandle
     bool CloseMutex() noexcept;
-    /// Frees picture and mutexes without waiting; only when no worker can be left.
+    /// Frees the picture and the mutexes without waiting. Call it only when no worker can be
+    /// running.
     void Abandon() noexcept;
 
-    /// Counts the calls of Release: a worker that was started at another number leaves the picture
-    /// alone. Any thread.
+    /// The number of calls of Release. A worker that was started at another number does not change
+    /// the picture. Any thread.
     std::uint32_t Generation() const noexcept { return generation_; }
 
-    /// Frees the pixels of the picture and of the tiles. The caller holds the mutex.
+    /// Frees the pixels of the picture and of the tiles. The caller must hold the mutex.
     void Clear() noexcept;
 
     /// Lets the split use the largest texture of the OpenGL in use.
     void UseWholeTextureLimit() noexcept;
 
-    /// Takes over the largest texture of the OpenGL in use, pixels a side.
+    /// Stores the largest texture size of the OpenGL in use, pixels a side.
     void TakeTextureLimit(std::int32_t size) noexcept;
-    /// Takes over the exponents on the size limits that the user has set.
+    /// Stores the exponents that scale the size limits, from the user's settings.
     void TakeScalers(const MapSettings& settings) noexcept;
-    /// Frees the picture and halves the size limit; the lower limit stays in force when the limit
-    /// of OpenGL is taken again. The caller holds the mutex.
+    /// Frees the picture and halves the size limit. A later TakeTextureLimit does not raise it
+    /// again. The caller must hold the mutex.
     void HalveLimit() noexcept;
 
-    /// Notes whether tiles wait to be uploaded, because OpenGL could not be used when they came.
+    /// Stores whether tiles wait to be uploaded, because the context could not be made current when
+    /// the tiles were ready.
     void SetTilesWait(bool wait) noexcept { tilesWait_ = wait; }
-    /// Removes the note. @return whether tiles have waited
+    /// Returns the value that SetTilesWait has stored, and resets it to false.
     bool TakeTilesWait() noexcept;
 
 private:
     UniqueHandle sceneMutex_;  ///< guards `picture`; null: none could be made
-    /// The mutex of a worker for which Release waited in vain. The worker still writes to the
-    /// picture, so the next MakeMutex takes this mutex instead of a new one.
+    /// The mutex of a worker that did not end before the time-out of Release. The worker still
+    /// writes to the picture, so the next MakeMutex uses this mutex instead of a new one.
     UniqueHandle orphanedMutex_;
     std::atomic<std::uint32_t> generation_{0};
-    /// The largest size that works, as the self-test of InstallMap found it, pixels a side.
+    /// Upper limit of the texture size that the self-test of InstallMap has set, pixels a side.
     std::int32_t sizeCap_ = std::numeric_limits<std::int32_t>::max();
     bool tilesWait_ = false;
 };

@@ -1,5 +1,5 @@
 #pragma once
-// Makes day and night follow the clock.
+// Updates the line between day and night as time passes.
 
 #include "window/map_state_win.h"
 
@@ -8,7 +8,8 @@ inline constexpr UINT_PTR kSunTimer = 4;
 /// Starts the timer of a window; it runs until the window is destroyed.
 void StartSunTimer(MapWindow& entry) noexcept;
 
-/// Moves the day/night line to where it is now (the timer ticked); not during a flight or while a
-/// button is held. Takes the whole state: zones, windows, flight, held button and OpenGL.
-/// Deliberate: no frame is requested; the change shows with the next one.
+/// Handles a tick of the timer: moves the day/night line to its current place. Does nothing during
+/// a flight or while a button is held.
+/// Takes the whole state: zones, windows, flight, held button and OpenGL.
+/// Deliberate: no frame is requested; the next frame shows the change.
 void OnSunTimer(MapState& map, HWND window);

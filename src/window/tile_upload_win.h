@@ -5,18 +5,18 @@
 #include "window/level_of_detail.h"
 #include "window/shared_picture_win.h"
 
-/// Uploads the tiles to the planet. The caller holds the scene mutex; the context is current.
-/// @return 0 or a GL error
+/// Uploads the tiles to the planet. The caller must hold the scene mutex, and the context must be
+/// current. @return 0 or a GL error
 std::uint32_t AttachTiles(SharedPicture& shared, const GlResources& gl);
 
-/// Uploads the tiles if they are complete, fit this OpenGL, and no worker has the picture. The
-/// context is current. @return whether the planet shows them now
+/// Uploads the tiles, if all tiles are there, none is too large for this OpenGL, and no worker is
+/// using the picture. The context must be current. @return whether the tiles were uploaded
 bool AttachPresentTiles(SharedPicture& shared, const GlResources& gl);
 
-/// Uploads tiles that came while the context could not be made current; now it is.
-/// @return whether the planet shows them now
+/// Uploads the tiles that were ready while the context could not be made current, if there are any.
+/// The context must be current now. @return whether tiles were uploaded
 bool AttachWaitingTiles(SharedPicture& shared, const GlResources& gl);
 
 /// Records the display lists for the tiles of a new picture and starts a measurement, except at the
-/// coarsest level. The context is current.
+/// coarsest level. The context must be current.
 void OnTilesAttached(GlResources& gl, LevelOfDetail& detail);

@@ -59,7 +59,8 @@ const TimerRoute* FindRoute(UINT_PTR id) noexcept {
     return route != std::end(kTimerRoutes) ? route : nullptr;
 }
 
-/// The timer with one of the map's ids. Takes the whole state: each timer is in another part.
+/// Returns the timer with the id `id`, one of the map's timers. Takes the whole state, because each
+/// timer is in a different part of it.
 const WindowTimer& TimerOf(const MapState& map, const MapWindow& entry, UINT_PTR id) noexcept {
     switch (id) {
         case kRepeatTimer:
@@ -74,8 +75,8 @@ const WindowTimer& TimerOf(const MapState& map, const MapWindow& entry, UINT_PTR
 }
 
 /// Removes the note that a WM_TIMER was posted back, if there is one.
-/// @return whether the message is from the timer as it runs now: a message that was posted back may
-/// be older than the last stop or start
+/// @return whether the message belongs to the current run of the timer. A message that was posted
+/// back may be older than the last stop or start of the timer.
 bool TakeTick(MapWindow& entry, const WindowTimer& timer, UINT_PTR id) noexcept {
     const std::uint32_t postedFor = entry.TakePostedBack(id);
     return timer.RunsFor(entry.window) && (postedFor == 0 || postedFor == timer.Starts());

@@ -12,16 +12,16 @@ namespace {
 
 constexpr int kFontWidth = -8;  // logical units
 
-/// Deletes what lives in the context; the context is current. The overlay is deleted after the
-/// scene and before the font.
+/// Deletes everything in the context, which should be current (see GlResources::ReleaseScene). The
+/// overlay is deleted after the scene and before the font.
 void ReleaseContents(GlResources& gl, Overlay& overlay) noexcept {
     gl.ReleaseScene();
     overlay.Release();
     gl.ReleaseFont();
 }
 
-/// Releases what lives in the one context before a new window takes the context over. The tiles
-/// stay in memory and are uploaded again.
+/// Releases everything in the one context before a new window gets the context. The tiles stay in
+/// memory and are uploaded again.
 void LeaveOldContext(LiveWindows& windows, GlResources& gl, Overlay& overlay) {
     const MapWindow* other = windows.Current();
     if (other == nullptr) return;
@@ -55,17 +55,17 @@ void Populate(MapState& map) {
     map.gl.Populate(map.detail.Mesh(), map.settings.texCompression, map.host.Cities());
 }
 
-/// Sets the lasting GL state, makes the overlay and places the markers of the cities. After
-/// Populate.
+/// Sets the GL state that stays the same for all frames, makes the overlay and places the markers
+/// of the cities. Call it after Populate.
 void InitScene(GlResources& gl, Overlay& overlay, const CityTable& cities) {
     gl.InitScene();
     overlay.Create();
     PlaceCityMarkers(cities, kPlanetRadius);
 }
 
-/// Brings the picture onto the globe of a new window: by the self-test of InstallMap, from the
-/// tiles in memory, or by a load. Takes the whole state: install test, picture, OpenGL, folders and
-/// loader.
+/// Shows the map picture on the globe of a new window. During InstallMap the self-test loads the
+/// picture. Otherwise the tiles in memory are uploaded; without usable tiles, a load is started.
+/// Takes the whole state: install test, picture, OpenGL, folders and loader.
 void ShowTilesOrLoad(MapState& map, HWND window) {
     if (map.installTest.IsRunning()) {
         if (map.installTest.MayLoad())
@@ -95,14 +95,15 @@ std::uint32_t SetUpWindow(MapState& map, MapWindow& entry) {
     return HORIVO_OK;
 }
 
+/// Removes the window from the live windows and from the loads.
 /// @return whether a load of the window had not ended
 bool RemoveWindow(LiveWindows& windows, LoadTracker& loads, HWND window) noexcept {
     windows.Remove(window);
     return loads.Forget(window);
 }
 
-/// Makes context and scene again on a window that stays, after the creation of another one failed.
-/// Takes the whole state, like SetUpWindow.
+/// Makes the context and the scene again for a live window, after the creation of another window
+/// has failed. Takes the whole state, like SetUpWindow.
 void RebuildOn(MapState& map, MapWindow& entry) {
     if (map.gl.CreateContext(entry, map.textures) != HORIVO_OK) return;
     Populate(map);
@@ -140,14 +141,15 @@ void StopMotionOf(HWND window, Hover& hover, Flight& flight, ButtonRepeat& repea
     repeat.StopFor(window);
 }
 
-/// Releases a window while others live. Takes the whole state: OpenGL, windows, picture and loader.
+/// Releases a window while there are other live windows. Takes the whole state: OpenGL, windows,
+/// picture and loader.
 void DestroyOneOfMany(MapState& map, MapWindow& entry) noexcept {
     if (wglGetCurrentContext() == map.gl.Context().GetHandle() &&
         wglGetCurrentDC() == entry.dc.Get()) {
         wglMakeCurrent(nullptr, nullptr);
     }
     // The messages of this window's load are lost now, and a load of another window may have given
-    // up waiting for this one. So when no load goes on, another window starts a new one.
+    // up waiting for this load. So when no load is under way, start a load for another window.
     const bool unfinished = RemoveWindow(map.windows, map.textures.loads, entry.window);
     if (unfinished && !map.textures.loads.IsAnyUnderWay())
         map.loader.StartLoad(map.windows.Current()->window);
@@ -168,8 +170,8 @@ void DestroyLast(MapState& map, MapWindow& entry) noexcept {
 
 LRESULT OnCreate(HWND window, WPARAM, LPARAM) {
     MapState& map = Map();
-    // A WM_CREATE that another program has sent to a live window: a second lamp and planet would
-    // stay in the scene for good.
+    // Ignore a WM_CREATE that another program has sent to a live window: it would add a second
+    // lamp and planet, which would never be removed from the scene.
     if (map.windows.IsLive(window)) return 0;
     map.results.EndCreation(HORIVO_OK);
     const ForeignContextGuard guard(map.gl.Context());
@@ -178,7 +180,7 @@ LRESULT OnCreate(HWND window, WPARAM, LPARAM) {
         map.results.EndCreation(SetUpWindow(map, map.windows.Add(window)));
         if (map.results.CreateStatus() == HORIVO_OK) return 0;
     } catch (...) {
-        // Out of memory: refused like a window without OpenGL.
+        // Out of memory: the window is refused, like a window without OpenGL.
         map.results.RefuseCreation(ERROR_NOT_ENOUGH_MEMORY);
     }
     Refuse(map, window);
