@@ -3,8 +3,8 @@
 #include <string>
 
 #include "api/command_line_folder.h"
-#include "api/data_folder_win.h"
-#include "api/install_map.h"
+#include "api/install_map_win.h"
+#include "api/map_data_folder_win.h"
 #include "cities/city_zone.h"
 #include "horivo_map.h"
 #include "window/map_state_win.h"

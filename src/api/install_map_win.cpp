@@ -1,7 +1,9 @@
+#include "api/install_map_win.h"
+
 #include <optional>
 #include <string>
 
-#include "api/install_map.h"
+#include "api/map_picture_check.h"
 #include "image/jpeg_header.h"
 #include "window/map_state_win.h"
 #include "window/window_class_win.h"

@@ -3,8 +3,8 @@
 #include <cwchar>
 
 #include "base/windows_types.h"
+#include "host/lang_escapes.h"
 #include "host/lang_record_win.h"
-#include "host/local_text.h"
 
 namespace {
 

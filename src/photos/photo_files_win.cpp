@@ -1,4 +1,4 @@
-#include "base/common_folder_win.h"
+#include "base/common_app_data_win.h"
 #include "base/handles_win.h"
 #include "image/jpeg_header.h"
 #include "photos/photo_files.h"

@@ -2,7 +2,7 @@
 
 #include "base/gl.h"
 #include "render/current_context_win.h"
-#include "window/load_stages_win.h"
+#include "window/load_results_win.h"
 #include "window/status_lines.h"
 #include "window/tile_upload_win.h"
 #include "window/timers_win.h"

@@ -5,7 +5,7 @@
 
 #include "photos/photo_page_win.h"
 #include "window/drag_win.h"
-#include "window/load_stages_win.h"
+#include "window/load_results_win.h"
 #include "window/view_change_win.h"
 #include "window/view_control.h"
 

@@ -141,6 +141,13 @@ void StopMotionOf(HWND window, Hover& hover, Flight& flight, ButtonRepeat& repea
     repeat.StopFor(window);
 }
 
+/// Starts a load for another window when the load of a destroyed window had not ended: its messages
+/// are lost, and a load of another window may have given up waiting for it. Does nothing while
+/// another load is under way.
+void RestartLoadForAnotherWindow(MapState& map) noexcept {
+    if (!map.textures.loads.IsAnyUnderWay()) map.loader.StartLoad(map.windows.Current()->window);
+}
+
 /// Releases a window while there are other live windows. Takes the whole state: OpenGL, windows,
 /// picture and loader.
 void DestroyOneOfMany(MapState& map, MapWindow& entry) noexcept {
@@ -148,11 +155,8 @@ void DestroyOneOfMany(MapState& map, MapWindow& entry) noexcept {
         wglGetCurrentDC() == entry.dc.Get()) {
         wglMakeCurrent(nullptr, nullptr);
     }
-    // The messages of this window's load are lost now, and a load of another window may have given
-    // up waiting for this load. So when no load is under way, start a load for another window.
     const bool unfinished = RemoveWindow(map.windows, map.textures.loads, entry.window);
-    if (unfinished && !map.textures.loads.IsAnyUnderWay())
-        map.loader.StartLoad(map.windows.Current()->window);
+    if (unfinished) RestartLoadForAnotherWindow(map);
 }
 
 /// Releases the last window with context and scene. Takes the whole state: OpenGL, overlay, windows

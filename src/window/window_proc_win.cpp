@@ -4,7 +4,7 @@
 #include "window/frame_win.h"
 #include "window/host_messages_win.h"
 #include "window/keys_win.h"
-#include "window/load_stages_win.h"
+#include "window/load_results_win.h"
 #include "window/pointer_win.h"
 #include "window/timers_win.h"
 #include "window/window_lifecycle_win.h"

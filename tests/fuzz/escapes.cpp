@@ -7,7 +7,7 @@
 #include <vector>
 
 #include "fuzz/check.h"
-#include "host/local_text.h"
+#include "host/lang_escapes.h"
 
 namespace {
 

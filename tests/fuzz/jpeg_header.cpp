@@ -1,6 +1,6 @@
 // Feeds arbitrary bytes to the walk through a JPEG header and judges what it finds as a map.
 
-#include "api/install_map.h"
+#include "api/map_picture_check.h"
 #include "fuzz/check.h"
 #include "horivo_map.h"
 #include "support/memory_bytes.h"

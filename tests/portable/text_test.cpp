@@ -7,8 +7,8 @@
 #include "api/command_line_folder.h"
 #include "base/wide_text.h"
 #include "globe/lat_long_text.h"
+#include "host/lang_escapes.h"
 #include "host/language_code.h"
-#include "host/local_text.h"
 #include "support/table.h"
 #include "window/map_font.h"
 

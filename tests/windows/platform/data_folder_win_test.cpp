@@ -1,4 +1,4 @@
-#include "api/data_folder_win.h"
+#include "api/map_data_folder_win.h"
 
 #include <gtest/gtest.h>
 

@@ -1,4 +1,4 @@
-#include "base/common_folder_win.h"
+#include "base/common_app_data_win.h"
 
 #include "base/windows_types.h"
 // shlobj.h needs windows.h before it.

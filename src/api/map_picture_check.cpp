@@ -1,4 +1,4 @@
-#include "api/install_map.h"
+#include "api/map_picture_check.h"
 
 #include "horivo_map.h"
 

@@ -1,4 +1,4 @@
-#include "window/load_stages_win.h"
+#include "window/load_results_win.h"
 
 #include "render/current_context_win.h"
 #include "window/tile_upload_win.h"

@@ -1,6 +1,6 @@
-#include "api/data_folder_win.h"
+#include "api/map_data_folder_win.h"
 
-#include "base/common_folder_win.h"
+#include "base/common_app_data_win.h"
 #include "base/windows_types.h"
 
 namespace {

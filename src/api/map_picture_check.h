@@ -5,16 +5,9 @@
 
 #include "image/jpeg_header.h"
 
-struct MapState;
-
 /// Decides by its header whether a map picture can be used.
 /// @param header  empty when the file is not a readable JPEG
 /// @param memory  the machine's total physical memory, bytes
 /// @return HORIVO_OK, HORIVO_BAD_PICTURE (unreadable, or above a third of the memory) or
 ///         HORIVO_UNFIT_PICTURE (a side below 16 pixels, or neither 3 nor 4 components)
 std::uint32_t CheckMapPicture(const std::optional<JpegSize>& header, std::uint64_t memory) noexcept;
-
-/// Checks a newly installed map picture: keeps a pristine copy, checks the header, and tries in a
-/// hidden window whether the picture can become textures on this machine. Takes the whole state:
-/// folders, results, picture, windows and loader. @return a result code
-std::uint32_t RunInstallMap(MapState& map);

@@ -1,4 +1,4 @@
-#include "host/local_text.h"
+#include "host/lang_escapes.h"
 
 namespace {
 
