@@ -2,6 +2,8 @@
 
 #include <cstdint>
 
+inline constexpr std::int32_t kMaxAtmosphereLayers = 20;  ///< at the finest detail
+
 /// How finely the globe is drawn; the tuning changes it, meshes read it when they are compiled.
 struct MeshDetail {
     std::int32_t sphereSlices = 180;     ///< divisions of longitude, a multiple of 4

@@ -2,6 +2,7 @@
 
 #include <algorithm>
 #include <memory>
+#include <utility>
 
 #include "base/gl.h"
 #include "cities/city_markers.h"
@@ -11,24 +12,18 @@
 
 namespace {
 
-constexpr GLuint kPlanetLists = 2;
 constexpr GLuint kFontLists = 256;
 
 bool SharesFontLists(const CPlanet& planet, const CGLFont& font) noexcept {
-    return ListNamesOverlap(ListName(&planet), kPlanetLists, ListName(&font), kFontLists);
+    // Any address inside the planet may be the name of one of its lists.
+    return ListNamesOverlap(ListName(&planet), sizeof planet, ListName(&font), kFontLists);
 }
 
-/// A planet whose list names are not the font's. The first is freed only after the second is made,
-/// or the same address would come again.
-std::unique_ptr<CPlanet> MakePlanet(MapState& map) {
-    const PlanetInputs inputs{map.detail.mesh, map.drawing.extensions, map.settings.texCompression,
-                              map.drawing.sceneTime, map.host.cities};
+/// A planet whose list names are not the font's. A refused one is freed only after the next is
+/// made, or the same address would come again.
+std::unique_ptr<CPlanet> MakePlanet(const PlanetInputs& inputs, const CGLFont& font) {
     auto planet = std::make_unique<CPlanet>(inputs);
-    if (SharesFontLists(*planet, map.drawing.font)) {
-        auto another = std::make_unique<CPlanet>(inputs);
-        planet.swap(another);
-    }
-    return planet;
+    return SharesFontLists(*planet, font) ? MakePlanet(inputs, font) : std::move(planet);
 }
 
 void ReadTextureLimit(MapState& map) noexcept {
@@ -51,7 +46,9 @@ std::uint32_t CreateContext(MapState& map, MapWindow& entry) {
 
 void PopulateScene(MapState& map) {
     auto lamp = std::make_unique<CLamp>(static_cast<GLenum>(GL_LIGHT1));
-    auto planet = MakePlanet(map);
+    const PlanetInputs inputs{map.detail.mesh, map.drawing.extensions, map.settings.texCompression,
+                              map.drawing.sceneTime, map.host.cities};
+    auto planet = MakePlanet(inputs, map.drawing.font);
     planet->radius = kPlanetRadius;
     CScene& scene = map.drawing.scene;
     scene.AddChild(lamp.get());

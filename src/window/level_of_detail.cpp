@@ -4,8 +4,9 @@
 
 namespace {
 
-constexpr std::int32_t kFactorStep = 100;       // percent a row of the table
-constexpr std::int32_t kLayersFactor = 1000;    // layers = this / factor
+constexpr std::int32_t kFactorStep = 100;     // percent a row of the table
+constexpr std::int32_t kLayersFactor = 1000;  // layers = this / factor
+static_assert(kLayersFactor / kFinestFactor <= kMaxAtmosphereLayers);
 constexpr std::int32_t kLayersUpTo = 200;       // percent; above, one layer is left
 constexpr std::int32_t kScaledLimitFrom = 100;  // table rows; see ApplyPerfFactor
 constexpr std::int32_t kSmallestLimit = 16;     // pixels
