@@ -1,7 +1,9 @@
 #!/usr/bin/python3
-"""Runs the benchmarks and prints their table: bench/table.py [--record]. Called by bench/run.sh,
-which has built the programs, made the maps and started Wine. With --record the table also takes the
-place of the one in docs/performance.md."""
+"""Runs the benchmarks and prints their table: bench/table.py [--record|--short]. Called by
+bench/run.sh, which has built the programs, made the maps and started Wine. With --record the table
+also takes the place of the one in docs/performance.md. With --short some of the figures are
+measured in fewer pairs, against targets that are loose enough for a busy machine; the exit code
+tells whether all of them hold."""
 
 import json
 import os
@@ -21,6 +23,8 @@ MIB = 1024.0 * 1024.0
 LARGE_HALVED_MIB = 4096 * 2048 * 3 / MIB  # what the 8192 x 4096 map shrinks to
 PAIRS = 15
 PEAK_RUNS = 5
+SHORT_SLACK = 1.5  # what a busy machine may add to a time; memory and counts get no slack
+SHORT_TRIES = 3    # the best counts
 REPORT = ROOT / "docs/performance.md"
 TABLE_BEGIN = "<!-- table: bench/run.sh --record -->\n"
 TABLE_END = "<!-- end of table -->\n"
@@ -30,9 +34,12 @@ def windows_path(path):
     return "Z:" + str(path).replace("/", "\\")
 
 
-def run_native(program):
-    """Figures of a Google Benchmark program, by the name of the road."""
-    text = subprocess.run([NATIVE / program, "--benchmark_format=json"], check=True,
+def run_native(program, which="."):
+    """Figures of a Google Benchmark program, by the name of the road.
+
+    which: regular expression of the roads"""
+    text = subprocess.run([NATIVE / program, "--benchmark_format=json",
+                           f"--benchmark_filter={which}"], check=True,
                           stdout=subprocess.PIPE, stderr=subprocess.DEVNULL, text=True).stdout
     return {figure["name"].split("/iterations")[0]: figure
             for figure in json.loads(text)["benchmarks"]}
@@ -110,10 +117,9 @@ def measure_peaks():
     return peaks
 
 
-def measure():
-    """All figures, by road."""
-    figures = {}
-    steps = [
+def full_steps():
+    """Name and function of each step of the whole run."""
+    return [
         ("image road, native", lambda: run_native("image_roads_bench")),
         ("hit test, native", lambda: run_native("city_roads_bench")),
         ("image road, GDI+", lambda: by_road(
@@ -122,21 +128,65 @@ def measure():
         ("peaks of decoding and loading", measure_peaks),
         ("compile", lambda: by_road(run_windows("compile_bench.exe"))),
         ("frame", lambda: by_road(run_windows("frame_bench.exe"))),
+        ("sizes", lambda: by_road(run_windows("resize_bench.exe"))),
         ("first picture", lambda: compare_first_pictures("first_picture", library_alone)),
         ("world clock", lambda: compare_first_pictures("world_clock", world_clock)),
     ]
-    for name, step in steps:
-        start = time.time()
-        figures.update(step())
-        print(f"{name}: {time.time() - start:.0f} s", file=sys.stderr, flush=True)
+
+
+def short_steps():
+    """Name, function and table of each step of the short run."""
+    return [
+        ("image road", lambda: run_native("image_roads_bench",
+                                          "^(rescale_halved|load|load_shrink|split)/8192"),
+         image_rows),
+        ("hit test", lambda: run_native("city_roads_bench", "/10000/"), hit_test_rows),
+        ("compile", lambda: by_road(run_windows("compile_bench.exe", 100)), compile_rows),
+        # Work that a frame does for each city shows only where there are many.
+        ("frame", lambda: by_road(run_windows("frame_bench.exe", 400, 300, 64, 20000, 2000)),
+         frame_rows),
+        ("sizes", lambda: by_road(run_windows("resize_bench.exe", 1000, 15)), resize_rows),
+    ]
+
+
+def timed(name, step):
+    """Figures of a step, by road."""
+    start = time.time()
+    figures = step()
+    print(f"{name}: {time.time() - start:.0f} s", file=sys.stderr, flush=True)
     return figures
+
+
+def measure():
+    """All figures, by road."""
+    figures = {}
+    for name, step in full_steps():
+        figures.update(timed(name, step))
+    return figures
+
+
+def measure_short():
+    """Table of the short run: of each step the try that misses least."""
+    table = Table()
+    for name, step, rows in short_steps():
+        best = None
+        for _ in range(SHORT_TRIES):
+            one = Table(SHORT_SLACK)
+            rows(one, timed(name, step))
+            if best is None or one.missed < best.missed:
+                best = one
+            if best.missed == 0:
+                break
+        table.add(best)
+    return table
 
 
 class Table:
     """Rows of the table in Markdown, and how many of them miss their target."""
 
-    def __init__(self):
+    def __init__(self, slack=1.0):
         self.missed = 0
+        self.slack = slack  # factor of all targets of time
         self.lines = ["| road | floor, ms | road, ms | figure (quartiles of the pairs) | target | |",
                       "|---|---|---|---|---|---|"]
 
@@ -145,12 +195,18 @@ class Table:
         self.lines.append(f"| {road} | {floor} | {value} | {figure} | {target} | "
                           f"{'holds' if holds else 'MISSED'} |")
 
+    def add(self, other):
+        self.missed += other.missed
+        self.lines += other.lines[2:]
+
     def speed(self, road, pair, least, unit="x the floor's speed"):
+        least = round(least / self.slack, 3)
         figure = f"{1 / pair['ratio']:.2f} ({1 / pair['high']:.2f} to {1 / pair['low']:.2f})"
         self.row(road, f"{pair['floor_ms']:.2f}", f"{pair['road_ms']:.2f}", figure,
                  f"at least {least} {unit}", 1 / pair["ratio"] >= least)
 
     def time(self, road, pair, most):
+        most = round(most * self.slack, 3)
         figure = f"{pair['ratio']:.3f} ({pair['low']:.3f} to {pair['high']:.3f})"
         self.row(road, f"{pair['floor_ms']:.3f}", f"{pair['road_ms']:.3f}", figure,
                  f"at most {most} x the floor's time", pair["ratio"] <= most)
@@ -161,43 +217,73 @@ class Table:
                  round(figure, 3) <= most)
 
 
-def make_table(figures):
-    table = Table()
-    for size in ("8192", "16384"):
-        table.speed(f"Rescale, both sides halved, from {size}", figures[f"rescale_halved/{size}"],
-                    0.40)
+def of(figures, road):
+    """Figures of a road by the last part of the name, in the order of measuring."""
+    return [(name.split("/")[1], figure) for name, figure in figures.items()
+            if name.split("/")[0] == road and name.count("/") == 1]
+
+
+def image_rows(table, figures):
+    for width, pair in of(figures, "rescale_halved"):
+        table.speed(f"Rescale, both sides halved, from {width}", pair, 0.40)
+        table.value(f"memory beside the block, {width}", pair["extra_bytes_per_column"], 16,
+                    "bytes x width")
+    for width, pair in of(figures, "load"):
+        table.speed(f"Load without shrink, {width}", pair, 0.82)
+        table.value(f"its peak, {width}", pair["peak_to_result"], 1.01, "x the result")
+    for width, pair in of(figures, "load_shrink"):
+        if width == "10800":
+            continue
+        table.time(f"Load with shrink, {width} halved", pair, 0.85)
+        table.value(f"its peak, {width}", pair["peak_to_result"], 1.01, "x the result")
+    for width, pair in of(figures, "split"):
+        table.speed(f"Split 4 x 2, {width}", pair, 0.75)
+        table.value(f"its peak, {width}", pair["peak_to_picture"], 1.5, "x the picture")
+
+
+def slow_image_rows(table, figures):
+    """What takes too long for the short run."""
     table.speed("Rescale, 10800 x 5400 to 8192 x 4096", figures["rescale_ratio/10800"], 0.20)
     table.speed("the same against the straightforward form (3 pairs)",
                 figures["rescale_plain/10800"], 10, "x its speed")
-    for road in ("rescale_halved/8192", "rescale_ratio/10800"):
-        table.value(f"memory beside the block, {road}", figures[road]["extra_bytes_per_column"],
-                    16, "bytes x width")
-    for size in ("8192", "16384"):
-        table.speed(f"Load without shrink, {size}", figures[f"load/{size}"], 0.82)
+    table.value("memory beside the block, 10800",
+                figures["rescale_ratio/10800"]["extra_bytes_per_column"], 16, "bytes x width")
     table.speed("Load without shrink, 8192, GDI+ under Wine", figures["gdi_load"], 0.82)
-    for size in ("8192", "16384"):
-        table.time(f"Load with shrink, {size} halved", figures[f"load_shrink/{size}"], 0.85)
-        table.value(f"its peak, {size}", figures[f"load_shrink/{size}"]["peak_to_result"], 1.01,
-                    "x the result")
     table.time("Load with shrink, 8192 halved, GDI+ under Wine", figures["gdi_load_shrink"], 0.85)
     above = figures["peak_load_shrink"]["value"] - figures["peak_decode"]["value"]
     table.value("its peak above GDI+'s own", above / LARGE_HALVED_MIB, 1.01, "x the result")
-    for size in ("8192", "16384"):
-        table.speed(f"Split 4 x 2, {size}", figures[f"split/{size}"], 0.75)
-        table.value(f"its peak, {size}", figures[f"split/{size}"]["peak_to_picture"], 1.5,
-                    "x the picture")
     table.time("Image road without the decode, 8192 halved and cut",
                figures["image_road_to_decode"], 0.15)
-    for factor in (100, 200, 400, 800):
-        table.time(f"Compile, detail {factor}", figures[f"compile/{factor}"], 1.05)
-    for factor in (100, 200, 400, 800):
-        table.time(f"Compile without the shells, detail {factor}",
-                   figures[f"compile_without_shells/{factor}"], 1.10)
-    table.time("Frame, 417 cities, 64 labels", figures["frame"], 1.03)
-    table.value("its time outside GL", figures["frame_outside_gl/own"]["value"], 0.1, "ms")
+
+
+def compile_rows(table, figures):
+    for factor, pair in of(figures, "compile"):
+        table.time(f"All display lists, detail {factor}", pair, 1.05)
+    for factor, pair in of(figures, "look"):
+        table.time(f"A look at the clock, detail {factor}", pair, 1.10)
+    table.time("the same against all display lists, detail 100", figures["look_to_all/100"], 0.12)
+
+
+def frame_rows(table, figures):
+    table.time(f"Frame, {figures['frame/labels']['value']:.0f} labels", figures["frame"], 1.03)
+    # The median, or the best of all frames where the machine may be busy.
+    own = "own" if table.slack == 1.0 else "own_best"
+    table.value("its time outside GL", figures[f"frame_outside_gl/{own}"]["value"],
+                round(0.1 * table.slack, 3), "ms")
     table.value("its heap allocations", figures["frame/allocations"]["value"], 0, "in 20 frames")
-    for count in (1000, 10000, 50000, 140000):
-        table.time(f"FindCitiesNear, {count} cities", figures[f"find_cities/{count}"], 1.0)
+
+
+def resize_rows(table, figures):
+    table.time("A new size against a look at the clock", figures["new_size"], 1.10)
+    table.speed("Frames of a dragged border against bare frames", figures["border_drag"], 0.8)
+
+
+def hit_test_rows(table, figures):
+    for count, pair in of(figures, "find_cities"):
+        table.time(f"FindCitiesNear, {count} cities", pair, 1.0)
+
+
+def start_rows(table, figures):
     for name, road, most in (("first_picture", "First picture, 4096 x 2048 map, 1920 x 1080", 1.10),
                              ("world_clock", "World clock start, the same map and window", 1.30)):
         table.time(road, figures[name], most)
@@ -205,6 +291,13 @@ def make_table(figures):
         table.value(
             f"its peak ({peak['road_mib']:.0f} MiB, bare program {peak['floor_mib']:.0f} MiB)",
             peak["road_mib"] / peak["floor_mib"], 1.15, "x the bare program's")
+
+
+def make_table(figures):
+    table = Table()
+    for rows in (image_rows, slow_image_rows, compile_rows, frame_rows, resize_rows, hit_test_rows,
+                 start_rows):
+        rows(table, figures)
     return table
 
 
@@ -229,6 +322,10 @@ def main():
     if "HORIVO_WINE_ENV" not in os.environ:
         sys.exit("start me by bench/run.sh: I need its Wine")
     start = time.time()
+    if "--short" in sys.argv:
+        table = measure_short()
+        print("\n".join(table.lines))
+        sys.exit(f"{table.missed} figures miss their target" if table.missed else 0)
     figures = measure()
     (DATA.parent / "figures.json").write_text(json.dumps(figures, indent=1))
     table = make_table(figures)

@@ -1,8 +1,12 @@
 // Recording the globe's display lists, all of them or only what a look at the clock records anew
-// (body and cities), against the recorded OpenGL calls of the same.
+// (body and cities), against the recorded OpenGL calls of the same:
+//   compile_bench [DETAIL...]           times
+//   compile_bench growth DETAIL COUNT   memory that COUNT looks add to the process
+//   compile_bench bare DETAIL COUNT     the same of the recorded OpenGL calls of a look
 #include <cmath>
 #include <cstdlib>
 #include <functional>
+#include <string_view>
 #include <vector>
 
 #include "bench_window_win.h"
@@ -13,12 +17,14 @@
 #include "globe/planet.h"
 #include "image/jpeg_texture.h"
 #include "image/picture.h"
+#include "peak_memory_win.h"
 #include "render/gl_context_win.h"
 #include "window/level_of_detail.h"
 
 namespace {
 
 constexpr int kCities = 417;
+constexpr int kWarmUp = 500;  // looks after which the heap has taken its shape
 constexpr float kRadius = 3.0F;
 
 /// A planet with textures in a window of its own.
@@ -56,6 +62,21 @@ public:
         PrintValue("look/" + name + "/commands", "calls", static_cast<double>(lookCalls.Size()));
     }
 
+    /// Prints what `count` looks, or replays of one, add to the memory of the process.
+    void Grow(int factor, int count, bool replay) {
+        ApplyPerfFactor(detail_, limits_, factor);
+        planet_.Compile();
+        GlTape calls;
+        Record(calls, [&] { planet_.Compile(); });
+        const auto repeat = [&](int times) {
+            for (int i = 0; i < times; ++i) replay ? calls.Play() : planet_.Compile();
+        };
+        repeat(kWarmUp);
+        const double before = HeldMiB();
+        repeat(count);
+        PrintValue("growth", "MiB", HeldMiB() - before);
+    }
+
 private:
     PlanetInputs Inputs() const {
         return {detail_.mesh, extensions_, texCompression_, sceneTime_, cities_};
@@ -91,8 +112,16 @@ private:
 
 }  // namespace
 
-int wmain() {
+int wmain(int count, wchar_t** arguments) {
+    std::vector<int> factors;
+    for (int i = 1; i < count; ++i) factors.push_back(_wtoi(arguments[i]));
+    if (factors.empty()) factors = {100, 200, 400, 800};
     CompileBench bench;
-    for (const int factor : {100, 200, 400, 800}) bench.Run(factor);
+    const std::wstring_view mode = count == 4 ? arguments[1] : L"";
+    if (mode == L"growth" || mode == L"bare") {
+        bench.Grow(_wtoi(arguments[2]), _wtoi(arguments[3]), mode == L"bare");
+        return 0;
+    }
+    for (const int factor : factors) bench.Run(factor);
     return 0;
 }
