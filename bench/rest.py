@@ -3,6 +3,7 @@
 Called by bench/rest.sh, which has built the program and started Wine. Prints for two levels of
 detail the share of a core, thread by thread, and the messages that woke the program."""
 
+import contextlib
 import json
 import os
 import subprocess
@@ -18,49 +19,58 @@ LOOKS = 10000
 PERCENT_PER_STEP = 100         # the setting of the detail counts whole times the basic detail
 
 
+def process_seconds(pid):
+    """Processor time of all threads, also of those that have ended."""
+    fields = Path(f"/proc/{pid}/stat").read_text().rsplit(")", 1)[1].split()
+    return sum(map(int, fields[11:13])) / os.sysconf("SC_CLK_TCK")
+
+
 def thread_times(pid):
     """By thread: name, seconds of processor time, waits."""
     times = {}
     for task in Path(f"/proc/{pid}/task").iterdir():
-        name = (task / "comm").read_text().strip()
-        nanoseconds = int((task / "schedstat").read_text().split()[0])
-        waits = next(int(line.split()[1]) for line in (task / "status").read_text().splitlines()
-                     if line.startswith("voluntary_ctxt"))
-        times[task.name] = (name, nanoseconds / 1e9, waits)
+        with contextlib.suppress(FileNotFoundError):  # it has just ended
+            name = (task / "comm").read_text().strip()
+            nanoseconds = int((task / "schedstat").read_text().split()[0])
+            waits = next(int(line.split()[1])
+                         for line in (task / "status").read_text().splitlines()
+                         if line.startswith("voluntary_ctxt"))
+            times[task.name] = (name, nanoseconds / 1e9, waits)
     return times
 
 
 def rest(detail, seconds):
-    """Lets the program rest. @return thread times before and after; by message how often it came,
-    and with "/ms" behind it how long it took"""
+    """Lets the program rest. @return processor time and thread times before and after; by message
+    how often it came, and with "/ms" behind it how long it took"""
     SETTINGS.write_text(f"[map]\r\nlag_factor={detail // PERCENT_PER_STEP}\r\n")
     times = []
     messages = {}
     with subprocess.Popen(["wine", PROGRAM, str(seconds), "1280", "800"], text=True,
                           stdout=subprocess.PIPE, stderr=subprocess.DEVNULL) as program:
-        for line in program.stdout:
-            figure = json.loads(line)
-            if figure["road"] == "rest/done":
-                break
-            if figure["road"] in ("rest/begin", "rest/end"):
-                times.append(thread_times(program.pid))
-            else:
-                messages[figure["road"]] = figure["value"]
-        program.kill()
+        try:
+            for line in program.stdout:
+                figure = json.loads(line)
+                if figure["road"] == "rest/done":
+                    break
+                if figure["road"] in ("rest/begin", "rest/end"):
+                    times.append((process_seconds(program.pid), thread_times(program.pid)))
+                else:
+                    messages[figure["road"]] = figure["value"]
+        finally:
+            program.kill()
     SETTINGS.unlink()
     return *times, messages
 
 
 def report(detail, seconds):
     """Prints what a rest took. @return whether it is within its bound"""
-    before, after, messages = rest(detail, seconds)
+    (begin, before), (end, after), messages = rest(detail, seconds)
     print(f"\nDetail {detail}, {seconds} s\n\n| thread | waits | % of a core |\n|---|---|---|")
-    total = 0.0
     for thread, (name, ran, waits) in sorted(after.items(), key=lambda item: -item[1][1]):
         _, ran_before, waits_before = before.get(thread, (name, 0.0, 0))
-        total += (ran - ran_before) * 100 / seconds
         if waits > waits_before:
             print(f"| {name} | {waits - waits_before} | {(ran - ran_before) * 100 / seconds:.3f} |")
+    total = (end - begin) * 100 / seconds
     holds = total <= BOUNDS[detail]
     print(f"| all |  | {total:.3f}, at most {BOUNDS[detail]}: {'holds' if holds else 'MISSED'} |")
     print("\n| message | times | ms |\n|---|---|---|")
