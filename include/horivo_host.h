@@ -210,8 +210,8 @@ private:
 };
 
 /** The rules of time zones by year. They come from the registry, which is too slow for a clock that
- * asks for many cities again and again, so the latest 128 answers are kept; a change of the rules
- * in Windows shows after a restart. One thread at a time. */
+ * asks for many cities again and again, so the latest answers are kept, enough for every zone
+ * in two years; a change of the rules in Windows shows after a restart. One thread at a time. */
 class ZoneRuleCache {
 public:
     /** Bias and daylight saving of `zone` in `year`: the rules that Windows has for that year by
@@ -223,8 +223,8 @@ public:
 
 private:
     struct Entry;
-    /* One frame of the map: 64 labels, each in two years on New Year's Eve. */
-    static constexpr std::size_t kCapacity = 128;
+    /* A clock of the world asks for every zone each minute, on New Year's Eve for two years. */
+    static constexpr std::size_t kCapacity = std::size_t{2} * kTimeZoneCount;
     static constexpr std::size_t kEntryBytes = 608; /* of an Entry */
 
     Entry& At(std::size_t index) noexcept;
