@@ -138,11 +138,14 @@ protected:
         planet.Compile();
         Gl().spheres.clear();
         planet.Draw();
+        ExpectShells(layers);
+        return Gl().newLists - listsBefore - kBodyAndCities;
+    }
+    static void ExpectShells(int layers) {
         std::vector<testing::Matcher<double>> radii;
         for (int i = 1; i <= layers; ++i)
             radii.push_back(testing::DoubleEq(1.0 + 0.025 * i * i / (layers * layers)));
         EXPECT_THAT(Gl().spheres, testing::ElementsAreArray(radii));
-        return Gl().newLists - listsBefore - kBodyAndCities;
     }
 
     static constexpr int kBodyAndCities = 2;
@@ -180,10 +183,14 @@ TEST_F(AtmosphereTest, ShellThatCouldNotBeRecordedIsDrawnAllTheSameAndTriedAgain
     }
 }
 
-TEST_F(AtmosphereTest, PlanetWithoutBodyListDrawsTheSameShells) {
+TEST_F(AtmosphereTest, BodyThatIsDrawnDirectlyHasTheShellsOfThePresentDetail) {
     planet_.Draw();
-    EXPECT_EQ(Gl().quadrics, 10);
-    EXPECT_EQ(std::ssize(Gl().spheres), 10);
+    ExpectShells(10);
+    Look(planet_, 10);
+    detail_.atmosphereLayers = 5;
+    Gl().spheres.clear();
+    planet_.RenderBody();
+    ExpectShells(5);
 }
 
 }  // namespace
