@@ -4,6 +4,7 @@ source tools/wine_env.sh
 # Builds the programs, makes the maps, starts Wine and puts the map into the library's data folder.
 bench_prepare() {
     tools/install_packages.sh build run bench
+    mkdir -p build/bench/data
     {
         cmake --preset bench && cmake --build --preset bench
         cmake --preset bench-mingw && cmake --build --preset bench-mingw --target horivo_bench
@@ -11,7 +12,6 @@ bench_prepare() {
         tail -40 build/bench.log >&2
         return 1
     }
-    mkdir -p build/bench/data
     local large=build/bench/data/map_8192.jpg
     [ -s $large ] || convert assets/map.jpg -resize '8192x4096!' -quality 90 $large
     wine_env_start bench

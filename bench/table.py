@@ -1,7 +1,9 @@
 #!/usr/bin/python3
-"""Runs the benchmarks and prints their table: bench/table.py [--record]. Called by bench/run.sh,
-which builds the programs, makes the maps and starts Wine. With --record the table also replaces the
-one in docs/performance.md."""
+"""Runs the benchmarks and prints their table: bench/table.py [--record|--short]. Called by
+bench/run.sh, which has built the programs, made the maps and started Wine. With --record the table
+also takes the place of the one in docs/performance.md. With --short some of the figures are
+measured in fewer pairs, against targets that are loose enough for a busy machine; the exit code
+tells whether all of them hold."""
 
 import json
 import os
@@ -21,6 +23,8 @@ MIB = 1024.0 * 1024.0
 LARGE_HALVED_MIB = 4096 * 2048 * 3 / MIB  # what the 8192 x 4096 map shrinks to
 PAIRS = 15
 PEAK_RUNS = 5
+SHORT_SLACK = 1.5  # what a busy machine may add to a time; memory and counts get no slack
+SHORT_TRIES = 3    # the best counts
 REPORT = ROOT / "docs/performance.md"
 TABLE_BEGIN = "<!-- table: bench/run.sh --record -->\n"
 TABLE_END = "<!-- end of table -->\n"
@@ -30,9 +34,12 @@ def windows_path(path):
     return "Z:" + str(path).replace("/", "\\")
 
 
-def run_native(program):
-    """Figures of a Google Benchmark program, by name."""
-    text = subprocess.run([NATIVE / program, "--benchmark_format=json"], check=True,
+def run_native(program, which="."):
+    """Figures of a Google Benchmark program, by the name of the operation.
+
+    which: regular expression of the operations"""
+    text = subprocess.run([NATIVE / program, "--benchmark_format=json",
+                           f"--benchmark_filter={which}"], check=True,
                           stdout=subprocess.PIPE, stderr=subprocess.DEVNULL, text=True).stdout
     return {figure["name"].split("/iterations")[0]: figure
             for figure in json.loads(text)["benchmarks"]}
@@ -40,13 +47,12 @@ def run_native(program):
 
 def run_windows(program, *arguments):
     """The lines that a program under Wine printed."""
-    # A full path in `program` replaces the folder.
-    command = ["wine", WINDOWS / program, *map(str, arguments)]
+    command = ["wine", WINDOWS / program, *map(str, arguments)]  # the folder yields to a full path
     run = subprocess.run(command, check=False, stdout=subprocess.PIPE, stderr=subprocess.DEVNULL,
                          text=True, timeout=300)
     lines = [json.loads(line) for line in run.stdout.splitlines() if line.startswith("{")]
-    # Wine's server kills a program that is slow to end. That is no failure, because the program has
-    # printed its figures.
+    # Wine's server kills a program that is slow to end, which counts as no failure: it has said
+    # what it had to say.
     if not lines or run.returncode not in (0, -signal.SIGKILL):
         raise RuntimeError(f"{program} ended with {run.returncode} after {len(lines)} figures")
     return lines
@@ -57,7 +63,7 @@ def by_name(lines):
 
 
 def first_picture(program, *arguments):
-    """Milliseconds from the start of a process to its first picture, and its peak memory."""
+    """Milliseconds from the start of a process to its first picture, and its peak of memory."""
     start = time.time() * 1000.0
     shown = run_windows(program, *arguments)[-1]
     return shown["shown_at_ms"] - start, shown["peak_mib"]
@@ -72,7 +78,7 @@ def library_alone():
 
 
 def world_clock():
-    """The whole sample host. Its window has the size that the map has in the other programs."""
+    """The whole sample host; its window, not the map in it, has the size of the others."""
     return first_picture(WORLD_CLOCK, 1920, 1080)
 
 
@@ -102,7 +108,7 @@ def compare_first_pictures(name, program):
 
 
 def measure_peaks():
-    """Peak memory of processes that only decode and of those that load and shrink: medians."""
+    """Peaks of processes that only decode, and that load with shrink: medians of some runs each."""
     peaks = {}
     for mode, name in (("decode", "peak_decode"), ("load", "peak_load_shrink")):
         runs = [run_windows("image_bench.exe", mode, windows_path(DATA / "map_8192.jpg"), 4096,
@@ -111,10 +117,9 @@ def measure_peaks():
     return peaks
 
 
-def measure():
-    """All figures, by name."""
-    figures = {}
-    steps = [
+def full_steps():
+    """Name and function of each step of the whole run."""
+    return [
         ("image pipeline, native", lambda: run_native("image_pipeline_bench")),
         ("hit test, native", lambda: run_native("city_pick_bench")),
         ("image pipeline, GDI+", lambda: by_name(
@@ -123,23 +128,66 @@ def measure():
         ("peaks of decoding and loading", measure_peaks),
         ("compile", lambda: by_name(run_windows("compile_bench.exe"))),
         ("frame", lambda: by_name(run_windows("frame_bench.exe"))),
+        ("sizes", lambda: by_name(run_windows("resize_bench.exe"))),
         ("first picture", lambda: compare_first_pictures("first_picture", library_alone)),
         ("world clock", lambda: compare_first_pictures("world_clock", world_clock)),
     ]
-    for name, step in steps:
-        start = time.time()
-        figures.update(step())
-        print(f"{name}: {time.time() - start:.0f} s", file=sys.stderr, flush=True)
+
+
+def short_steps():
+    """Name, function and table of each step of the short run."""
+    return [
+        ("image pipeline", lambda: run_native("image_pipeline_bench",
+                                          "^(rescale_halved|load|load_shrink|split)/8192"),
+         image_rows),
+        ("hit test", lambda: run_native("city_pick_bench", "/10000/"), hit_test_rows),
+        ("compile", lambda: by_name(run_windows("compile_bench.exe", 100)), compile_rows),
+        # Work that a frame does for each city shows only where there are many.
+        ("frame", lambda: by_name(run_windows("frame_bench.exe", 400, 300, 64, 20000, 2000)),
+         frame_rows),
+        ("sizes", lambda: by_name(run_windows("resize_bench.exe", 1000, 15)), resize_rows),
+    ]
+
+
+def timed(name, step):
+    """Figures of a step, by operation."""
+    start = time.time()
+    figures = step()
+    print(f"{name}: {time.time() - start:.0f} s", file=sys.stderr, flush=True)
     return figures
+
+
+def measure():
+    """All figures, by operation."""
+    figures = {}
+    for name, step in full_steps():
+        figures.update(timed(name, step))
+    return figures
+
+
+def measure_short():
+    """Table of the short run: of each step the try that misses least."""
+    table = Table()
+    for name, step, rows in short_steps():
+        best = None
+        for _ in range(SHORT_TRIES):
+            one = Table(SHORT_SLACK)
+            rows(one, timed(name, step))
+            if best is None or one.missed < best.missed:
+                best = one
+            if best.missed == 0:
+                break
+        table.add(best)
+    return table
 
 
 class Table:
     """Rows of the table in Markdown, and how many of them miss their target."""
 
-    def __init__(self):
+    def __init__(self, slack=1.0):
         self.missed = 0
-        self.lines = ["| operation | baseline, ms | measured, ms "
-                      "| figure (quartiles of the pairs) | target | |",
+        self.slack = slack  # factor of all targets of time
+        self.lines = ["| operation | baseline, ms | measured, ms | figure (quartiles of the pairs) | target | |",
                       "|---|---|---|---|---|---|"]
 
     def row(self, operation, baseline, measured, figure, target, holds):
@@ -147,59 +195,95 @@ class Table:
         self.lines.append(f"| {operation} | {baseline} | {measured} | {figure} | {target} | "
                           f"{'holds' if holds else 'MISSED'} |")
 
+    def add(self, other):
+        self.missed += other.missed
+        self.lines += other.lines[2:]
+
     def speed(self, operation, pair, least, unit="x the baseline's speed"):
+        least = round(least / self.slack, 3)
         figure = f"{1 / pair['ratio']:.2f} ({1 / pair['high']:.2f} to {1 / pair['low']:.2f})"
         self.row(operation, f"{pair['baseline_ms']:.2f}", f"{pair['measured_ms']:.2f}", figure,
                  f"at least {least} {unit}", 1 / pair["ratio"] >= least)
 
     def time(self, operation, pair, most):
+        most = round(most * self.slack, 3)
         figure = f"{pair['ratio']:.3f} ({pair['low']:.3f} to {pair['high']:.3f})"
         self.row(operation, f"{pair['baseline_ms']:.3f}", f"{pair['measured_ms']:.3f}", figure,
                  f"at most {most} x the baseline's time", pair["ratio"] <= most)
 
     def value(self, operation, figure, most, unit):
-        # Rounded to three digits, because the heap rounds blocks up.
+        # Blocks are rounded up by the heap: the third digit decides, not the sixth.
         self.row(operation, "", "", f"{figure:.3f}", f"at most {most} {unit}",
                  round(figure, 3) <= most)
 
 
-def make_table(figures):
-    table = Table()
-    for size in ("8192", "16384"):
-        table.speed(f"Rescale, both sides halved, from {size}", figures[f"rescale_halved/{size}"],
-                    0.40)
+def of(figures, operation):
+    """Figures of a operation by the last part of the name, in the order of measuring."""
+    return [(name.split("/")[1], figure) for name, figure in figures.items()
+            if name.split("/")[0] == operation and name.count("/") == 1]
+
+
+def image_rows(table, figures):
+    for width, pair in of(figures, "rescale_halved"):
+        table.speed(f"Rescale, both sides halved, from {width}", pair, 0.40)
+        table.value(f"memory beside the block, {width}", pair["extra_bytes_per_column"], 16,
+                    "bytes x width")
+    for width, pair in of(figures, "load"):
+        table.speed(f"Load without shrink, {width}", pair, 0.82)
+        table.value(f"its peak, {width}", pair["peak_to_result"], 1.01, "x the result")
+    for width, pair in of(figures, "load_shrink"):
+        if width == "10800":
+            continue
+        table.time(f"Load with shrink, {width} halved", pair, 0.85)
+        table.value(f"its peak, {width}", pair["peak_to_result"], 1.01, "x the result")
+    for width, pair in of(figures, "split"):
+        table.speed(f"Split 4 x 2, {width}", pair, 0.75)
+        table.value(f"its peak, {width}", pair["peak_to_picture"], 1.5, "x the picture")
+
+
+def slow_image_rows(table, figures):
+    """What takes too long for the short run."""
     table.speed("Rescale, 10800 x 5400 to 8192 x 4096", figures["rescale_ratio/10800"], 0.20)
     table.speed("the same against the straightforward form (3 pairs)",
                 figures["rescale_plain/10800"], 10, "x its speed")
-    for name in ("rescale_halved/8192", "rescale_ratio/10800"):
-        table.value(f"memory beside the block, {name}", figures[name]["extra_bytes_per_column"],
-                    16, "bytes x width")
-    for size in ("8192", "16384"):
-        table.speed(f"Load without shrink, {size}", figures[f"load/{size}"], 0.82)
+    table.value("memory beside the block, 10800",
+                figures["rescale_ratio/10800"]["extra_bytes_per_column"], 16, "bytes x width")
     table.speed("Load without shrink, 8192, GDI+ under Wine", figures["gdi_load"], 0.82)
-    for size in ("8192", "16384"):
-        table.time(f"Load with shrink, {size} halved", figures[f"load_shrink/{size}"], 0.85)
-        table.value(f"its peak, {size}", figures[f"load_shrink/{size}"]["peak_to_result"], 1.01,
-                    "x the result")
     table.time("Load with shrink, 8192 halved, GDI+ under Wine", figures["gdi_load_shrink"], 0.85)
     above = figures["peak_load_shrink"]["value"] - figures["peak_decode"]["value"]
     table.value("its peak above GDI+'s own", above / LARGE_HALVED_MIB, 1.01, "x the result")
-    for size in ("8192", "16384"):
-        table.speed(f"Split 4 x 2, {size}", figures[f"split/{size}"], 0.75)
-        table.value(f"its peak, {size}", figures[f"split/{size}"]["peak_to_picture"], 1.5,
-                    "x the picture")
     table.time("Image pipeline without the decode, 8192 halved and cut",
                figures["image_pipeline_to_decode"], 0.15)
-    for factor in (100, 200, 400, 800):
-        table.time(f"Compile, detail {factor}", figures[f"compile/{factor}"], 1.05)
-    for factor in (100, 200, 400, 800):
-        table.time(f"Compile without the shells, detail {factor}",
-                   figures[f"compile_without_shells/{factor}"], 1.10)
-    table.time("Frame, 417 cities, 64 labels", figures["frame"], 1.03)
-    table.value("its time outside GL", figures["frame_outside_gl/own"]["value"], 0.1, "ms")
+
+
+def compile_rows(table, figures):
+    for factor, pair in of(figures, "compile"):
+        table.time(f"All display lists, detail {factor}", pair, 1.05)
+    for factor, pair in of(figures, "look"):
+        table.time(f"A look at the clock, detail {factor}", pair, 1.10)
+    table.time("the same against all display lists, detail 100", figures["look_to_all/100"], 0.12)
+
+
+def frame_rows(table, figures):
+    table.time(f"Frame, {figures['frame/labels']['value']:.0f} labels", figures["frame"], 1.03)
+    # The median, or the best of all frames where the machine may be busy.
+    own = "own" if table.slack == 1.0 else "own_best"
+    table.value("its time outside GL", figures[f"frame_outside_gl/{own}"]["value"],
+                round(0.1 * table.slack, 3), "ms")
     table.value("its heap allocations", figures["frame/allocations"]["value"], 0, "in 20 frames")
-    for count in (1000, 10000, 50000, 140000):
-        table.time(f"FindCitiesNear, {count} cities", figures[f"find_cities/{count}"], 1.0)
+
+
+def resize_rows(table, figures):
+    table.time("A new size against a look at the clock", figures["new_size"], 1.10)
+    table.speed("Frames of a dragged border against bare frames", figures["border_drag"], 0.8)
+
+
+def hit_test_rows(table, figures):
+    for count, pair in of(figures, "find_cities"):
+        table.time(f"FindCitiesNear, {count} cities", pair, 1.0)
+
+
+def start_rows(table, figures):
     for name, operation, most in (("first_picture", "First picture, 4096 x 2048 map, 1920 x 1080", 1.10),
                              ("world_clock", "World clock start, the same map and window", 1.30)):
         table.time(operation, figures[name], most)
@@ -207,6 +291,13 @@ def make_table(figures):
         table.value(
             f"its peak ({peak['measured_mib']:.0f} MiB, bare program {peak['baseline_mib']:.0f} MiB)",
             peak["measured_mib"] / peak["baseline_mib"], 1.15, "x the bare program's")
+
+
+def make_table(figures):
+    table = Table()
+    for rows in (image_rows, slow_image_rows, compile_rows, frame_rows, resize_rows, hit_test_rows,
+                 start_rows):
+        rows(table, figures)
     return table
 
 
@@ -231,6 +322,10 @@ def main():
     if "HORIVO_WINE_ENV" not in os.environ:
         sys.exit("run bench/run.sh, which starts Wine for this script")
     start = time.time()
+    if "--short" in sys.argv:
+        table = measure_short()
+        print("\n".join(table.lines))
+        sys.exit(f"{table.missed} figures miss their target" if table.missed else 0)
     figures = measure()
     (DATA.parent / "figures.json").write_text(json.dumps(figures, indent=1))
     table = make_table(figures)

@@ -225,8 +225,9 @@ private:
 };
 
 /** Keeps the rules of time zones by year. Windows reads them from the registry, which is too slow
- * for a clock that shows many cities, so the latest 128 answers are kept. When Windows changes the
- * rules meanwhile, the program shows that only after a restart. One thread at a time. */
+ * for a clock that shows many cities, so the latest answers are kept, enough for every zone in two
+ * years. When Windows changes the rules meanwhile, the program shows that only after a restart. One
+ * thread at a time. */
 class ZoneRuleCache {
 public:
     /** Bias and daylight saving of `zone` in `year`. They are Windows' rules of that year for the
@@ -238,8 +239,8 @@ public:
 
 private:
     struct Entry;
-    /* A frame of the map needs this many: 64 labels, each in two years on New Year's Eve. */
-    static constexpr std::size_t kCapacity = 128;
+    /* A world clock needs this many: every zone each minute, on New Year's Eve in two years. */
+    static constexpr std::size_t kCapacity = std::size_t{2} * kTimeZoneCount;
     static constexpr std::size_t kEntryBytes = 608; /* of an Entry */
 
     Entry& At(std::size_t index) noexcept;

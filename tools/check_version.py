@@ -1,8 +1,8 @@
 #!/usr/bin/env python3
 """Checks that the version is the same everywhere: tools/check_version.py DLL ZIP
 
-The newest entry of CHANGELOG.md, the DLL's version resource and the name of the package must have the
-version of include/horivo_map.h.
+The newest released version in CHANGELOG.md, the DLL's version resource and the name of the package
+must have the version of include/horivo_map.h.
 """
 
 import re
@@ -21,7 +21,7 @@ def header_version():
 
 
 def changelog_version():
-    return re.search(r"^## (\S+)", (ROOT / "CHANGELOG.md").read_text(), re.M).group(1)
+    return re.search(r"^## (\d\S*)", (ROOT / "CHANGELOG.md").read_text(), re.M).group(1)
 
 
 def resource_versions(dll):

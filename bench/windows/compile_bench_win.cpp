@@ -1,6 +1,12 @@
-// Compiles the globe's two display lists. Baseline: the same OpenGL commands with all arguments
-// precomputed.
+// Recording the globe's display lists, all of them or only what a look at the clock records anew
+// (body and cities), against the recorded OpenGL calls of the same:
+//   compile_bench [DETAIL...]           times
+//   compile_bench growth DETAIL COUNT   memory that COUNT looks add to the process
+//   compile_bench bare DETAIL COUNT     the same of the recorded OpenGL calls of a look
+#include <cmath>
 #include <cstdlib>
+#include <functional>
+#include <string_view>
 #include <vector>
 
 #include "bench_window_win.h"
@@ -11,15 +17,17 @@
 #include "globe/planet.h"
 #include "image/jpeg_texture.h"
 #include "image/picture.h"
+#include "peak_memory_win.h"
 #include "render/gl_context_win.h"
 #include "window/level_of_detail.h"
 
 namespace {
 
 constexpr int kCities = 417;
+constexpr int kWarmUp = 500;  // looks after which the heap has taken its shape
 constexpr float kRadius = 3.0F;
 
-/// A planet with textures, in its own window.
+/// A planet with textures in a window of its own.
 class CompileBench {
 public:
     CompileBench() : window_(64, 48), context_(extensions_, lastSysError_), planet_(Inputs()) {
@@ -41,8 +49,32 @@ public:
     void Run(int factor) {
         detail_.Apply(factor, limits_);
         const std::string name = std::to_string(factor);
-        Compare("compile/" + name, [&] { planet_.Compile(); });
-        Compare("compile_without_shells/" + name, [&] { CompileWithoutShells(); });
+        const auto all = [&] { CompileWithShells(); };
+        const auto look = [&] { planet_.Compile(); };
+        GlRecording allCalls;
+        Record(allCalls, all);
+        GlRecording lookCalls;
+        Record(lookCalls, look);
+        Compare("compile/" + name, allCalls, all);
+        Compare("look/" + name, lookCalls, look);
+        Compare("look_to_all/" + name, allCalls, look);
+        PrintValue("compile/" + name + "/commands", "calls", static_cast<double>(allCalls.Size()));
+        PrintValue("look/" + name + "/commands", "calls", static_cast<double>(lookCalls.Size()));
+    }
+
+    /// Prints what `count` looks, or replays of one, add to the memory of the process.
+    void Grow(int factor, int count, bool replay) {
+        detail_.Apply(factor, limits_);
+        planet_.Compile();
+        GlRecording calls;
+        Record(calls, [&] { planet_.Compile(); });
+        const auto repeat = [&](int times) {
+            for (int i = 0; i < times; ++i) replay ? calls.Play() : planet_.Compile();
+        };
+        repeat(kWarmUp);
+        const double before = HeldMiB();
+        repeat(count);
+        PrintValue("growth", "MiB", HeldMiB() - before);
     }
 
 private:
@@ -50,26 +82,20 @@ private:
         return {detail_.Mesh(), extensions_, texCompression_, sceneTime_, cities_};
     }
 
-    void CompileWithoutShells() {
-        glNewList(kBody, GL_COMPILE);
-        planet_.PlaceSunLight();
-        planet_.BuildMesh();
-        glEndList();
-        glNewList(kBody + 1, GL_COMPILE);
-        planet_.RenderCities();
-        glEndList();
+    /// Each time another radius, by less than a pixel: no shell's list can stay.
+    void CompileWithShells() {
+        planet_.radius = planet_.radius == kRadius ? std::nextafter(kRadius, 0.0F) : kRadius;
+        planet_.Compile();
     }
 
-    template <class Operation>
-    void Compare(const std::string& name, Operation&& operation) {
-        GlRecording recording;
-        recording.Record({GetModuleHandleW(nullptr), GetModuleHandleW(L"glu32.dll")}, operation);
-        PrintPairs(name, MeasurePairs([&] { return MillisecondsOf([&] { recording.Play(); }); },
-                                      [&] { return MillisecondsOf(operation); }));
-        PrintValue(name + "/commands", "calls", static_cast<double>(recording.Size()));
+    static void Record(GlRecording& calls, const std::function<void()>& function) {
+        calls.Record({GetModuleHandleW(nullptr), GetModuleHandleW(L"glu32.dll")}, function);
     }
-
-    static constexpr GLuint kBody = 1000;  // a list name that the library does not use
+    template <class Function>
+    static void Compare(const std::string& name, const GlRecording& calls, Function&& function) {
+        PrintPairs(name, MeasurePairs([&] { return MillisecondsOf([&] { calls.Play(); }); },
+                                      [&] { return MillisecondsOf(function); }));
+    }
 
     BenchWindow window_;
     ExtensionFlags extensions_;
@@ -86,8 +112,16 @@ private:
 
 }  // namespace
 
-int wmain() {
+int wmain(int count, wchar_t** arguments) {
+    std::vector<int> factors;
+    for (int i = 1; i < count; ++i) factors.push_back(_wtoi(arguments[i]));
+    if (factors.empty()) factors = {100, 200, 400, 800};
     CompileBench bench;
-    for (const int factor : {100, 200, 400, 800}) bench.Run(factor);
+    const std::wstring_view mode = count == 4 ? arguments[1] : L"";
+    if (mode == L"growth" || mode == L"bare") {
+        bench.Grow(_wtoi(arguments[2]), _wtoi(arguments[3]), mode == L"bare");
+        return 0;
+    }
+    for (const int factor : factors) bench.Run(factor);
     return 0;
 }

@@ -2,9 +2,9 @@
 // the size of its window. bench/table.py runs it in turns with bare_map.
 #include <cstdlib>
 
-#include "data/data_folder.h"
 #include "host_app.h"
 #include "map_host_win.h"
+#include "map_picture.h"
 #include "shown_line_win.h"
 
 int wmain(int count, wchar_t** arguments) {
@@ -15,7 +15,7 @@ int wmain(int count, wchar_t** arguments) {
     app.data.settings.place = {0, 0, width, height};
     std::vector<CityRecord>& cities = app.data.cities;
     std::uint32_t status = InitMap(cities.data(), static_cast<std::int32_t>(cities.size()));
-    PrepareMapPicture(ProgramFolder() + L"map.jpg");
+    InstallMapPicture();
     if (status != HORIVO_OK || !app.OpenWindow(status)) return 1;
     if (!PumpUntilTextured(app.windows[0]->Map())) return 1;
     PrintShown();

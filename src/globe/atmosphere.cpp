@@ -1,4 +1,6 @@
 // The glowing air around the globe: nested translucent shells, thinner outwards.
+#include <cstddef>
+
 #include "globe/planet.h"
 #include "math/angles.h"
 
@@ -27,31 +29,44 @@ void SetAirMaterial(float alpha) {
     }
 }
 
-/// Issues one shell; nothing when GLU has no memory for it.
-void DrawShell(double radius, const MeshDetail& detail) {
-    GLUquadric* quadric = gluNewQuadric();
-    if (quadric == nullptr) return;
-    gluSphere(quadric, radius, detail.sphereSlices, detail.sphereStacks);
-    gluDeleteQuadric(quadric);
+}  // namespace
+
+std::int32_t CPlanet::AtmosphereLayers() const noexcept {
+    return HasTexture() ? Detail().atmosphereLayers : 1;
 }
 
-}  // namespace
+ShellSphere CPlanet::SphereOfLayer(std::int32_t layer) const noexcept {
+    const double step = kAirHeight / Square(static_cast<double>(AtmosphereLayers()));
+    return {static_cast<double>(radius) * (1.0 + step * Square(layer + 1.0)), Detail().sphereSlices,
+            Detail().sphereStacks};
+}
+
+void CPlanet::RecordAtmosphere() {
+    const std::int32_t layers = AtmosphereLayers();
+    for (std::int32_t i = 0; i < kMaxAtmosphereLayers; ++i) {
+        AtmosphereShell& shell = shells_[static_cast<std::size_t>(i)];
+        if (i < layers) {
+            shell.Record(SphereOfLayer(i));
+        } else {
+            shell.DeleteList();
+        }
+    }
+}
 
 void CPlanet::RenderAtmosphere() const {
     glPushMatrix();
     glPolygonMode(GL_FRONT, GL_FILL);
-    const std::int32_t layers = HasTexture() ? Detail().atmosphereLayers : 1;
+    const std::int32_t layers = AtmosphereLayers();
     glEnable(GL_ALPHA_TEST);
     glEnable(GL_BLEND);
     glBlendFunc(GL_SRC_ALPHA, GL_ONE_MINUS_SRC_ALPHA);
     glMateriali(GL_FRONT, GL_SHININESS, kAirShininess);
     glRotatef(-90.0F, 1.0F, 0.0F, 0.0F);  // brings the poles of GLU's spheres onto the globe's axis
 
-    const double step = kAirHeight / Square(static_cast<double>(layers));
     const float alphaStep = kDensityRange / static_cast<float>(layers);
     for (std::int32_t i = 0; i < layers; ++i) {
         SetAirMaterial(kDensest - alphaStep * static_cast<float>(i));
-        DrawShell(static_cast<double>(radius) * (1.0 + step * Square(i + 1.0)), Detail());
+        DrawLayer(i);
     }
 
     glDisable(GL_BLEND);
@@ -60,4 +75,13 @@ void CPlanet::RenderAtmosphere() const {
     // it. The globe covers them; only the halo around it stays.
     glClear(GL_DEPTH_BUFFER_BIT);
     glPopMatrix();
+}
+
+void CPlanet::DrawLayer(std::int32_t layer) const {
+    const ShellSphere sphere = SphereOfLayer(layer);
+    if (layer < kMaxAtmosphereLayers) {
+        shells_[static_cast<std::size_t>(layer)].Draw(sphere);
+    } else {
+        IssueSphere(sphere);
+    }
 }

@@ -47,6 +47,7 @@ CPlanet::~CPlanet() {
 }
 
 void CPlanet::Compile() {
+    RecordAtmosphere();
     listId = ListName(this);
     {
         const ListRecording body(listId);

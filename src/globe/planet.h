@@ -1,9 +1,11 @@
 #pragma once
 
+#include <array>
 #include <cstdint>
 
 #include "base/windows_types.h"
 #include "cities/city_table.h"
+#include "globe/atmosphere_shell.h"
 #include "image/tile_grid.h"
 #include "render/extension_flags.h"
 #include "render/sphere.h"
@@ -18,7 +20,9 @@ struct PlanetInputs {
 };
 
 /// The Earth: eight texture tiles on a latitude/longitude mesh with day and night, the atmosphere
-/// around it and the cities on it. Two display lists: the lit body and the city points.
+/// around it and the cities on it. Two display lists, the lit body and the city points, and one for
+/// each shell of the atmosphere, which the body list calls. All list names are addresses inside
+/// this object.
 class CPlanet : public CSphere {
 public:
     explicit CPlanet(const PlanetInputs& inputs) noexcept
@@ -26,7 +30,8 @@ public:
     /// Deletes textures and lists; the context must be current.
     ~CPlanet() override;
 
-    /// Records both lists; this is what moves the day/night line.
+    /// Records body and cities, and those shells whose lists are missing or out of date; this is
+    /// what moves the day/night line.
     void Compile() override;
     void Draw() override;
 
@@ -56,6 +61,14 @@ public:
     std::uint32_t tileHeight = 0;  ///< of the buffer of tile 0, pixels; 0 without tiles
 
 private:
+    /// Shells that are drawn: one while there is no texture.
+    std::int32_t AtmosphereLayers() const noexcept;
+    /// @param layer  from 0, innermost first
+    ShellSphere SphereOfLayer(std::int32_t layer) const noexcept;
+    /// Records the lists of the drawn shells where they are missing or out of date, and deletes the
+    /// others.
+    void RecordAtmosphere();
+    void DrawLayer(std::int32_t layer) const;
     static void SetSunColours();
     void BindTile(int tile) const;
     std::uint32_t UploadTiles(const CGLTexture* const* tiles);
@@ -64,4 +77,5 @@ private:
     void ForgetTextures() noexcept;
 
     PlanetInputs inputs_;
+    std::array<AtmosphereShell, kMaxAtmosphereLayers> shells_;
 };

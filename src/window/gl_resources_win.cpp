@@ -8,12 +8,12 @@
 
 namespace {
 
-constexpr GLuint kPlanetLists = 2;
 constexpr GLuint kFontLists = 256;
 constexpr double kLampHeight = 1.2;  // globe radii: the lamp is above the surface
 
 bool SharesFontLists(const CPlanet& planet, const CGLFont& font) noexcept {
-    return ListNamesOverlap(ListName(&planet), kPlanetLists, ListName(&font), kFontLists);
+    // Any address inside the planet may be the name of one of its lists.
+    return ListNamesOverlap(ListName(&planet), sizeof planet, ListName(&font), kFontLists);
 }
 
 }  // namespace
@@ -34,14 +34,10 @@ void GlResources::MakeCurrentOrNone(HDC dc) noexcept {
 }
 
 /// Makes a planet whose list names are not those of the font. List names are made from addresses,
-/// so the second planet is made before the first is freed: it would get the same address otherwise.
+/// so a refused planet is freed only after the next one is made: the same address would come again.
 std::unique_ptr<CPlanet> GlResources::MakePlanet(const PlanetInputs& inputs) const {
     auto planet = std::make_unique<CPlanet>(inputs);
-    if (SharesFontLists(*planet, font_)) {
-        auto another = std::make_unique<CPlanet>(inputs);
-        planet.swap(another);
-    }
-    return planet;
+    return SharesFontLists(*planet, font_) ? MakePlanet(inputs) : std::move(planet);
 }
 
 void GlResources::Populate(const MeshDetail& mesh, const std::int32_t& texCompression,

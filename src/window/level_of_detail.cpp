@@ -4,8 +4,9 @@
 
 namespace {
 
-constexpr std::int32_t kFactorStep = 100;       // percent for each row of the table
-constexpr std::int32_t kLayersFactor = 1000;    // layers = this / factor
+constexpr std::int32_t kFactorStep = 100;     // percent for each row of the table
+constexpr std::int32_t kLayersFactor = 1000;  // layers = this / factor
+static_assert(kLayersFactor / kFinestFactor <= kMaxAtmosphereLayers);
 constexpr std::int32_t kMaxLayersFactor = 200;  // percent; a coarser factor leaves one layer
 constexpr std::int32_t kMinScaledRow = 100;     // first row whose textures would be smaller
 constexpr std::int32_t kMinTextureLimit = 16;   // pixels

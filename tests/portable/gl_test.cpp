@@ -1,5 +1,5 @@
-// What hangs on OpenGL's answers: extensions, names of lists, the tree of drawn objects, and what
-// the planet does where an upload fails.
+// What depends on OpenGL's answers: extensions, names of lists, the tree of drawn objects, and what
+// the planet does where an upload or the recording of a list fails.
 #include <gmock/gmock.h>
 
 #include "globe/planet.h"
@@ -102,7 +102,8 @@ protected:
     CityTable none_;
     CGLTexture tiles_[kTileCount];
     const CGLTexture* pointers_[kTileCount];
-    CPlanet planet_{PlanetInputs{detail_, flags_, compression_, time_, none_}};
+    const PlanetInputs inputs_{detail_, flags_, compression_, time_, none_};
+    CPlanet planet_{inputs_};
 };
 
 TEST_F(PlanetTest, FailureOfAnyUploadLeavesNoTextureBehind) {
@@ -125,6 +126,71 @@ TEST_F(PlanetTest, LostContextEndsTheUploadInsteadOfHanging) {
     EXPECT_EQ(Upload(), GLenum{GL_INVALID_OPERATION});
     EXPECT_LT(Gl().errorsAsked, 100);
     EXPECT_FALSE(planet_.HasTexture());
+}
+
+class AtmosphereTest : public PlanetTest {
+protected:
+    AtmosphereTest() { Upload(); }
+    /// Compiles and draws `planet`, which must show all its `layers`. @return how many shells were
+    /// recorded
+    int Look(CPlanet& planet, int layers) {
+        const int listsBefore = Gl().newLists;
+        planet.Compile();
+        Gl().spheres.clear();
+        planet.Draw();
+        ExpectShells(layers);
+        return Gl().newLists - listsBefore - kBodyAndCities;
+    }
+    static void ExpectShells(int layers) {
+        std::vector<testing::Matcher<double>> radii;
+        for (int i = 1; i <= layers; ++i)
+            radii.push_back(testing::DoubleEq(1.0 + 0.025 * i * i / (layers * layers)));
+        EXPECT_THAT(Gl().spheres, testing::ElementsAreArray(radii));
+    }
+
+    static constexpr int kBodyAndCities = 2;
+};
+
+TEST_F(AtmosphereTest, ShellsAreRecordedOnceAndAgainOnlyWhereTheDetailDiffers) {
+    EXPECT_EQ(Look(planet_, 10), 10);
+    EXPECT_EQ(Look(planet_, 10), 0) << "the Sun moves without them";
+    detail_.sphereSlices = 120;
+    EXPECT_EQ(Look(planet_, 10), 10);
+    detail_.atmosphereLayers = 5;
+    EXPECT_EQ(Look(planet_, 5), 5);
+    EXPECT_EQ(std::ssize(Gl().lists), kBodyAndCities + 5) << "of shells that nobody calls";
+    planet_.SetTexture(nullptr);
+    EXPECT_EQ(Look(planet_, 1), 1);
+    Upload();
+    detail_.atmosphereLayers = 21;
+    EXPECT_EQ(Look(planet_, 21), 20) << "more than there are records for";
+}
+
+TEST_F(AtmosphereTest, ShellThatCouldNotBeRecordedIsDrawnAllTheSameAndTriedAgain) {
+    for (const bool noQuadric : {false, true}) {
+        for (int failing = 1; failing <= 10; ++failing) {
+            CPlanet planet(inputs_);
+            ASSERT_EQ(planet.SetTexture(pointers_), 0U);
+            (noQuadric ? Gl().failingQuadric : Gl().failingList) =
+                (noQuadric ? Gl().quadrics : Gl().newLists) + failing;
+            Gl().errors = {GL_STACK_UNDERFLOW};  // of somebody else
+            EXPECT_EQ(Look(planet, 10), 10);
+            EXPECT_EQ(std::ssize(Gl().lists), kBodyAndCities + 9) << "a half recorded list";
+            EXPECT_EQ(Look(planet, 10), 1);
+            EXPECT_EQ(Look(planet, 10), 0);
+        }
+        EXPECT_THAT(Gl().lists, IsEmpty()) << "deleted with the planet";
+    }
+}
+
+TEST_F(AtmosphereTest, BodyThatIsDrawnDirectlyHasTheShellsOfThePresentDetail) {
+    planet_.Draw();
+    ExpectShells(10);
+    Look(planet_, 10);
+    detail_.atmosphereLayers = 5;
+    Gl().spheres.clear();
+    planet_.RenderBody();
+    ExpectShells(5);
 }
 
 }  // namespace

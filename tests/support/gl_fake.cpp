@@ -9,6 +9,47 @@ GlState& Gl() {
     return state;
 }
 
+namespace {
+
+void Execute(const GlCommand& command) {
+    if (command.calledList == 0) return Gl().spheres.push_back(command.radius);
+    for (const GlCommand& recorded : Gl().lists[command.calledList]) Execute(recorded);
+}
+
+void Issue(const GlCommand& command) {
+    if (Gl().openList == 0) return Execute(command);
+    Gl().lists[Gl().openList].push_back(command);
+}
+
+}  // namespace
+
+void glNewList(GLuint list, GLenum) {
+    EXPECT_EQ(Gl().openList, 0U) << "lists cannot be nested";
+    Gl().openList = list;
+    Gl().lists[list].clear();
+}
+
+void glEndList() {
+    Gl().openList = 0;
+    if (++Gl().newLists == Gl().failingList) Gl().errors.push_back(GL_OUT_OF_MEMORY);
+}
+
+void glCallList(GLuint list) { Issue({list, 0.0}); }
+
+void glDeleteLists(GLuint first, GLsizei count) {
+    for (GLsizei i = 0; i < count; ++i) Gl().lists.erase(first + static_cast<GLuint>(i));
+}
+
+GLUquadric* gluNewQuadric() {
+    static char quadric = 0;
+    return ++Gl().quadrics == Gl().failingQuadric ? nullptr
+                                                  : reinterpret_cast<GLUquadric*>(&quadric);
+}
+
+void gluDeleteQuadric(GLUquadric*) {}
+
+void gluSphere(GLUquadric*, GLdouble radius, GLint, GLint) { Issue({0, radius}); }
+
 void glPushMatrix() { ++Gl().matrixDepth; }
 void glPopMatrix() { --Gl().matrixDepth; }
 

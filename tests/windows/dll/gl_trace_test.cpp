@@ -34,6 +34,22 @@ protected:
     }
     static void LookAtClock(HWND map) { SendMessageW(map, WM_TIMER, kClockTimer, 0); }
 
+    /// `calls` as OpenGL executes them: each list that is called is replaced by its content.
+    GlListing Expanded(const GlListing& calls) const {
+        constexpr std::string_view kCall = "glCallList ";
+        GlListing expanded;
+        for (const std::string& call : calls) {
+            GlListing list;
+            if (call.starts_with(kCall)) {
+                const std::string name = call.substr(kCall.size());
+                list = LastPart(Calls(), Call("glNewList " + name, "COMPILE"), "glEndList");
+            }
+            if (list.empty()) list = {"", call, ""};
+            expanded.insert(expanded.end(), list.begin() + 1, list.end() - 1);
+        }
+        return expanded;
+    }
+
     /// Begins a walk along a listing; Then says by parts of the table what comes next.
     void Walk(const GlListing& calls) {
         for (const std::string& call : SpiedCalls("glNewList")) {
@@ -52,9 +68,12 @@ protected:
             rest_.erase(rest_.begin(), rest_.begin() + std::ssize(expected));
         }
     }
+    void SetRadius(int shell, int shells) {
+        numbers_["RADIUS"] = 3.0 + 0.075 * shell * shell / (shells * shells);
+    }
     void ThenAir(int shells) {
         for (int i = 1; i <= shells; ++i) {
-            numbers_["RADIUS"] = 3.0 + 0.075 * i * i / (shells * shells);
+            SetRadius(i, shells);
             numbers_["ALPHA"] = 0.52 - 0.5 * (i - 1) / shells;
             Then({"shell"});
         }
@@ -67,7 +86,8 @@ protected:
         }
         Then({"end of upload"});
     }
-    std::string Call(const std::string& function, const std::string& name) {
+    static bool IsRecording(const std::string& call) { return call.starts_with("glNewList "); }
+    std::string Call(const std::string& function, const std::string& name) const {
         return GlCall(function, static_cast<int>(numbers_.at(name)));
     }
 
@@ -83,8 +103,10 @@ TEST_F(GlTrace, CreationPreparesSceneAndLampAndAWindowWithoutMapOneShellOfAir) {
     ASSERT_NE(CreateBareMap(), nullptr);
     Walk(LastPart(Calls(), Call("glEnable", "DEPTH_TEST"), "glViewport"));
     Then({"creation"});
-    Walk({std::find(Calls().begin(), Calls().end(), "glViewport 0 0 400 300"), Calls().end()});
-    Then({"size", "picture", "body"});
+    const auto sized = std::find(Calls().begin(), Calls().end(), "glViewport 0 0 400 300");
+    Walk(Expanded({sized, Calls().end()}));
+    SetRadius(1, 1);
+    Then({"size", "picture", "shell's list", "body"});
     ThenAir(1);
     Then({"end of body", "cities", "end of cities"});
 }
@@ -107,10 +129,12 @@ TEST_F(GlTrace, TilesAreUploadedToEightNamesThatALaterMapTakesOver) {
 TEST_F(GlTrace, TexturedBodyHasTenShellsAndTheGlobesOwnMaterial) {
     const HWND map = CreateTexturedMap();
     ValidateRect(map, nullptr);
-    Calls().clear();
+    const auto before = std::ssize(Calls());
     LookAtClock(map);
     EXPECT_FALSE(GetUpdateRect(map, nullptr, FALSE)) << "the change waits for the next frame";
-    Walk(Calls());
+    const GlListing look(Calls().begin() + before, Calls().end());
+    EXPECT_EQ(std::count_if(look.begin(), look.end(), IsRecording), 2) << "no shell anew";
+    Walk(Expanded(look));
     Then({"picture", "body"});
     ThenAir(10);
     Then({"globe"});

@@ -2,12 +2,15 @@
 // alone, and a host with an OpenGL context of its own keeps it.
 #include <gmock/gmock.h>
 
+#include "globe/planet.h"
 #include "support/faked_import_win.h"
 #include "support/frame_compare_win.h"
 #include "support/gl_spy_win.h"
 #include "support/map_host_win.h"
 
 namespace {
+
+constexpr UINT_PTR kClockTimer = 4;
 
 class WindowsTest : public MapHostTest {
 protected:
@@ -74,6 +77,46 @@ TEST_F(WindowsTest, EachLooksAsIfItWereAloneAndSharesTheTiles) {
     Make(a);
     ExpectAsIfAlone(a, "after one that was told twice of its creation");
     EXPECT_EQ(threads.Calls(), 2) << "one loads, one cuts";
+}
+
+TEST_F(WindowsTest, PlanetAtAddressesThatEndLikeTheFontsIsMadeAgain) {
+    SpiedGl().keepCalls = true;
+    MakeFirst(a);
+    DestroyWindow(a.window);
+    const auto font =
+        static_cast<std::uint32_t>(SpiedNumbers(SpiedCalls("glListBase").at(0)).at(0));
+    // Memory some times 4 GB away from the font, so that its list names are the font's.
+    constexpr std::size_t kAround = 0x10000;
+    std::byte* twin = nullptr;
+    for (std::uint64_t high = 2; twin == nullptr && high < 100; ++high) {
+        void* wanted = reinterpret_cast<void*>(high << 32 | font);
+        if (VirtualAlloc(static_cast<std::byte*>(wanted) - kAround, 2 * kAround,
+                         MEM_RESERVE | MEM_COMMIT, PAGE_READWRITE) != nullptr)
+            twin = static_cast<std::byte*>(wanted);
+    }
+    ASSERT_NE(twin, nullptr);
+    std::vector<std::byte*> planets = {twin + 128, twin - sizeof(CPlanet) + 16};
+    using Malloc = FakedImport<"malloc", void*(std::size_t)>;
+    using Free = FakedImport<"free", void(void*)>;
+    const Malloc allocate(library.module, [&](std::size_t bytes) -> void* {
+        if (bytes != sizeof(CPlanet) || planets.empty()) return Malloc::Real(bytes);
+        void* const planet = planets.back();
+        planets.pop_back();
+        return planet;
+    });
+    const Free release(library.module, [&](void* block) {
+        if (std::abs(static_cast<std::byte*>(block) - twin) > std::ptrdiff_t{kAround})
+            Free::Real(block);
+    });
+    Make(a);
+    EXPECT_TRUE(planets.empty());
+    SpiedGl().calls.clear();
+    SendMessageW(a.window, WM_TIMER, kClockTimer, 0);
+    for (const std::string& call : SpiedCalls("glNewList")) {
+        const auto list = static_cast<std::uint32_t>(SpiedNumbers(call).at(0));
+        EXPECT_GE(list - font, 256U) << "a character of the font";
+    }
+    DestroyWindow(a.window);
 }
 
 TEST_F(WindowsTest, AWindowLeftWithoutAContextLivesAndComesBack) {

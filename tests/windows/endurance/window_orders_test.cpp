@@ -19,7 +19,7 @@ namespace {
 constexpr ImportFailure kRefusals[] = {{"ChoosePixelFormat"}, {"SetPixelFormat"},
                                        {"wglCreateContext"},  {"wglMakeCurrent"},
                                        {"CreateWindowExW"},   {"malloc"}};
-constexpr std::size_t kListsOfAMap = 255 + 2;  // the font's codes, body and cities
+constexpr std::size_t kListsOfAMap = 255 + 2 + 1;  // codes, body, cities, one shell
 constexpr std::size_t kTexturesOfAMap = 8;
 constexpr WPARAM kSunTimer = 4;
 

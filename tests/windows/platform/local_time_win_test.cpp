@@ -12,6 +12,7 @@
 
 #include "base/windows_types.h"
 #include "horivo_host.h"
+#include "support/faked_import_win.h"
 
 namespace {
 
@@ -161,6 +162,23 @@ TEST_F(LocalTimeTest, HostsOwnRecordFollowsTheSystemByItsNameUnlessThatIsDisable
             ASSERT_EQ(OffsetOf(zone, "2024-01-15T12:00"), -bias);
         }
     }
+}
+
+TEST_F(LocalTimeTest, AClockOfEveryZoneReadsTheRulesOfAYearOnce) {
+    const FakedImport<"GetTimeZoneInformationForYear", decltype(GetTimeZoneInformationForYear)>
+        readings(GetModuleHandleW(nullptr));
+    const auto zones = std::make_unique<TimeZoneTable>();
+    int afterFirst = 0;
+    for (int minute = 0; minute < 2; ++minute) {
+        for (std::uint32_t id = 1; id <= kTimeZoneCount; ++id) {
+            const auto* zone = zones->Find(id);
+            if (zone != nullptr)
+                OffsetOf(*zone, minute == 0 ? "2024-01-01T00:30" : "2024-01-01T00:31");
+        }
+        if (minute == 0) afterFirst = readings.Calls();
+    }
+    EXPECT_GT(afterFirst, 128) << "every zone of Windows, some in two years";
+    EXPECT_EQ(readings.Calls(), afterFirst);
 }
 
 TEST_F(LocalTimeTest, HoursThatASeasonSkipsOrRepeatsAreEachShownOnce) {

@@ -1,0 +1,108 @@
+#!/usr/bin/python3
+"""Measures what the sample host takes while it is open and untouched: bench/rest.py [SECONDS].
+Called by bench/rest.sh, which has built the program and started Wine. Prints for two levels of
+detail the share of a core, thread by thread, and the messages that woke the program."""
+
+import contextlib
+import json
+import os
+import subprocess
+import sys
+from pathlib import Path
+
+ROOT = Path(__file__).resolve().parent.parent
+PROGRAM = ROOT / "build/bench-mingw/bin/rest.exe"
+COMPILE_BENCH = ROOT / "build/bench-mingw/bin/bench/compile_bench.exe"
+SETTINGS = Path(os.environ["WINEPREFIX"]) / "drive_c/ProgramData/Zelmo/Horivo/horivo.ini"
+BOUNDS = {100: 0.3, 800: 0.2}  # % of a core, by detail
+LOOKS = 10000
+GROWTH_NOISE_MIB = 4.0         # by which two runs of the same program differ
+PERCENT_PER_STEP = 100         # the setting of the detail counts whole times the basic detail
+
+
+def process_seconds(pid):
+    """Processor time of all threads, also of those that have ended."""
+    fields = Path(f"/proc/{pid}/stat").read_text().rsplit(")", 1)[1].split()
+    return sum(map(int, fields[11:13])) / os.sysconf("SC_CLK_TCK")
+
+
+def thread_times(pid):
+    """By thread: name, seconds of processor time, waits."""
+    times = {}
+    for task in Path(f"/proc/{pid}/task").iterdir():
+        with contextlib.suppress(FileNotFoundError):  # it has just ended
+            name = (task / "comm").read_text().strip()
+            nanoseconds = int((task / "schedstat").read_text().split()[0])
+            waits = next(int(line.split()[1])
+                         for line in (task / "status").read_text().splitlines()
+                         if line.startswith("voluntary_ctxt"))
+            times[task.name] = (name, nanoseconds / 1e9, waits)
+    return times
+
+
+def rest(detail, seconds):
+    """Lets the program rest. @return processor time and thread times before and after; by message
+    how often it came, and with "/ms" behind it how long it took"""
+    SETTINGS.write_text(f"[map]\r\nlag_factor={detail // PERCENT_PER_STEP}\r\n")
+    times = []
+    messages = {}
+    with subprocess.Popen(["wine", PROGRAM, str(seconds), "1280", "800"], text=True,
+                          stdout=subprocess.PIPE, stderr=subprocess.DEVNULL) as program:
+        try:
+            for line in program.stdout:
+                figure = json.loads(line)
+                if figure["name"] == "rest/done":
+                    break
+                if figure["name"] in ("rest/begin", "rest/end"):
+                    times.append((process_seconds(program.pid), thread_times(program.pid)))
+                else:
+                    messages[figure["name"]] = figure["value"]
+        finally:
+            program.kill()
+    SETTINGS.unlink()
+    return *times, messages
+
+
+def report(detail, seconds):
+    """Prints what a rest took. @return whether it is within its bound"""
+    (begin, before), (end, after), messages = rest(detail, seconds)
+    print(f"\nDetail {detail}, {seconds} s\n\n| thread | waits | % of a core |\n|---|---|---|")
+    for thread, (name, ran, waits) in sorted(after.items(), key=lambda item: -item[1][1]):
+        _, ran_before, waits_before = before.get(thread, (name, 0.0, 0))
+        if waits > waits_before:
+            print(f"| {name} | {waits - waits_before} | {(ran - ran_before) * 100 / seconds:.3f} |")
+    total = (end - begin) * 100 / seconds
+    holds = total <= BOUNDS[detail]
+    print(f"| all |  | {total:.3f}, at most {BOUNDS[detail]}: {'holds' if holds else 'MISSED'} |")
+    print("\n| message | times | ms |\n|---|---|---|")
+    for message in sorted(messages):
+        if f"{message}/ms" in messages:
+            print(f"| {message} | {messages[message]:.0f} | {messages[f'{message}/ms']:.1f} |",
+                  flush=True)
+    return holds
+
+
+def growth(mode, detail):
+    """MiB that many looks at the clock, or replays of one, add to a process."""
+    return json.loads(subprocess.run(["wine", COMPILE_BENCH, mode, str(detail), str(LOOKS)],
+                                     check=True, stdout=subprocess.PIPE,
+                                     stderr=subprocess.DEVNULL, text=True).stdout)["value"]
+
+
+def report_growth(detail):
+    """Prints the growth. @return whether the library adds nothing to what the driver loses"""
+    library, bare = growth("growth", detail), growth("bare", detail)
+    holds = library <= bare + GROWTH_NOISE_MIB
+    print(f"\n{LOOKS} looks at detail {detail}: the process grows by {library:.1f} MiB, a bare one by "
+          f"{bare:.1f} MiB: {'holds' if holds else 'MISSED'}", flush=True)
+    return holds
+
+
+def main():
+    seconds = int(sys.argv[1]) if len(sys.argv) > 1 else 120
+    results = [report(detail, seconds) for detail in BOUNDS]
+    results += [report_growth(detail) for detail in BOUNDS]
+    return 0 if all(results) else 1
+
+
+sys.exit(main())
