@@ -5,8 +5,8 @@
 
 PhotoOrderKey MakePhotoOrderKey(const CityRecord& city, std::int32_t cityIndex,
                                 std::int32_t photoNumber) noexcept {
-    // A city without a position has no distance, and a distance that is NaN would break the order
-    // of the sort: both count as infinitely far.
+    // Use infinity when the city has no position, because it has no distance then, and for a NaN,
+    // because the sort needs values that can be ordered.
     const bool known = HasCoordinates(city) && !std::isnan(city.distanceSq);
     const double distance = known ? city.distanceSq : std::numeric_limits<double>::infinity();
     return {distance, city.nearest, cityIndex, photoNumber};
