@@ -42,7 +42,7 @@ using Entries = std::span<CityRecord*>;
 
 /// Layout and texts of the labels of one frame; about 8 KB, on the stack.
 struct LabelColumn {
-    std::int32_t count = 0;        ///< entries handled; those without a position get no row
+    std::int32_t count = 0;        ///< entries handled; without a position, an entry has no row
     std::int32_t selected = 0;     ///< index of the entry whose row is at the height of the pointer
     double anchorX = 0.0;          ///< x of the pointed place, window pixels
     double anchorY = 0.0;          ///< y of the pointed place, window pixels, y upward

@@ -50,7 +50,7 @@ public:
     /// @param clearOnly    true: highlights no button and returns 0
     /// @param windowWidth  pixels
     /// @return the id of the button under the point, or 0; where two buttons overlap, the id of the
-    ///         one that is drawn last
+    ///         button that is drawn last
     std::int32_t HitTestButtons(std::int32_t x, std::int32_t y, bool clearOnly,
                                 std::int32_t windowWidth) noexcept;
 

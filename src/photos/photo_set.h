@@ -13,7 +13,7 @@
 #include "photos/photo_order.h"
 #include "photos/photo_paging.h"
 
-/// Thumbnails that are loaded at the same time; each has a texture of its own.
+/// Maximum number of thumbnails that are loaded at the same time. Each has its own texture.
 inline constexpr std::size_t kMaxThumbnails = 16;
 /// Maximum size of a photo, pixels; larger photos are refused.
 inline constexpr int kThumbnailMaxWidth = 128;

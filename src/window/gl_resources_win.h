@@ -74,7 +74,7 @@ public:
     const GlobeMeasure& Globe() const noexcept { return globe_; }
 
     /// Loads the hand cursor, unless it is loaded already. The cursor is released with the last
-    /// window. It is never shown.
+    /// window. The map never shows it.
     void LoadHandCursor() noexcept;
     void ReleaseHandCursor() noexcept { handCursor_.reset(); }
 

@@ -6,8 +6,8 @@
 /// Three of the four settings in section "map" of "horivo.ini". The fourth setting, the detail
 /// factor, is in LevelOfDetail.
 struct MapSettings {
-    std::int32_t texScalerX = 0;      ///< base-2 exponent that scales the width limit, [-3, 2]
-    std::int32_t texScalerY = -1;     ///< for the height limit, [-3, 1]; -1 because the map is 2:1
+    std::int32_t texScalerX = 0;   ///< base-2 exponent that scales the width limit, [-3, 2]
+    std::int32_t texScalerY = -1;  ///< exponent for the height limit, [-3, 1]; -1: the map is 2:1
     std::int32_t texCompression = 0;  ///< 1: ask GL for compressed tiles
 };
 

@@ -32,8 +32,8 @@ void ArmLeaveTracking(PointerState& pointer, HWND window) noexcept {
 void HoverAt(MapState& map, HWND window, const WindowPoint& point) noexcept {
     if (map.overlay.Panel().IsHoverOverPanel(point.x)) return;
     const CityPick pick = PickCity(map.host.Cities(), map.pointer.GeoPoint().globePoint);
-    // Deliberate: above 0, so the first city of the table never starts a hover. A click on it
-    // works.
+    // Deliberate: the index must be above 0. The first city of the table never starts a hover, but
+    // a click on it works.
     if (pick.index > 0 && pick.index < map.host.Cities().count)
         map.hover.Start(window, pick.SignedIndex(), point);
 }

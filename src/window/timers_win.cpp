@@ -98,7 +98,8 @@ bool TakeDueTimer(HWND window, MSG& message) noexcept {
 /// A timer message that was removed from the queue.
 struct DueTimer {
     MSG message;
-    /// Null for a timer that the host has set for the map window or for a child window in it.
+    /// The timer of the map. Null when the host has set the timer, for the map window or for a
+    /// child window in it.
     const WindowTimer* timer;
 
     bool IsSameAs(const DueTimer& other) const noexcept {

@@ -30,8 +30,8 @@ void LeaveOldContext(LiveWindows& windows, GlResources& gl, Overlay& overlay) {
 }
 
 UniqueFont CreateWindowFont() noexcept {
-    // Deliberate: the 8 is passed as the width; the font has the default height and an average
-    // character of 8 units.
+    // Deliberate: 8 is passed as the width and not as the height. The font has the default height
+    // and an average character width of 8 units.
     return CreateMapFont(L"MS Sans Serif", kFontWidth, 0, 0, 0);
 }
 
