@@ -3,11 +3,12 @@
 #include <string>
 #include <string_view>
 
-/// The folder of the program that is named first on a command line, with its trailing backslash. It
-/// is taken from the text in quotes when the line begins with a quote, else from the whole line,
-/// and goes up to the last backslash. Empty when there is no backslash after the first character,
-/// and when the folder is too long for a path.
+/// Returns the folder of the program on a command line, with a trailing backslash. When the line
+/// begins with a quotation mark, uses the text between the quotation marks, otherwise the whole
+/// line; the folder is this text up to the last backslash. Returns an empty text when there is no
+/// backslash after the first character or when the folder is too long for a path.
 ///
-/// Deliberate: an unquoted line with arguments that contain backslashes gives a wrong folder. The
-/// only file that the map reads there, "buttons.png", is then searched beside the program.
+/// Deliberate: for a line without quotation marks whose arguments contain backslashes, the result
+/// is a wrong folder. The map reads only "buttons.png" there, and then also searches for this file
+/// in the folder of the executable.
 std::wstring FolderOfCommandLine(std::wstring_view commandLine);

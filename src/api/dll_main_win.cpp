@@ -1,7 +1,7 @@
 #include "window/map_state_win.h"
 
-/// Frees the state when the DLL is unloaded. Starts nothing, because the loader's lock is held
-/// here: InitMap starts GDI+, and the first window starts OpenGL.
+/// Frees the state when the DLL is unloaded. Starts neither GDI+ nor OpenGL, because the loader's
+/// lock is held here: InitMap starts GDI+, and the first window starts OpenGL.
 extern "C" BOOL WINAPI DllMain(HINSTANCE, DWORD reason, LPVOID reserved) {
     // `reserved` is not null at the end of the process. Other libraries may be unloaded already, so
     // nothing is freed.

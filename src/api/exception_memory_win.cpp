@@ -1,8 +1,8 @@
-// Keeps exceptions outside the heap, so that one can be thrown when no memory is left at all.
+// Stores exceptions outside the heap, so that they can be thrown when no memory is left at all.
 // MinGW's C++ library, which is linked into this DLL, needs heap memory for the first exception of
 // the process and for the first one of each thread, and ends the host's process when there is none.
 // This file defines the four functions of the Itanium C++ ABI that every throw and catch gets its
-// memory from. The linker takes them instead of those of the library.
+// memory from. The linker uses them instead of those of the library.
 
 #include <version>  // defines __GLIBCXX__
 
@@ -21,8 +21,8 @@
 
 // NOLINTBEGIN(bugprone-reserved-identifier): names that the ABI and MinGW's start-up code give.
 
-/// What the ABI keeps for each thread: the exceptions that the thread has caught, and how many are
-/// thrown and not caught yet.
+/// The data of the ABI for each thread: the exceptions that the thread has caught, and the number
+/// of exceptions that are thrown and not caught yet.
 struct __cxxabiv1::__cxa_eh_globals {
     void* caughtExceptions;
     unsigned int uncaughtExceptions;
@@ -47,10 +47,10 @@ struct Slot {
 };
 constinit std::array<Slot, kMaxExceptions> slots{};
 
-/// Initial state of the data above. Windows gives each thread a copy of it when the thread starts
-/// or the DLL is loaded. MinGW's thread_local will not do: its memory comes from the heap at its
-/// first use. The linker sorts sections by name, so this one lies between those of the start-up
-/// code, .tls and .tls$ZZZ.
+/// Initial state of the data above. Windows makes a copy of it for each thread when the thread
+/// starts or the DLL is loaded. MinGW's thread_local cannot be used, because its memory comes from
+/// the heap at the first use. The linker sorts sections by name, so this section is between those
+/// of the start-up code, .tls and .tls$ZZZ.
 __attribute__((section(".tls$HORIVO"))) constinit __cxxabiv1::__cxa_eh_globals initialState{};
 
 std::byte* TakeSlot() noexcept {
@@ -60,7 +60,7 @@ std::byte* TakeSlot() noexcept {
     return nullptr;
 }
 
-/// Frees the slot that `bytes` are in. @return false when they are in none
+/// Frees the slot that begins at `bytes`. @return false when no slot begins there
 bool FreeSlot(const std::byte* bytes) noexcept {
     for (Slot& slot : slots) {
         if (slot.bytes.data() != bytes) continue;
@@ -84,8 +84,8 @@ __cxa_eh_globals* __cxa_get_globals() noexcept {
 
 __cxa_eh_globals* __cxa_get_globals_fast() noexcept { return __cxa_get_globals(); }
 
-// Takes a slot first and the heap only when there is none, so that exceptions are handled in the
-// same way whether memory is left or not.
+// Uses a slot, and uses the heap only when no slot is free or the exception is too large. The slots
+// come first, so that exceptions are handled in the same way whether heap memory is left or not.
 void* __cxa_allocate_exception(std::size_t size) noexcept {
     std::byte* bytes = size <= kObjectCapacity ? TakeSlot() : nullptr;
     if (bytes == nullptr) bytes = static_cast<std::byte*>(std::malloc(kHeaderCapacity + size));

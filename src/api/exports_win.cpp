@@ -1,4 +1,4 @@
-// The six functions that a host calls. Nothing throws out of them.
+// The six functions that a host calls. None of them throws.
 #include <memory>
 #include <string>
 
@@ -31,19 +31,19 @@ void QueryWindowsVersion() noexcept {
     GetVersionExW(&version);
 }
 
-/// Does the work of InitMap. Throws std::bad_alloc.
-/// Takes the whole state: folders, cities, GDI+, picture, hover, overlay and results.
+/// Does the work of InitMap. Throws std::bad_alloc. Needs MapState because it uses the folders, the
+/// cities, GDI+, the picture, the hover, the overlay and the results.
 std::uint32_t Initialise(MapState& map, const CityTable& cities) {
     map.host.SetFolders(FindFolders());
     if (map.gdiplus == nullptr || !map.gdiplus->IsStarted())
         map.gdiplus = std::make_unique<GdiplusSession>();
     // Nothing below this line throws. When the lines above run out of memory, the city table of
     // the previous call stays in use.
-    map.host.TakeCities(cities);
+    map.host.SetCities(cities);
     QueryWindowsVersion();
     map.textures.MakeMutex();
-    map.hover.Cancel();  // the hover has a city of the old table
-    map.overlay.TakeNewTable();
+    map.hover.Cancel();  // the hover stores an index of the old table
+    map.overlay.OnNewTable();
     return RegisterMapClass(map.results);
 }
 
@@ -82,7 +82,7 @@ HWND CreateMapWindow(HWND parent, std::int32_t x, std::int32_t y, std::int32_t w
 }
 
 std::uint32_t InstallMap() try { return RunInstallMap(Map()); } catch (...) {
-    return HORIVO_BAD_PICTURE;  // out of memory: too large for this machine
+    return HORIVO_BAD_PICTURE;  // out of memory: the picture is too large
 }
 
 std::uint32_t FreeMap() try {
@@ -90,7 +90,7 @@ std::uint32_t FreeMap() try {
     map.textures.Release();
     bool done = UnregisterMapClass();
     if (map.textures.HasMutex()) done = map.textures.CloseMutex();
-    if (map.host.GiveBackCities()) RestoreTimeZones(map.host.Cities(), map.zones);
+    if (map.host.StopUsingCities()) RestoreTimeZones(map.host.Cities(), map.zones);
     map.gdiplus.reset();  // last: the pictures of this thread must be freed before
     return done ? TRUE : FALSE;
 } catch (...) {

@@ -12,7 +12,7 @@ namespace {
 
 constexpr wchar_t kPristineName[] = L"map0.jpg";
 constexpr std::uint64_t kAssumedMemory =
-    0xC000000;  // bytes (192 MiB), when Windows does not answer
+    0xC000000;  // bytes (192 MiB), used when Windows does not report the memory
 constexpr DWORD kTestStyle = WS_CLIPSIBLINGS | WS_CLIPCHILDREN | WS_BORDER;
 constexpr int kTestWidth = 320;   // pixels
 constexpr int kTestHeight = 200;  // pixels
@@ -36,8 +36,9 @@ std::uint32_t Copy(CallResults& results, const std::wstring& from,
     return HORIVO_COPY_FAILED;
 }
 
-/// Makes a pristine copy of the picture, unless there is one, and checks the picture. A bad picture
-/// is replaced by an older pristine copy. @return the result for the picture that is used then
+/// Makes a pristine copy of the picture, unless there is one, and checks the picture. If the
+/// picture is bad and there was a pristine copy before, replaces the picture by the copy and checks
+/// the copy. @return the result of the last check or of a failed copy
 std::uint32_t CheckPictureFiles(const std::wstring& dataDirectory, CallResults& results) {
     const std::wstring picture = MapPicture::PathIn(dataDirectory);
     const std::wstring pristine = dataDirectory + kPristineName;
@@ -48,12 +49,12 @@ std::uint32_t CheckPictureFiles(const std::wstring& dataDirectory, CallResults& 
     }
     const std::uint64_t memory = TotalMemory();
     const std::uint32_t verdict = CheckFile(picture, memory);
-    if (verdict == HORIVO_OK || backupMade) return verdict;  // the backup is the same bad file
+    if (verdict == HORIVO_OK || backupMade) return verdict;  // the backup is the same file
     const std::uint32_t restored = Copy(results, pristine, picture);
     return restored == HORIVO_OK ? CheckFile(picture, memory) : restored;
 }
 
-/// Creates the hidden window, whose creation runs the self-test of the picture.
+/// Creates a hidden window, whose creation runs the self-test of the picture, and destroys it.
 std::uint32_t TryTestWindow(CallResults& results) {
     const HWND window =
         MakeMapWindow(results, {0, 0, kTestWidth, kTestHeight, kTestStyle, nullptr});
@@ -61,11 +62,11 @@ std::uint32_t TryTestWindow(CallResults& results) {
         DestroyWindow(window);
         return HORIVO_OK;
     }
-    // HORIVO_OK here means that Windows itself refused the window, which is no success.
+    // With HORIVO_OK here, Windows itself refused the window: report a failure.
     return results.CreateStatus() != HORIVO_OK ? results.CreateStatus() : HORIVO_CLASS_FAILED;
 }
 
-/// Lets the windows that are created in a scope run the self-test.
+/// While an object of this class exists, the creation of a window runs the self-test.
 class InstallTestScope {
 public:
     InstallTestScope(InstallTest& test, bool mayLoad) noexcept : test_(test) {
@@ -91,11 +92,13 @@ std::uint32_t RunInstallMap(MapState& map) {
     if (verdict != HORIVO_OK) return verdict;
     std::uint32_t result = HORIVO_OK;
     {
-        // Held during the whole test: a worker that still loads must not write to the same picture.
+        // Hold the mutex during the whole test: a worker that is still loading must not write to
+        // the same picture.
         const MutexHold hold = map.textures.Lock(kWorkerEndWaitMs);
         const bool mayLoad = map.textures.MayUse(hold);
         const InstallTestScope test(map.installTest, mayLoad);
-        // The tiles of an earlier picture would be tested instead of the new one.
+        // Free the tiles of an earlier picture: otherwise they would be tested, not the new
+        // picture.
         if (mayLoad) map.textures.Clear();
         result = TryTestWindow(map.results);
         if (mayLoad) map.textures.Clear();

@@ -9,6 +9,5 @@
 /// Throws std::bad_alloc.
 std::wstring DataDirectoryBelow(const std::wstring& commonFolder);
 
-/// Makes that folder below CommonAppDataFolder and returns its path, like DataDirectoryBelow.
-/// Throws std::bad_alloc.
+/// Calls DataDirectoryBelow for CommonAppDataFolder. Throws std::bad_alloc.
 std::wstring MapDataDirectory();

@@ -5,7 +5,7 @@
 namespace {
 
 constexpr std::int32_t kMinSide = 16;      // pixels; a smaller picture cannot be split into tiles
-constexpr std::uint64_t kMemoryShare = 3;  // the decoded picture may take a third of the memory
+constexpr std::uint64_t kMemoryShare = 3;  // the decoded picture may use a third of the memory
 
 }  // namespace
 
@@ -16,7 +16,7 @@ std::uint32_t CheckMapPicture(const std::optional<JpegSize>& header,
         return HORIVO_UNFIT_PICTURE;
     }
     if (header->components != 3 && header->components != 4) return HORIVO_UNFIT_PICTURE;
-    // In 64 bits: the largest JPEG has 65535 x 65535 pixels of 4 bytes.
+    // Compute in 64 bits: the largest JPEG has 65535 x 65535 pixels of 4 bytes.
     const std::uint64_t bytes = static_cast<std::uint64_t>(header->height) *
                                 static_cast<std::uint64_t>(header->width) *
                                 static_cast<std::uint64_t>(header->components);

@@ -5,7 +5,7 @@
 
 #include "image/jpeg_header.h"
 
-/// Decides by its header whether a map picture can be used.
+/// Decides from the header of a map picture whether the picture can be used.
 /// @param header  empty when the file is not a readable JPEG
 /// @param memory  the machine's total physical memory, bytes
 /// @return HORIVO_OK, HORIVO_BAD_PICTURE (unreadable, or above a third of the memory) or

@@ -11,7 +11,7 @@ inline constexpr std::int32_t kLabelTextSize = 64;
 class CityClock {
 public:
     /// Reads the current time, which WriteTime uses until the next call.
-    virtual void TakeTime() noexcept = 0;
+    virtual void ReadTime() noexcept = 0;
     /// Writes the city's local time into `text`, in the system's ANSI code page; empty when the
     /// city's zone is unknown. May write the city's `timeZone`.
     virtual void WriteTime(CityRecord& city, char (&text)[kLabelTextSize]) noexcept = 0;

@@ -6,7 +6,7 @@
 #include "base/narrow_text.h"
 #include "cities/city_zone.h"
 
-void SystemCityClock::TakeTime() noexcept { GetSystemTime(&now_); }
+void SystemCityClock::ReadTime() noexcept { GetSystemTime(&now_); }
 
 void SystemCityClock::WriteTime(CityRecord& city, char (&text)[kLabelTextSize]) noexcept {
     text[0] = '\0';

@@ -11,7 +11,7 @@ public:
     ///               clock
     explicit SystemCityClock(TimeZoneTable& zones) noexcept : zones_(zones) {}
 
-    void TakeTime() noexcept override;
+    void ReadTime() noexcept override;
     /// Writes "Error!" when the local time cannot be computed.
     void WriteTime(CityRecord& city, char (&text)[kLabelTextSize]) noexcept override;
 

@@ -17,7 +17,7 @@ constexpr std::int32_t kRowGap = 2;      // between two rows
 constexpr std::int32_t kBoxOffset = 7;   // from the pointer to the box
 constexpr std::int32_t kTextOffset = 9;  // from the pointer to the names
 constexpr std::int32_t kBoxMargin = 4;   // sum of the left and the right margin of the box
-constexpr float kDotSize = 3.5F;         // more than a city point, so that the dot covers it
+constexpr float kDotSize = 3.5F;         // larger than a city point, so that the dot covers it
 
 struct Colour {
     float red, green, blue;
@@ -42,7 +42,7 @@ using Entries = std::span<CityRecord*>;
 
 /// Layout and texts of the labels of one frame; about 8 KB, on the stack.
 struct LabelColumn {
-    std::int32_t count = 0;        ///< entries handled; those without a position get no row
+    std::int32_t count = 0;        ///< entries handled; without a position, an entry has no row
     std::int32_t selected = 0;     ///< index of the entry whose row is at the height of the pointer
     double anchorX = 0.0;          ///< x of the pointed place, window pixels
     double anchorY = 0.0;          ///< y of the pointed place, window pixels, y upward
@@ -69,7 +69,7 @@ bool IsBehindLimb(const CScene& scene, const CVector4& point, double limbDepth) 
 
 /// Whether a coordinate can be that of a pixel in a window; false for infinity and NaN.
 bool IsPixel(double coordinate) noexcept {
-    // More than any window has, and little enough for the layout to fit into 32 bits.
+    // Larger than any window, and small enough for a layout in 32 bits.
     constexpr double kMaxCoordinate = 1e9;
     return std::abs(coordinate) < kMaxCoordinate;
 }
@@ -108,7 +108,7 @@ void WriteName(const CityRecord& city, char (&text)[kLabelTextSize]) noexcept {
 /// the column has no row left.
 void WriteTexts(LabelColumn& column, Entries entries, const CGLFont& font,
                 CityClock& clock) noexcept {
-    clock.TakeTime();
+    clock.ReadTime();
     const std::int32_t gap = font.GetTextWidth(" ");
     for (column.count = 0; column.count < std::ssize(entries); ++column.count) {
         const std::int32_t i = column.count;
@@ -163,7 +163,7 @@ void DrawHighlight(const LabelColumn& column, std::int32_t x, double y) noexcept
 
 void DrawLabelText(const CGLFont& font, std::int32_t x, double y, const char* text) noexcept {
     font.DrawText(static_cast<float>(x), static_cast<float>(y), 0.0F, text);
-    if (text[0] == '\0') glPopMatrix();  // DrawText leaves its matrix pushed for an empty text
+    if (text[0] == '\0') glPopMatrix();  // DrawText leaves a matrix pushed for empty text
 }
 
 /// Draws the row of the entry with index `i`. @param y  middle of the row, window pixels
@@ -207,13 +207,13 @@ std::int32_t CompareMarkers(const CityRecord& a, const CityRecord& b, double ref
     const double keyB = rawB - reference;
     if (keyB > keyA) return 1;
     if (keyA > keyB) return -1;
-    // Deliberate: the opposite order of the one above.
+    // Deliberate: this order is the opposite of the order above.
     if (rawA > rawB) return 1;
     return rawB > rawA ? -1 : 0;
 }
 
 double SnapToPixel(double coordinate) noexcept {
-    constexpr double kMaxError = 1e-6;  // pixels: far above rounding errors, too little to be seen
+    constexpr double kMaxError = 1e-6;  // pixels: far above rounding errors, but not visible
     const double whole = std::round(coordinate);
     return std::abs(coordinate - whole) <= kMaxError ? whole : coordinate;
 }

@@ -27,8 +27,8 @@ std::int32_t CompareMarkers(const CityRecord& a, const CityRecord& b, double ref
 /// Draws one row for each city of `entries`, ordered as the cities are on the screen from the top
 /// down. The row of the nearest city is highlighted and at the height of the pointer, and that city
 /// gets a dot. Draws nothing when the pointed place is behind the limb of the globe.
-/// @param entries    sorted in place; the `windowPoint` of each is set. Null: draws nothing
-/// @param count      number of entries; of more than kMaxLabels the lowest ones are not drawn
+/// @param entries    in and out: sorted, and `windowPoint` of each is set. Null: draws nothing
+/// @param count      number of entries; beyond kMaxLabels the lowest on the screen are not drawn
 /// @param limbDepth  z of the limb in camera space, from MeasureGlobe; 0 (not measured yet): draws
 ///                   nothing
 /// Window thread; the context must be current with a projection to window pixels, without lighting

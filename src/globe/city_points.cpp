@@ -39,7 +39,7 @@ int SendOrdinaryPoints(const CityTable& cities) {
 void SendInRangePoints(const CityTable& cities) {
     glBegin(GL_POINTS);
     for (const CityRecord& city : cities.Records()) {
-        // Deliberate: does not check the position, because only cities with one are ever in range.
+        // Deliberate: no check for a position, because only cities with a position are in range.
         if (city.inRange != 0) SendPoint(city);
     }
     glEnd();

@@ -30,7 +30,7 @@ DayNightMesh::DayNightMesh(const MeshDetail& detail, float radius, const CVector
     for (std::int32_t k = 0; k < slices; ++k) {
         meridians_.push_back(directionOf(2.0 * kPi * k / slices - kHalfPi));
     }
-    meridians_.push_back(meridians_.front());  // leaves no gap at longitude 180
+    meridians_.push_back(meridians_.front());  // closes the ring at longitude 180
     parallels_.reserve(static_cast<std::size_t>(bands) + 1);
     for (std::int32_t j = 0; j <= bands; ++j) {
         parallels_.push_back(directionOf(j * kPi / (2.0 * bands)));
@@ -51,7 +51,7 @@ void DayNightMesh::FillRow(Hemisphere hemisphere, std::int32_t quarter, std::int
         const float x = parallel.cosine * meridian->cosine;
         const float z = parallel.cosine * meridian->sine;
         // Stretch the normal in the direction of the Sun: add a multiple of that direction. This
-        // never shortens the normal, so that its length cannot become 0.
+        // never makes the normal shorter, so its length cannot become 0.
         const float towardsSun = x * sun_.x + y * sun_.y + z * sun_.z;
         const float pull = (kSunStretch - 1.0F) * towardsSun;
         const float nx = x + pull * sun_.x;

@@ -9,7 +9,7 @@
 #include "math/vector4.h"
 #include "render/mesh_detail.h"
 
-/// What OpenGL gets for one vertex, except the texture coordinates.
+/// The values of one vertex for OpenGL, except the texture coordinates.
 struct MeshVertex {
     float normal[3];    ///< unit length
     float position[3];  ///< scene units, in the planet's frame
@@ -57,13 +57,16 @@ private:
     std::int32_t bands_ = 0;
     std::int32_t segments_ = 0;
     float radius_;
-    /// Single precision, as OpenGL takes it. Double precision would cost time and not be visible.
+    /// Unit vector to the Sun, in single precision: OpenGL gets floats, and double precision would
+    /// cost time without a visible difference.
     struct {
         float x, y, z;
     } sun_;
-    /// x and z on the equator, westwards from longitude 180. The first one is repeated at the end.
+    /// x and z of the meridians on the equator, westwards from longitude 180. The first entry is
+    /// repeated at the end.
     std::vector<Direction> meridians_;
-    /// Distances from the axis and from the plane of the equator, from the equator to the pole.
+    /// Distances of the rings from the axis and from the plane of the equator, in radii, from the
+    /// equator to the pole.
     std::vector<Direction> parallels_;
     std::vector<float> textureS_;
 };

@@ -13,8 +13,8 @@ constexpr std::int32_t kHalfTurn = kTurn / 2;
 constexpr std::int32_t kQuarterTurn = kTurn / 4;
 
 /// Converts degrees to minutes of arc, truncated towards zero, without whole turns and with the
-/// sign of `degrees`. Removes the turns before the conversion to an integer, which large angles
-/// would not fit.
+/// sign of `degrees`. Removes the turns before the conversion to an integer, because large angles
+/// would not fit into the integer.
 std::int32_t WholeMinutes(double degrees) {
     const double minutes = std::trunc(degrees * kMinutesPerDegree);
     if (!std::isfinite(minutes)) return 0;

@@ -20,7 +20,7 @@ constexpr double kSunDistance = 1.2;
 void CPlanet::PlaceSunLight() {
     double hourAngle = 0.0;
     SunPosition(inputs_.sceneTime, &hourAngle, &sunDeclination);
-    // Deliberate: not reduced to one turn, because only its sine and cosine are used.
+    // Deliberate: the angle is not reduced to one turn, because only its sine and cosine are used.
     sunLongitude = -360.0 - hourAngle;
 
     const double distance = static_cast<double>(radius) * kSunDistance;

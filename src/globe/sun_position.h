@@ -1,6 +1,6 @@
 #pragma once
 // Position of the Sun and sidereal time, accurate to about an arc-minute for some decades around
-// 2000. That is less than a pixel at the day/night line.
+// 2000. An arc-minute is less than a pixel at the day/night line.
 //
 // Sources: the series of MiniSun is that of the low-precision formulas for the Sun in The
 // Astronomical Almanac (mean elements and a two-term equation of centre). Its constants have more

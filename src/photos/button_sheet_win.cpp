@@ -19,7 +19,7 @@ constexpr std::size_t kRowBytes = kSheetWidth * kSheetBytesPerPixel;
 constexpr std::size_t kSheetBytes = kSheetHeight * kRowBytes;
 
 constexpr std::int32_t kPixelFormat32bppPargb = 0xE200B;
-/// Bytes reserved behind the pixels for each row.
+/// Bytes that the block has behind the pixels, for each row. Nothing uses them.
 constexpr SIZE_T kReservePerRow = 8;
 
 /// Returns the bits per pixel of a GDI+ pixel format, which holds them in bits 8 to 15.
@@ -32,7 +32,8 @@ bool HasAlphaFormat(const Picture& picture) noexcept {
     return format == kPixelFormat32bppArgb || format == kPixelFormat32bppPargb;
 }
 
-/// Opens the picture and gives it an alpha channel. Returns null when it cannot serve as the sheet.
+/// Opens the picture and converts it to a format with an alpha channel, if necessary. Returns null
+/// when the picture cannot be used as the button sheet.
 std::unique_ptr<Picture> OpenSheet(const std::wstring& path) {
     std::unique_ptr<Picture> picture = OpenPicture(path);
     // Refuse a file without an alpha channel: its buttons would be opaque squares over the globe.
@@ -44,7 +45,7 @@ std::unique_ptr<Picture> OpenSheet(const std::wstring& path) {
     return ConvertPicture(std::move(picture), kPixelFormat32bppArgb);
 }
 
-/// Copies the rows bottom-up: the top row becomes the last one.
+/// Copies the rows in reverse order: the top row becomes the last one.
 void CopySheetRows(const PixelRows& rows, std::uint8_t* out) noexcept {
     const std::uint8_t* from = rows.firstRow;
     for (std::int32_t row = kSheetHeight - 1; row >= 0; --row, from += rows.stride) {
@@ -52,7 +53,7 @@ void CopySheetRows(const PixelRows& rows, std::uint8_t* out) noexcept {
     }
 }
 
-/// Turns B, G, R, A into R, G, B, A.
+/// Changes the order of the channels from B, G, R, A to R, G, B, A.
 void ExchangeRedAndBlue(std::uint8_t* pixels) noexcept {
     for (std::size_t i = 0; i < kSheetBytes; i += kSheetBytesPerPixel) {
         std::swap(pixels[i], pixels[i + 2]);
@@ -65,7 +66,7 @@ bool IsFullPath(std::wstring_view path) noexcept {
 }
 
 /// Returns the folder of the host's executable with a backslash at its end, or an empty text when
-/// Windows does not give it.
+/// the call of Windows fails.
 std::wstring ExecutableFolder() {
     std::wstring path(kPathCapacity, L'\0');
     path.resize(GetModuleFileNameW(nullptr, path.data(), kPathCapacity));
@@ -100,7 +101,8 @@ bool ButtonSheet::LoadFor(const std::wstring& hostDirectory) {
     if (IsFullPath(path) && GetFileAttributesW(path.c_str()) != INVALID_FILE_ATTRIBUTES) {
         return Load(path);
     }
-    // A command line without quotes around the program may give a wrong folder or a relative one.
+    // Use the folder of the executable instead: a command line without quotes around the program
+    // may lead to a wrong folder or to a relative one.
     const std::wstring folder = ExecutableFolder();
     return !folder.empty() && Load(folder + kFileName);
 }

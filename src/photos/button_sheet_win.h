@@ -5,10 +5,10 @@
 
 #include "base/handles_win.h"
 
-/// The pixels of the button sheet, "buttons.png", in the form that OpenGL takes.
+/// The pixels of the button sheet, "buttons.png", in the layout that OpenGL needs.
 class ButtonSheet {
 public:
-    /// Loads "buttons.png" from the folder of the program. Never takes it from the current
+    /// Loads "buttons.png" from the folder of the program. Never loads it from the current
     /// directory, because anyone may have put a picture there.
     /// @param hostDirectory  the folder of the program according to its command line
     /// @return false when there is no such file, when it cannot be read, when it does not have

@@ -24,8 +24,8 @@ constexpr std::int32_t kKeySubtract = 109;
 
 constexpr float kHiddenY = -32.0F;  // pixels: below the window, since no button is higher
 
-/// Pixels that lift the baseline of the hint so that its letters, not its line with the descenders,
-/// are centred on the button.
+/// Pixels by which the hint is raised. Without them the line with its descenders would be centred
+/// on the button, and the letters would look too low.
 constexpr float kHintLift = 4.0F;
 constexpr std::int32_t kHintGap = 1;  // pixels between the hint and the panel
 
@@ -56,7 +56,7 @@ constexpr ButtonSpec kButtons[] = {
 };
 static_assert(kButtons[kPhotosButton].id == kKeyInsert && kButtons[kNextButton].id == kKeyNext &&
                   std::size(kButtons) == kNextButton + 1,
-              "ButtonIndex gives the places of the photo buttons");
+              "ButtonIndex must give the rows of the photo buttons");
 
 std::unique_ptr<C2DButton2> NewButton(const ButtonSpec& spec, GLuint sheet) {
     auto button = std::make_unique<C2DButton2>();
@@ -85,7 +85,7 @@ void MapButtons::CreateButtons(const std::uint8_t* sheet) {
     try {
         AddButtons();
     } catch (...) {
-        DestroyButtons();  // a set with some buttons missing would pass for a complete one
+        DestroyButtons();  // the other functions need all buttons or none
         throw;
     }
 }
@@ -142,7 +142,7 @@ void MapButtons::DrawHint(const ButtonLayout& layout, const CGLFont& font,
     const C2DButton2& button = *ButtonAt(group_, kPhotosButton);
     if (!layout.offerPhotos || !button.highlighted) return;
     const std::int32_t right = layout.windowWidth - kPhotoPanelWidth - kHintGap;
-    // Not left of the window, because OpenGL draws nothing of a text that begins there.
+    // At least 0: OpenGL draws no part of a text that begins left of the window.
     const std::int32_t x = std::max(right - font.GetTextWidthW(hint), 0);
     const float middle = (button.size.height - static_cast<float>(font.GetHeight())) / 2.0F;
     const float y = button.position.y + group_.position.y + kHintLift + middle;

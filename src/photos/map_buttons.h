@@ -1,5 +1,5 @@
 #pragma once
-// The ten buttons that float over the map: seven for the view, three for photos.
+// The ten buttons that are drawn over the map: seven for the view, three for photos.
 
 #include <cstdint>
 
@@ -14,17 +14,17 @@
 inline constexpr std::int32_t kSheetWidth = 128;
 inline constexpr std::int32_t kSheetHeight = 256;
 
-/// What the places of the photo buttons depend on.
+/// The values from which the photo buttons are placed.
 struct ButtonLayout {
     std::int32_t windowWidth = 0;   ///< pixels
     std::int32_t windowHeight = 0;  ///< pixels
-    PhotoPage page;                 ///< of the panel
+    PhotoPage page;                 ///< the page that the panel shows
     bool offerPhotos = false;       ///< show the photos button, because the host allows photos
 };
 
 /// The buttons and the texture that they share. The id of a button is the virtual-key code of the
-/// key that does the same. Window thread. The context must be current where something is created,
-/// drawn or deleted.
+/// key that has the same effect. Window thread. The OpenGL context must be current while buttons
+/// are created, drawn or deleted.
 class MapButtons {
 public:
     MapButtons() noexcept = default;
@@ -32,8 +32,8 @@ public:
     MapButtons& operator=(const MapButtons&) = delete;
 
     /// Uploads the sheet and creates the buttons in place of earlier ones. The photo buttons stay
-    /// hidden until the next layout. Throws std::bad_alloc; there are no buttons then.
-    /// @param sheet  R, G, B, A; 128 x 256 pixels; rows bottom-up; not kept. Null: no buttons
+    /// hidden until the next layout. Throws std::bad_alloc; no buttons exist afterwards.
+    /// @param sheet  R, G, B, A; 128 x 256 pixels; rows bottom-up; copied. Null: no buttons
     void CreateButtons(const std::uint8_t* sheet);
     /// Deletes the buttons and the texture.
     void DestroyButtons() noexcept;
@@ -42,7 +42,7 @@ public:
     void PlacePhotoButtons(const ButtonLayout& layout, std::int32_t lineHeight) noexcept;
     /// Places the photo buttons and draws all buttons. While the pointer is over the photos button,
     /// also draws the hint to the left of the panel.
-    /// @param hint  null or empty: no hint; not kept
+    /// @param hint  null or empty: no hint
     void LayoutButtons(const ButtonLayout& layout, const CGLFont& font, const HorivoWideChar* hint);
 
     /// Highlights the buttons under a point and no others.
@@ -50,7 +50,7 @@ public:
     /// @param clearOnly    true: highlights no button and returns 0
     /// @param windowWidth  pixels
     /// @return the id of the button under the point, or 0; where two buttons overlap, the id of the
-    ///         one that is drawn last
+    ///         button that is drawn last
     std::int32_t HitTestButtons(std::int32_t x, std::int32_t y, bool clearOnly,
                                 std::int32_t windowWidth) noexcept;
 

@@ -10,18 +10,18 @@
 
 /// Width of the column at the right edge of the window that holds buttons and photos, pixels.
 inline constexpr std::int32_t kPhotoPanelWidth = 108;
-/// Height of the strip at the lower edge of the window that is left to the buttons, pixels. Photos
-/// are placed relative to its top.
+/// Height of the strip at the lower edge of the window that is reserved for the buttons, pixels.
+/// Photos are placed relative to the top of this strip.
 inline constexpr std::int32_t kPanelBottom = 108;
 inline constexpr std::int32_t kPhotoGap = 4;  ///< between two photos, pixels
 
 /// Heights and gaps of the title strip, pixels.
 inline constexpr std::int32_t kTitleGap = 8;  ///< between the titles and the photos button
 inline constexpr std::int32_t kPhotosButtonHeight = 24;
-inline constexpr std::int32_t kPagingButtonHeight = 19;  ///< of the part that is seen
+inline constexpr std::int32_t kPagingButtonHeight = 19;  ///< of the visible part
 inline constexpr std::int32_t kPagingGap = 4;            ///< above and below the paging buttons
 
-/// What the layout depends on, pixels.
+/// The values from which the layout is computed, pixels.
 struct PanelArea {
     std::int32_t width = 0;       ///< of the window
     std::int32_t height = 0;      ///< of the window
@@ -48,14 +48,15 @@ constexpr std::int32_t PhotoStackHeight(const PanelArea& area) noexcept {
     return area.height - TitleStripHeight(area.lineHeight) - kPanelBottom;
 }
 
-/// Left end of a title of this width: centred in the panel, at least 4 pixels from its left edge.
+/// Left end of a title with the width `textWidth`. The title is centred in the panel, but begins at
+/// least 4 pixels from the left edge of the panel.
 constexpr std::int32_t TitleX(std::int32_t panelX, std::int32_t textWidth) noexcept {
     constexpr std::int32_t kMinMargin = 4;
     return panelX + std::max((kPhotoPanelWidth - textWidth) / 2, kMinMargin);
 }
 
-/// Left end of a line of this width that ends 4 pixels left of the panel. Never left of the window,
-/// because OpenGL draws nothing of a line that begins there.
+/// Left end of a line with the width `textWidth` that ends 4 pixels left of the panel. At least 0,
+/// because OpenGL draws no part of a line that begins left of the window.
 constexpr std::int32_t CaptionX(std::int32_t panelX, std::int32_t textWidth) noexcept {
     constexpr std::int32_t kMargin = 4;
     return std::max(panelX - kMargin - textWidth, 0);
@@ -76,7 +77,7 @@ public:
         ++shown_;
         return bottom;
     }
-    /// Number of photos placed inside the window; they are the first ones.
+    /// Number of photos placed inside the window. These are the first photos of the stack.
     constexpr std::int32_t GetShownCount() const noexcept { return shown_; }
 
 private:

@@ -9,15 +9,15 @@
 #include "base/wide_text.h"
 #include "cities/city_table.h"
 
-/// Gives the folder of a country (`city` empty) or of a city, with a backslash at its end. Throws
-/// std::bad_alloc.
+/// Forms the path of the folder of a country (`city` empty) or of a city, with a backslash at its
+/// end. Throws std::bad_alloc.
 /// @return false and an empty `path` when `country` is empty, when there is no photo tree, when a
 ///         name cannot be a folder name, or when the path has 260 characters or more
 bool GetPhotoFolder(WideView country, WideView city, WideString& path);
 
-/// Gives the file of photo `number` of a city; otherwise like GetPhotoFolder.
+/// Forms the path of photo `number` of a city; otherwise like GetPhotoFolder.
 bool GetPhotoPath(WideView country, WideView city, std::int32_t number, WideString& path);
-/// Gives the file of photo `number` of the city at `cityIndex` in the table. Also returns false for
+/// Forms the path of photo `number` of the city at `cityIndex` in the table. Also returns false for
 /// an index outside the table.
 bool GetPhotoPath(const CityTable& cities, std::int32_t cityIndex, std::int32_t number,
                   WideString& path);
@@ -31,11 +31,12 @@ WideString PhotoRoot();
 /// Whether `path` is a file that exists; false for a folder.
 bool PhotoFileExists(const WideString& path) noexcept;
 
-/// Bytes that are read of an index at most, so that a huge file does not fill the memory.
+/// Maximum number of bytes that are read from an index, so that a huge file does not fill the
+/// memory.
 inline constexpr std::size_t kIndexByteLimit = 8U << 20U;
 
-/// Reads an index file, at most kIndexByteLimit bytes of it. Returns false when it cannot be opened
-/// or read. Throws std::bad_alloc.
+/// Reads an index file into `bytes`, at most kIndexByteLimit bytes. Returns false when the file
+/// cannot be opened or read. Throws std::bad_alloc.
 bool ReadPhotoIndex(const WideString& path, std::string& bytes);
 
 /// Reads the size of a photo in pixels from the header of its file, without decoding the photo.

@@ -12,12 +12,12 @@ namespace {
 
 constexpr std::size_t kMaxLineLength = 4095;  // bytes
 constexpr std::size_t kFieldCount = 6;
-constexpr std::size_t kMaxNumberLength = 10;  // characters, as many as 2147483647 has
+constexpr std::size_t kMaxNumberLength = 10;  // characters: the length of 2147483647
 constexpr std::string_view kUtf8Mark = "\xEF\xBB\xBF";
 constexpr char kEndOfFileMark = '\x1A';  // Ctrl-Z
 constexpr HorivoWideChar kTab = '\t';
 
-/// Which columns the two kinds of index use.
+/// The columns that one kind of index uses for the caption and the page path.
 struct Columns {
     std::size_t caption, pagePath;
 };
@@ -36,8 +36,9 @@ std::string_view TakeLine(std::string_view& rest) noexcept {
     return line;
 }
 
-/// Returns the length to which a line that is too long is cut. A UTF-8 character at the limit is
-/// left out completely, because a part of it would make the whole line invalid as UTF-8.
+/// Returns the length to which a line that is too long is cut. Leaves out a UTF-8 character that
+/// would be cut at the limit, because a part of a character would make the whole line invalid as
+/// UTF-8.
 std::size_t CutPosition(std::string_view line) noexcept {
     // UTF-8: a character begins with 11xxxxxx, and at most three bytes 10xxxxxx follow.
     constexpr unsigned kKindMask = 0xC0;

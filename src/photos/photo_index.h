@@ -11,12 +11,12 @@ enum class PhotoIndexKind { City, Country };
 /// One photo of an index.
 struct PhotoIndexEntry {
     std::int32_t photoNumber = 0;  ///< 0 or above
-    WideString city;               ///< only set by the index of a country
+    WideString city;               ///< empty in the index of a city
     WideString caption;
     WideString pagePath;
 };
 
-/// Reads the photos of an "index.tsv". The file may come from anyone; every content is accepted.
+/// Reads the photos of an "index.tsv". The file may come from anyone, so any content is accepted.
 ///
 /// A line has up to six fields, separated by tabs:
 ///   index of a city:     number, -, -, caption, page path
@@ -30,7 +30,8 @@ class PhotoIndexReader {
 public:
     /// @param bytes  content of the file; must outlive the reader
     PhotoIndexReader(std::string_view bytes, PhotoIndexKind kind) noexcept;
-    /// Gives the next photo. Returns false at the end of the file. Throws std::bad_alloc.
+    /// Reads the next photo into `entry`. Returns false at the end of the file. Throws
+    /// std::bad_alloc.
     bool Next(PhotoIndexEntry& entry);
 
 private:

@@ -19,8 +19,8 @@ inline constexpr std::size_t kMaxLinkLength = 511;
 
 /// Returns the address of a page of the photo web site, or an empty text for an empty path. Throws
 /// std::bad_alloc.
-/// @param pagePath  the path as the index file gives it. A '/' is added in front if there is none,
-///                  and a quotation mark becomes %22
+/// @param pagePath  the path from the index file. A '/' is added in front if there is none, and a
+///                  quotation mark becomes %22
 WideString PhotoPageLink(WideView pagePath);
 
 /// Returns the address of the page on which users add a photo of their own. Throws std::bad_alloc.

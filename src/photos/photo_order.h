@@ -19,7 +19,7 @@ PhotoOrderKey MakePhotoOrderKey(const CityRecord& city, std::int32_t cityIndex,
                                 std::int32_t photoNumber) noexcept;
 
 /// Whether the photo of `a` is shown before the photo of `b`. The city with the smaller distance
-/// comes first; at equal distances the city that is marked as nearest, then the order of the table.
-/// Within a city the photo with the higher number, the newer one, comes first. The result is a
-/// strict weak order for keys from MakePhotoOrderKey.
+/// comes first. At equal distances the city that is marked as nearest comes first, and otherwise
+/// the city with the smaller index. Within a city the photo with the higher number, which is newer,
+/// comes first. The result is a strict weak order for keys from MakePhotoOrderKey.
 bool IsShownBefore(const PhotoOrderKey& a, const PhotoOrderKey& b) noexcept;

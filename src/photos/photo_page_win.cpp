@@ -8,7 +8,7 @@
 
 // NOLINTNEXTLINE(performance-unnecessary-value-param): see the header.
 void OpenPhotoLink(WideString link) {
-    // ShellExecuteW would open the current folder for an empty name.
+    // For an empty name ShellExecuteW would open the current folder.
     if (link.empty()) return;
     ShellExecuteW(nullptr, L"open", link.c_str(), nullptr, L".\\", SW_SHOWNORMAL);
 }

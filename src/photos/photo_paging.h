@@ -1,5 +1,5 @@
 #pragma once
-// Which photos of a list are shown together, as a page: plain arithmetic.
+// Computes which photos of a list are shown together as a page. Plain arithmetic.
 
 #include <cstdint>
 #include <limits>
@@ -8,7 +8,7 @@
 /// Number of photos on a full page.
 inline constexpr std::int32_t kPhotosPerPage = 16;
 
-/// Value of `brokenFrom` while every page that was shown had a photo that could be loaded.
+/// Value of `brokenFrom` while no page has failed to load.
 inline constexpr std::int32_t kNoneBroken = std::numeric_limits<std::int32_t>::max();
 
 /// A page of a list of photos.

@@ -11,7 +11,7 @@
 
 namespace {
 
-/// Makes an image of a photo, centred in the panel; PlaceImages sets its height in the window.
+/// Makes an image of a photo, centred in the panel. PlaceImages sets its vertical position.
 std::unique_ptr<C2DImage> NewImage(const CJpegTexture& thumbnail) {
     auto image = std::make_unique<C2DImage>();
     const std::int32_t width = thumbnail.GetWidth();
@@ -22,8 +22,8 @@ std::unique_ptr<C2DImage> NewImage(const CJpegTexture& thumbnail) {
     return image;
 }
 
-/// Returns the height that a photo takes in the panel with the gap below it, pixels. A photo that
-/// is not loaded is measured by the header of its file. A photo that cannot be shown takes 0.
+/// Returns the height of a photo in the panel with the gap below it, pixels, or 0 for a photo that
+/// cannot be shown. For a photo that is not loaded, reads the size from the header of the file.
 std::int32_t HeightInPanel(const PhotoRecord& photo, const CityTable& cities) {
     std::int32_t height = photo.thumbnail.GetHeight();
     if (height <= 0) {
@@ -158,7 +158,7 @@ bool PhotoPanel::PageForward() noexcept {
 }
 
 bool PhotoPanel::PageBack(const CityTable& cities) {
-    // The list may have become shorter since the page was turned.
+    // Limit the index: the list may have become shorter since the page was turned.
     const auto count = static_cast<std::int32_t>(photoSet_.photos.size());
     const std::int32_t from = std::clamp(photoSet_.firstShown, 0, count);
     std::array<std::int32_t, kPhotosPerPage> heights = {};

@@ -19,8 +19,8 @@ enum class PhotoSource {
 };
 
 /// The column of photos along the right edge of the window. It shows the photos of one place: a
-/// city, or all cities of a country. Window thread. The context must be current where images are
-/// uploaded or drawn and where textures are deleted.
+/// city, or all cities of a country. Window thread. The OpenGL context must be current while images
+/// are uploaded or drawn and while textures are deleted.
 ///
 /// Pointers to photos are valid until the panel is built again. The host can cause that during
 /// every message that is sent to it and while a web page is opened.
@@ -30,31 +30,31 @@ public:
     PhotoPanel(const PhotoPanel&) = delete;
     PhotoPanel& operator=(const PhotoPanel&) = delete;
 
-    /// Takes the size of the window and the line height of the font and lays out the images. Call
-    /// this before the first build; after that each frame does it.
+    /// Stores the size of the window and the line height of the font, and lays out the images. Call
+    /// this function before the first build; after that, DrawPhotoPanel calls it in each frame.
     void Resize(const PanelArea& area) noexcept;
 
     /// Shows the photos of another place, read from the disk. Throws std::bad_alloc.
     /// @param country  empty: shows no panel and deletes the photos
     /// @param city     empty: the whole country
     void ShowPlace(const CityTable& cities, WideString country, WideString city);
-    /// Makes the images of the place that the panel shows. UploadPhotos makes them visible.
-    /// Without a place deletes the photos. Throws std::bad_alloc.
+    /// Makes the images of the place that the panel shows; they are visible after UploadPhotos.
+    /// Without a place, deletes the photos instead. Throws std::bad_alloc.
     void BuildPhotoPanel(const CityTable& cities, PhotoSource source);
     /// Uploads the images of the last build. Does nothing when they are uploaded already.
     void UploadPhotos() noexcept;
 
-    /// Reads the photos of the place again, but makes no images. Call this after a change of the
-    /// city table while there is no window. Throws std::bad_alloc.
+    /// Reads the photos of the place again, but makes no images. Call this function when the city
+    /// table has changed while there is no window. Throws std::bad_alloc.
     void ReloadPhotoSet(const CityTable& cities);
     /// Forgets the order of the cities: the next build sorts the cities by their current distances.
     void ForgetCityOrder() noexcept { photoSet_.ranks.clear(); }
 
-    /// Deletes the images; photos and titles stay.
+    /// Deletes the images, but not the photos and the titles.
     void DeleteImages() noexcept;
-    /// Deletes the images and the photos; the titles stay.
+    /// Deletes the images and the photos, but not the titles.
     void DeleteImagesAndPhotos() noexcept;
-    /// Deletes the texture names; the next upload makes new ones.
+    /// Deletes the textures. The next upload makes new ones.
     void DeleteTextures() noexcept;
 
     /// Resizes the panel to `area` and draws background, titles, photos and the caption of the
@@ -122,7 +122,7 @@ private:
     PhotoSet photoSet_;
     PanelArea area_;
     std::int32_t panelX_ = 0;                               ///< left edge, window pixels
-    std::int32_t shownCount_ = 0;                           ///< the first images, which have room
+    std::int32_t shownCount_ = 0;                           ///< images with room, the first ones
     CGLGroup group_;                                        ///< owns the images
     std::vector<Image> images_;                             ///< in the order of `group_`
     std::array<GLuint, kMaxThumbnails> textureNames_ = {};  ///< all 0 or all generated

@@ -56,7 +56,7 @@ void PhotoPanel::DrawPhotoPanel(const PanelArea& area, const CityTable& cities, 
     Resize(area);
     if (placeName_.empty()) return;
     DrawBackground();
-    // White is the colour of the texts and leaves the colours of the photos as they are.
+    // Draw in white: the texts are white, and white does not change the colours of the photos.
     glColor4d(1.0, 1.0, 1.0, 1.0);
     DrawTitles(font);
     group_.position = {static_cast<float>(panelX_), static_cast<float>(kPanelBottom), 0.0F};

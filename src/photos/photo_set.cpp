@@ -13,7 +13,7 @@
 
 namespace {
 
-// Longer texts are cut, characters.
+// Maximum lengths, characters; longer texts are cut.
 constexpr std::size_t kMaxNameLength = 63;
 constexpr std::size_t kMaxCaptionLength = 99;
 
@@ -36,8 +36,8 @@ private:
     std::map<WideString, std::int32_t> found_;
 };
 
-/// Makes `country` and `city` the place of the set. Another place than before begins at its first
-/// photo.
+/// Makes `country` and `city` the place of the set. When this changes the place, the set begins at
+/// its first photo again.
 void MoveTo(PhotoSet& set, WideView country, WideView city) {
     WideString newCountry(Truncate(country, kMaxNameLength));
     WideString newCity(Truncate(city, kMaxNameLength));
@@ -50,13 +50,14 @@ void MoveTo(PhotoSet& set, WideView country, WideView city) {
     set.city = std::move(newCity);
 }
 
-/// Appends the photos that are listed in the index and exist on disk, in the order of the index.
+/// Appends the photos of the index, in its order. Leaves out photos that do not exist on disk and
+/// photos of cities that are not in the table.
 void ReadPhotos(PhotoSet& set, const CityTable& cities, std::string_view bytes, WideView country,
                 const WideString& city) {
     const bool ofCountry = city.empty();
     CityFinder finder(cities, country);
-    // Read at most this many lines: for each line a file is looked up on the disk, and the window
-    // handles no input meanwhile.
+    // Read at most this many lines: for each line a file is looked up on the disk, and during this
+    // time the window handles no input.
     constexpr int kMaxLines = 20000;
     PhotoIndexReader reader(bytes, ofCountry ? PhotoIndexKind::Country : PhotoIndexKind::City);
     PhotoIndexEntry entry;
@@ -76,7 +77,7 @@ void ReadPhotos(PhotoSet& set, const CityTable& cities, std::string_view bytes, 
     }
 }
 
-/// Whether the header of the file says that the photo is too large, so that it need not be decoded.
+/// Whether the photo is too large by the header of its file, so that it need not be decoded.
 bool IsTooLarge(const WideString& path) noexcept {
     std::int32_t width = 0;
     std::int32_t height = 0;
@@ -85,7 +86,7 @@ bool IsTooLarge(const WideString& path) noexcept {
 
 void SortPhotos(PhotoSet& set, const CityTable& cities) {
     const std::span<const CityRecord> records = cities.Records();
-    // Make all keys first: try_emplace may throw, the sort below does not.
+    // Make all keys before the sort: try_emplace may throw, and the sort must not be interrupted.
     for (const auto& photo : set.photos) {
         const CityRecord& city = records[static_cast<std::size_t>(photo->cityIndex)];
         const auto key = MakePhotoOrderKey(city, photo->cityIndex, photo->photoNumber);

@@ -13,9 +13,9 @@
 #include "photos/photo_order.h"
 #include "photos/photo_paging.h"
 
-/// Thumbnails that are loaded at the same time; each has a texture of its own.
+/// Maximum number of thumbnails that are loaded at the same time. Each has its own texture.
 inline constexpr std::size_t kMaxThumbnails = 16;
-/// Photos larger than this are refused, pixels.
+/// Maximum size of a photo, pixels; larger photos are refused.
 inline constexpr int kThumbnailMaxWidth = 128;
 inline constexpr int kThumbnailMaxHeight = 256;
 
@@ -41,29 +41,30 @@ struct PhotoRecord {
 
 /// The photos of one city or of all cities of a country. Window thread.
 struct PhotoSet {
-    /// Sort key of each city, by its index, from the time when the place was chosen. The distances
-    /// change with the pointer, but the order of the photos must not change from page to page.
+    /// Sort key of each city, by the index of the city. The keys stay as they were when the place
+    /// was chosen: the distances change with the pointer, but the order of the photos must not
+    /// change from page to page.
     std::map<std::int32_t, PhotoOrderKey> ranks;
-    /// The photos in `loaded` by their number; of two with one number, the first.
+    /// The photos in `loaded` by their number. Of two photos with the same number, the first one.
     std::map<std::int32_t, PhotoRecord*> byNumber;
     std::vector<std::unique_ptr<PhotoRecord>> photos;  ///< in the order in which they are shown
     std::vector<PhotoRecord*> loaded;                  ///< the photos that have a thumbnail
     std::int32_t firstShown = 0;                       ///< thumbnails are loaded from this index on
-    /// No photo from this index on could be loaded when the user turned to its page. Reset when
-    /// another place is shown or the host reports new photos.
+    /// When the user turned to the page at this index, no photo from there on could be loaded.
+    /// Reset when another place is shown or the host reports new photos.
     std::int32_t brokenFrom = kNoneBroken;
     WideString city;  ///< empty: all cities of the country
     WideString country;
 };
 
-/// Deletes the photos. The place of the set and `firstShown` stay.
+/// Deletes the photos, but keeps the place of the set and `firstShown`.
 void DeletePhotos(PhotoSet& set) noexcept;
 
 /// Reads the index of a country (`city` empty) or of a city and loads the thumbnails of a page.
-/// `firstShown` stays for the place that the set held before and becomes 0 for another place. Lines
-/// of the index without a photo on disk or without a city in the table are left out.
+/// `firstShown` becomes 0 when the place changes. Lines of the index without a photo on disk or
+/// without a city in the table are left out.
 /// @return number of thumbnails loaded; 0 without an index; -1 when the names cannot be folder
-///         names, and the set then holds no place. Throws std::bad_alloc.
+///         names; the set then has no place. Throws std::bad_alloc.
 std::int32_t LoadPhotoSet(PhotoSet& set, const CityTable& cities, WideView country, WideView city);
 
 /// Frees the thumbnails and loads up to 16 from `firstShown` on. Leaves out photos that cannot be

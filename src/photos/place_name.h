@@ -5,7 +5,8 @@
 //   <root>\<country>\<city>\index.tsv     the city's photos
 //   <root>\<country>\<city>\<number>.jpg
 //
-// Names come from the host and from index files, so no name may lead to a folder outside the root.
+// Names come from the host and from index files and are not trusted: no name may lead to a folder
+// outside the root.
 
 #include <cstddef>
 #include <cstdint>

@@ -4,8 +4,9 @@
 
 class CGLContext;
 
-/// Makes the rendering context of another part of the program current again at the end of a scope.
-/// Does nothing when no context, or the map's own, is current on this thread at the beginning.
+/// Stores which rendering context is current on this thread at the beginning of a scope, and makes
+/// it current again at the end. Does nothing when there is none or when it is the map's own
+/// context.
 class ForeignContextGuard {
 public:
     explicit ForeignContextGuard(const CGLContext& ours) noexcept;
@@ -18,14 +19,14 @@ private:
     HDC foreignDc_ = nullptr;
 };
 
-/// Makes the map's context current on `dc`, unless it is already. At the end of the scope makes a
-/// context of another part of the program current again, as ForeignContextGuard does.
+/// Makes the map's context current on `dc`, unless it is already. When the context of another part
+/// of the program was current before, the end of the scope makes that context current again.
 class CurrentContextScope {
 public:
     CurrentContextScope(CGLContext& context, HDC dc);
 
-    /// Whether the map's context is current. If not, GL commands would go nowhere or to the context
-    /// of another part of the program, so the caller must issue none.
+    /// Whether the map's context is current. If it is not, the caller must issue no GL command: the
+    /// command would have no effect or would change the context of another part of the program.
     bool IsCurrent() const noexcept { return isCurrent_; }
 
 private:

@@ -4,7 +4,7 @@
 
 namespace {
 
-constexpr char kGenericRendererPrefix[] = "GDI ";  // with the space, so "GDIxyz" does not match
+constexpr char kGenericRendererPrefix[] = "GDI ";  // with the space: "GDIxyz" must not match
 
 }  // namespace
 

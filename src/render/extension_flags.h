@@ -1,6 +1,6 @@
 #pragma once
 
-/// Optional features that the current OpenGL has. All are false before the first detection.
+/// Optional features of the OpenGL in use. All are false before the first detection.
 struct ExtensionFlags {
     bool hasSeparateSpecularColor = false;
     bool hasMultitexture = false;

@@ -6,9 +6,10 @@
 
 class CScene;
 
-/// The pointer, the point of the globe under it, and where a drag began. Window thread.
+/// The position of the pointer, the point of the globe under it, and the start of a drag. Window
+/// thread.
 struct CGeoPoint {
-    bool valid = false;       ///< the pointer is inside the window, which waits for WM_MOUSELEAVE
+    bool valid = false;       ///< the pointer is inside the window; WM_MOUSELEAVE is requested
     std::int32_t mouseX = 0;  ///< window pixels
     std::int32_t mouseY = 0;  ///< window pixels, y upward
     double latitudeDeg = 0.0;

@@ -8,7 +8,7 @@ namespace {
 constexpr BYTE kBits = 32;  // per pixel, of each of the colour, accumulation and depth buffers
 
 /// Returns the pixel format that the map window asks for: true colour with depth, double-buffered,
-/// in a window. The driver may give less.
+/// in a window. The driver may choose a format with less.
 PIXELFORMATDESCRIPTOR MapPixelFormat() noexcept {
     PIXELFORMATDESCRIPTOR format{};
     format.nSize = sizeof format;
@@ -55,16 +55,16 @@ std::uint32_t CGLContext::Create(HDC dc) {
     pfd_ = MapPixelFormat();
     const std::uint32_t status = SetMapPixelFormat(dc, pfd_, lastSysError_);
     if (status != HORIVO_OK) return status;
-    // The result is not checked here: without a context MakeCurrent fails, and GetLastError() still
-    // has the reason.
+    // The result is not checked here: without a context MakeCurrent fails, and GetLastError() then
+    // returns the error of wglCreateContext.
     hglrc_ = wglCreateContext(dc);
     if (!MakeCurrent(dc)) {
         lastSysError_ = GetLastError();
         return HORIVO_CONTEXT_FAILED;
     }
     const char* renderer = GlString(GL_RENDERER);
-    // Deliberate: the map uses the generic renderer like any other, but leaves the three texts as
-    // they were, so the information lines stay empty.
+    // Deliberate: the map uses the generic renderer like any other, but does not store its three
+    // texts, so the information lines stay empty.
     if (renderer == nullptr || IsGenericRenderer(renderer)) return HORIVO_OK;
     CopyGlString(renderer, renderer_);
     CopyGlString(GlString(GL_VERSION), version_);

@@ -9,8 +9,8 @@
 /// Deliberate: no code calls them; looking them up is part of the detection.
 struct ExtensionEntryPoints {
     PROC wglGetExtensionsStringARB = nullptr;
-    PROC glActiveTextureARB = nullptr;    ///< looked up only when there is multitexture
-    PROC glMultiTexCoord2fARB = nullptr;  ///< looked up only when there is multitexture
+    PROC glActiveTextureARB = nullptr;    ///< looked up only with multitexture
+    PROC glMultiTexCoord2fARB = nullptr;  ///< looked up only with multitexture
 };
 
 /// The rendering context that all map windows share. Window thread.
@@ -24,7 +24,8 @@ public:
     CGLContext& operator=(const CGLContext&) = delete;
     ~CGLContext() { Destroy(); }
 
-    /// Deletes the context, creates one for `dc` and makes it current. A null `dc` only deletes.
+    /// Deletes the context, creates another one for `dc` and makes that current. With a null `dc`,
+    /// only deletes the context.
     /// @return HORIVO_OK or one of the three OpenGL set-up codes. After HORIVO_CONTEXT_FAILED a
     ///         context that was created but could not be made current stays until Destroy
     std::uint32_t Create(HDC dc);

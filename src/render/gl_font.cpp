@@ -14,8 +14,8 @@ constexpr GLsizei kListCount = 256;  // list names, one for each character code
 constexpr unsigned kFirstUnmeasured = 128;
 constexpr std::int32_t kTextCapacity = 2048;  // bytes of converted text with its terminator
 
-/// Limits a length in wide characters to the bytes of the converted text, which may be fewer. A
-/// negative length, "to the terminator", stays negative.
+/// Limits a length in wide characters to the number of bytes of the converted text, which may be
+/// smaller. A negative length means "to the terminator" and stays negative.
 std::int32_t LengthWithin(std::int32_t wideLength, std::int32_t bytes) noexcept {
     return std::min(wideLength, bytes);
 }
@@ -47,7 +47,7 @@ void CGLFont::DrawText(float x, float y, float z, const char* text, std::int32_t
 
 void CGLFont::DrawTextW(float x, float y, float z, const HorivoWideChar* text,
                         std::int32_t length) const {
-    if (text == nullptr || text[0] == 0) return;  // also with a length above 0
+    if (text == nullptr || text[0] == 0) return;  // even when the length is above 0
     char narrow[kTextCapacity];
     const std::int32_t bytes = NarrowText(text, length, narrow, kTextCapacity);
     if (bytes > 0) DrawText(x, y, z, narrow, LengthWithin(length, bytes));

@@ -30,14 +30,15 @@ public:
     /// Deliberate: an empty or null text leaves one matrix more on the modelview stack. A caller
     /// whose text may be empty must pop it.
     void DrawText(float x, float y, float z, const char* text, std::int32_t length = -1) const;
-    /// The same for wide text, which is converted to the ANSI code page and cut at 2047 bytes. Does
-    /// nothing, and leaves the matrix stack as it is, for an empty or null text.
+    /// Draws wide text like DrawText, after conversion to the ANSI code page; longer texts are cut
+    /// at 2047 bytes. For an empty or null text, does nothing and leaves the matrix stack as it is.
     void DrawTextW(float x, float y, float z, const HorivoWideChar* text,
                    std::int32_t length = -1) const;
 
     /// Returns the width in pixels of the first `length` bytes, or of all bytes for a length below
-    /// 0; a zero byte ends the text. Codes 128 to 255 count as 0.
+    /// 0; a zero byte ends the text. Codes 128 to 255 count as 0 pixels wide.
     std::int32_t GetTextWidth(const char* text, std::int32_t length = -1) const noexcept;
+    /// Returns the width in pixels of wide text, as DrawTextW draws it.
     std::int32_t GetTextWidthW(const HorivoWideChar* text, std::int32_t length = -1) const noexcept;
     /// Returns the height of the tallest character cell, pixels.
     std::int32_t GetHeight() const noexcept { return maxHeight; }

@@ -28,8 +28,8 @@ bool RecordGlyphs(HDC dc, bool outline, wchar_t first, unsigned count, GLuint li
     return done == TRUE;
 }
 
-/// Records again the codes that mean another character in the system's code page. A code whose
-/// character the font cannot give keeps its list.
+/// Records new lists for the codes whose character in the system's code page is not the Unicode
+/// character of the same number. When the recording fails, the code keeps its first list.
 void RecordCodePage(HDC dc, bool outline, GLuint base, GLYPHMETRICSFLOAT* metrics) noexcept {
     const UINT codePage = GetACP();
     for (unsigned code = 0; code < kGlyphCount; ++code) {
@@ -39,7 +39,7 @@ void RecordCodePage(HDC dc, bool outline, GLuint base, GLYPHMETRICSFLOAT* metric
     }
 }
 
-/// Whether the list moves the raster position by about `width` pixels.
+/// Whether the list moves the raster position by at least half of `width` pixels.
 bool Advances(GLuint list, int width) noexcept {
     float before[4] = {};
     float after[4] = {};
@@ -59,17 +59,17 @@ bool HasPixels(HDC dc, wchar_t character) noexcept {
 }
 
 void RecordAdvance(GLuint list, int width) noexcept {
-    // Mesa: glBitmap reads no byte here, but with a null address the command is not recorded, and
-    // words would run together.
+    // Mesa: the bitmap has no pixels, so no byte is read, but with a null address Mesa does not
+    // record the command, and words would run together.
     constexpr GLubyte kNoPixels = 0;
     glNewList(list, GL_COMPILE);
     glBitmap(0, 0, 0.0F, 0.0F, static_cast<float>(width), 0.0F, &kNoPixels);
     glEndList();
 }
 
-/// Replaces the lists of glyphs without pixels by lists that only move the raster position, if the
-/// list of the space does not move it. Mesa records nothing for an empty bitmap (it reports
-/// GL_OUT_OF_MEMORY meanwhile), and words would run together.
+/// Replaces the lists of glyphs without pixels by lists that only move the raster position, unless
+/// the list of the space already moves it. Mesa records nothing for an empty bitmap and reports
+/// GL_OUT_OF_MEMORY; words would run together.
 void RepairSpaces(HDC dc, GLuint base, const std::int16_t (&widths)[kCodeCount]) noexcept {
     if (widths[kSpace] == 0 || Advances(base + kSpace, widths[kSpace])) return;
     const UINT codePage = GetACP();

@@ -8,7 +8,7 @@
 
 #include "math/matrix4.h"
 
-/// A place in the frame of the parent, in its unit: scene units, or window pixels in the overlay.
+/// A position in the frame of the parent node: in scene units, or in window pixels in the overlay.
 struct Position3 {
     float x = 0.0F;
     float y = 0.0F;
@@ -24,7 +24,7 @@ struct Rotation3 {
 
 /// A node of the scene tree. Call `Init` once after the context exists, `Compile` whenever display
 /// lists must be recorded again, and `Draw` for every frame, all on the window thread with the
-/// context current. A node owns its children and deletes the one added last first.
+/// context current. A node owns its children and deletes them in reverse order.
 class CGLObject {
 public:
     CGLObject() noexcept = default;
@@ -46,7 +46,7 @@ public:
         Append(std::move(child));
         return added;
     }
-    /// Deletes all children, the one added last first, and frees the array.
+    /// Deletes all children in reverse order and frees the array.
     void DeleteChildren() noexcept;
     std::int32_t GetChildCount() const noexcept {
         return static_cast<std::int32_t>(children_.size());
@@ -65,7 +65,7 @@ public:
     void TransformPoint(CVector4& point, std::int32_t translateSign,
                         std::int32_t rotateSign) const noexcept;
 
-    /// Gives the matrix of the node's own transform in OpenGL's column-major order.
+    /// Computes the matrix of the node's own transform in OpenGL's column-major order.
     void GetModelMatrix(std::array<double, 16>& out, bool withRotation) const noexcept;
 
     Position3 position;

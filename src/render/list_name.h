@@ -5,8 +5,9 @@
 #include "base/gl.h"
 
 /// Returns the first display-list name of an object: the low half of its address. Further lists of
-/// the object take the next names, up to as many as the object has bytes, so that objects within
-/// 4 GB have no name in common. Deliberate: names are not reserved with glGenLists.
+/// the object use the next names. There are at most as many names as the object has bytes, so that
+/// two objects within 4 GB have no name in common. Deliberate: names are not reserved with
+/// glGenLists.
 inline GLuint ListName(const void* object) noexcept {
     return static_cast<GLuint>(reinterpret_cast<std::uintptr_t>(object));
 }

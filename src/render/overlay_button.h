@@ -2,8 +2,9 @@
 
 #include "render/textured_quad.h"
 
-/// A push button whose texture shows all buttons, placed as on the screen: the button draws the
-/// part of the texture at its own `position`. The button does not own its textures.
+/// A push button. Its texture is a picture of the overlay with all buttons at their places: the
+/// button draws the part of the texture at its own `position`. The button does not own its
+/// textures.
 class C2DButton : public CGLObject {
 public:
     C2DButton() noexcept = default;
@@ -29,7 +30,8 @@ public:
 };
 
 /// A push button whose texture is a sheet: the lower half of the sheet has the pictures of the
-/// highlighted buttons, the upper half the normal pictures at the same places. Uses `texture` only.
+/// highlighted buttons, the upper half the normal pictures at the same places. `hoverTexture` is
+/// not used.
 class C2DButton2 : public C2DButton {
 public:
     C2DButton2() noexcept = default;

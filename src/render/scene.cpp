@@ -10,8 +10,8 @@
 
 namespace {
 
-// The spot of the Sun has no visible effect: its light is directional, and CPlanet::PlaceSunLight
-// points the spot along the rays.
+// These two values of the Sun's light have no visible effect: the light is directional, and
+// CPlanet::PlaceSunLight points the spot along the rays.
 constexpr GLint kSunSpotExponent = 0;
 constexpr GLint kSunSpotCutoffDeg = 60;
 constexpr float kAmbientLight[4] = {0.25F, 0.25F, 0.3F, 1.0F};  // of the night side; slightly blue
@@ -77,7 +77,7 @@ void CScene::Resize(std::int32_t newWidth, std::int32_t newHeight) {
     glLoadIdentity();
 }
 
-// The same matrix as gluPerspective makes, from half the width and height of the near plane.
+// Computes the same matrix as gluPerspective, from half the width and height of the near plane.
 void CScene::GetProjectionMatrix(std::array<double, 16>& out) const noexcept {
     const double top = std::tan(DegToRad(fovY / 2.0)) * zNear;
     const double right = Aspect(width, height) * top;

@@ -11,7 +11,7 @@ class CSphere;
 struct GlobeMeasure {
     std::int32_t diameter = 0;       ///< pixels along the equator
     std::int32_t longitudeSpan = 0;  ///< width of the visible cap along the equator, degrees
-    double limbDepth = 0.0;          ///< z of the limb in camera space; visible points have more
+    double limbDepth = 0.0;  ///< z of the limb in camera space; visible points have a larger z
 };
 
 /// Root of the scene, with viewport, perspective and global GL state. Its own position and rotation
@@ -24,18 +24,18 @@ public:
     /// Sets viewport and projection. @param width, height  pixels, both at least 1
     virtual void Resize(std::int32_t width, std::int32_t height);
 
-    /// Gives the projection matrix that `Resize` sets, column-major, computed without GL.
+    /// Computes the projection matrix that `Resize` sets, column-major, without calling GL.
     void GetProjectionMatrix(std::array<double, 16>& out) const noexcept;
 
     /// Projects a point to normalized device coordinates, [-1, 1] inside the view; w = 1.
     /// Deliberate: applies only the translation of the camera; the caller must rotate the point.
     CVector4 ProjectToNormalized(const CVector4& point) const noexcept;
 
-    /// Projects a point to window pixels, y upward, with the same condition. z is mapped to
-    /// [zNear, zFar], not to [0, 1].
+    /// Projects a point to window pixels, y upward. The caller must rotate the point here too. z is
+    /// mapped to [zNear, zFar], not to [0, 1].
     CVector4 ProjectToWindow(const CVector4& point) const noexcept;
 
-    /// Finds the limb of `sphere` on the equator.
+    /// Finds the limb of `sphere` along the equator, as the camera sees it.
     GlobeMeasure MeasureGlobe(const CSphere& sphere) const noexcept;
 
     std::int32_t width = 1;   ///< viewport, pixels

@@ -12,14 +12,14 @@ void ButtonRepeat::StopFor(HWND window) noexcept {
     if (timer_.RunsFor(window)) Stop();
 }
 
-void ButtonRepeat::GiveUpLostPress(PointerState& pointer, HWND window) noexcept {
+void ButtonRepeat::CancelLostPress(PointerState& pointer, HWND window) noexcept {
     if (GetCapture() == window) return;
     Stop();
     pointer.ForgetPress();
 }
 
 void ButtonRepeat::Repeat(PointerState& pointer, HWND window) {
-    GiveUpLostPress(pointer, window);
+    CancelLostPress(pointer, window);
     if (pointer.HeldKey() != 0)
         SendMessageW(window, WM_KEYDOWN, static_cast<WPARAM>(pointer.HeldKey()), 0);
 }

@@ -14,11 +14,12 @@ public:
     void StopFor(HWND window) noexcept;
     bool IsUnderWay() const noexcept { return timer_.Runs(); }
 
-    /// Stops and forgets the press when `window` does not have the capture (any more): a message
-    /// box or a switch to another program has taken it, and the window will not see the release.
-    void GiveUpLostPress(PointerState& pointer, HWND window) noexcept;
+    /// Stops the repeat and forgets the press when `window` does not have the mouse capture. A
+    /// message box or a switch to another program ends the capture, and the window then gets no
+    /// WM_LBUTTONUP.
+    void CancelLostPress(PointerState& pointer, HWND window) noexcept;
 
-    /// Sends the key of the held button to the window once more (the timer ticked).
+    /// Handles a tick of the timer: sends the key of the held button to the window again.
     void Repeat(PointerState& pointer, HWND window);
 
     const WindowTimer& Timer() const noexcept { return timer_; }

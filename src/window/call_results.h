@@ -4,27 +4,30 @@
 
 #include "horivo_map.h"
 
-/// The results of failed calls that the host can ask for, and why a window was refused.
+/// The errors that the host can query after a failed call, and the result of the last window
+/// creation.
 class CallResults {
 public:
-    /// Error number of Windows for the last failure that has stored one; a success does not reset
+    /// Windows error number of the last failure that has stored one. A later success does not reset
     /// it.
     std::uint32_t LastSysError() const noexcept { return lastSysError_; }
     void KeepSysError(std::uint32_t error) noexcept { lastSysError_ = error; }
-    /// The same number, for CGLContext, which writes to it.
+    /// Reference to the same number. CGLContext stores its errors there.
     std::uint32_t& SysErrorSlot() noexcept { return lastSysError_; }
 
-    /// Forgets the result of the last window creation.
+    /// Resets the result of the last window creation.
     void BeginCreation() noexcept {
         createStatus_ = HORIVO_OK;
         createError_ = 0;
     }
-    /// Notes how the creation went: HORIVO_OK or an OpenGL set-up code.
+    /// Stores the result of the creation: HORIVO_OK or an OpenGL set-up code.
     void EndCreation(std::uint32_t status) noexcept { createStatus_ = status; }
-    /// Notes why the window is refused though its status is HORIVO_OK.
+    /// Stores the Windows error for which the map refuses the window although the status is
+    /// HORIVO_OK.
     void RefuseCreation(std::uint32_t sysError) noexcept { createError_ = sysError; }
     std::uint32_t CreateStatus() const noexcept { return createStatus_; }
-    /// 0: the map has not refused the window itself, and GetLastError has the reason.
+    /// The error that RefuseCreation has stored. 0: Windows has refused the window, and
+    /// GetLastError has the reason.
     std::uint32_t CreateError() const noexcept { return createError_; }
 
 private:

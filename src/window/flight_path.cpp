@@ -17,7 +17,8 @@ double Normalise(double angle) noexcept {
     return WrapDegrees(std::fmod(angle, kFullTurnDeg));
 }
 
-/// The same turn the short way round, in [-180, 180]. @param difference  of two angles in [0, 360)
+/// Converts the difference of two angles in [0, 360) to the shortest equivalent turn, in [-180,
+/// 180].
 double ShortWay(double difference) noexcept {
     if (difference > kHalfTurnDeg) return difference - kFullTurnDeg;
     return difference < -kHalfTurnDeg ? difference + kFullTurnDeg : difference;

@@ -7,11 +7,11 @@
 /// The flight of the globe from one view to another in equal steps.
 class FlightPath {
 public:
-    /// Prepares a flight the short way round.
+    /// Prepares a flight. Tilt and spin each turn the short way round.
     /// @return false when an angle is not finite; the path is then unchanged
     bool Start(const ViewAngles& from, const ViewAngles& to) noexcept;
 
-    /// Takes one step; the last step sets the view to exactly the target.
+    /// Moves the view one step. The last step sets the view to exactly the target.
     /// @return whether the flight has more steps
     bool Step() noexcept;
 

@@ -8,15 +8,16 @@ inline constexpr UINT_PTR kFlightTimer = 2;
 /// The flight of the globe to another view, one step for each tick of its timer.
 class Flight {
 public:
-    /// Flies from one view to another; replaces a flight under way. An angle that is not finite
-    /// only stops the flight under way.
+    /// Stops a flight under way and starts a flight from one view to another. Starts none when an
+    /// angle is not finite.
     void Start(HWND window, const ViewAngles& from, const ViewAngles& to) noexcept;
     void Stop() noexcept { timer_.Stop(); }
     /// Stops a flight that was started for `window`.
     void StopFor(HWND window) noexcept;
     bool IsUnderWay() const noexcept { return timer_.Runs(); }
 
-    /// Takes one step, and stops after the last one. @return whether the flight has more steps
+    /// Moves the view one step and stops the timer after the last step. @return whether the flight
+    /// has more steps
     bool Step() noexcept;
     /// The view after the last step.
     ViewAngles Current() const noexcept { return path_.Current(); }
@@ -28,5 +29,5 @@ private:
     WindowTimer timer_;  ///< runs as long as the flight
 };
 
-/// The view that centres a place, degrees.
+/// The view that shows a place at the centre of the window.
 ViewAngles ViewOfPlace(double latitudeDeg, double longitudeDeg) noexcept;

@@ -27,7 +27,8 @@ void EndFlatPass() {
     glFlush();
 }
 
-/// Takes the whole state: pointer, detail, view, OpenGL and picture.
+/// Draws the status lines. Needs MapState because the lines show values of the pointer, the level
+/// of detail, the view, OpenGL and the picture.
 void DrawStatus(const MapState& map) {
     const CPlanet* planet = map.gl.Planet();
     const bool textured = planet != nullptr && planet->HasTexture();
@@ -50,7 +51,7 @@ void DrawStatus(const MapState& map) {
     DrawStatusLines(lines, map.gl.Font());
 }
 
-/// Takes the whole state: the frame shows nearly all of it.
+/// Draws one frame and shows it. Needs MapState because the frame shows nearly all parts of it.
 void DrawFrame(MapState& map, HDC dc, std::int32_t width, std::int32_t height) {
     const CGeoPoint& pointed = map.pointer.GeoPoint();
     map.gl.Scene().Resize(width, height);
@@ -66,8 +67,8 @@ void DrawFrame(MapState& map, HDC dc, std::int32_t width, std::int32_t height) {
     SwapBuffers(dc);
 }
 
-/// Uploads tiles and photos that came while the context could not be made current. Takes the whole
-/// state: picture, OpenGL, detail, windows and overlay.
+/// Uploads the tiles and photos that were ready while the context could not be made current. Needs
+/// MapState because it uses the picture, OpenGL, the level of detail, the windows and the overlay.
 void UploadWaitingTextures(MapState& map) {
     if (AttachWaitingTiles(map.textures, map.gl)) {
         OnTilesAttached(map.gl, map.detail);
@@ -76,10 +77,11 @@ void UploadWaitingTextures(MapState& map) {
     map.overlay.UploadWaitingPhotos();
 }
 
-/// Takes the duration of a frame into the measurement. Takes the whole state for LoadAtDetail.
+/// Adds the duration of a frame to the measurement. Loads the picture at a coarser detail when the
+/// frames are too slow. Needs MapState because LoadAtDetail does.
 /// @return whether the measurement needs another frame
 bool TimeFrame(MapState& map, HWND window, DWORD elapsedMs) {
-    const TuneOutcome outcome = map.detail.TakeFrame(map.textures.picture.IsBusy(), elapsedMs);
+    const TuneOutcome outcome = map.detail.AddFrame(map.textures.picture.IsBusy(), elapsedMs);
     if (outcome == TuneOutcome::Coarser) LoadAtDetail(map, window, map.detail.Factor());
     return outcome == TuneOutcome::AnotherFrame;
 }

@@ -2,5 +2,5 @@
 
 #include "base/windows_types.h"
 
-/// WM_PAINT: paints one frame of a map window.
+/// Handles WM_PAINT: paints one frame of a map window.
 LRESULT OnPaint(HWND window, WPARAM wParam, LPARAM lParam);

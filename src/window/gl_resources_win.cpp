@@ -24,8 +24,8 @@ std::uint32_t GlResources::CreateContext(const MapWindow& entry, SharedPicture& 
     if (entry.HasFont()) font_.Build(entry.dc.Get(), false);
     GLint size = 0;
     glGetIntegerv(GL_MAX_TEXTURE_SIZE, &size);
-    // Without an answer the limit from before stays: 0 would mean that there is no limit.
-    if (size >= 1) picture.TakeTextureLimit(size);
+    // Keep the earlier limit when OpenGL returns none: 0 would mean that there is no limit.
+    if (size >= 1) picture.SetTextureLimit(size);
     return HORIVO_OK;
 }
 

@@ -1,6 +1,5 @@
 #pragma once
-// The one OpenGL context and everything in it: made for a window, released before the context is
-// destroyed.
+// The one OpenGL context of all map windows and everything in it.
 
 #include <cstdint>
 
@@ -16,40 +15,41 @@
 #include "window/shared_picture_win.h"
 #include "window/view_state.h"
 
-/// The context, and the font, scene, lamp and planet that are drawn with it. Without a live window
-/// all are empty; only the transform and the size of the scene are kept.
+/// The context, and the font, scene, lamp and planet that are drawn with it. They are made for a
+/// window and released before the context is destroyed. Without a live window all are empty; only
+/// the transform and the size of the scene are kept.
 class GlResources {
 public:
-    /// @param lastSysError  gets the error of a failed creation; must outlive this object
+    /// @param lastSysError  out: the error of a failed creation; must outlive this object
     explicit GlResources(std::uint32_t& lastSysError) noexcept
         : context_(extensions_, lastSysError) {}
 
-    /// Makes the context on the window's DC and the font lists, and stores the texture limit of
-    /// OpenGL in `picture`. @return HORIVO_OK or an OpenGL set-up code
+    /// Creates the context for the DC of the window, makes the lists of the font, and stores the
+    /// texture limit of OpenGL in `picture`. @return HORIVO_OK or an OpenGL set-up code
     std::uint32_t CreateContext(const MapWindow& entry, SharedPicture& picture);
     void DestroyContext() noexcept { context_.Destroy(); }
     CGLContext& Context() noexcept { return context_; }
     const CGLContext& Context() const noexcept { return context_; }
-    /// Makes the context current on `dc` before something in it is deleted. When that fails, no
-    /// context is current afterwards: otherwise the same names would be deleted in the context of
-    /// another part of the program.
+    /// Makes the context current on `dc`. When that fails, makes no context current. Call this
+    /// function before something in the context is deleted: otherwise the objects of the same names
+    /// could be deleted in the context of another part of the program.
     void MakeCurrentOrNone(HDC dc) noexcept;
 
-    /// Puts lamp and planet into the scene. Throws std::bad_alloc.
-    /// All arguments must outlive the planet, which reads them again at each Compile.
+    /// Adds the lamp and the planet to the scene. Throws std::bad_alloc. All arguments must outlive
+    /// the planet, which reads them again at each Compile.
     void Populate(const MeshDetail& mesh, const std::int32_t& texCompression,
                   const CityTable& cities);
-    /// Sets the GL state that stays the same for all frames, after Populate.
+    /// Sets the GL state that stays the same for all frames. Call this function after Populate.
     void InitScene() { scene_.Init(); }
     /// Deletes lamp and planet with their textures and lists. The context should be current.
     /// Without a current context, textures and lists are freed when the context is destroyed.
     void ReleaseScene() noexcept;
     void ReleaseFont() noexcept { font_.Release(); }
 
-    /// Records the display lists again, with the day/night line for the time of TakeTime.
+    /// Records the display lists again. They show day and night at the time of the last ReadTime.
     void Compile() { scene_.Compile(); }
-    /// Reads the time for which the Sun is placed.
-    void TakeTime() noexcept { GetSystemTime(&sceneTime_); }
+    /// Reads the current time from the system clock.
+    void ReadTime() noexcept { GetSystemTime(&sceneTime_); }
     /// Sets viewport and projection, records the display lists again and measures the globe.
     void Resize(std::int32_t width, std::int32_t height);
     /// The part of Resize that needs no context: stores the size and measures the globe.
@@ -59,10 +59,10 @@ public:
     /// Stores the client size of `window` as the size of the scene, for picking and projecting.
     /// Calls no GL function. @return false while the window has no size
     bool UseSizeOf(HWND window) noexcept { return ClientSize(window, scene_.width, scene_.height); }
-    /// Calls UseSizeOf. @return whether anything can be picked in `window`: the window has a size,
+    /// Calls UseSizeOf. @return whether a place can be picked in `window`: the window has a size
     /// and there is a planet
     bool CanPickIn(HWND window) noexcept { return UseSizeOf(window) && planet_ != nullptr; }
-    /// Puts the lamp above a place of the globe.
+    /// Moves the lamp to a point above a place of the globe.
     void PlaceLampOver(const CVector4& place) noexcept;
 
     CScene& Scene() noexcept { return scene_; }
@@ -74,7 +74,7 @@ public:
     const GlobeMeasure& Globe() const noexcept { return globe_; }
 
     /// Loads the hand cursor, unless it is loaded already. The cursor is released with the last
-    /// window. It is never shown.
+    /// window. The map never shows it.
     void LoadHandCursor() noexcept;
     void ReleaseHandCursor() noexcept { handCursor_.reset(); }
 

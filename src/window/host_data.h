@@ -25,29 +25,29 @@ private:
     std::map<std::int32_t, std::basic_string<HorivoWideChar>> texts_;
 };
 
-/// The folders that the map reads, each with a trailing backslash.
+/// The folders that the map reads, each with a trailing backslash, and the settings file.
 struct MapFolders {
-    std::wstring host;          ///< of the host's executable
-    std::wstring data;          ///< holds "map.jpg"; empty: none
+    std::wstring host;          ///< folder of the host's executable
+    std::wstring data;          ///< folder of "map.jpg"; empty: none
     std::wstring settingsFile;  ///< path of "horivo.ini"; empty: none
 };
 
-/// What the host has handed over.
+/// The folders, and the data that the host has handed over: city table and translated texts.
 class HostData {
 public:
     const MapFolders& Folders() const noexcept { return folders_; }
     void SetFolders(MapFolders folders) noexcept { folders_ = std::move(folders); }
 
-    /// The table; its records are the host's memory. The reference stays good for the life of this
-    /// object, whatever table it refers to.
+    /// The city table. Its records are in the memory of the host. The reference is valid as long as
+    /// this object exists, also after SetCities.
     const CityTable& Cities() const noexcept { return cities_; }
-    void TakeCities(const CityTable& cities) noexcept {
+    void SetCities(const CityTable& cities) noexcept {
         cities_ = cities;
         citiesInUse_ = true;
     }
-    /// Ends the use of the records: after FreeMap the host may free them.
-    /// @return whether they were in use
-    bool GiveBackCities() noexcept { return std::exchange(citiesInUse_, false); }
+    /// Marks the records as not in use, because the host may free them after FreeMap.
+    /// @return whether the records were in use
+    bool StopUsingCities() noexcept { return std::exchange(citiesInUse_, false); }
 
     LocalStrings localStrings;
 

@@ -11,14 +11,14 @@ namespace {
 
 constexpr std::size_t kMaxName = 63;  // characters
 
-/// The two names of the record in a message of the host.
+/// Names of a city and its country, copied from the record that a message of the host refers to.
 struct AskedCity {
     wchar_t cityName[kMaxName + 1] = {};
     wchar_t countryName[kMaxName + 1] = {};
 };
 
-/// Reads the names of the record at `address`. Any program that can post to the window chooses the
-/// address. @return false when the memory there cannot be read
+/// Reads the names of the record at `address`. The address is not trusted, because any program may
+/// have posted the message. @return false when the memory at the address cannot be read
 bool ReadAskedCity(LPARAM address, AskedCity& city) noexcept {
     const auto* record = reinterpret_cast<const std::byte*>(address);
     const HANDLE self = GetCurrentProcess();
@@ -49,13 +49,13 @@ LRESULT OnShowCity(HWND window, WPARAM, LPARAM lParam) {
     const CityRecord& city = map.host.Cities().Records()[static_cast<std::size_t>(index)];
     if (!HasCoordinates(city)) return 0;
     const CVector4 place = LatLonToPoint(city.latitude, city.longitude, kPlanetRadius);
-    // HasCoordinates also accepts NaN and numbers that are too large for the arithmetic of angles:
-    // the globe cannot fly there.
+    // Do not fly to a place that is not finite: HasCoordinates also accepts NaN and numbers that
+    // are too large for the arithmetic of angles.
     if (IsFinite(place)) {
         map.flight.Start(window, map.view.Angles(), ViewOfPlace(city.latitude, city.longitude));
         map.gl.UseSizeOf(window);
         map.pointer.PointAt(place, map.gl.Scene());
-        PickCity(map.host.Cities(), place);  // makes the distances in the records current
+        PickCity(map.host.Cities(), place);  // updates the distances in the records
     }
     map.overlay.OfferPhotos(window, index, PhotosOf::City);
     if (map.windows.IsLive(window)) InvalidateRect(window, nullptr, FALSE);
@@ -75,7 +75,7 @@ LRESULT OnPhotosChanged(HWND window, WPARAM wParam, LPARAM lParam) {
     if (place >= records.size()) return 0;
     if (!PanelShows(map.overlay.Panel(), records[place], signedIndex)) return 0;
     if (map.overlay.AskHost(window, signedIndex) && map.windows.IsLive(window))
-        map.overlay.TakeNewPhotos(window);
+        map.overlay.OnNewPhotos(window);
     if (map.windows.IsLive(window)) InvalidateRect(window, nullptr, FALSE);
     return 0;
 }

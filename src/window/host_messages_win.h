@@ -3,7 +3,7 @@
 
 #include "base/windows_types.h"
 
-/// HORIVO_MSG_CITY: flies to a city and offers its photos.
+/// Handles HORIVO_MSG_CITY: flies to a city and offers its photos.
 LRESULT OnShowCity(HWND window, WPARAM wParam, LPARAM lParam);
-/// HORIVO_MSG_PHOTOS_CHANGED: reads the photos again when the panel shows this place.
+/// Handles HORIVO_MSG_PHOTOS_CHANGED: reads the photos of a place again when the panel shows it.
 LRESULT OnPhotosChanged(HWND window, WPARAM wParam, LPARAM lParam);

@@ -13,7 +13,7 @@ bool AskHostForPhotos(HWND window, std::int32_t signedIndex) {
                         reinterpret_cast<LPARAM>(window)) == kConsent;
 }
 
-void TellCityClicked(const CityTable& cities, HWND window, std::int32_t index) {
+void NotifyCityClicked(const CityTable& cities, HWND window, std::int32_t index) {
     CityRecord* record = cities.records + index;
     SendMessageW(GetParent(window), HORIVO_MSG_CITY, static_cast<WPARAM>(index),
                  reinterpret_cast<LPARAM>(record));

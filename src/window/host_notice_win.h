@@ -1,7 +1,7 @@
 #pragma once
-// The messages that the map sends to its host. While the host handles one it may destroy the
-// window, start a flight or hand over another table: after each of these calls, look everything up
-// again.
+// The messages that the map sends to its host. While the host handles such a message, it may
+// destroy the window, start a flight or hand over another city table. A caller must therefore look
+// everything up again after each of these calls.
 
 #include <cstdint>
 
@@ -9,8 +9,8 @@
 #include "cities/city_table.h"
 
 /// Asks the hidden main window of the host whether the photos may be shown.
-/// @return whether the host answered 1; any other answer, and no host, is a refusal
+/// @return true when the host answers 1; false after any other answer and when there is no host
 bool AskHostForPhotos(HWND window, std::int32_t signedIndex);
 
-/// Tells the parent of `window` that a city was clicked. @param index  must be in the table
-void TellCityClicked(const CityTable& cities, HWND window, std::int32_t index);
+/// Reports to the parent of `window` that a city was clicked. @param index  must be in the table
+void NotifyCityClicked(const CityTable& cities, HWND window, std::int32_t index);

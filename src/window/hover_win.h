@@ -1,5 +1,5 @@
 #pragma once
-// The pointer rests on a city: after half a second the photos of the city are offered.
+// When the pointer rests on a city for half a second, the map offers the photos of the city.
 
 #include <optional>
 
@@ -11,8 +11,9 @@ inline constexpr UINT_PTR kHoverTimer = 3;
 /// The wait for the pointer to rest on a city.
 class Hover {
 public:
-    /// Begins to wait; replaces a wait under way.
-    /// @param signedIndex  of the city; negative when the city is only the nearest one
+    /// Starts a wait in place of an earlier one.
+    /// @param signedIndex  index of the city; negated when the pointer is not on the city, which is
+    ///                     then only the nearest one
     void Start(HWND window, std::int32_t signedIndex, const WindowPoint& point) noexcept;
     void Cancel() noexcept { timer_.Stop(); }
     /// Cancels a wait that was started for `window`.
@@ -20,8 +21,8 @@ public:
     /// Cancels a wait for this city.
     void CancelForCity(std::int32_t signedIndex) noexcept;
 
-    /// Ends the wait (its timer ticked). @return the signed index of the city; empty when the
-    /// cursor is not at the point any more
+    /// Handles the tick of the timer: ends the wait. @return the signed index of the city; empty
+    /// when the cursor is no longer at the point
     std::optional<std::int32_t> End(HWND window) noexcept;
 
     const WindowTimer& Timer() const noexcept { return timer_; }

@@ -7,13 +7,14 @@ namespace {
 constexpr int kSaveQuality = 85;                 // percent, of the JPEG
 constexpr std::int32_t kMinHalvableLimit = 257;  // pixels; tiles of less than 128 show too little
 
-/// @return whether the picture is not as in its file any more: shrunk by its load, or fitted now
+/// Loads the picture, or shrinks the loaded picture to the current limits.
+/// @return whether the picture was shrunk and is therefore not as in its file
 bool LoadOrFit(SharedPicture& shared, const std::wstring& dataDirectory) {
     if (shared.picture.Stage() == PictureStage::Loaded) return shared.picture.Fit(shared.limits);
     return (shared.picture.Load(shared.limits, dataDirectory) & kLoadShrunkBit) != 0;
 }
 
-/// @return whether a picture is loaded
+/// Calls LoadOrFit and saves a shrunk picture in its file. @return whether a picture is loaded
 bool LoadAndSave(SharedPicture& shared, const std::wstring& dataDirectory) {
     if (LoadOrFit(shared, dataDirectory)) {
         shared.picture.MapTexture().SaveJpeg(MapPicture::PathIn(dataDirectory), kSaveQuality);

@@ -6,10 +6,12 @@
 #include "window/gl_resources_win.h"
 #include "window/shared_picture_win.h"
 
-/// Whether InstallMap tests the picture: the window that is created then is its hidden one.
+/// Whether InstallMap is testing the picture. A window that is created during the test is the
+/// hidden window of InstallMap.
 class InstallTest {
 public:
-    /// @param mayLoad  whether InstallMap holds the scene mutex, or there is none
+    /// @param mayLoad  whether the test may use the picture: InstallMap holds the scene mutex, or
+    ///                 there is no mutex
     void Begin(bool mayLoad) noexcept {
         isRunning_ = true;
         mayLoad_ = mayLoad;
@@ -23,9 +25,9 @@ private:
     bool mayLoad_ = false;
 };
 
-/// Loads, splits and uploads the picture, halving the size limit until the tiles fit, and writes
-/// the picture back when it had to be shrunk. This is the only work on pixels that the window
-/// thread does. It runs while InstallMap, which holds the scene mutex, creates its hidden window;
-/// the context must be current.
+/// Loads, splits and uploads the picture, and halves the size limit until the tiles fit. Saves the
+/// picture in its file when it had to be shrunk. This is the only work on pixels that the window
+/// thread does. Runs while InstallMap creates its hidden window. The caller must hold the scene
+/// mutex, if there is one, and the context must be current.
 void RunInstallSelfTest(SharedPicture& shared, const GlResources& gl,
                         const std::wstring& dataDirectory);

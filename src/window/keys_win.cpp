@@ -12,15 +12,15 @@
 namespace {
 
 constexpr double kTurnStepDeg = 1.0;             // degrees that one key press turns the globe
-constexpr LPARAM kWasDownBit = LPARAM{1} << 30;  // of lParam: the key repeats while it is held
+constexpr LPARAM kWasDownBit = LPARAM{1} << 30;  // of lParam: the key was already down before
 
 void Turn(MapState& map, HWND window, double right, double up) {
     map.view.TurnTo(TurnView(map.view.Angles(), right, up));
     ApplyViewChange(map, window, {.pick = true});
 }
 
-// The handlers of the keys. They are message handlers, so they take the whole state. `direction`
-// comes from the table below.
+// The handlers of the keys, which the table below lists. Each uses other parts of MapState.
+// `direction` is the value in the table.
 
 void TurnSideways(MapState& map, HWND window, int direction) {
     Turn(map, window, kTurnStepDeg * direction, 0.0);
@@ -41,7 +41,7 @@ void ShowStartView(MapState& map, HWND window, int) {
     ApplyViewChange(map, window, {.measure = true, .pick = true});
 }
 
-/// Goes one level of detail finer or coarser; does nothing at the ends.
+/// Makes the detail one level finer or coarser. Does nothing when there is no such level.
 void StepDetail(MapState& map, HWND window, int direction) {
     const std::int32_t factor = StepFactor(map.detail.Factor(), direction < 0);
     if (factor != map.detail.Factor()) LoadAtDetail(map, window, factor);
@@ -62,7 +62,7 @@ void TurnPage(MapState& map, HWND window, int direction) {
 struct KeyRoute {
     WPARAM key;
     void (*act)(MapState& map, HWND window, int direction);
-    int direction = 0;  // +1 or -1; 0 where there is none
+    int direction = 0;  // +1 or -1; 0 where the handler uses none
     bool once = false;  // whether the key acts only once while it is held
 };
 constexpr KeyRoute kKeyRoutes[] = {
@@ -89,11 +89,12 @@ LRESULT OnKeyDown(HWND window, WPARAM wParam, LPARAM lParam) {
     const auto* const route = std::find_if(std::begin(kKeyRoutes), std::end(kKeyRoutes),
                                            [=](const KeyRoute& r) { return r.key == wParam; });
     if (route == std::end(kKeyRoutes)) return DefWindowProcW(window, WM_KEYDOWN, wParam, lParam);
-    // A key that is held down must not start a load, or open a page, thirty times a second.
+    // Ignore the repeats of such a key: a held key must not start a load or open a page thirty
+    // times a second.
     if (route->once && (lParam & kWasDownBit) != 0) return 0;
     MapState& map = Map();
     route->act(map, window, route->direction);
-    // Windows handles messages while it opens a page: the window may be destroyed.
+    // The window may be destroyed now, because Windows handles messages while it opens a page.
     if (!map.windows.IsLive(window)) return 0;
     if (map.flight.IsUnderWay()) {
         map.flight.Stop();

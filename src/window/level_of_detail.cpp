@@ -44,7 +44,7 @@ void LevelOfDetail::StartMeasuring() noexcept {
     fpsSum_ = 0;
 }
 
-TuneOutcome LevelOfDetail::TakeFrame(bool busy, std::uint32_t elapsedMs) noexcept {
+TuneOutcome LevelOfDetail::AddFrame(bool busy, std::uint32_t elapsedMs) noexcept {
     frameRate_ = elapsedMs != 0 ? static_cast<float>(static_cast<double>(kMsPerSecond) / elapsedMs)
                                 : kTooFastToMeasure;
     return Measure(busy, elapsedMs);

@@ -1,6 +1,6 @@
 #pragma once
-// Level of detail: what follows from a detail factor, and the measurement of frames that finds a
-// factor for the machine.
+// Level of detail: the detail factor, the mesh and the texture limit that it sets, and the
+// measurement of frames that makes the detail coarser on a slow machine.
 
 #include <cstdint>
 
@@ -9,7 +9,7 @@
 
 inline constexpr std::int32_t kFinestFactor = 50;     // percent
 inline constexpr std::int32_t kCoarsestFactor = 800;  // percent
-inline constexpr std::int32_t kMeasuredFrames = 3;    // of one measurement, after a warm-up frame
+inline constexpr std::int32_t kMeasuredFrames = 3;    // in a measurement, after a warm-up frame
 
 enum class TuneOutcome : std::uint8_t {
     Idle,          ///< nothing more to do
@@ -17,14 +17,14 @@ enum class TuneOutcome : std::uint8_t {
     Coarser,       ///< too slow: the factor has been doubled, and the caller must apply it
 };
 
-/// Detail factor and measurement.
+/// The detail factor, its mesh, and the measurement. Window thread.
 class LevelOfDetail {
 public:
     /// Percent, [50, 800]; larger means less detail.
     std::int32_t Factor() const noexcept { return factor_; }
     const MeshDetail& Mesh() const noexcept { return mesh_; }
 
-    /// Sets the factor, clamped to [50, 800], and what follows from it: mesh and texture limit.
+    /// Sets the factor, clamped to [50, 800], and with it the mesh and the texture limit.
     void Apply(std::int32_t factor, TextureLimits& limits) noexcept;
 
     /// Begins a measurement with a warm-up frame.
@@ -35,10 +35,10 @@ public:
     /// Frames measured so far. Meaningful only while IsMeasuring is true.
     std::int32_t FramesMeasured() const noexcept { return measured_; }
 
-    /// Notes the duration of a painted frame, also for the measurement under way.
-    /// @param busy       a picture is being loaded or split: the measurement is given up
-    /// @param elapsedMs  0 is too short to measure and does not count
-    TuneOutcome TakeFrame(bool busy, std::uint32_t elapsedMs) noexcept;
+    /// Stores the duration of a painted frame, and adds it to the measurement under way, if any.
+    /// @param busy       a picture is being loaded or split: stops the measurement
+    /// @param elapsedMs  0: too short to be measured; the frame does not count
+    TuneOutcome AddFrame(bool busy, std::uint32_t elapsedMs) noexcept;
     /// Frames a second at the speed of the last frame; above 1000 when it was too short to measure.
     float FrameRate() const noexcept { return frameRate_; }
 
@@ -48,7 +48,7 @@ private:
     std::int32_t factor_ = 100;
     MeshDetail mesh_;
     std::int32_t measured_ = kMeasuredFrames;  ///< frames; -1: the warm-up frame comes next
-    std::int32_t fpsSum_ = 0;                  ///< of the measured frames, frames a second
+    std::int32_t fpsSum_ = 0;                  ///< sum over the measured frames, frames a second
     float frameRate_ = 0.0F;
 };
 

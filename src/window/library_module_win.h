@@ -2,9 +2,9 @@
 
 #include "base/windows_types.h"
 
-/// The module that this code is in.
+/// The module (DLL or program) that contains this code.
 HMODULE LibraryModule() noexcept;
 
-/// The same module with a reference that keeps it loaded; the caller releases it with FreeLibrary.
-/// Null on failure.
+/// Adds a reference to this module, so that it stays loaded until the caller passes the result to
+/// FreeLibrary. @return the module; null on failure
 HMODULE ReferenceToLibrary() noexcept;

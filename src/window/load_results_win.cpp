@@ -8,8 +8,9 @@ namespace {
 constexpr DWORD kWindowWaitMs = 1000;  // ms that the window thread waits for the picture
 constexpr int kErrorTextSize = 128;    // characters with terminator
 
-/// Shows that the picture cannot be loaded. Repeated failures show one box at a time.
-/// @param boxShown  whether a box is on the screen
+/// Shows a message box that the picture cannot be loaded. Does nothing while such a box is on the
+/// screen.
+/// @param boxShown  in and out: whether a box is on the screen
 void ShowErrorBox(bool& boxShown, HWND window) {
     if (boxShown) return;
     wchar_t text[kErrorTextSize];
@@ -32,12 +33,13 @@ void EndFailedLoad(SharedPicture& shared, HWND window) {
 
 void OnFailure(MapState& map, HWND window) {
     EndFailedLoad(map.textures, window);
-    map.windows.InvalidateAll();  // each of them may show that a picture is being loaded
+    map.windows.InvalidateAll();  // each may show "Loading texture..."
     ShowErrorBox(map.errorBoxShown, window);
 }
 
-/// Attaches the tiles, or notes that they wait for the context. Takes the whole state: picture,
-/// OpenGL, detail, windows and loader.
+/// Attaches the tiles to the planet. If the context cannot be made current, a later frame attaches
+/// them. Needs MapState because it uses the picture, OpenGL, the level of detail, the windows and
+/// the loader.
 void OnTilesReady(MapState& map, const MapWindow& entry) {
     SharedPicture& shared = map.textures;
     shared.loads.Report(shared.loads.Find(entry.window, LoadState::Split), LoadState::Ended);
@@ -48,8 +50,9 @@ void OnTilesReady(MapState& map, const MapWindow& entry) {
         // attached until the next load.
         const MutexHold hold = shared.Lock(kWindowWaitMs);
         if (!hold || !shared.picture.HasAllTiles()) {
-            // Another load is using the picture now. Its message will bring the tiles, unless the
-            // window of that load was destroyed: then nobody gets the message, so load once more.
+            // Another load is using the picture now. Its tiles are attached when its window gets
+            // the message of its end. If that window was destroyed, start a new load, because no
+            // window will get the message.
             if (shared.loads.IsNewestForgotten()) map.loader.StartLoad(entry.window);
             return;
         }

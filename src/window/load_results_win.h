@@ -1,11 +1,12 @@
 #pragma once
-// What the window does when a worker has loaded or split the map picture, or has failed.
+// Handles the messages of a worker that has loaded or split the map picture, or has failed.
 
 #include "window/map_state_win.h"
 
 /// Sets a detail factor (percent) and loads the picture for it. Does nothing for a window that is
-/// not live. Takes the whole state: windows, detail, picture, OpenGL and loader.
+/// not live. Needs MapState because it uses the windows, the level of detail, the picture, OpenGL
+/// and the loader.
 void LoadAtDetail(MapState& map, HWND window, std::int32_t factor);
 
-/// kStageDoneMessage: starts the next stage, attaches the tiles, or reports failure.
+/// Handles kStageDoneMessage: starts the next stage, attaches the tiles, or reports failure.
 LRESULT OnStageDone(HWND window, WPARAM wParam, LPARAM lParam);

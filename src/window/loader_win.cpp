@@ -10,8 +10,8 @@ namespace {
 
 constexpr DWORD kWorkerWaitMs = 5000;  // ms that a worker waits for the picture
 
-/// What a worker needs. It owns a handle of its own to the mutex and a use of GDI+, so that FreeMap
-/// may release those of the map while the worker still waits or decodes.
+/// The data of a worker thread. It has its own handle to the mutex and its own GDI+ session, so
+/// that FreeMap may release those of the map while the worker still waits or decodes.
 struct WorkerTask {
     SharedPicture& shared;
     HWND window;
@@ -27,8 +27,9 @@ bool IsStale(const WorkerTask& task) noexcept {
     return task.generation != task.shared.Generation();
 }
 
-/// Posts kStageDoneMessage. The load must have been reported to its tracker before. When the
-/// message cannot be posted (the window is destroyed, its queue is full), the load has ended.
+/// Posts kStageDoneMessage. The caller must have reported the state of the load to `loads` before.
+/// When the message cannot be posted (the window is destroyed or its queue is full), reports that
+/// the load has ended.
 void PostStage(LoadTracker& loads, HWND window, LoadNumber load, WPARAM stage,
                bool success) noexcept {
     const bool posted = window != nullptr && PostMessageW(window, kStageDoneMessage, stage,
@@ -88,8 +89,8 @@ DWORD WINAPI WorkerProc(void* parameter) {
     FreeLibraryAndExitThread(module, 0);
 }
 
-/// Makes the task of a worker. @return null when it gets no handle to the mutex or no reference to
-/// the library. Throws std::bad_alloc.
+/// Makes the task of a worker. @return null when no handle to the mutex or no reference to the
+/// library can be made. Throws std::bad_alloc.
 std::unique_ptr<WorkerTask> MakeTask(SharedPicture& shared, HWND window, LoadNumber load,
                                      const std::wstring& dataDirectory) {
     std::unique_ptr<WorkerTask> task(new WorkerTask{shared,
@@ -107,7 +108,7 @@ std::unique_ptr<WorkerTask> MakeTask(SharedPicture& shared, HWND window, LoadNum
 
 }  // namespace
 
-/// @return whether the thread has started
+/// Starts a thread that runs `procedure` on a new task. @return whether the thread has started
 bool MapLoader::StartThread(HWND window, LoadNumber load, LPTHREAD_START_ROUTINE procedure) {
     std::unique_ptr<WorkerTask> task;
     try {
@@ -121,12 +122,12 @@ bool MapLoader::StartThread(HWND window, LoadNumber load, LPTHREAD_START_ROUTINE
         FreeLibrary(task->module);
         return false;
     }
-    static_cast<void>(task.release());  // the thread owns it now
+    static_cast<void>(task.release());  // the thread owns the task now
     return true;
 }
 
-/// Starts a worker. A worker that cannot be started is reported like one that has failed, so that
-/// the user learns why the globe stays empty.
+/// Starts a worker. A worker that cannot be started is reported like a worker that has failed, so
+/// that the user gets a message why the globe stays empty.
 void MapLoader::StartWorker(HWND window, LoadNumber load, LPTHREAD_START_ROUTINE procedure,
                             WPARAM stage) {
     if (StartThread(window, load, procedure)) return;
@@ -141,8 +142,8 @@ void MapLoader::StartLoad(HWND window) {
 
 void MapLoader::StartSplit(HWND window) {
     if (!shared_.HasMutex()) return;
-    // This is kNoLoad when another program has posted the message. The worker then splits the
-    // picture that is loaded, if there is one.
+    // The result is kNoLoad when another program has posted the message of a loaded picture. The
+    // worker then splits the picture that is loaded, if there is one.
     const LoadNumber load = shared_.loads.Find(window, LoadState::Loaded);
     shared_.loads.Report(load, LoadState::Splitting);
     StartWorker(window, load, WorkerProc<RunSplit>, kSplitStage);

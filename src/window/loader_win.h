@@ -10,15 +10,16 @@ inline constexpr UINT kStageDoneMessage = WM_USER + 1;
 inline constexpr WPARAM kLoadStage = 0;
 inline constexpr WPARAM kSplitStage = 1;
 
-/// Starts the worker threads that load the map picture and split it into tiles. Any number of them
-/// may be under way: they take turns and end in one right set of tiles.
+/// Starts the worker threads that load the map picture and split it into tiles. Any number of
+/// workers may run at the same time: the scene mutex makes them use the picture one after the
+/// other, and the result is one complete set of tiles.
 class MapLoader {
 public:
     /// Both must outlive the workers.
     MapLoader(SharedPicture& shared, const HostData& host) noexcept
         : shared_(shared), host_(host) {}
 
-    /// Starts a load for `window`, which gets kStageDoneMessage when it is done.
+    /// Starts a load for `window`, which gets kStageDoneMessage at the end of the load.
     void StartLoad(HWND window);
     /// Starts the split of the picture that was loaded for `window`.
     void StartSplit(HWND window);

@@ -7,7 +7,7 @@ namespace {
 
 constexpr int kPointsPerInch = 72;
 constexpr std::size_t kMaxFaceName = 30;  // characters; LOGFONTW could hold one more
-constexpr int kCodePageDigits = 10;       // characters with terminator that a locale may answer
+constexpr int kCodePageDigits = 10;       // characters with terminator, for a locale's code page
 
 /// The character set of the user's language; 0 when its code page is western or unknown.
 std::uint8_t UserCharset() noexcept {
@@ -56,7 +56,7 @@ bool MakeLogFont(const wchar_t* faceName, int width, int height, int weight, uns
     out.lfCharSet = UserCharset();
     const WindowDc screen(nullptr);
     if (screen.Get() == nullptr) return false;
-    // Western or unknown: take the character set of the screen's default font.
+    // Western or unknown: use the character set of the screen's default font.
     if (out.lfCharSet == 0) out.lfCharSet = static_cast<BYTE>(GetTextCharset(screen.Get()));
     SetFontSize(screen.Get(), width, height, out);
     SetFontStyle(weight, styleFlags, out);

@@ -17,7 +17,7 @@ RawSettings CurrentSettings(const MapSettings& settings, std::int32_t factor) no
             factor / kPercentPerStep};
 }
 
-std::int32_t TakeSettings(const RawSettings& raw, MapSettings& settings) noexcept {
+std::int32_t StoreSettings(const RawSettings& raw, MapSettings& settings) noexcept {
     settings.texScalerX = Clamp(raw.texScalerX, kMinScaler, kMaxScalerX);
     settings.texScalerY = Clamp(raw.texScalerY, kMinScaler, kMaxScalerY);
     settings.texCompression = raw.texCompression != 0 ? 1 : 0;

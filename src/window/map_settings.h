@@ -3,14 +3,15 @@
 #include <cstdint>
 #include <string>
 
-/// Settings of section "map" of "horivo.ini". The fourth, the detail factor, is in LevelOfDetail.
+/// Three of the four settings in section "map" of "horivo.ini". The fourth setting, the detail
+/// factor, is in LevelOfDetail.
 struct MapSettings {
-    std::int32_t texScalerX = 0;      ///< base-2 exponent on the texture width limit, [-3, 2]
-    std::int32_t texScalerY = -1;     ///< the same for the height, [-3, 1]; -1 suits the 2:1 map
+    std::int32_t texScalerX = 0;   ///< base-2 exponent that scales the width limit, [-3, 2]
+    std::int32_t texScalerY = -1;  ///< exponent for the height limit, [-3, 1]; -1: the map is 2:1
     std::int32_t texCompression = 0;  ///< 1: ask GL for compressed tiles
 };
 
-/// The four numbers as the file has them.
+/// The four numbers in the form of the file, before they are clamped.
 struct RawSettings {
     std::int32_t texScalerX = 0;
     std::int32_t texScalerY = 0;
@@ -18,18 +19,17 @@ struct RawSettings {
     std::int32_t lagFactor = 0;  ///< detail factor in hundreds of percent
 };
 
-/// The present settings in the form of the file: a key that is missing keeps its present value.
+/// Converts the current settings to the form of the file. They are the defaults for keys that the
+/// file does not have.
 RawSettings CurrentSettings(const MapSettings& settings, std::int32_t factor) noexcept;
 
 /// Stores the numbers of a file, clamped to their ranges.
-/// @return the detail factor in percent, [0, 800], for LevelOfDetail::Apply, which clamps to [50,
-/// 800]
-std::int32_t TakeSettings(const RawSettings& raw, MapSettings& settings) noexcept;
+/// @return the detail factor, [0, 800] percent. LevelOfDetail::Apply clamps it to [50, 800]
+std::int32_t StoreSettings(const RawSettings& raw, MapSettings& settings) noexcept;
 
 /// Reads the administrative switches again, then section "map" of `settingsFile` (ANSI, or UTF-16
 /// with a byte-order mark). Does nothing when the path is empty.
-/// @param factor  the present detail factor, percent
-/// @return the new detail factor in percent, for LevelOfDetail::Apply; `factor` when nothing was
-/// read
+/// @param factor  the current detail factor, percent
+/// @return the new detail factor in percent, for LevelOfDetail::Apply; `factor` without a path
 std::int32_t ReadMapSettings(const std::wstring& settingsFile, MapSettings& settings,
                              std::int32_t factor);

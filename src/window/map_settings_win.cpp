@@ -10,7 +10,7 @@ constexpr const wchar_t* kSection = L"map";
 /// Reads one number of the file; `current` when the key is missing.
 std::int32_t ReadNumber(const std::wstring& file, const wchar_t* key,
                         std::int32_t current) noexcept {
-    // The function returns the number unsigned: -9 in the file comes as 4294967287.
+    // Convert to a signed number: for -9 in the file the function returns 4294967287.
     return static_cast<std::int32_t>(GetPrivateProfileIntW(kSection, key, current, file.c_str()));
 }
 
@@ -25,5 +25,5 @@ std::int32_t ReadMapSettings(const std::wstring& settingsFile, MapSettings& sett
     raw.texScalerY = ReadNumber(settingsFile, L"texScalerY", raw.texScalerY);
     raw.texCompression = ReadNumber(settingsFile, L"tex_compression", raw.texCompression);
     raw.lagFactor = ReadNumber(settingsFile, L"lag_factor", raw.lagFactor);
-    return TakeSettings(raw, settings);
+    return StoreSettings(raw, settings);
 }

@@ -5,14 +5,15 @@
 
 namespace {
 
-// Returns the pointer to the state. A plain pointer, so that the C++ runtime never destroys the
-// state: at the end of the process the libraries that the state uses may be unloaded already.
+// Returns the pointer to the state. It is a plain pointer, so that the C++ runtime never destroys
+// the state: at the end of the process the libraries that the state uses may be unloaded already.
 MapState*& StateSlot() noexcept {
     static MapState* state = nullptr;
     return state;
 }
 
-// Not from the heap: when no memory is left, InitMap must still store why it failed.
+// Memory of the state. It is not on the heap, because InitMap must be able to store its error in
+// the state when no memory is left.
 alignas(MapState) constinit std::byte stateMemory[sizeof(MapState)] = {};
 
 }  // namespace
@@ -26,14 +27,15 @@ MapState& Map() {
 void DestroyMapState() noexcept {
     MapState*& state = StateSlot();
     if (state == nullptr) return;
-    // A host that unloads without FreeMap, or while a window lives, leaves GDI+ or OpenGL in use:
-    // ending them here would call them under the loader's lock.
+    // Destroy the state only when it uses neither GDI+ nor OpenGL, because they must not be called
+    // under the loader's lock. It still uses them when the host unloads the library before FreeMap
+    // or before the last window is destroyed.
     const bool clean = state->gdiplus == nullptr && state->windows.Count() == 0;
     if (clean) {
         state->~MapState();
     } else {
-        // Frees at least the picture, the largest of what is left. No worker can be running: each
-        // holds a reference to the library.
+        // Free at least the picture, which is the largest part. No worker can be running, because
+        // each worker holds a reference to the library.
         state->textures.Abandon();
     }
     state = nullptr;

@@ -22,12 +22,14 @@
 #include "window/view_state.h"
 
 /// All mutable data of the map that exists once per process. Message handlers and exported
-/// functions reach it through Map(); what they call gets its parts as parameters. A function that
-/// needs four parts or more may take the whole state, and says so.
+/// functions get it from Map(); the functions that they call get parts of it as parameters. A
+/// function that needs four parts or more may have MapState as a parameter; its comment then names
+/// the parts.
 ///
-/// Three statics are not part of it: the common folder and the switches, which belong to the host
-/// services, and the number of users of GDI+, which outlive the map. What the C++ runtime needs is
-/// in stack_guard and exception_memory.
+/// Three mutable statics are not in MapState: the common folder and the administrative switches,
+/// which belong to the host services, and the number of users of GDI+, which belongs to
+/// GdiplusSession. The data of the C++ runtime is in stack_guard_win.cpp and
+/// exception_memory_win.cpp.
 struct MapState {
     HostData host;                            ///< window thread
     CallResults results;                      ///< window thread
@@ -41,18 +43,19 @@ struct MapState {
     ButtonRepeat repeat;                      ///< window thread
     LiveWindows windows;                      ///< window thread
     SharedPicture textures;                   ///< picture: its own mutex; the rest: see there
-    MapLoader loader{textures, host};         ///< window thread; its workers use `textures` alone
-    GlResources gl{results.SysErrorSlot()};   ///< window thread, context current
-    Overlay overlay{host, gl, windows};       ///< window thread, textures with the context current
-    TimeZoneTable zones;                      ///< window thread; city records point into it
+    MapLoader loader{textures, host};         ///< window thread; its workers use only `textures`
+    GlResources gl{results.SysErrorSlot()};   ///< window thread; GL needs the current context
+    Overlay overlay{host, gl, windows};       ///< window thread; GL needs the current context
+    TimeZoneTable zones;                      ///< window thread; city records point to its entries
     NearCities nearCities{zones};             ///< window thread
-    std::unique_ptr<GdiplusSession> gdiplus;  ///< window thread; between InitMap and FreeMap
+    std::unique_ptr<GdiplusSession> gdiplus;  ///< window thread; null before InitMap, after FreeMap
     bool errorBoxShown = false;  ///< window thread; "Can not load textures." is on screen
 };
 
-/// The one state, made at its first use.
+/// Returns the MapState of the process. The first call creates it.
 MapState& Map();
 
-/// Destroys the state when the library is unloaded while the process lives on. Calling GL or GDI+
-/// is forbidden then; after the last window and FreeMap the state holds nothing of either.
+/// Destroys the state. DllMain calls it when the library is unloaded before the end of the process;
+/// GL and GDI+ must not be called at that time. If the state still uses them, frees only the
+/// picture.
 void DestroyMapState() noexcept;

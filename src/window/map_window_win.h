@@ -13,7 +13,7 @@
 /// Number of timers of a map window; their ids are 1 to this.
 inline constexpr std::size_t kMapTimers = 4;
 
-/// What one live map window owns.
+/// The data of one live map window.
 class MapWindow {
 public:
     explicit MapWindow(HWND handle) noexcept : window(handle), dc(handle) {}
@@ -23,14 +23,14 @@ public:
     bool HasFont() const noexcept { return font_ != nullptr; }
 
     /// Notes that the message of a timer was posted back to the queue.
-    /// @param id      of the timer, 1 to kMapTimers
-    /// @param starts  how often the timer had been started
+    /// @param id      id of the timer, 1 to kMapTimers
+    /// @param starts  number of starts of the timer until now
     void NotePostedBack(UINT_PTR id, std::uint32_t starts) noexcept { postedBack_[id] = starts; }
     /// Removes the note. @return the number of starts in it; 0: there was no note
     std::uint32_t TakePostedBack(UINT_PTR id) noexcept { return std::exchange(postedBack_[id], 0); }
 
-    /// Notes the size of a frame that was shown, pixels.
-    /// @return whether it differs from that of the frame before
+    /// Stores the size of the frame that was just shown, pixels.
+    /// @return whether the frame before had another size; false for the first frame
     bool NoteShownSize(std::int32_t width, std::int32_t height) noexcept;
 
     const HWND window;
@@ -58,10 +58,10 @@ public:
     MapWindow& Add(HWND window);
     /// Releases the entry; the newest of the others, if any, becomes the current one.
     void Remove(HWND window) noexcept;
-    /// The entry of `window`, null when it is not live (any more).
+    /// The entry of `window`; null when the window is not live.
     MapWindow* Find(HWND window) noexcept;
     bool IsLive(HWND window) noexcept { return Find(window) != nullptr; }
-    /// The newest live window, for work that any window can do. Null when none lives.
+    /// The newest live window, for work that any window can do. Null when there is none.
     MapWindow* Current() noexcept;
     /// Asks every window to paint a new frame.
     void InvalidateAll() const noexcept;

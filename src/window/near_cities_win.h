@@ -8,10 +8,11 @@
 #include "render/geo_point.h"
 #include "window/gl_resources_win.h"
 
-/// The cities near the pointed place, with the labels that name them.
+/// Finds the cities near the pointed place and draws their labels.
 class NearCities {
 public:
-    /// @param zones  finds the zones of cities that only have a number; must outlive this object
+    /// @param zones  time zones by number, for cities that have only a number; must outlive this
+    ///               object
     explicit NearCities(TimeZoneTable& zones) noexcept : clock_(zones) {}
 
     /// Finds the cities near `place`, for the labels of this frame. Allocates nothing.

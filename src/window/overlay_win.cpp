@@ -66,7 +66,7 @@ void Overlay::OfferPhotos(HWND window, std::int32_t signedIndex, PhotosOf whose)
     if (!windows_.IsLive(window)) return;
     if (!IsSignedIndexIn(signedIndex, host_.Cities().count)) return;
     if (!AskHost(window, signedIndex) || !windows_.IsLive(window)) return;
-    // The host may have handed over another table while it was asked.
+    // Check the index again: the host may have handed over another city table in the meantime.
     if (!IsSignedIndexIn(signedIndex, host_.Cities().count)) return;
     const CityRecord& city =
         host_.Cities().Records()[static_cast<std::size_t>(IndexOfSigned(signedIndex))];
@@ -90,12 +90,12 @@ void Overlay::ReloadPhotos(HWND window) {
     UploadNowOrLater(*entry);
 }
 
-void Overlay::TakeNewPhotos(HWND window) {
+void Overlay::OnNewPhotos(HWND window) {
     panel_.OfferAllPages();
     ReloadPhotos(window);
 }
 
-void Overlay::TakeNewTable() noexcept {
+void Overlay::OnNewTable() noexcept {
     panel_.ForgetCityOrder();
     try {
         if (const MapWindow* live = windows_.Current()) {
@@ -115,8 +115,8 @@ void Overlay::ShowNextPage(HWND window) {
     if (!panel_.PageForward()) return;
     ReloadPhotos(window);
     if (panel_.HasThumbnails()) return;
-    // No photo of the next page can be loaded: show the previous page again, and do not offer the
-    // pages after it any more.
+    // No photo of the next page could be loaded: show the previous page again and offer no next
+    // page.
     panel_.RejectPage(before);
     ReloadPhotos(window);
 }
@@ -127,10 +127,10 @@ void Overlay::ShowPreviousPage(HWND window) {
     if (panel_.PageBack(host_.Cities())) ReloadPhotos(window);
 }
 
-std::int32_t Overlay::LightButtonAt(HWND window, const WindowPoint& point) noexcept {
+std::int32_t Overlay::HighlightButtonAt(HWND window, const WindowPoint& point) noexcept {
     RECT client = {};
     GetClientRect(window, &client);
     return buttons_.HitTestButtons(point.x, point.y, false, client.right);
 }
 
-void Overlay::PutOutButtons() noexcept { buttons_.HitTestButtons(0, 0, true, 0); }
+void Overlay::ClearHighlights() noexcept { buttons_.HitTestButtons(0, 0, true, 0); }

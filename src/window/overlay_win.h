@@ -9,7 +9,7 @@
 #include "window/map_window_win.h"
 #include "window/pointer_state.h"
 
-/// Whose photos are shown.
+/// Whether the photos of a city or those of its country are shown.
 enum class PhotosOf : bool { Country, City };
 
 /// The flat controls over the globe: buttons and photo panel, the same in all map windows.
@@ -19,10 +19,11 @@ public:
     Overlay(const HostData& host, GlResources& gl, LiveWindows& windows) noexcept
         : host_(host), gl_(gl), windows_(windows) {}
 
-    /// Makes the buttons from "buttons.png" and loads the photos that the panel showed before. The
-    /// context must be current.
+    /// Makes the buttons from "buttons.png" and the images of the photos that the panel showed
+    /// before. The context must be current.
     void Create();
-    /// Deletes the textures and images of the buttons and of the panel. The panel keeps its place.
+    /// Deletes the textures and images of the buttons and of the panel. The panel keeps its photos,
+    /// so that Create can show them again.
     void Release() noexcept;
 
     /// Places the panel and the photo buttons for the size of `window`. Call it before a point of
@@ -34,28 +35,26 @@ public:
     /// Draws panel and buttons. Needs the flat projection in window pixels.
     void Draw(const CGeoPoint& pointed, std::int32_t width, std::int32_t height);
 
-    /// Asks the host whether the photos may be shown, and keeps the answer for the add-photo
-    /// button.
-    /// @return the answer
+    /// Asks the host whether the photos may be shown. Stores the answer, because the add-photo
+    /// button is shown only after a yes. @return the answer
     bool AskHost(HWND window, std::int32_t signedIndex);
-    /// Asks the host and, when it consents, shows the photos of the record's country or of the city
-    /// itself. Does nothing for an index outside the table and for a window that is not live (any
-    /// more).
+    /// Asks the host and, when it agrees, shows the photos of a city or of its country. Does
+    /// nothing for an index outside the table and for a window that is not live.
     void OfferPhotos(HWND window, std::int32_t signedIndex, PhotosOf whose);
-    /// Reads the photos of the panel again after the host has reported new ones. Pages of which no
-    /// photo could be loaded are offered again.
-    void TakeNewPhotos(HWND window);
-    /// Reads the photos again after the host has handed over a new city table, because each photo
+    /// Reads the photos of the panel again, because the host has reported new photos. Also offers
+    /// the pages again that could not be loaded before.
+    void OnNewPhotos(HWND window);
+    /// Reads the photos again, because the host has handed over a new city table and each photo
     /// stores the index of its city in the table.
-    void TakeNewTable() noexcept;
+    void OnNewTable() noexcept;
 
     void ShowNextPage(HWND window);
     void ShowPreviousPage(HWND window);
 
     /// Highlights the button at a point of the window and no other button.
-    /// @return its virtual-key code, 0 for none
-    std::int32_t LightButtonAt(HWND window, const WindowPoint& point) noexcept;
-    void PutOutButtons() noexcept;
+    /// @return the virtual-key code of the button; 0 when there is no button
+    std::int32_t HighlightButtonAt(HWND window, const WindowPoint& point) noexcept;
+    void ClearHighlights() noexcept;
 
     const PhotoPanel& Panel() const noexcept { return panel_; }
 
@@ -71,5 +70,5 @@ private:
     LiveWindows& windows_;
     MapButtons buttons_;
     PhotoPanel panel_;
-    bool hostAccepted_ = false;  ///< the last answer of the host; shows the add-photo button
+    bool hostAccepted_ = false;  ///< last answer of the host: show the add-photo button
 };

@@ -12,5 +12,6 @@
 bool UpdatePick(PointerState& pointer, GlResources& gl, HWND window,
                 const WindowPoint& point) noexcept;
 
-/// The place of the globe under `point` in the view's frame, degrees; empty beside the globe.
+/// Returns the place of the globe under `point` in the view's frame, degrees; empty when `point` is
+/// beside the globe.
 std::optional<LatLon> PickInView(GlResources& gl, HWND window, const WindowPoint& point) noexcept;

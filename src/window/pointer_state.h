@@ -17,7 +17,8 @@ struct WindowPoint {
     bool operator==(const WindowPoint&) const = default;
 };
 
-/// A photo of the panel; two cities may have photos of the same number.
+/// Identifies a photo of the panel. The number alone is not enough, because two cities may have
+/// photos of the same number.
 struct PressedPhoto {
     std::int32_t cityIndex = -1;  ///< -1: no photo
     std::int32_t photoNumber = 0;
@@ -56,11 +57,11 @@ public:
     const PressedPhoto& HeldPhoto() const noexcept { return pressedPhoto_; }
     /// Virtual-key code of the overlay button that is held; 0: none.
     std::int32_t HeldKey() const noexcept { return pressedKey_; }
-    /// Forgets the press: the button was released, or another window has the capture.
+    /// Forgets the press, because the button was released or the window has lost the mouse capture.
     void ForgetPress() noexcept;
 
-    /// Makes `place` the anchor of a drag. Without a place (the press was beside the globe) removes
-    /// the anchor, because an older anchor must not turn the globe.
+    /// Makes `place` the anchor of a drag. Without a place (the press was beside the globe),
+    /// removes the anchor, so that the drag does not turn the globe.
     /// @param view   the view now
     /// @param place  the grabbed point in the view's frame, degrees
     void BeginDrag(const ViewAngles& view, const std::optional<LatLon>& place) noexcept;
@@ -70,12 +71,13 @@ public:
     void NoteDragTo(const WindowPoint& point) noexcept;
     /// Whether the pointer has moved since the button went down.
     bool WasDragged() const noexcept { return dragged_; }
-    /// The view in which the grabbed point is at `place`. Call it only while IsAnchored is true.
+    /// Returns the view that moves the grabbed point to the pointer. Call this function only while
+    /// IsAnchored is true. @param place  the point under the pointer in the view's frame, degrees
     ViewAngles DragTo(const LatLon& place) const noexcept;
 
 private:
     CGeoPoint geoPoint_;
-    /// The window that the pointer is inside, while `geoPoint_.valid`; it gets WM_MOUSELEAVE.
+    /// The window that the pointer is inside. Meaningful only while `geoPoint_.valid` is true.
     const void* overWindow_ = nullptr;
     WindowPoint press_;      ///< where the button went down
     bool anchored_ = false;  ///< the press grabbed the globe: a drag turns it

@@ -12,8 +12,8 @@
 
 namespace {
 
-/// The point of a mouse message. Both coordinates are signed: while the mouse is captured, the
-/// pointer may leave the window on every side.
+/// Returns the point of a mouse message. Both coordinates are signed: while the mouse is captured,
+/// the pointer may leave the window on every side.
 WindowPoint PointOf(HWND window, LPARAM lParam) noexcept {
     RECT client = {};
     GetClientRect(window, &client);
@@ -27,12 +27,13 @@ void ArmLeaveTracking(PointerState& pointer, HWND window) noexcept {
     TrackMouseEvent(&track);
 }
 
-/// Waits for the pointer to rest when it is on a city. Takes the whole state: panel, cities,
-/// pointer and hover.
+/// Starts to wait whether the pointer rests at `point`, to offer the photos of the nearest city.
+/// Needs MapState because it uses the panel, the cities, the pointer and the hover.
 void HoverAt(MapState& map, HWND window, const WindowPoint& point) noexcept {
     if (map.overlay.Panel().IsHoverOverPanel(point.x)) return;
     const CityPick pick = PickCity(map.host.Cities(), map.pointer.GeoPoint().globePoint);
-    // Deliberate: above 0, so the first city of the table never starts a hover; a click takes it.
+    // Deliberate: the index must be above 0. The first city of the table never starts a hover, but
+    // a click on it works.
     if (pick.index > 0 && pick.index < map.host.Cities().count)
         map.hover.Start(window, pick.SignedIndex(), point);
 }
@@ -50,8 +51,8 @@ void PressButton(HWND window, std::int32_t key) {
     SendMessageW(window, WM_KEYDOWN, static_cast<WPARAM>(key), 0);
 }
 
-/// Opens the page of the photo at `point` when the button went down on the same photo: the end of a
-/// drag over the panel opens nothing.
+/// Opens the page of the photo at `point` if the button went down on the same photo, so that the
+/// end of a drag over the panel opens nothing.
 void OpenPhotoAt(const PhotoPanel& panel, const WindowPoint& point, const PressedPhoto& pressed) {
     if (pressed.cityIndex < 0 || pressed != PhotoAt(panel, point)) return;
     OpenPhotoLink(WideString(panel.FindPhotoAt(point.x, point.y)->link));
@@ -59,13 +60,14 @@ void OpenPhotoAt(const PhotoPanel& panel, const WindowPoint& point, const Presse
 
 /// Handles a click without a drag on the globe: reports a hit city to the host, offers photos, and
 /// flies to the place, with or without a city.
-/// Takes the whole state: overlay, cities, pointer, windows, view and flight.
+/// Needs MapState because it uses the overlay, the cities, the pointer, the windows, the view and
+/// the flight.
 void Click(MapState& map, HWND window, const WindowPoint& point, bool onGlobe) {
     if (map.overlay.Panel().IsClickOnPanel(point.x) || !onGlobe) return;
     const CityPick pick = PickCity(map.host.Cities(), map.pointer.GeoPoint().globePoint);
     if (pick.IsIn(map.host.Cities().count)) {
         const bool hit = pick.hits > 0;
-        if (hit) TellCityClicked(map.host.Cities(), window, pick.index);
+        if (hit) NotifyCityClicked(map.host.Cities(), window, pick.index);
         map.overlay.OfferPhotos(window, pick.SignedIndex(),
                                 hit ? PhotosOf::City : PhotosOf::Country);
         if (!map.windows.IsLive(window)) return;
@@ -81,7 +83,7 @@ LRESULT OnMouseMove(HWND window, WPARAM wParam, LPARAM lParam) {
     MapState& map = Map();
     const WindowPoint point = PointOf(window, lParam);
     map.hover.Cancel();
-    map.repeat.GiveUpLostPress(map.pointer, window);
+    map.repeat.CancelLostPress(map.pointer, window);
     map.overlay.FitTo(window);
     ArmLeaveTracking(map.pointer, window);
     if (map.flight.IsUnderWay()) {
@@ -89,7 +91,7 @@ LRESULT OnMouseMove(HWND window, WPARAM wParam, LPARAM lParam) {
         return 0;
     }
     const bool onGlobe = UpdatePick(map.pointer, map.gl, window, point);
-    map.overlay.LightButtonAt(window, point);
+    map.overlay.HighlightButtonAt(window, point);
     const bool buttonHeld = map.pointer.HeldKey() != 0;
     if (wParam == MK_LBUTTON && !buttonHeld) {
         Drag(map, window, point);
@@ -109,12 +111,12 @@ LRESULT OnButtonDown(HWND window, WPARAM, LPARAM lParam) {
     SetFocus(window);
     SetCapture(window);
     map.pointer.HoldPhoto(PhotoAt(map.overlay.Panel(), point));
-    map.pointer.HoldKey(map.overlay.LightButtonAt(window, point));
+    map.pointer.HoldKey(map.overlay.HighlightButtonAt(window, point));
     const std::int32_t key = map.pointer.HeldKey();
     if (key != 0 && !ActsOnRelease(key)) {
         PressButton(window, key);
-        // While it handled the key, the host may have taken the capture or destroyed the window:
-        // only a button that is still held repeats.
+        // Repeat only a button that is still held: during the key message the host may have taken
+        // the capture or destroyed the window.
         if (map.windows.IsLive(window) && GetCapture() == window) map.repeat.Start(window);
         return 0;
     }
@@ -129,8 +131,8 @@ LRESULT OnButtonUp(HWND window, WPARAM, LPARAM lParam) {
     map.overlay.FitTo(window);
     map.repeat.Stop();
     ReleaseCapture();
-    const std::int32_t under = map.overlay.LightButtonAt(window, point);
-    map.overlay.PutOutButtons();
+    const std::int32_t under = map.overlay.HighlightButtonAt(window, point);
+    map.overlay.ClearHighlights();
     // A button acts only when the press and the release are both on it.
     const std::int32_t released = under == map.pointer.HeldKey() ? under : 0;
     if (ActsOnRelease(released)) {
@@ -138,7 +140,7 @@ LRESULT OnButtonUp(HWND window, WPARAM, LPARAM lParam) {
     } else {
         OpenPhotoAt(map.overlay.Panel(), point, map.pointer.HeldPhoto());
     }
-    // In both cases the host or the user may have destroyed the window.
+    // The host or the user may have destroyed the window in both cases.
     if (!map.windows.IsLive(window)) return 0;
     if (!map.pointer.WasDragged() && map.pointer.HeldKey() == 0) Click(map, window, point, onGlobe);
     if (!map.windows.IsLive(window)) return 0;
@@ -164,7 +166,7 @@ LRESULT OnMouseWheel(HWND window, WPARAM wParam, LPARAM) {
 LRESULT OnMouseLeave(HWND window, WPARAM, LPARAM) {
     MapState& map = Map();
     map.pointer.Leave();
-    map.overlay.PutOutButtons();
+    map.overlay.ClearHighlights();
     // Paint again: otherwise the screen would still show the button under the pointer highlighted.
     InvalidateRect(window, nullptr, FALSE);
     return 0;

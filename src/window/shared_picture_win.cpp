@@ -41,11 +41,11 @@ void SharedPicture::UseWholeTextureLimit() noexcept {
     limits.textureLimit = limits.maxTextureSize.load();
 }
 
-void SharedPicture::TakeTextureLimit(std::int32_t size) noexcept {
+void SharedPicture::SetTextureLimit(std::int32_t size) noexcept {
     limits.maxTextureSize = std::min(size, sizeCap_);
 }
 
-void SharedPicture::TakeScalers(const MapSettings& settings) noexcept {
+void SharedPicture::SetScalers(const MapSettings& settings) noexcept {
     limits.texScalerX = settings.texScalerX;
     limits.texScalerY = settings.texScalerY;
 }

@@ -15,23 +15,25 @@
 /// take minutes.
 inline constexpr DWORD kWorkerEndWaitMs = 300000;
 
-/// The map picture with the scene mutex around it. Window thread, except where a line says more.
+/// The map picture and the scene mutex that guards it. Window thread, except where a comment names
+/// other threads.
 class SharedPicture {
 public:
-    MapPicture picture;    ///< under the mutex, except its IsLoading, IsSplitting and IsBusy
+    MapPicture picture;    ///< guarded by the mutex, except IsLoading, IsSplitting and IsBusy
     TextureLimits limits;  ///< atomics: the window thread writes, workers read
-    LoadTracker loads;     ///< window thread, except its Report
+    LoadTracker loads;     ///< see there for the threads
 
-    /// Makes the mutex, unless there is one; takes the orphaned mutex, when there is one.
+    /// Makes the mutex, unless there is one. If there is an orphaned mutex, uses it instead of a
+    /// new mutex.
     void MakeMutex() noexcept;
-    /// Whether workers may run: without a mutex none may.
+    /// Whether there is a mutex. Without a mutex no worker may be started.
     bool HasMutex() const noexcept { return sceneMutex_ != nullptr; }
     /// Waits for the mutex. @return empty when the time ran out or there is no mutex
     MutexHold Lock(DWORD waitMs) const noexcept { return AcquireMutex(sceneMutex_.get(), waitMs); }
-    /// Whether the caller may use the picture after Lock: it has the mutex, or there is none and so
-    /// no worker can have the picture.
+    /// Whether the caller may use the picture after Lock: the caller holds the mutex, or there is
+    /// no mutex and therefore no worker.
     bool MayUse(const MutexHold& hold) const noexcept { return hold || !HasMutex(); }
-    /// A further handle to the mutex, for a worker; empty when it cannot be made.
+    /// Makes another handle to the mutex, for a worker; empty on failure.
     UniqueHandle DuplicateMutex() const noexcept { return DuplicateOf(sceneMutex_.get()); }
 
     /// Waits for a worker that is using the picture, then frees the picture. Workers that were
@@ -44,21 +46,21 @@ public:
     /// running.
     void Abandon() noexcept;
 
-    /// The number of calls of Release. A worker that was started at another number does not change
-    /// the picture. Any thread.
+    /// The number of calls of Release. A worker stores the number at its start. When the number has
+    /// changed, the worker does not change the picture. Any thread.
     std::uint32_t Generation() const noexcept { return generation_; }
 
     /// Frees the pixels of the picture and of the tiles. The caller must hold the mutex.
     void Clear() noexcept;
 
-    /// Lets the split use the largest texture of the OpenGL in use.
+    /// Sets the limit for the split to the largest texture size of the OpenGL in use.
     void UseWholeTextureLimit() noexcept;
 
     /// Stores the largest texture size of the OpenGL in use, pixels a side.
-    void TakeTextureLimit(std::int32_t size) noexcept;
+    void SetTextureLimit(std::int32_t size) noexcept;
     /// Stores the exponents that scale the size limits, from the user's settings.
-    void TakeScalers(const MapSettings& settings) noexcept;
-    /// Frees the picture and halves the size limit. A later TakeTextureLimit does not raise it
+    void SetScalers(const MapSettings& settings) noexcept;
+    /// Frees the picture and halves the size limit. A later SetTextureLimit does not raise it
     /// again. The caller must hold the mutex.
     void HalveLimit() noexcept;
 
@@ -69,7 +71,7 @@ public:
     bool TakeTilesWait() noexcept;
 
 private:
-    UniqueHandle sceneMutex_;  ///< guards `picture`; null: none could be made
+    UniqueHandle sceneMutex_;  ///< guards `picture`; null: there is no mutex
     /// The mutex of a worker that did not end before the time-out of Release. The worker still
     /// writes to the picture, so the next MakeMutex uses this mutex instead of a new one.
     UniqueHandle orphanedMutex_;

@@ -13,7 +13,7 @@ constexpr std::int32_t kLeft = 4;           // pixels
 constexpr std::int32_t kFirstBaseline = 4;  // pixels
 constexpr std::int32_t kLineGap = 2;        // pixels between two lines
 constexpr std::int32_t kInfoGap = 4;        // pixels added above the detail line
-constexpr std::uint32_t kSizeMultiple = 4;  // pixels; a tile's size beyond a multiple is padding
+constexpr std::uint32_t kSizeMultiple = 4;  // pixels; the part of a size beyond is padding
 constexpr float kMaxFps = 1000.0F;          // above, the frame was too short to measure
 constexpr std::size_t kLineSize = 256;      // characters with terminator
 
@@ -24,7 +24,7 @@ public:
 
     void Write(const char* text) {
         font_.DrawText(static_cast<float>(x_), static_cast<float>(y_), 0.0F, text);
-        // For an empty text DrawText pushes a matrix and leaves it; a frame may draw three of them.
+        // Pop the matrix that DrawText leaves pushed for an empty text.
         if (*text == '\0') glPopMatrix();
         x_ += font_.GetTextWidth(text);
     }

@@ -6,7 +6,7 @@
 #include "render/gl_font.h"
 #include "window/level_of_detail.h"
 
-/// What the status lines at the lower left of the window say.
+/// The values that the status lines at the lower left of the window show.
 struct StatusLines {
     const CGeoPoint& geoPoint;
     const LevelOfDetail& detail;
@@ -24,5 +24,5 @@ struct StatusLines {
 };
 
 /// Draws the lines upward from the lower left corner: readout, information, frame rate, progress.
-/// Needs the flat projection in window pixels; the modelview stack is as deep afterwards as before.
+/// Needs the flat projection in window pixels. Leaves the modelview stack at the same depth.
 void DrawStatusLines(const StatusLines& lines, const CGLFont& font);

@@ -13,12 +13,12 @@ void StartSunTimer(MapWindow& entry) noexcept {
 }
 
 void OnSunTimer(MapState& map, HWND window) {
-    // Asking Windows for all its zones takes a while: done here, it delays neither the start of the
-    // map nor a label.
+    // Read all time zones of Windows here, because this takes a while: it must delay neither the
+    // start of the map nor the first label.
     map.zones.Prepare();
     const MapWindow* entry = map.windows.Find(window);
     if (entry == nullptr || map.flight.IsUnderWay() || map.repeat.IsUnderWay()) return;
-    map.gl.TakeTime();
+    map.gl.ReadTime();
     const CurrentContextScope current(map.gl.Context(), entry->dc.Get());
     if (current.IsCurrent()) map.gl.Compile();
 }

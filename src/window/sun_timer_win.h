@@ -10,6 +10,6 @@ void StartSunTimer(MapWindow& entry) noexcept;
 
 /// Handles a tick of the timer: moves the day/night line to its current place. Does nothing during
 /// a flight or while a button is held.
-/// Takes the whole state: zones, windows, flight, held button and OpenGL.
+/// Needs MapState because it uses the time zones, the windows, the flight, the repeat and OpenGL.
 /// Deliberate: no frame is requested; the next frame shows the change.
 void OnSunTimer(MapState& map, HWND window);

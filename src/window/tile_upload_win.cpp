@@ -8,7 +8,8 @@ std::uint32_t AttachTiles(SharedPicture& shared, const GlResources& gl) {
 bool AttachPresentTiles(SharedPicture& shared, const GlResources& gl) {
     const MutexHold hold = shared.Lock(0);
     if (!shared.MayUse(hold) || !shared.picture.HasAllTiles()) return false;
-    // The tiles may be too large: another OpenGL (in a remote session) may allow less.
+    // Compare the sizes again: the tiles may come from an earlier context, and the OpenGL of this
+    // context (in a remote session) may allow less.
     return shared.picture.TilesFit(shared.limits.maxTextureSize) && AttachTiles(shared, gl) == 0;
 }
 

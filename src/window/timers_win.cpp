@@ -10,10 +10,11 @@
 
 namespace {
 
-/// Messages that one paint takes out of the queue: those of the map and some of a host.
+/// Maximum number of timer messages that one paint removes from the queue. It is enough for the
+/// timers of the map and some timers of a host.
 constexpr std::size_t kMaxTaken = 16;
 
-// The handlers of the timers: message handlers, so they take the whole state.
+// The handlers of the timers, which the table below lists. Each uses other parts of MapState.
 
 void OnRepeatTimer(MapState& map, HWND window) { map.repeat.Repeat(map.pointer, window); }
 
@@ -59,8 +60,8 @@ const TimerRoute* FindRoute(UINT_PTR id) noexcept {
     return route != std::end(kTimerRoutes) ? route : nullptr;
 }
 
-/// Returns the timer with the id `id`, one of the map's timers. Takes the whole state, because each
-/// timer is in a different part of it.
+/// Returns the timer with the id `id`, one of the map's timers. Needs MapState because each timer
+/// is in a different part of it.
 const WindowTimer& TimerOf(const MapState& map, const MapWindow& entry, UINT_PTR id) noexcept {
     switch (id) {
         case kRepeatTimer:
@@ -82,21 +83,23 @@ bool TakeTick(MapWindow& entry, const WindowTimer& timer, UINT_PTR id) noexcept 
     return timer.RunsFor(entry.window) && (postedFor == 0 || postedFor == timer.Starts());
 }
 
-/// Takes the next due timer out of the queue, also one that was posted back before. Messages that
-/// other threads have sent stay there: nothing may be handled during a paint.
+/// Removes the next timer message from the queue, also one that was posted back before. Does not
+/// handle messages that other threads have sent, because no message may be handled during a paint.
 bool TakeDueTimer(HWND window, MSG& message) noexcept {
     if (!PeekMessageW(&message, window, WM_TIMER, WM_TIMER, PM_REMOVE | PM_QS_POSTMESSAGE))
         return false;
     if (message.message != WM_QUIT) return true;
-    // WM_QUIT passes every filter; it is for the host's loop.
+    // Post WM_QUIT again, because the host's loop needs it: PeekMessageW returns it in spite of the
+    // filter.
     PostQuitMessage(static_cast<int>(message.wParam));
     return false;
 }
 
-/// A due timer that was taken out of the queue.
+/// A timer message that was removed from the queue.
 struct DueTimer {
     MSG message;
-    /// Null for a timer that the host has set for the map window or for a child window in it.
+    /// The timer of the map. Null when the host has set the timer, for the map window or for a
+    /// child window in it.
     const WindowTimer* timer;
 
     bool IsSameAs(const DueTimer& other) const noexcept {
@@ -104,7 +107,8 @@ struct DueTimer {
     }
 };
 
-/// Posts a timer back to the queue. When the queue is full the timer comes when it is due again.
+/// Posts a timer message back to the queue. When the queue is full, this message is lost; Windows
+/// sends another one when the timer is due again.
 void PostBack(MapWindow& entry, const DueTimer& due) noexcept {
     const MSG& message = due.message;
     if (!PostMessageW(message.hwnd, WM_TIMER, message.wParam, message.lParam)) return;
@@ -124,7 +128,7 @@ void PostDueTimers(MapState& map, HWND window) noexcept {
         const bool ours = due.message.hwnd == window && FindRoute(id) != nullptr;
         due.timer = ours ? &TimerOf(map, *entry, id) : nullptr;
         if (ours && !TakeTick(*entry, *due.timer, id)) continue;
-        // A timer that is due twice before it is handled comes once, as with Windows.
+        // Keep only one message of each timer, as Windows does.
         const bool isNew = std::none_of(taken.data(), end,
                                         [&](const DueTimer& other) { return due.IsSameAs(other); });
         if (isNew) *end++ = due;

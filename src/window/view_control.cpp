@@ -101,7 +101,7 @@ ViewAngles TurnView(const ViewAngles& view, double right, double up) noexcept {
 float ZoomByKey(float distance, bool in) noexcept {
     if (in && distance < kNearestDistance) distance += kZoomStep;
     if (!in && distance > kFarthestDistance) distance -= kZoomStep;
-    // The sum of steps of 0.1 is not exact in float: without the clamp one more step could pass the
+    // Clamp, because the sum of steps of 0.1 is not exact in float: one more step could pass the
     // limit, and the near plane would cut the globe.
     return Clamp(distance, kFarthestDistance, kNearestDistance);
 }

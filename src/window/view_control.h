@@ -1,6 +1,6 @@
 #pragma once
-// From input to view, without Windows: the point of the globe under the pointer, and how drag, keys
-// and wheel turn and move the globe.
+// Finds the point of the globe under the pointer, and computes the view after a drag, a key or a
+// turn of the wheel. Calls no function of Windows.
 
 #include <cstdint>
 #include <optional>
@@ -17,14 +17,15 @@ struct DragAnchor {
 };
 
 /// Finds the point of `sphere` nearest to the viewer under a window point.
-/// @param x, y          window pixels, y from the bottom; the viewport is the scene's
+/// @param x, y          window pixels, y from the bottom, in the viewport of the scene
 /// @param withRotation  true: in the globe's frame; false: in the view's frame
-/// @return the point (w = 1), empty beside the globe
+/// @return the point (w = 1); empty when (x, y) is beside the globe
 std::optional<CVector4> PickGlobe(const CScene& scene, const CSphere& sphere, double x, double y,
                                   bool withRotation) noexcept;
 
-/// Stores (x, y) as the pointer position and the globe point under it as the pointed place. Beside
-/// the globe the pointed place stays as it was; its angles and its projection are computed again.
+/// Stores (x, y) as the pointer position and the globe point under it as the pointed place. When
+/// (x, y) is beside the globe, keeps the pointed place and computes its angles and its projection
+/// again.
 /// @return whether (x, y) is on the globe
 bool RepickAt(CGeoPoint& geoPoint, const CScene& scene, const CSphere& sphere, std::int32_t x,
               std::int32_t y) noexcept;
@@ -44,7 +45,7 @@ float ZoomByKey(float distance, bool in) noexcept;
 float ZoomByWheel(float distance, std::int32_t notches) noexcept;
 /// Whole notches of a WM_MOUSEWHEEL delta; positive when the wheel was turned towards the user.
 /// Deliberate: the sign is the opposite of Windows' own, so that turning towards the user zooms in;
-/// a rest below one notch is dropped, not kept for the next message.
+/// a remainder below one notch is dropped, not kept for the next message.
 std::int32_t WheelNotches(std::int32_t delta) noexcept;
 
 /// Copies the view to the scene: X rotation is the tilt, Y rotation the spin, z the distance.

@@ -1,11 +1,12 @@
 #pragma once
 
 inline constexpr double kStartTilt = 40.0;       // degrees: shows Europe upright in the middle
-inline constexpr float kStartDistance = -12.2F;  // scene units: the whole globe with some space
+inline constexpr float kStartDistance = -12.2F;  // scene units: shows the whole globe
 inline constexpr float kNearestDistance =
-    -4.1F;  // scene units: nearer, the near plane cuts the air
-inline constexpr float kFarthestDistance = -28.5F;  // scene units: farther, the far plane cuts it
-inline constexpr float kPlanetRadius = 3.0F;        // scene units
+    -4.1F;  // scene units; if it were nearer, the near plane would cut the atmosphere
+inline constexpr float kFarthestDistance =
+    -28.5F;  // scene units; if it were farther, the far plane would cut the atmosphere
+inline constexpr float kPlanetRadius = 3.0F;  // scene units
 
 /// Tilt and spin, degrees in [0, 360).
 struct ViewAngles {
@@ -13,7 +14,8 @@ struct ViewAngles {
     double spin = 0.0;  ///< about the globe's own axis
 };
 
-/// Position of the camera, rotation of the globe, and which status lines show; for all windows.
+/// Position of the camera, rotation of the globe, and which status lines are shown. All windows
+/// have the same view.
 class ViewState {
 public:
     const ViewAngles& Angles() const noexcept { return angles_; }

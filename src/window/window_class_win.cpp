@@ -31,7 +31,8 @@ bool UnregisterMapClass() noexcept {
 }
 
 HWND MakeMapWindow(CallResults& results, const WindowRequest& request) noexcept {
-    // Windows may refuse the window before WM_CREATE, which resets these too.
+    // Reset the results here, although WM_CREATE does it too: Windows may refuse the window before
+    // WM_CREATE.
     results.BeginCreation();
     const HWND window =
         CreateWindowExW(0, kClassName, kTitle, request.style, request.x, request.y, request.width,

@@ -8,11 +8,11 @@
 
 /// Registers the class. @return HORIVO_OK, or HORIVO_CLASS_FAILED with the error in `results`
 std::uint32_t RegisterMapClass(CallResults& results) noexcept;
-/// @return whether the class was registered and is not any more
+/// Unregisters the class. @return false when it was not registered or is still in use
 bool UnregisterMapClass() noexcept;
 
-/// The place and the kind of a window to be created. Pixels; `parent` is null for a top-level
-/// window.
+/// Position, size, style and parent of a window to be created. Pixels. `parent` is null for a
+/// top-level window.
 struct WindowRequest {
     std::int32_t x, y, width, height;
     DWORD style;
@@ -20,7 +20,7 @@ struct WindowRequest {
 };
 
 /// Creates a map window.
-/// @param results  when the window is refused, its CreateStatus is the OpenGL set-up code, or it is
-///                 HORIVO_OK and LastSysError says why
+/// @param results  out: when the window is refused, CreateStatus is an OpenGL set-up code, or it is
+///                 HORIVO_OK and LastSysError has the reason
 /// @return null when refused
 HWND MakeMapWindow(CallResults& results, const WindowRequest& request) noexcept;

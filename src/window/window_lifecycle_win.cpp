@@ -12,16 +12,16 @@ namespace {
 
 constexpr int kFontWidth = -8;  // logical units
 
-/// Deletes everything in the context, which should be current (see GlResources::ReleaseScene). The
-/// overlay is deleted after the scene and before the font.
+/// Deletes the scene, the overlay and the font, in this order. The context should be current (see
+/// GlResources::ReleaseScene).
 void ReleaseContents(GlResources& gl, Overlay& overlay) noexcept {
     gl.ReleaseScene();
     overlay.Release();
     gl.ReleaseFont();
 }
 
-/// Releases everything in the one context before a new window gets the context. The tiles stay in
-/// memory and are uploaded again.
+/// Releases everything in the context, because the context will be created again for a new window.
+/// The tiles stay in memory and are uploaded again.
 void LeaveOldContext(LiveWindows& windows, GlResources& gl, Overlay& overlay) {
     const MapWindow* other = windows.Current();
     if (other == nullptr) return;
@@ -30,42 +30,45 @@ void LeaveOldContext(LiveWindows& windows, GlResources& gl, Overlay& overlay) {
 }
 
 UniqueFont CreateWindowFont() noexcept {
-    // Deliberate: the 8 is passed as the width; the font has the default height and an average
-    // character of 8 units.
+    // Deliberate: 8 is passed as the width and not as the height. The font has the default height
+    // and an average character width of 8 units.
     return CreateMapFont(L"MS Sans Serif", kFontWidth, 0, 0, 0);
 }
 
-/// Reads "horivo.ini". Takes the whole state: folders, settings, detail and picture.
+/// Reads "horivo.ini". Needs MapState because it uses the folders, the settings, the level of
+/// detail and the picture.
 void ReadSettings(MapState& map) {
     const std::int32_t factor =
         ReadMapSettings(map.host.Folders().settingsFile, map.settings, map.detail.Factor());
-    map.textures.TakeScalers(map.settings);
+    map.textures.SetScalers(map.settings);
     map.detail.Apply(factor, map.textures.limits);
 }
 
-/// Goes to the start view; the spin stays as it was.
+/// Sets the distance and the tilt of the start view, and keeps the spin.
 void ResetView(MapState& map, HWND window) noexcept {
     map.view.MoveTo(kStartDistance);
     map.view.TurnTo({kStartTilt, map.view.Angles().spin});
     ApplyViewChange(map, window, {});
 }
 
-/// Puts lamp and planet into the scene. Takes the whole state: OpenGL, detail, settings and cities.
+/// Adds the lamp and the planet to the scene. Needs MapState because it uses OpenGL, the level of
+/// detail, the settings and the cities.
 void Populate(MapState& map) {
     map.gl.Populate(map.detail.Mesh(), map.settings.texCompression, map.host.Cities());
 }
 
 /// Sets the GL state that stays the same for all frames, makes the overlay and places the markers
-/// of the cities. Call it after Populate.
+/// of the cities. Call this function after Populate.
 void InitScene(GlResources& gl, Overlay& overlay, const CityTable& cities) {
     gl.InitScene();
     overlay.Create();
     PlaceCityMarkers(cities, kPlanetRadius);
 }
 
-/// Shows the map picture on the globe of a new window. During InstallMap the self-test loads the
-/// picture. Otherwise the tiles in memory are uploaded; without usable tiles, a load is started.
-/// Takes the whole state: install test, picture, OpenGL, folders and loader.
+/// Shows the map picture on the globe of a new window. During InstallMap, runs the self-test of the
+/// picture. Otherwise uploads the tiles in memory, or starts a load when there are no usable tiles.
+/// Needs MapState because it uses the install test, the picture, OpenGL, the folders and the
+/// loader.
 void ShowTilesOrLoad(MapState& map, HWND window) {
     if (map.installTest.IsRunning()) {
         if (map.installTest.MayLoad())
@@ -75,10 +78,10 @@ void ShowTilesOrLoad(MapState& map, HWND window) {
     if (!AttachPresentTiles(map.textures, map.gl)) map.loader.StartLoad(window);
 }
 
-/// Makes context, scene and timer for a new window. Takes the whole state: nearly all of it is set
-/// up here. @return HORIVO_OK or an OpenGL set-up code
+/// Makes the context, the scene and the timer for a new window. Needs MapState because it sets up
+/// nearly all parts of it. @return HORIVO_OK or an OpenGL set-up code
 std::uint32_t SetUpWindow(MapState& map, MapWindow& entry) {
-    map.gl.TakeTime();
+    map.gl.ReadTime();
     entry.UseFont(CreateWindowFont());
     map.gl.LoadHandCursor();
     const std::uint32_t status = map.gl.CreateContext(entry, map.textures);
@@ -88,22 +91,22 @@ std::uint32_t SetUpWindow(MapState& map, MapWindow& entry) {
     Populate(map);
     ShowTilesOrLoad(map, entry.window);
     InitScene(map.gl, map.overlay, map.host.Cities());
-    // The camera distance was just reset, and a window created at its final size gets no WM_SIZE,
-    // so measure here.
+    // Measure here, because the camera distance was just reset and a window that is created at its
+    // final size gets no WM_SIZE.
     map.gl.Measure();
     StartSunTimer(entry);
     return HORIVO_OK;
 }
 
 /// Removes the window from the live windows and from the loads.
-/// @return whether a load of the window had not ended
+/// @return whether a load of the window has not ended yet
 bool RemoveWindow(LiveWindows& windows, LoadTracker& loads, HWND window) noexcept {
     windows.Remove(window);
     return loads.Forget(window);
 }
 
 /// Makes the context and the scene again for a live window, after the creation of another window
-/// has failed. Takes the whole state, like SetUpWindow.
+/// has failed. Needs MapState for the same reason as SetUpWindow.
 void RebuildOn(MapState& map, MapWindow& entry) {
     if (map.gl.CreateContext(entry, map.textures) != HORIVO_OK) return;
     Populate(map);
@@ -116,8 +119,8 @@ void RebuildOn(MapState& map, MapWindow& entry) {
     if (!attached) map.loader.StartLoad(entry.window);
 }
 
-/// Releases all that the refused window has made and gives the context to another live window, if
-/// there is one. Takes the whole state, like SetUpWindow.
+/// Releases everything that was made for a refused window. Makes the context and the scene again
+/// for another live window, if there is one. Needs MapState for the same reason as SetUpWindow.
 void Refuse(MapState& map, HWND window) noexcept {
     try {
         ReleaseContents(map.gl, map.overlay);
@@ -141,15 +144,15 @@ void StopMotionOf(HWND window, Hover& hover, Flight& flight, ButtonRepeat& repea
     repeat.StopFor(window);
 }
 
-/// Starts a load for another window when the load of a destroyed window had not ended: its messages
-/// are lost, and a load of another window may have given up waiting for it. Does nothing while
-/// another load is under way.
+/// Starts a load for another live window, unless a load is under way. Call this function when a
+/// window was destroyed before its load had ended: the messages of that load are lost, and a load
+/// of another window may have timed out while it waited for that load.
 void RestartLoadForAnotherWindow(MapState& map) noexcept {
     if (!map.textures.loads.IsAnyUnderWay()) map.loader.StartLoad(map.windows.Current()->window);
 }
 
-/// Releases a window while there are other live windows. Takes the whole state: OpenGL, windows,
-/// picture and loader.
+/// Releases a window while there are other live windows. Needs MapState because it uses OpenGL, the
+/// windows, the picture and the loader.
 void DestroyOneOfMany(MapState& map, MapWindow& entry) noexcept {
     if (wglGetCurrentContext() == map.gl.Context().GetHandle() &&
         wglGetCurrentDC() == entry.dc.Get()) {
@@ -159,8 +162,8 @@ void DestroyOneOfMany(MapState& map, MapWindow& entry) noexcept {
     if (unfinished) RestartLoadForAnotherWindow(map);
 }
 
-/// Releases the last window with context and scene. Takes the whole state: OpenGL, overlay, windows
-/// and picture.
+/// Releases the last window, the context and the scene. Needs MapState because it uses OpenGL, the
+/// overlay, the windows and the picture.
 void DestroyLast(MapState& map, MapWindow& entry) noexcept {
     const ForeignContextGuard guard(map.gl.Context());
     map.gl.MakeCurrentOrNone(entry.dc.Get());
@@ -194,7 +197,7 @@ LRESULT OnCreate(HWND window, WPARAM, LPARAM) {
 LRESULT OnDestroy(HWND window, WPARAM, LPARAM) {
     MapState& map = Map();
     MapWindow* entry = map.windows.Find(window);
-    if (entry == nullptr) return 0;  // refused at its creation, which left nothing to release
+    if (entry == nullptr) return 0;  // refused at its creation: nothing to release
     entry->sunTimer.Stop();
     map.pointer.LeaveDestroyed(window);
     StopMotionOf(window, map.hover, map.flight, map.repeat);
@@ -212,7 +215,7 @@ LRESULT OnSize(HWND window, WPARAM wParam, LPARAM lParam) {
     map.hover.Cancel();
     const std::int32_t width = LOWORD(lParam);
     const std::int32_t height = HIWORD(lParam);
-    // A minimised or squeezed window keeps its last size.
+    // Keep the last size when the window is minimised or has no client area.
     if (entry != nullptr && width >= 1 && height >= 1) {
         const CurrentContextScope current(map.gl.Context(), entry->dc.Get());
         if (current.IsCurrent()) {

@@ -11,7 +11,7 @@
 
 namespace {
 
-/// Erases nothing: the globe covers every pixel, and erasing first would only flicker.
+/// Erases nothing, because each frame covers every pixel and erasing would only cause flicker.
 LRESULT OnEraseBackground(HWND, WPARAM, LPARAM) { return 1; }
 
 struct MessageRoute {

@@ -34,7 +34,7 @@ void CheckNumbers(const Numbers& numbers) {
     TextureLimits limits;
     const std::int32_t glAnswer = numbers.maxTextureSize & 0x7FFFFFFF;
     limits.maxTextureSize = glAnswer;
-    detail.Apply(TakeSettings(numbers.raw, settings), limits);
+    detail.Apply(StoreSettings(numbers.raw, settings), limits);
     CheckDetail(detail);
     Check(settings.texScalerX >= -3 && settings.texScalerX <= 2);
     Check(settings.texScalerY >= -3 && settings.texScalerY <= 1);
@@ -44,7 +44,7 @@ void CheckNumbers(const Numbers& numbers) {
 
     detail.StartMeasuring();
     for (int frame = 0; frame < 8; ++frame) {
-        if (detail.TakeFrame(false, numbers.elapsedMs) == TuneOutcome::Coarser) {
+        if (detail.AddFrame(false, numbers.elapsedMs) == TuneOutcome::Coarser) {
             detail.Apply(detail.Factor(), limits);
         }
     }
@@ -56,7 +56,7 @@ void CheckNumbers(const Numbers& numbers) {
     // What is written back is read as the same.
     const RawSettings again = CurrentSettings(settings, detail.Factor());
     MapSettings copy;
-    TakeSettings(again, copy);
+    StoreSettings(again, copy);
     Check(copy.texScalerX == settings.texScalerX && copy.texScalerY == settings.texScalerY);
 }
 

@@ -21,7 +21,7 @@ constexpr double kNan = std::numeric_limits<double>::quiet_NaN();
 
 /// Answers each city with the same text.
 struct TestClock final : CityClock {
-    void TakeTime() noexcept override {}
+    void ReadTime() noexcept override {}
     void WriteTime(CityRecord&, char (&text)[kLabelTextSize]) noexcept override {
         std::strcpy(text, time.c_str());
     }

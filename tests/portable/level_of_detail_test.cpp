@@ -30,7 +30,7 @@ TEST(LevelOfDetail, MeasuresThreeFramesAfterAWarmUp) {
     LevelOfDetail detail;
     const auto expect = [&detail](TuneOutcome outcome, std::uint32_t ms, const char* why,
                                   bool busy = false) {
-        EXPECT_EQ(detail.TakeFrame(busy, ms), outcome) << why;
+        EXPECT_EQ(detail.AddFrame(busy, ms), outcome) << why;
     };
     expect(TuneOutcome::Idle, 500, "nothing is measured before it was asked for");
     detail.StartMeasuring();
