@@ -9,7 +9,7 @@
 
 namespace {
 
-// Characters of the base name that is taken from the program's name; SetBaseName takes one more.
+// Longest base name that is taken from the program's name, characters; SetBaseName accepts 64.
 constexpr std::size_t kInitialBaseNameChars = 63;
 
 void Clear(CLangFile& file) noexcept {

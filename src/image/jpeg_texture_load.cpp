@@ -179,7 +179,8 @@ bool CGLTexture::LoadShrunk(Picture& picture, int maxWidth, int maxHeight) {
     const std::int64_t targetHeight = FittedSide(height, maxHeight);
     if (targetWidth > width || targetHeight > height) return false;
     if (targetWidth == width && targetHeight == height) return false;
-    // Rows of other widths must be padded first, because the filter includes the padding.
+    // A picture of any other width must be loaded whole first: Load pads its rows, and the filter
+    // must include the padding.
     if (width % kRowMultiple != 0) return false;
 
     const LockedRows rows(picture);

@@ -15,5 +15,5 @@ struct LatLon {
 /// Latitude and longitude of `point` in radians. The longitude lies in (-pi/2, 3 pi/2]; it is 0 on
 /// the axis and at the origin.
 LatLon PointToLatLon(const CVector4& point) noexcept;
-/// The same in degrees.
+/// The result of PointToLatLon in degrees.
 LatLon PointToLatLonDeg(const CVector4& point) noexcept;
