@@ -11,7 +11,7 @@
 
 namespace {
 
-constexpr DWORD kSettleMs = 400;  // time in which a menu, a dialog or a new text is drawn
+constexpr DWORD kSettleMs = 400;  // after this time a menu, a dialog or a new text is drawn
 constexpr DWORD kZonesTimeoutMs = 30000;
 constexpr DWORD kZonesLookMs = 50;
 constexpr int kMenus = 4;

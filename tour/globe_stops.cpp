@@ -6,8 +6,8 @@
 
 namespace {
 
-constexpr int kNearNotches = 45;  // of the wheel, until the globe is larger than the window
-constexpr int kFarNotches = 100;  // of the wheel, enough to reach the largest distance
+constexpr int kNearNotches = 45;  // of the wheel; the globe is then larger than the window
+constexpr int kFarNotches = 100;  // of the wheel; more than the map zooms out
 constexpr double kObliquityDeg = 23.44;
 constexpr double kDaysPerYear = 365.25;
 constexpr double kDaysPerMonth = kDaysPerYear / 12.0;

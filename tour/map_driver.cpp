@@ -10,7 +10,7 @@ namespace {
 
 constexpr DWORD kLookMs = 150;  // between two looks; a flight takes several steps in this time
 constexpr DWORD kTimeoutMs = 180000;    // a busy machine has needed a minute
-constexpr int kEqualLooks = 3;          // a single one may be between loading and splitting
+constexpr int kEqualLooks = 3;          // in a row; one alone may be between loading and splitting
 constexpr double kArrivedPixels = 3.0;  // most distance from the window's middle, in x and y
 constexpr int kDragSteps = 12;
 constexpr int kCrowdSteps = 24;  // steps of the search in each direction

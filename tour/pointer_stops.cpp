@@ -4,7 +4,7 @@
 
 namespace {
 
-constexpr int kNearNotches = 100;  // of the wheel, enough to reach the smallest distance
+constexpr int kNearNotches = 100;  // of the wheel; more than the map zooms in
 constexpr DWORD kRestMs = 1000;    // the map offers photos when the pointer has rested half as long
 constexpr int kPages = 4;          // more pages than the photos of a city fill
 

@@ -15,7 +15,7 @@ struct Stop {
 
 /// Stops that show the globe; they work at any hour of the day.
 std::span<const Stop> GlobeStops();
-/// One stop, to be taken with the clock set to the evening of a 21st of June.
+/// One stop, to be taken with the system clock set to the evening of a 21st of June.
 std::span<const Stop> JuneStops();
 /// Stops that show what the pointer brings up: buttons, labels, photos. The pictures are best when
 /// it is day in Europe.

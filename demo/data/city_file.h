@@ -17,7 +17,7 @@ enum class StandsFor : unsigned char { Itself, ZoneInCountry, Zone };
 /// time zone (its key name in the registry), a field that is not read, and what the city stands for
 /// ("zone", "country" or empty).
 /// @return a record for each line that has a name and a valid position; other lines are skipped.
-///         Names are cut to 63 characters. An unknown or missing time zone becomes 0.
+///         Names are truncated to 63 characters. An unknown or missing time zone becomes 0.
 std::vector<CityRecord> ReadCities(std::wstring_view text);
 
 /// The number of the zone with this key name in HORIVO_TIME_ZONES; 0 when there is none.

@@ -42,8 +42,8 @@ private:
     struct IndexFile {
         std::wstring path;         ///< relative to the photo tree
         std::int32_t signedIndex;  ///< of its city or country
-        std::int32_t photos;       ///< number listed when it was last read
-        FILETIME written;          ///< time of its last change then; 0: there was no file
+        std::int32_t photos;       ///< photos that the file listed when it was last read
+        FILETIME written;          ///< file time when it was last read; 0: there was no file
     };
 
     void ListIndexFiles();

@@ -11,7 +11,7 @@ struct HostSettings {
     std::wstring country;   ///< of that city
     RECT place{};           ///< of the window when not maximized, screen pixels; empty: none yet
     bool maximized = false;
-    int sortColumn = 0;  ///< as CityColumn
+    int sortColumn = 0;  ///< number of a CityColumn
     bool sortDescending = false;
     bool alwaysOnTop = false;
 };

@@ -39,7 +39,7 @@ public:
     /// Selects a city and scrolls to its row; clears the field when its text hides that city.
     /// OnNotify does not report this selection, because the user did not make it.
     void Select(std::int32_t city);
-    /// Scrolls to the first hit; without a search to the selected city.
+    /// Scrolls to the first hit, or to the selected city when the search field is empty.
     void Scroll();
     /// Number of cities that are shown.
     std::size_t RowCount() const { return rows_.size(); }

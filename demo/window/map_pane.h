@@ -29,7 +29,7 @@ public:
     /// one of its children has got the focus: without a window manager, Wine then raises the host
     /// over the popup.
     void RaiseAboveHost();
-    /// Makes the host and its map stay above all other windows, or ends that.
+    /// Puts the host and its map above all other windows, or makes both normal windows again.
     void SetHostOnTop(bool onTop);
 
 private:

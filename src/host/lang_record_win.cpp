@@ -9,7 +9,8 @@
 
 namespace {
 
-// Longest base name that is taken from the program's name, characters; SetBaseName accepts 64.
+// Characters of the longest base name that is taken from the program's name. SetBaseName accepts 64
+// characters.
 constexpr std::size_t kInitialBaseNameChars = 63;
 
 void Clear(CLangFile& file) noexcept {

@@ -12,9 +12,9 @@ HorivoWideChar monthNames[12][24] = {};
 
 namespace {
 
-constexpr std::size_t kNameChars = 16;       // of a day or month
-constexpr int kLocaleNameCapacity = 80 + 1;  // characters; no locale has longer names
-constexpr int kAbbrevCapacity = 6 + 1;       // characters; longer abbreviations are not searched
+constexpr std::size_t kNameChars = 16;             // of a day or month
+constexpr int kLocaleNameCapacity = 80 + 1;        // characters; no locale has longer names
+constexpr int kAbbrevCapacity = 6 + 1;             // characters; locales with more are skipped
 constexpr std::int32_t kUnitTableCapacity = 3072;  // characters of a unit table's text
 
 void StoreName(HorivoWideChar* field, LCID locale, LCTYPE which) noexcept {

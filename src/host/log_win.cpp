@@ -31,7 +31,7 @@ bool FormLogPath(wchar_t (&path)[kPathCapacity]) noexcept {
     return std::swprintf(path, kPathCapacity, L"%ls%ls", folder, kFileName) > 0;
 }
 
-/// Opens the file, or creates it, for writing at its end.
+/// Opens the file, or creates it, for appending.
 UniqueFile OpenLog() noexcept {
     wchar_t path[kPathCapacity];
     if (!FormLogPath(path)) return UniqueFile();

@@ -14,7 +14,7 @@
 namespace {
 
 constexpr std::int64_t kMinBufferSide = 16;  // pixels
-constexpr std::int32_t kRowMultiple = 4;     // pixels; rows are padded to a multiple of it
+constexpr std::int32_t kRowMultiple = 4;     // pixels; rows are padded to a multiple of this
 
 /// Smallest 16 * 2^n that reaches `size` or `limit`, whichever comes first.
 std::int64_t DoubledSide(std::int64_t size, std::int64_t limit) noexcept {

@@ -55,7 +55,7 @@ public:
     /// @return whether any of its loads had not ended
     bool Forget(const void* window) noexcept;
 
-    /// Whether a load or split for an existing window is under way. A failed one does not count.
+    /// Whether a load or split for an existing window is under way. A failed load does not count.
     bool IsAnyUnderWay() const noexcept;
 
     /// Whether the window of the newest load was destroyed before the load had ended.

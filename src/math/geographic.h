@@ -4,7 +4,7 @@
 
 #include "math/vector4.h"
 
-/// The point at `latitude`, `longitude` (degrees, north and east positive) on a sphere; w = 1.
+/// The point at a latitude and longitude (degrees, north and east positive) on a sphere; w = 1.
 CVector4 LatLonToPoint(double latitudeDeg, double longitudeDeg, double radius) noexcept;
 
 struct LatLon {
