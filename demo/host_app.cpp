@@ -15,14 +15,14 @@ namespace {
 constexpr UINT kZonesRead = WM_APP;
 constexpr UINT_PTR kZoneTimer = 1;
 constexpr UINT_PTR kPhotoTimer = 2;
-// On some systems reading the zones takes longer than showing the first picture. The delay lets the
-// picture come first.
+// Delays the reading of the time zones, so that the map shows its first picture before. On some
+// systems the reading takes longer than that picture.
 constexpr UINT kZoneDelayMs = 500;
-// For file systems that do not report changes: new photos show after a minute at most.
+// Period of FolderWatch::CheckAll, which finds new photos on file systems that report no changes.
 constexpr UINT kPhotoCheckMs = 60000;
 
-/// The host window of `window`: itself, the window that it is in (a control), or its owner (a
-/// dialog, under Wine also the map). Null for null.
+/// Returns the host window that `window` belongs to: a host window itself, the window around a
+/// control, or the owner of a dialog (under Wine also of the map). Null for null.
 HWND TopWindowOf(HWND window) {
     return window != nullptr ? GetAncestor(window, GA_ROOTOWNER) : nullptr;
 }
@@ -39,7 +39,7 @@ HostServices::HostServices() {
     CreateLogMutex();
     ReadAdminFlags();
     StartHostServices();
-    // The language files keep their names when the program file is renamed.
+    // Names the language files independently of the program file, which a user may rename.
     SetBaseName(L"horivo_demo");
 }
 
@@ -147,7 +147,7 @@ void HostApp::CloseAll() {
 }
 
 void HostApp::Forget(HostWindow* window) {
-    // A window that was refused while it opened is not in the list.
+    // A window that failed to open is not in the list, and its end must not end the message loop.
     const auto isIt = [&](const auto& entry) { return entry.get() == window; };
     if (std::erase_if(windows, isIt) > 0 && windows.empty()) PostQuitMessage(0);
 }
@@ -164,8 +164,9 @@ void HostApp::Dispatch(MSG& message) {
     const auto at = std::find_if(windows.begin(), windows.end(),
                                  [&](const auto& window) { return window->Handle() == top; });
     if (at != windows.end()) {
-        // Wine: what is meant for the top window (Alt+F4, Alt and the letter of a menu, the window
-        // manager's close) goes to the one with the focus, which may be the map (see MapPane).
+        // Wine: messages for the top window (Alt+F4, Alt and the letter of a menu, the window
+        // manager's close) arrive at the window with the focus. When that is the map (see MapPane),
+        // pass them to the top window.
         if (IsForTopWindow(message.message) && message.hwnd == (*at)->Map()) message.hwnd = top;
         if ((*at)->TakeKey(message)) return;
         if (TranslateAcceleratorW(top, accelerators_, &message)) return;
@@ -181,8 +182,8 @@ void HostApp::Run() {
         const DWORD woken =
             MsgWaitForMultipleObjectsEx(events, &event, INFINITE, QS_ALLINPUT, MWMO_INPUTAVAILABLE);
         if (events == 1 && woken == WAIT_OBJECT_0) watch_->ReadChanges();
-        // Only one message, then the event is checked again: a map that asks for frame after frame
-        // never leaves the message queue empty.
+        // Handles only one message before it checks the event again: while a map asks for frame
+        // after frame, the message queue is never empty.
         MSG message;
         if (!PeekMessageW(&message, nullptr, 0, 0, PM_REMOVE)) continue;
         if (message.message == WM_QUIT) return;

@@ -11,7 +11,8 @@
 #include "window/program.h"
 #include "windows_api.h"
 
-/// Starts the services of horivo_host.h; they must run before anything else of the program.
+/// Starts the services of horivo_host.h. Create this object first: the rest of the program uses
+/// them.
 class HostServices {
 public:
     HostServices();
@@ -20,7 +21,7 @@ public:
     ~HostServices();
 };
 
-/// The program between its start and its end. Only the main thread uses it.
+/// The running program: its data, its windows and its message loop. Only the main thread uses it.
 class HostApp : public Program {
 public:
     /// Reads settings and cities, chooses the language and creates the hidden window.
@@ -36,7 +37,7 @@ public:
     bool OpenWindow(std::uint32_t& status);
     void OpenAnother(HWND asker) override;
     void CloseAll() override;
-    /// Also ends the message loop when `window` was the last.
+    /// Deletes `window`, and ends the message loop when it was the last window.
     void Forget(HostWindow* window) override;
     void ChooseLanguage(const Language& choice) override;
 
@@ -44,10 +45,10 @@ public:
     void Run();
 
     ProgramData data;
-    std::vector<std::unique_ptr<HostWindow>> windows;  ///< that are open
+    std::vector<std::unique_ptr<HostWindow>> windows;  ///< the open windows
 
 private:
-    /// Makes the language of the settings the current one and reads the names of the cities in it.
+    /// Switches to the language in the settings and reads the names of the cities in that language.
     void UseLanguage();
     static LRESULT CALLBACK HiddenProc(HWND window, UINT message, WPARAM wParam, LPARAM lParam);
     void CreateHiddenWindow();
@@ -59,5 +60,5 @@ private:
 
     HWND hidden_ = nullptr;
     HACCEL accelerators_ = nullptr;
-    std::unique_ptr<FolderWatch> watch_;  ///< null while photos are not watched
+    std::unique_ptr<FolderWatch> watch_;  ///< null when the photos are not watched
 };

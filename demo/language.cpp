@@ -17,14 +17,14 @@ constexpr Language kLanguages[] = {
 constexpr const Language& kAsWindows = kLanguages[0];
 constexpr const Language& kEnglish = kLanguages[1];
 
-/// The language for which `holds`; `otherwise` when there is none.
+/// The first language for which `holds` returns true; `otherwise` when there is none.
 template <class Condition>
 const Language& Find(Condition holds, const Language& otherwise) {
     const auto* const found = std::ranges::find_if(kLanguages, holds);
     return found != std::end(kLanguages) ? *found : otherwise;
 }
 
-/// The code of a locale's language.
+/// The ISO 639 code of a locale's language.
 std::wstring CodeOf(LCID locale) {
     wchar_t code[16] = {};
     GetLocaleInfoW(locale, LOCALE_SISO639LANGNAME, code, 16);
@@ -51,6 +51,7 @@ const Language& LanguageOfTexts(const Language& choice) {
 }
 
 void SetTextLanguage(const Language& language) {
-    // With null SetLanguage takes the user's locale without a search through all locales.
+    // Passes null for the user's own language: SetLanguage then need not search through all
+    // locales.
     SetLanguage(CodeOf(LOCALE_USER_DEFAULT) == language.code ? nullptr : language.abbreviation);
 }

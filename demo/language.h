@@ -6,21 +6,23 @@
 #include <string>
 
 struct Language {
-    std::uint32_t command;        ///< of its menu item
-    const wchar_t* abbreviation;  ///< of Windows ("DEU"), as SetLanguage takes it
-    const wchar_t* code;          ///< of ISO 639 ("de")
+    std::uint32_t command;        ///< command of its menu item
+    const wchar_t* abbreviation;  ///< Windows abbreviation ("DEU") for SetLanguage
+    const wchar_t* code;          ///< ISO 639 code ("de")
 };
 
-/// What the user can choose. The first one stands for the language of Windows; its abbreviation and
-/// its code are empty.
+/// The languages that the user can choose. The first choice means the language of Windows; its
+/// abbreviation and its code are empty.
 std::span<const Language> Languages();
 
-/// The choice with this abbreviation, in any case; the first one when there is none.
+/// The choice with this abbreviation, in upper or lower case; the first choice when there is none.
 const Language& FindLanguage(const std::wstring& abbreviation);
 
-/// The language of the texts after this choice: never the first one, but English when the program
-/// has no texts in the language of Windows.
+/// The language in which the texts are shown when the user has chosen `choice`. For the first
+/// choice this is the language of Windows, or English when the program has no texts in that
+/// language.
 const Language& LanguageOfTexts(const Language& choice);
 
-/// Makes a language that has an abbreviation the one of the services.
+/// Passes the language to SetLanguage. It must have an abbreviation, so it cannot be the first
+/// choice.
 void SetTextLanguage(const Language& language);

@@ -1,5 +1,5 @@
 // The sample host: a world clock with the map in it. WinMain lists the steps of a host in their
-// order; host_app.h has the program's windows, window/map_pane.h the map in its window.
+// order. See host_app.h for the program's windows and window/map_pane.h for the map in a window.
 
 #include <vector>
 
@@ -28,7 +28,7 @@ int WINAPI WinMain(HINSTANCE, HINSTANCE, LPSTR, int) {
     } else {
         TellResult(nullptr, status);
     }
-    // The library reads the cities until here; `app` frees them afterwards.
+    // Call FreeMap before `app` frees the cities: the library may read them until FreeMap returns.
     FreeMap();
     return opened ? 0 : 1;
 }

@@ -18,7 +18,7 @@ bool IsJpeg(const std::wstring& path) {
     return file.get() == kJpegMark[0] && file.get() == kJpegMark[1];
 }
 
-/// Has the library check the picture in the data folder.
+/// Lets the library check the picture in the data folder, and shows a failure.
 void Check(HWND owner) {
     if (const std::uint32_t code = InstallMap(); code != HORIVO_OK) TellResult(owner, code);
 }
@@ -27,7 +27,7 @@ void Check(HWND owner) {
 
 void InstallMapPicture() {
     const std::wstring picture = MapFolder() + kName;
-    // TRUE: a picture that is there stays.
+    // TRUE: an existing picture is not replaced.
     const bool copied =
         CopyFileW((ProgramFolder() + kName).c_str(), picture.c_str(), TRUE) != FALSE;
     if (GetFileAttributesW(picture.c_str()) == INVALID_FILE_ATTRIBUTES) {
@@ -38,8 +38,8 @@ void InstallMapPicture() {
 }
 
 void RepairMapPicture(HWND owner) {
-    // With a pristine copy there, InstallMap would not make one of the new picture. The copy may be
-    // a picture of the user's own, so that the first one is kept.
+    // Removes the pristine copy, because InstallMap makes one of the new picture only when there is
+    // none. Keeps the first such copy under another name: it may be the user's own picture.
     const std::wstring pristine = MapFolder() + L"map0.jpg";
     if (!MoveFileW(pristine.c_str(), (MapFolder() + L"map0 before repair.jpg").c_str())) {
         DeleteFileW(pristine.c_str());

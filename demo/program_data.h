@@ -10,7 +10,7 @@
 
 /// Only the main thread uses it.
 struct ProgramData {
-    std::vector<CityRecord> cities;  ///< not resized while the map lives: it keeps their address
+    std::vector<CityRecord> cities;  ///< not resized after InitMap: the map keeps their address
     std::vector<PlaceNames> names;   ///< of each city, in the language of the texts
     CityTimes times;
     HostSettings settings;

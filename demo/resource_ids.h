@@ -1,7 +1,7 @@
 #pragma once
 // Identifiers of the sample host's texts, menu, dialogs and accelerators in res_en.dll. They are
 // also the keys of the language files in demo/languages. The resource compiler reads this file,
-// too, so it has only definitions.
+// too, so it contains only #define lines.
 
 // Sections of the language files, as LocalizeMenu and LocalizeDialog take them.
 #define MENU_SECTION L"Menu"
@@ -11,7 +11,7 @@
 // ---- String table. The host replaces "%1" and "%2" by plain text.
 
 #define IDS_ADD_PHOTO 2  // HORIVO_TEXT_ADD_PHOTO: a hint that the map shows
-#define IDS_TITLE 10     // of windows and message boxes
+#define IDS_TITLE 10     // title of windows and message boxes
 
 #define IDS_COLUMN_CITY 20
 #define IDS_COLUMN_TIME 21
@@ -26,10 +26,10 @@
 #define IDS_STATUS_CITIES 40      // %1 number of cities
 #define IDS_STATUS_CITIES_OF 41   // %1 cities found, %2 all cities
 #define IDS_STATUS_UTC 44         // %1 time of day
-#define IDS_STATUS_DIFFERENCE 45  // %1 number, %2 unit word: from here to the selected city
+#define IDS_STATUS_DIFFERENCE 45  // %1 number, %2 unit word of the difference from here
 
 // Message texts, at most 128 characters.
-#define IDS_NO_PICTURE 62  // %1 the folder, as in the two about the picture
+#define IDS_NO_PICTURE 62  // %1 data folder; also in IDS_MAP_PICTURE_BAD and _UNFIT
 #define IDS_NO_CITIES 63
 #define IDS_FOLDER_FAILED 64
 #define IDS_MAP_WINDOW_REFUSED 65
@@ -49,7 +49,7 @@
 #define IDS_UNIT_DAYS 260
 #define IDS_UNIT_WEEKS 261
 
-// ---- Icon of the program itself.
+// ---- Icon of the program.
 
 #define IDI_PROGRAM 1
 
@@ -97,6 +97,7 @@
 #define IDC_ABOUT_USE 1003
 #define IDC_ABOUT_LICENCE 1004
 
-// In the keys dialog: headings, and rows of two texts, the key and what it does.
+// In the keys dialog: the first heading, and the first text of the rows. Each row has two texts:
+// the key and what it does.
 #define IDC_KEY_HEADINGS 1100
 #define IDC_KEYS 1110

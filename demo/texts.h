@@ -13,13 +13,14 @@ HINSTANCE TextModule();
 /// A string of resource_ids.h; empty when neither the language file nor the module has it.
 std::wstring LocalText(std::uint32_t id);
 
-/// The same with "%1" replaced by `first` and "%2" by `second`.
+/// The string `id` with "%1" replaced by `first` and "%2" by `second`.
 std::wstring LocalText(std::uint32_t id, const std::wstring& first,
                        const std::wstring& second = {});
 
-/// Writes a failure to the log and shows it in a message box over `owner`, or over no window when
-/// that is null. "%1" in the text stands for the library's data folder.
+/// Writes a text to the log and shows it in a message box; `owner` may be null. "%1" in the text is
+/// replaced by the library's data folder.
 void TellUser(HWND owner, std::uint32_t textId);
 
-/// Tells the user of a result code of the library; the log also gets the code and the system error.
+/// Calls TellUser with the text for a result code of the library. Also writes the code and the
+/// system error to the log.
 void TellResult(HWND owner, std::uint32_t code);

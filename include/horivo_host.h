@@ -48,8 +48,8 @@ inline constexpr std::int32_t kLangAbbrevChars = 15;
 /** @} */
 
 inline constexpr std::uint32_t kUnitTables = 5;   /**< seconds, minutes, hours, days, weeks */
-inline constexpr std::uint32_t kUnitRanges = 100; /**< of one table */
-inline constexpr std::uint32_t kUnitChars = 1024; /**< of one table's words, terminators included */
+inline constexpr std::uint32_t kUnitRanges = 100; /**< ranges in one table */
+inline constexpr std::uint32_t kUnitChars = 1024; /**< of one table's words, with terminators */
 
 /** A range of numbers modulo 100 that have the same word; both ends are included. */
 struct UnitRange {
@@ -75,8 +75,8 @@ struct CLangFile {
     std::uint16_t unitCount[kUnitTables]; /**< number of ranges in use */
     UnitRange unitRanges[kUnitTables][kUnitRanges]; /**< the first unitCount of each are in use */
     const HorivoWideChar* unitTexts[kUnitTables][kUnitRanges]; /**< each range's word in unitBuffer;
-                                                                  null after an error in its group,
-                                                                  which means the default word */
+                                                                  null when its group has an error:
+                                                                  the default word applies then */
     HorivoWideChar unitBuffer[kUnitTables]
                              [kUnitChars]; /**< the default word, then the ranges' words */
 
@@ -129,8 +129,8 @@ void SetResources(HINSTANCE__* module, const std::uint32_t* ids) noexcept;
 /** Chooses the language with this Windows abbreviation ("DEU", upper or lower case); null or an
  * empty text chooses the user's own. Sets the locale of the calling thread, the day and month
  * names, the language file and, when resources are registered, the unit words. When no installed
- * locale has the abbreviation ("en"), the user's locale is set, and the first two letters still
- * choose the language file. Open menus and dialogs keep their texts. */
+ * locale has the abbreviation (none has "en"), the user's locale is set, and the first two letters
+ * still choose the language file. Open menus and dialogs keep their texts. */
 void SetLanguage(const HorivoWideChar* abbrev) noexcept;
 
 /** The current Windows locale identifier. */
@@ -164,8 +164,8 @@ std::int32_t LoadLocalString(HINSTANCE__* module, std::uint32_t id, HorivoWideCh
  * "Caption" is the dialog's title. The number of a control is the key of its text; this applies to
  * controls of the classes "Button" and "Static", also inside other controls. Controls with an
  * identifier below 1 or with 65535 (which -1 becomes in a 16-bit template) are left alone. A text
- * that the language file lacks comes from the file of "en"; when that lacks it too, the old text
- * stays.
+ * that the language file lacks comes from the file of "en"; when that file lacks it too, the old
+ * text stays.
  * @return false when there is no such window, no name or no language file. */
 bool LocalizeDialog(HWND__* dialog, const HorivoWideChar* dialogName) noexcept;
 
@@ -239,7 +239,7 @@ public:
 
 private:
     struct Entry;
-    /* A world clock needs this many: every zone each minute, on New Year's Eve in two years. */
+    /* A world clock asks for every zone each minute; each may need the rules of 2 years at New Year. */
     static constexpr std::size_t kCapacity = std::size_t{2} * kTimeZoneCount;
     static constexpr std::size_t kEntryBytes = 608; /* of an Entry */
 
@@ -257,7 +257,7 @@ private:
 bool UtcToZoneTime(const _SYSTEMTIME& utc, const _TIME_DYNAMIC_ZONE_INFORMATION& zone,
                    ZoneRuleCache& rules, _SYSTEMTIME& local) noexcept;
 
-/** Characters of a buffer that every text of FormatShortTime fits into, terminator included. */
+/** Size of the buffer for a text of FormatShortTime, in characters, terminator included. */
 inline constexpr std::int32_t kTimeTextChars = 64;
 
 /** Text that is shown in place of a time that cannot be formatted: "Error!". */
@@ -289,9 +289,9 @@ bool IsFeatureEnabled(std::uint32_t bits) noexcept;
 
 /* ---- Diagnostic log ------------------------------------------------------------------------ */
 
-/** Creates the mutex "horivo_log_mutex", or opens it when another program has created it. With it,
- * WriteLog of this module never mixes lines of several threads and programs. A host calls this once
- * at its start; the DLL never does. Returns whether the module has the mutex. */
+/** Creates the mutex "horivo_log_mutex", or opens it when another program has created it. WriteLog
+ * waits for it, so that lines of several threads and programs do not mix. A host calls this once at
+ * its start; the DLL never does. Returns whether the module has the mutex. */
 bool CreateLogMutex() noexcept;
 
 /** Closes the mutex. No thread may be writing to the log at that time. */

@@ -86,8 +86,9 @@ extern "C" {
 /** From the map to the host's hidden main window (class HORIVO_HOST_WINDOW_CLASS), by SendMessage:
  * asks whether the photos of this city's country may be shown.
  * wParam: index of the city under the pointer; when no city is there, the negated index of the
- * nearest one. lParam: the map window. Return 1 to allow. Any other value refuses; without such a
- * window the photos are refused, too. */
+ * nearest city. lParam: the map window.
+ * Return 1 to allow the photos; any other value refuses them. When the host has no such window, no
+ * photos are shown. */
 #define HORIVO_MSG_MAY_SHOW_PHOTOS 0x80D2u
 /** From the host to the map: photos of a city have changed on disk.
  * wParam: the city index of the HORIVO_MSG_MAY_SHOW_PHOTOS message, with its sign; lParam: number
@@ -108,8 +109,8 @@ extern "C" {
 /** The time zones of Windows: the name of each registry key and the number that
  * CityRecord::timeZoneId uses for it. X(number, name) is expanded once for each zone; the name is a
  * narrow string literal, and `L##name` makes it wide. Numbers never change: zones that Windows adds
- * later are appended, so that later entries need not be in alphabetical order. A city whose zone
- * the running system lacks shows no time.
+ * later are appended, so that later entries need not be in alphabetical order. The map shows no
+ * time for a city whose zone this Windows does not have.
  */
 /* clang-format off */
 #define HORIVO_TIME_ZONES(X) \
@@ -269,8 +270,8 @@ extern "C" {
 typedef struct CityRecord {
     HorivoWideChar cityName[64]; /**< name, NUL-terminated, at most 63 characters */
     HorivoWideChar
-        countryName[64];        /**< country, NUL-terminated; country and name lead to the photos */
-    unsigned char hostBytes[8]; /**< for the host's own use; never read, never written */
+        countryName[64]; /**< country, NUL-terminated; photos are found by country and name */
+    unsigned char hostBytes[8]; /**< for the host's own use; the library does not access them */
     double latitude;            /**< degrees, north positive; 0 means no position */
     double longitude;           /**< degrees, east positive; 0 means no position */
     uint32_t timeZoneId;        /**< HORIVO_TIME_ZONES number, 0 unknown; used while timeZone
@@ -282,16 +283,18 @@ typedef struct CityRecord {
                               DynamicDaylightTimeDisabled is not set; otherwise its own bias and
                               dates apply. When it is null, the library looks timeZoneId up and
                               writes the address of a record of its own here. That record lives
-                              until the library is unloaded. FreeMap writes null again wherever the
-                              library wrote an address in the table of the last InitMap. In a
-                              record that you pass again after unloading, write null yourself. */
+                              until the library is unloaded. FreeMap sets these addresses to null
+                              again, but only in the table of the last InitMap. In records of
+                              earlier tables, write null yourself before you pass them to the
+                              library after it was unloaded. */
     double markerPoint[4]; /**< out: x, y, z, 1 on the globe of radius 3, lifted by 1.0001 */
     double windowPoint[4]; /**< out: last projection of the marker, window pixels, y upward */
     double distanceSq;     /**< out: squared distance to the place last pointed at, clicked or
                               shown by HORIVO_MSG_CITY, globe units. When a country is chosen, its
                               photos are sorted by this value, those of the nearest city first */
-    unsigned char inRange; /**< out: 1 while the city is at most 0.02 globe units from that place */
-    unsigned char nearest; /**< out: 1 for the one city nearest to that place */
+    unsigned char inRange; /**< out: 1 while the city is at most 0.02 globe units from the place of
+                              distanceSq */
+    unsigned char nearest; /**< out: 1 for the one city nearest to the place of distanceSq */
     unsigned char tail[6]; /**< not read, not written */
 } CityRecord;
 
@@ -327,9 +330,9 @@ _Static_assert(sizeof(CityRecord) == 376 && offsetof(CityRecord, latitude) == 26
 
 /** Takes the host's city table and prepares the library: finds the data folder (`Zelmo\Horivo` in
  * the common application data folder; it is created when it is missing) and registers the window
- * class. A second call replaces the table; then HORIVO_CLASS_FAILED with
- * ERROR_CLASS_ALREADY_EXISTS only reports that the class is registered already. A call that runs
- * out of memory (ERROR_NOT_ENOUGH_MEMORY) keeps the table of the previous call.
+ * class. A second call replaces the table, although it returns HORIVO_CLASS_FAILED with the system
+ * error ERROR_CLASS_ALREADY_EXISTS: the class is registered already. Only a call that runs out of
+ * memory (ERROR_NOT_ENOUGH_MEMORY) keeps the table of the previous call.
  * @param cities     the host's array; may be null
  * @param cityCount  number of records; below 0 counts as none
  * @return HORIVO_OK or HORIVO_CLASS_FAILED */
@@ -357,14 +360,14 @@ HORIVO_API struct HWND__* CreateMapWindow(struct HWND__* parent, int32_t x, int3
  * @return HORIVO_OK or one of the result codes above */
 HORIVO_API uint32_t InstallMap(void);
 
-/** Releases the textures, the window class and the lock. Call it when no map window is left; the
- * city array must live until it returns. A further call before the next InitMap does not access the
- * city array.
+/** Releases the map picture, its mutex and the window class. Call it when no map window is left;
+ * the city array must live until it returns. A further call before the next InitMap does not access
+ * the city array.
  * @return non-zero on success */
 HORIVO_API uint32_t FreeMap(void);
 
-/** The operating system's error code of the last failure whose result code refers to this function;
- * never reset. */
+/** The Windows error code of the last failure with a result code whose description names this
+ * function. Success does not reset it. */
 HORIVO_API uint32_t GetLastSysError(void);
 
 #ifdef __cplusplus

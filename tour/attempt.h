@@ -3,8 +3,8 @@
 #include <cstdio>
 #include <exception>
 
-/// Runs a step of a tour, which returns whether all was right, or throws. What it throws is printed
-/// under `name`. @return whether all was right
+/// Runs a step of a tour and prints the exception, after `name`, when the step throws.
+/// @return what the step returned (true: it succeeded); false when it threw
 template <class Step>
 bool Attempt(const wchar_t* name, const Step& step) {
     try {

@@ -11,19 +11,19 @@
 
 namespace {
 
-constexpr DWORD kSettleMs = 400;  // a menu, a dialog or a new text is drawn by then
+constexpr DWORD kSettleMs = 400;  // after this time a menu, a dialog or a new text is drawn
 constexpr DWORD kZonesTimeoutMs = 30000;
 constexpr DWORD kZonesLookMs = 50;
 constexpr int kMenus = 4;
 constexpr wchar_t kClickedCity[] = L"Rome";
 
-/// What a user types, and the first city that it finds.
+/// What a user types, and the first city that is then listed.
 struct Search {
     const wchar_t* typed;
     const wchar_t* first;
 };
 
-// The second search leaves out accents, or writes them otherwise.
+// The second search differs from the city's name in accents or forms of letters.
 constexpr struct {
     const wchar_t* name;  // in the names of the pictures
     std::uint32_t command;
@@ -41,7 +41,7 @@ void Require(bool holds, const char* failure) {
     if (!holds) throw std::runtime_error(failure);
 }
 
-/// Calls a function once after a while, also from the modal loop of a menu or a dialog.
+/// Calls a function after kSettleMs, also from the message loop of a menu or a modal dialog.
 class ModalTimer {
 public:
     explicit ModalTimer(std::function<void()> act)
@@ -69,7 +69,7 @@ public:
 
     void WaitForTimes() {
         const DWORD start = GetTickCount();
-        // The offset from UTC is in the last column.
+        // Column 3 has the offset from UTC; it is empty until the time zones are read.
         while (TextInList(0, 3).empty()) {
             Require(GetTickCount() - start < kZonesTimeoutMs, "the list shows no times");
             PumpMessages(kZonesLookMs);
@@ -127,7 +127,7 @@ public:
         map_.LookWhenSettled();
         other.LookWhenSettled();
         Save(Screen(second.Handle()), L"clock-second");
-        // Closes it while the map of the first window reads its picture again.
+        // Closes the second window while the map of the first window loads its picture again.
         map_.Press('L');
         SendMessageW(second.Handle(), WM_CLOSE, 0, 0);
         Require(app_.windows.size() == 1, "the second window does not close");
@@ -140,8 +140,8 @@ private:
         PumpMessages(kSettleMs);
     }
 
-    /// Presses a key in the window with the focus. Called here, because the tour's message loop is
-    /// not that of HostApp.
+    /// Presses a key in the window with the focus. Calls TakeKey itself, because the tour does not
+    /// run the message loop of HostApp, which calls it.
     void Press(WPARAM key) {
         MSG press{};
         press.hwnd = GetFocus();
@@ -157,7 +157,8 @@ private:
         PumpMessages(kSettleMs);
     }
 
-    /// Shows each search, the city that Enter then flies to, and a search that finds nothing.
+    /// Takes pictures of each search, of the city that Enter then flies to, and of a search that
+    /// finds nothing.
     void ShowSearches(std::span<const Search> searches, const std::wstring& name) {
         for (const Search& search : searches) {
             Type(search.typed);
@@ -190,7 +191,7 @@ private:
         return CaptureScreen(window);
     }
 
-    /// The scaling in percent is a part of the pictures' names.
+    /// Saves a picture under `name`, to which it adds the scaling in percent.
     void Save(Picture picture, const std::wstring& name) const {
         const int scaling = MulDiv(100, static_cast<int>(GetDpiForWindow(window_.Handle())),
                                    USER_DEFAULT_SCREEN_DPI);

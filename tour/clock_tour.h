@@ -5,8 +5,8 @@
 
 #include "host_app.h"
 
-/// Uses the first window of `app` with the messages of a user, and writes PNG files of what the
-/// screen shows. What fails is printed.
-/// @param folder  exists; without a backslash at its end
-/// @return whether all was right
+/// Sends the first window of `app` the messages that a user would cause, and writes PNG files of
+/// the screen. Prints each failure.
+/// @param folder  must exist; without a backslash at its end
+/// @return whether every part succeeded
 bool TakeClockTour(HostApp& app, const std::wstring& folder);

@@ -6,16 +6,17 @@
 
 namespace {
 
-constexpr int kNearNotches = 45;  // of the wheel, to where the globe is larger than the window
-constexpr int kFarNotches = 100;  // as far as the map goes, from anywhere
+constexpr int kNearNotches = 45;  // of the wheel; the globe is then larger than the window
+constexpr int kFarNotches = 100;  // of the wheel; more than the map zooms out
 constexpr double kObliquityDeg = 23.44;
 constexpr double kDaysPerYear = 365.25;
 constexpr double kDaysPerMonth = kDaysPerYear / 12.0;
 constexpr double kSolsticeDays = 10.0;  // from the December solstice to the new year
 constexpr double kDegreesPerHour = 15.0;
 
-/// The city nearest to where the Sun is overhead now or, with `night`, to the opposite point. The
-/// Sun is a mean one on a circular orbit: right within 1 degree of latitude and 4 of longitude.
+/// The city nearest to the point where the Sun is overhead now or, with `night`, to the opposite
+/// point. Uses a circular orbit, so the point is wrong by up to 1 degree of latitude and 4 of
+/// longitude.
 const CityRecord& CityUnderSun(const MapDriver& map, bool night) {
     SYSTEMTIME utc{};
     GetSystemTime(&utc);
@@ -36,7 +37,7 @@ void Stay(const MapDriver&) {}
 void FlyByClick(const MapDriver& map) {
     map.Press(VK_HOME);
     map.Click(map.Width() / 2 + map.Height() / 6, map.Height() / 2 + map.Height() / 8);
-    // The flight has begun when the picture changes.
+    // Waits until the picture changes, because then the flight has begun.
     const Picture before = map.Look();
     map.LookUntil([&](const Picture& now) { return now != before; });
 }

@@ -1,4 +1,5 @@
-// Drives the sample host by itself and leaves pictures: horivo_tour PART FOLDER [WIDTH HEIGHT]
+// Drives the sample host as a user would and saves pictures of it.
+// Usage: horivo_tour PART FOLDER [WIDTH HEIGHT]
 
 #include <algorithm>
 #include <cstdio>
@@ -24,9 +25,9 @@ constexpr char kUsage[] =
     "FOLDER must exist; WIDTH and HEIGHT are those of the map in pixels\n";
 constexpr SIZE kMapSize = {1280, 800};
 
-/// Resizes the host window so that its map gets the size `size`, in the upper left corner of the
-/// screen. A window wider than the screen is centred, so that of a map as wide as the screen all is
-/// visible and only the frame is outside.
+/// Resizes the host window so that its map gets the size `size`, and moves it to the upper left
+/// corner of the screen. Centres a window that is wider than the screen: then a map as wide as the
+/// screen is fully visible, and only the frame is outside.
 void ResizeMap(const HostWindow& window, SIZE size) {
     RECT map{};
     RECT frame{};
@@ -63,13 +64,13 @@ bool TakeStops(const MapDriver& map, std::span<const Stop> stops, bool withSize,
     return complete;
 }
 
-/// A part of the tour, which a command line names.
+/// A part of the tour, named on the command line.
 struct Part {
     std::wstring_view name;
-    std::span<const Stop> stops;  ///< of the map alone; empty: the whole program
+    std::span<const Stop> stops;  ///< stops of the map alone; empty: the tour of the whole program
 };
 
-/// Null when there is no such part.
+/// The part of this name; null when there is none.
 const Part* FindPart(std::wstring_view name) {
     static const Part kParts[] = {{L"globe", GlobeStops()},
                                   {L"june", JuneStops()},
@@ -80,14 +81,14 @@ const Part* FindPart(std::wstring_view name) {
     return part != std::end(kParts) ? part : nullptr;
 }
 
-/// Takes the tour in the first window of `app`. @return whether all was right
+/// Takes the tour in the first window of `app`. @return whether every stop or part succeeded
 bool TakeTour(HostApp& app, const Part& part, const std::wstring& folder, SIZE mapSize) {
     const GdiplusSession gdiplus;
     const HostWindow& window = *app.windows[0];
     ResizeMap(window, mapSize);
     if (part.stops.empty()) return TakeClockTour(app, folder);
     const MapDriver map(window.Map(), app.data.cities);
-    map.Press(VK_HOME);  // wherever the clock has flown
+    map.Press(VK_HOME);  // the clock has flown to its start city
     map.LookWhenSettled();
     return TakeStops(map, part.stops, part.name == L"sizes", folder);
 }
@@ -97,10 +98,10 @@ int RunHost(const Part& part, const std::wstring& folder, SIZE mapSize) {
     const HostServices services;
     if (!part.stops.empty()) adminFlags |= kNoTimeTable;  // the map without the city list
     HostApp app;
-    app.data.settings = {};  // not what the run before has left
+    app.data.settings = {};  // ignores those that an earlier run has stored
     std::vector<CityRecord>& cities = app.data.cities;
     std::uint32_t status = InitMap(cities.data(), static_cast<std::int32_t>(cities.size()));
-    // Not as the sample host does it: a message box would wait for ever.
+    // Does not call InstallMapPicture, because nobody would close its message box.
     if (status == HORIVO_OK && CopyFileW((ProgramFolder() + L"map.jpg").c_str(),
                                          (MapFolder() + L"map.jpg").c_str(), TRUE)) {
         status = InstallMap();

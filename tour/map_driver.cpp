@@ -8,18 +8,18 @@
 
 namespace {
 
-constexpr DWORD kLookMs = 150;          // between two looks: several steps of a flight
-constexpr DWORD kTimeoutMs = 180000;    // a loaded machine has needed a minute
-constexpr int kEqualLooks = 3;          // a single one may fall between loading and splitting
-constexpr double kArrivedPixels = 3.0;  // from the middle of the window, each way
+constexpr DWORD kLookMs = 150;  // between two looks; a flight takes several steps in this time
+constexpr DWORD kTimeoutMs = 180000;    // a busy machine has needed a minute
+constexpr int kEqualLooks = 3;          // in a row; one alone may be between loading and splitting
+constexpr double kArrivedPixels = 3.0;  // most distance from the window's middle, in x and y
 constexpr int kDragSteps = 12;
-constexpr int kCrowdSteps = 24;  // of the search in each direction
+constexpr int kCrowdSteps = 24;  // steps of the search in each direction
 constexpr int kCrowdPart = 8;    // the search goes an eighth of the height in each direction
-// The lines of the lower left corner, pixels.
+// Size of the lower left corner with the status lines, pixels.
 constexpr int kStatusWidth = 300;
 constexpr int kStatusHeight = 160;
 // Loading may be over before the second frame, or may not have begun at the first. So each try
-// waits longer than the one before, then looks without a pause.
+// first waits a little longer than the try before, and then looks several times without a pause.
 constexpr int kLoadingTries = 12;
 constexpr int kLoadingLooks = 4;
 constexpr DWORD kLoadingStepMs = 5;
@@ -49,7 +49,8 @@ void PumpMessages(DWORD ms) {
         while (PeekMessageW(&message, nullptr, 0, 0, PM_REMOVE)) {
             TranslateMessage(&message);
             DispatchMessageW(&message);
-            // A map that asks for frame after frame never leaves the queue empty.
+            // Also ends while messages are left: a map that asks for frame after frame always has
+            // one in the queue.
             if (GetTickCount() - start >= ms) break;
         }
     }
@@ -168,7 +169,7 @@ void MapDriver::TurnWheel(int notches) const {
 
 void MapDriver::FlyTo(const CityRecord& city) const {
     SendMessageW(map_, HORIVO_MSG_CITY, 0, reinterpret_cast<LPARAM>(&city));
-    // The map writes into the record where in its window it has drawn the city.
+    // The map writes the position at which it has drawn the city into windowPoint.
     LookUntil([&](const Picture& now) {
         return std::fabs(city.windowPoint[0] - now.width / 2.0) < kArrivedPixels &&
                std::fabs(city.windowPoint[1] - now.height / 2.0) < kArrivedPixels;
@@ -205,8 +206,8 @@ Picture MapDriver::LookWithInformation() const {
     LookWhenSettled();
     Press('I');
     Press('F');
-    // The frame rate differs from look to look, so that the picture never settles. The first look
-    // has none yet.
+    // Does not wait for a settled picture, because the frame rate changes with each look. Looks
+    // twice, because the first look shows no frame rate yet.
     Look();
     Picture picture = Look();
     Press('I');

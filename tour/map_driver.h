@@ -13,7 +13,8 @@
 void PumpMessages(DWORD ms);
 
 /// Sends one map window the messages of pointer, wheel and keyboard. Positions are client pixels
-/// from the upper left corner. What does not happen in time throws std::runtime_error.
+/// from the upper left corner. A function throws std::runtime_error when the map does not do in
+/// time what the function waits for.
 class MapDriver {
 public:
     /// @param cities  the table that the map reads and writes
@@ -28,20 +29,22 @@ public:
     bool TitleNames(const wchar_t* city) const;
 
     void Press(int virtualKey) const;
-    /// Moves the pointer. Also the system's: the map asks for its position when the pointer rests.
+    /// Moves the pointer, also that of the system: when the pointer rests, the map asks Windows for
+    /// its position.
     void PointAt(int x, int y) const;
     /// Moves the pointer to a city on the visible side of the globe, and returns the position.
     /// Finds it by the distance that the map writes into the record at each move of the pointer.
     POINT PointAtCity(const wchar_t* name) const;
-    /// Moves the pointer where the map finds the most cities near it, in the middle of the window.
+    /// Moves the pointer to the place near the middle of the window with the most cities in range.
     void PointAtCrowd() const;
     void Click(int x, int y) const;
     /// Drags the globe from the middle of the window to the right and down.
     void Drag() const;
-    /// Turns the wheel where the pointer is.
+    /// Turns the wheel at the present position of the pointer.
     /// @param notches  positive: away from the user, which makes the globe smaller
     void TurnWheel(int notches) const;
-    /// Asks the map to fly to a city and waits until the globe has arrived and rests.
+    /// Asks the map to fly to a city and waits until the flight has ended and the picture stays the
+    /// same.
     void FlyTo(const CityRecord& city) const;
     void FlyTo(const wchar_t* city) const { FlyTo(City(city)); }
 
@@ -53,7 +56,8 @@ public:
     Picture LookWhenSettled() const;
     /// Takes a settled picture with information lines and frame rate.
     Picture LookWithInformation() const;
-    /// Makes the map load its picture again and takes a picture while it says so.
+    /// Makes the map load its picture again and takes a picture while the map shows that it is
+    /// loading.
     Picture LookWhileLoading() const;
 
 private:

@@ -23,7 +23,7 @@ Gdiplus::Bitmap BitmapOf(Picture& picture) {
             reinterpret_cast<BYTE*>(picture.pixels.data())};
 }
 
-/// A part of what the device context of `window` (null: the screen) shows.
+/// Takes a picture of `area` in the device context of `window` (null: of the screen).
 Picture Capture(HWND window, const RECT& area) {
     Picture picture{area.right - area.left, area.bottom - area.top, {}};
     if (picture.width < 1 || picture.height < 1) throw std::runtime_error("the window has no area");

@@ -33,13 +33,13 @@ private:
     ULONG_PTR token_ = 0;
 };
 
-/// The client area of `window`. Throws std::runtime_error when that fails.
+/// Takes a picture of the client area of `window`. Throws std::runtime_error when that fails.
 Picture CaptureClient(HWND window);
 
-/// The part of the screen that `window` covers with its frame, and what lies over it (menus,
-/// dialogs). Throws std::runtime_error when that fails.
+/// Takes a picture of the screen where `window` is, with its frame and all that is in front of it
+/// (menus, dialogs). Throws std::runtime_error when that fails.
 Picture CaptureScreen(HWND window);
 
-/// Writes a PNG file. Throws std::runtime_error when that fails. Does not change `picture`, but
-/// GDI+ wants pixels that it could write to.
+/// Writes a PNG file. Throws std::runtime_error when that fails. Does not change `picture`; it is
+/// not const because GDI+ requires writable pixels.
 void SavePng(Picture& picture, const std::wstring& path);

@@ -4,12 +4,13 @@
 
 namespace {
 
-constexpr int kNearNotches = 100;  // of the wheel, as near as the map goes from anywhere
+constexpr int kNearNotches = 100;  // of the wheel; more than the map zooms in
 constexpr DWORD kRestMs = 1000;    // the map offers photos when the pointer has rested half as long
-constexpr int kPages = 4;          // more than the photos of a city fill
+constexpr int kPages = 4;          // more pages than the photos of a city fill
 
-// Buttons and photos are in a column at the right edge of the window: its width, and positions in
-// it from its left edge and from the upper or lower edge of the window, pixels.
+// Buttons and photos are in a column at the right edge of the window. Below are the width of the
+// column and positions in it, pixels. x counts from the left edge of the column, y from the upper
+// edge of the window or, below 0, from the lower edge.
 constexpr int kColumnWidth = 108;
 constexpr POINT kPlusButton = {22, -87};
 constexpr POINT kAddPhotoHint = {20, 46};
@@ -20,7 +21,8 @@ constexpr wchar_t kCrowdedInEurope[] = L"Vienna";
 constexpr wchar_t kCrowdedIslands[] = L"Marigot";
 constexpr wchar_t kManyPhotosCity[] = L"Paris";  // more photos than fit on a page
 
-/// @param position  in the column of buttons and photos; y below 0 counts from the lower edge
+/// Moves the pointer to a position in the column of buttons and photos.
+/// @param position  as the constants above
 void PointAtColumn(const MapDriver& map, POINT position) {
     map.PointAt(map.Width() - kColumnWidth + position.x,
                 position.y < 0 ? map.Height() + position.y : position.y);
@@ -34,7 +36,7 @@ void PointAtPhoto(const MapDriver& map) { PointAtColumn(map, kFirstPhoto); }
 
 void PointAtHint(const MapDriver& map) { PointAtColumn(map, kAddPhotoHint); }
 
-/// The globe fills the window, so that the button is over the sea.
+/// Enlarges the globe until it fills the window, so that the button is over the sea.
 void PointAtPlusOverSea(const MapDriver& map) {
     map.FlyTo(L"Azores");
     map.TurnWheel(-kNearNotches);
@@ -59,14 +61,15 @@ void RestOnCity(const MapDriver& map) {
     PumpMessages(kRestMs);
 }
 
-/// A click on a city shows its name in the host's title and its photos, and starts a flight.
+/// Clicks a city: the host's title names it, and the map shows its photos and flies to it.
 void ClickCity(const MapDriver& map) {
     const POINT point = map.PointAtCity(L"Rome");
     map.Click(point.x, point.y);
     if (!map.TitleNames(L"Rome")) throw std::runtime_error("the title does not name the city");
 }
 
-/// A click on land without a city near shows the photos of the country, the nearest city's first.
+/// Clicks land without a city nearby: the map shows the photos of the country, those of the nearest
+/// city first.
 void ClickCountry(const MapDriver& map) {
     map.FlyTo(L"Darwin");
     map.Press(VK_HOME);
@@ -76,7 +79,7 @@ void ClickCountry(const MapDriver& map) {
 
 void ShowFirstPage(const MapDriver& map) { map.FlyTo(kManyPhotosCity); }
 
-/// Over the photos the wheel turns pages.
+/// Turns the wheel over the photos, which shows the next page.
 void TurnPage(const MapDriver& map) {
     PointAtColumn(map, kSecondPhoto);
     map.TurnWheel(-1);
@@ -117,7 +120,7 @@ constexpr Stop kPointerStops[] = {
     {L"25-add-photo", PointAtHint},
 };
 
-// The last shows all lines of the lower left corner and the hint on the right at once.
+// The last stop shows all lines of the lower left corner and the hint on the right at once.
 constexpr Stop kSizeStops[] = {
     {L"26-start", PointAtSpace},
     {L"27-labels", RestOnIslands},

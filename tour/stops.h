@@ -1,23 +1,24 @@
 #pragma once
-// The stops of a tour: what each does to the map, and the picture that it leaves.
+// The stops of a tour. Each stop acts on the map and then takes a picture of it.
 
 #include <span>
 
 #include "tour/map_driver.h"
 
-/// Each stop begins with the view that the stop before it has left. A stop that throws
-/// std::runtime_error leaves no picture.
+/// Each stop begins with the view at the end of the stop before it. A stop that throws
+/// std::runtime_error gives no picture.
 struct Stop {
     const wchar_t* name;  ///< of the picture
     void (*act)(const MapDriver& map);
     Picture (MapDriver::*look)() const = &MapDriver::LookWhenSettled;
 };
 
-/// The globe: what works at any hour.
+/// Stops that show the globe; they work at any hour of the day.
 std::span<const Stop> GlobeStops();
-/// One view, for a clock that shows a 21st of June in the evening.
+/// One stop, to be taken with the system clock set to the evening of a 21st of June.
 std::span<const Stop> JuneStops();
-/// What the pointer shows: buttons, labels, photos. Best when it is day in Europe.
+/// Stops that show what the pointer brings up: buttons, labels, photos. The pictures are best when
+/// it is day in Europe.
 std::span<const Stop> PointerStops();
-/// What must find room in a window of any size.
+/// Stops that show all that must fit into a window of any size.
 std::span<const Stop> SizeStops();

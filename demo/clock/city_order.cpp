@@ -7,6 +7,7 @@ namespace {
 constexpr DWORD kIgnored = NORM_IGNORECASE | NORM_IGNORENONSPACE | NORM_IGNORESYMBOLS |
                            NORM_IGNOREWIDTH | NORM_IGNOREKANATYPE;
 
+/// Whether one of `names` contains `wanted`.
 /// @param where  FIND_STARTSWITH, or FIND_FROMSTART for anywhere
 bool AnyHas(const std::vector<std::wstring>& names, const std::wstring& wanted, DWORD where) {
     return std::ranges::any_of(names, [&](const std::wstring& name) {
@@ -28,7 +29,8 @@ int Compare(const std::vector<std::wstring>& a, const std::vector<std::wstring>&
 std::int32_t CompareTimes(const LocalTime& a, const LocalTime& b, CityColumn column) {
     if (column == CityColumn::Offset) return a.offsetMinutes - b.offsetMinutes;
     if (column == CityColumn::Date) {
-        // Only the date: cities with the same date are then sorted by name, not by time.
+        // Compares only the dates, so that cities with the same date are sorted by name, not by
+        // time.
         const auto day = [](SYSTEMTIME time) {
             time.wHour = time.wMinute = time.wSecond = time.wMilliseconds = 0;
             return time;

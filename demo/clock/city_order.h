@@ -8,8 +8,9 @@
 #include "clock/city_times.h"
 #include "data/city_file.h"
 
-/// Why a city is among the hits of a search, the best first. Of the cities whose names begin alike,
-/// those that stand for a time zone are the better known: "par" is Paris before Paramaribo.
+/// How well a city matches a search; the best value is first. Among cities whose names begin with
+/// the search text, those that stand for a time zone are better known and come first: "par" lists
+/// Paris before Paramaribo.
 enum class Fit { ZoneBegins, ZoneInCountryBegins, NameBegins, NameContains, Country, None };
 
 /// One row of the list.
@@ -20,18 +21,18 @@ struct CityRow {
     LocalTime local;  ///< valid only when `hasTime`
 };
 
-/// The columns by the numbers that the settings keep; they stand in another order on the screen.
+/// The columns with the numbers that the settings store; on the screen they have another order.
 enum class CityColumn { Name, Time, Date, Offset, Country };
 inline constexpr int kCityColumns = 5;
 
-/// How a city fits to what the user has typed. Case, accents, blanks and signs do not matter, nor
-/// do the forms of Japanese letters. The rules of no language apply, so that all users find the
-/// same. Without a search all fit alike.
+/// How well a city matches the text that the user has typed. Ignores case, accents, spaces,
+/// punctuation and the different forms of Japanese letters. Does not use the rules of the user's
+/// language, so that all users find the same cities. An empty text gives NameBegins for every city.
 Fit FitOf(const CityRecord& city, const PlaceNames& names, const std::wstring& wanted);
 
-/// Sorts by fit, then by a column. Cities with the same entry are sorted by name, in the order of
-/// the user's language. Cities without a time come last in the columns of times, whether
-/// `descending` or not.
-/// @param names  of all cities
+/// Sorts by fit, then by a column. Cities with equal values in that column are sorted by name, in
+/// the order of the user's language. In a column of times, cities without a time come last, also
+/// when `descending` is true.
+/// @param names  of all cities of the table, by index
 void SortRows(std::vector<CityRow>& rows, const std::vector<PlaceNames>& names, CityColumn column,
               bool descending);

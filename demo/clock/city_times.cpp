@@ -35,7 +35,8 @@ void CityTimes::Begin(HWND window, UINT message) {
     window_ = window;
     message_ = message;
     thread_ = CreateThread(nullptr, 0, ReadZones, this, 0, nullptr);
-    // Without a thread the message is posted at once: the first lookup in Finish reads the zones.
+    // Posts the message at once when no thread could be started: the first lookup in Finish reads
+    // the zones.
     if (thread_ == nullptr) PostMessageW(window, message, 0, 0);
 }
 

@@ -26,7 +26,7 @@ public:
     /// Starts the thread that reads the zones and then posts `message` to `window`. Only the first
     /// call does anything.
     void Begin(HWND window, UINT message);
-    /// Stores the zone of each city in its record, so that the map need not look it up. Call it
+    /// Stores the zone of each city in its record, so that the map need not look zones up. Call it
     /// when the message of Begin has arrived. The records then point into this object.
     void Finish(std::vector<CityRecord>& cities);
 

@@ -7,16 +7,18 @@
 
 #include "horivo_map.h"
 
-/// The city with these names in English; -1 when there is none.
+/// Index of the city with these English names; -1 when there is none.
 std::int32_t FindCity(const std::vector<CityRecord>& cities, std::wstring_view name,
                       std::wstring_view country);
 
-/// A city of a time zone: the one that stands for the zone in `country`, else the one that stands
-/// for the whole zone, else the first of the table; -1 when the zone has no city.
+/// Index of a city of a time zone: the city that stands for the zone in `country`, else the city
+/// that stands for the whole zone, else the first city of the zone in the table; -1 when the zone
+/// has no city.
 /// @param zone  number of HORIVO_TIME_ZONES
 /// @param country  its name in English
 std::int32_t FindCityOfZone(const std::vector<CityRecord>& cities, std::uint32_t zone,
                             std::wstring_view country);
 
-/// The city for this computer: FindCityOfZone with the zone and the country that Windows is set to.
+/// Index of a city for this computer: FindCityOfZone with the zone and the country in the settings
+/// of Windows.
 std::int32_t FindCityHere(const std::vector<CityRecord>& cities);

@@ -10,10 +10,10 @@ constexpr std::int32_t kMinutesPerHour = 60;
 // Tables of GetUnitWord.
 constexpr std::uint32_t kMinuteTable = 1;
 constexpr std::uint32_t kHourTable = 2;
-constexpr int kTextSize = 80;  // characters, terminator included; no short date or time has as many
+constexpr int kTextSize = 80;  // characters, terminator included; short dates and times are shorter
 constexpr wchar_t kMinus = L'\x2212';
 
-/// "3 hours".
+/// A number and its unit word, such as "3 hours".
 std::wstring CountWithUnit(std::uint32_t unit, std::int32_t number) {
     return std::to_wstring(number) + L' ' + GetUnitWord(unit, static_cast<std::uint32_t>(number));
 }

@@ -1,6 +1,6 @@
 #pragma once
-// Times as texts: the words in the language that SetLanguage has chosen, formats and digits as the
-// user has set them in Windows, as the map's are.
+// Times as texts. Their words are in the language that SetLanguage has chosen. Their formats and
+// digits are those of the user's settings in Windows, as in the map.
 
 #include <string>
 

@@ -51,13 +51,13 @@ std::wstring_view Field(const Fields& line, std::size_t index) {
     return index < line.size() ? line[index] : std::wstring_view();
 }
 
-/// Copies a name, cut to the length of the field, but never inside a surrogate pair.
+/// Copies a name, truncated to the length of the field, but not inside a surrogate pair.
 void StoreName(std::wstring_view name, HorivoWideChar (&field)[kNameSize]) {
     const std::size_t length = name.copy(field, kNameSize - 1);
     if (length > 0 && IS_HIGH_SURROGATE(field[length - 1])) field[length - 1] = L'\0';
 }
 
-/// The whole `text` as a number of at most `limit` degrees either way.
+/// Parses degrees from -limit to limit; empty when the whole text is not such a number.
 std::optional<double> ParseDegrees(std::wstring_view text, double limit) {
     const std::wstring number(text);
     wchar_t* end = nullptr;
@@ -87,9 +87,9 @@ std::optional<CityRecord> ReadCity(const Fields& line) {
     return city;
 }
 
-/// The columns of a names file that have names to search by.
+/// Indices of the columns of a names file that are read.
 struct NameColumns {
-    std::size_t language = 0;  ///< 0: the file does not have the language
+    std::size_t language = 0;  ///< 0: there is no such column
     std::size_t others = 0;
 
     void Read(const Fields& heads, std::wstring_view code) {
@@ -100,7 +100,8 @@ struct NameColumns {
     }
 };
 
-/// @param line  of the names file; empty when it has none for the place
+/// All names of a place, the name to show first.
+/// @param line  of the names file; empty when the file has no line for the place
 std::vector<std::wstring> NamesOf(std::wstring_view english, const Fields& line,
                                   const NameColumns& columns) {
     std::vector<std::wstring> names{std::wstring(english)};

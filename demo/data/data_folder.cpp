@@ -10,7 +10,7 @@
 
 namespace {
 
-constexpr DWORD kPathSize = 1024;  // characters; GetModuleFileName cuts a longer path
+constexpr DWORD kPathSize = 1024;  // characters; GetModuleFileName truncates a longer path
 constexpr wchar_t kByteOrderMark = L'\xFEFF';
 
 /// "<common application data>\Zelmo\", which all users share.
@@ -53,7 +53,8 @@ void PreparePhotoFolder() {
     std::error_code error;
     const fs::path folder = PhotoFolder();
     if (fs::exists(folder, error)) return;
-    // Under another name first: what is interrupted here starts anew the next time.
+    // Copies to a folder of another name and renames it at the end. So an interrupted copy is
+    // repeated at the next start.
     const fs::path part = CommonFolder() + L"City Photos.part";
     fs::copy(ProgramFolder() + L"City Photos", part,
              fs::copy_options::recursive | fs::copy_options::overwrite_existing, error);

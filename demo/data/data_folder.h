@@ -15,6 +15,6 @@ std::string ReadWholeFile(const std::wstring& path);
 /// The text of a file in UTF-8, without a byte-order mark; empty when it cannot be opened.
 std::wstring ReadTextFile(const std::wstring& path);
 
-/// Creates the folder of the photos if there is none, with the sample photos that lie beside the
-/// program.
+/// Creates the folder of the photos when it is missing, and copies the sample photos from the
+/// folder of the program into it.
 void PreparePhotoFolder();

@@ -35,7 +35,7 @@ FolderWatch::FolderWatch(const std::wstring& folder, const std::vector<CityRecor
     if (directory_ == INVALID_HANDLE_VALUE) return;
     overlapped_.hEvent = CreateEventW(nullptr, TRUE, FALSE, nullptr);
     if (overlapped_.hEvent == nullptr) return;
-    // Before the index files are read, so that a change meanwhile is not missed.
+    // Requests changes before it reads the index files, so that no change meanwhile is missed.
     RequestChanges();
     ListIndexFiles();
 }
@@ -59,7 +59,7 @@ void FolderWatch::ListIndexFiles() {
         const std::wstring city = CityIndexPath(cities_[i]);
         if (!city.empty()) AddIndexFile(city, index);
         // A country is reported by the negative index of its first city. Index 0 has no negative,
-        // so there the next city of the same country is used.
+        // so for the country of city 0 the next city of that country is used.
         const bool isNew =
             std::find(countries.begin(), countries.end(), country) == countries.end();
         if (country.empty() || index == 0 || !isNew) continue;
@@ -107,7 +107,7 @@ void FolderWatch::ReadChanges() {
         at += change.NextEntryOffset;
     }
     RequestChanges();
-    // An empty buffer means that there were more changes than fit in.
+    // Windows leaves the buffer empty when there were more changes than it can hold.
     if (paths.empty()) CheckAll();
     for (IndexFile& file : indexFiles_) {
         if (std::any_of(paths.begin(), paths.end(),

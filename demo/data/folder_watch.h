@@ -1,5 +1,5 @@
 #pragma once
-// Watches the folder of the photos and reports new ones.
+// Watches the folder of the photos and reports new photos.
 
 #include <cstddef>
 #include <cstdint>
@@ -10,12 +10,14 @@
 #include "horivo_map.h"
 #include "windows_api.h"
 
-/// Watches a photo tree and reports each index file that lists more photos than before. It needs no
-/// thread: the message loop waits for the event of the watch together with its messages.
+/// Watches a photo tree and reports each index file that lists more photos than before. The watch
+/// needs no thread: the message loop waits for Event together with its messages, and then calls
+/// ReadChanges.
 class FolderWatch {
 public:
-    /// Called for each index file with new photos. `signedIndex` is that of
-    /// HORIVO_MSG_PHOTOS_CHANGED: a city, or negative, the own photos of that city's country.
+    /// Called for each index file with new photos. `signedIndex` is the wParam of
+    /// HORIVO_MSG_PHOTOS_CHANGED: the index of a city for photos of that city, or a negated index
+    /// for photos of that city's country.
     using Listener = std::function<void(std::int32_t signedIndex, std::int32_t newPhotos)>;
 
     /// Begins to watch; does nothing when the folder does not exist.
@@ -29,18 +31,19 @@ public:
 
     /// Event that is set when ReadChanges has something to read; null when nothing is watched.
     HANDLE Event() const { return isWaiting_ ? overlapped_.hEvent : nullptr; }
-    /// Reads the changes that Windows has reported, calls the listener and waits for further ones.
+    /// Reads the changes that Windows has reported, calls the listener, and asks Windows to report
+    /// further changes.
     void ReadChanges();
-    /// Reads every index file that was written since it was last read. Call it now and then: some
-    /// file systems report no changes, or none in subfolders.
+    /// Reads every index file that was written since it was last read. Call it from time to time,
+    /// because some file systems report no changes, or none in subfolders.
     void CheckAll();
 
 private:
     struct IndexFile {
-        std::wstring path;         ///< below the tree
+        std::wstring path;         ///< relative to the photo tree
         std::int32_t signedIndex;  ///< of its city or country
-        std::int32_t photos;       ///< that it listed when it was last read
-        FILETIME written;          ///< its time at that moment; 0: there was none
+        std::int32_t photos;       ///< photos that the file listed when it was last read
+        FILETIME written;          ///< file time when it was last read; 0: there was no file
     };
 
     void ListIndexFiles();
@@ -54,6 +57,6 @@ private:
     std::vector<IndexFile> indexFiles_;
     HANDLE directory_ = INVALID_HANDLE_VALUE;
     OVERLAPPED overlapped_{};
-    bool isWaiting_ = false;  ///< Windows will write to `changes_` and set the event
-    alignas(DWORD) std::byte changes_[16384] = {};  ///< some hundred changes fit
+    bool isWaiting_ = false;  ///< whether Windows has been asked to report changes
+    alignas(DWORD) std::byte changes_[16384] = {};  ///< room for some hundred changes
 };

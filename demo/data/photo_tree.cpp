@@ -8,7 +8,7 @@
 
 namespace {
 
-// Characters that the map, too, drops from a name to get the name of its folder.
+// Characters that are removed from a name to get the name of its folder, as in the map.
 constexpr std::wstring_view kDropped = L"*/:;?\\\x7F";
 constexpr wchar_t kFirstPrintable = L' ';
 constexpr wchar_t kIndexName[] = L"index.tsv";
@@ -21,7 +21,7 @@ std::wstring FolderName(std::wstring_view place) {
             character < kFirstPrintable || kDropped.find(character) != std::wstring_view::npos;
         if (!drop) name += character;
     }
-    // A name of dots and spaces alone would lead out of the tree, as ".." does.
+    // A name of only dots and spaces, such as "..", could lead to a folder outside the tree.
     return name.find_first_not_of(L". ") == std::wstring::npos ? std::wstring() : name;
 }
 

@@ -8,8 +8,8 @@
 
 #include "horivo_map.h"
 
-/// Path, relative to the photo tree, of the index file of a city, and of that of its country's own
-/// photos; empty when a name cannot be the name of a folder.
+/// Path of the index file of a city, and of the index file of its country's own photos, relative to
+/// the photo tree. Empty when a name cannot be the name of a folder.
 std::wstring CityIndexPath(const CityRecord& city);
 std::wstring CountryIndexPath(const CityRecord& city);
 
@@ -17,8 +17,8 @@ std::wstring CountryIndexPath(const CityRecord& city);
 std::int32_t CountPhotos(const std::wstring& path);
 
 /// The answer to HORIVO_MSG_MAY_SHOW_PHOTOS.
-/// @param signedIndex  that of the message: a city, or negative, a city whose country is meant
-/// @return whether the index file of that city, or of that country, lists a photo; false for an
-/// index
-///         outside the table
+/// @param signedIndex  wParam of the message: the index of a city, or a negated index for that
+///                     city's country
+/// @return whether the index file of that city or country lists a photo; false for an index outside
+///         the table
 bool MayShowPhotos(const std::vector<CityRecord>& cities, std::int32_t signedIndex);

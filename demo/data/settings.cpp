@@ -19,10 +19,10 @@ constexpr wchar_t kSortDescending[] = L"sort_descending";
 constexpr wchar_t kAlwaysOnTop[] = L"always_on_top";
 constexpr wchar_t kCity[] = L"city";
 constexpr wchar_t kCountry[] = L"country";
-constexpr int kTextSize = 64;   // characters; the longest are the names of cities
+constexpr int kTextSize = 64;   // characters; names of cities are the longest texts
 constexpr LONG kMinSide = 120;  // pixels; a smaller window would be hard to grab
 
-/// Path of the settings file; empty when Windows knows no folder for it.
+/// Path of the settings file; empty when Windows reports no folder for it.
 /// @param forWriting  creates the folder when it is missing
 std::wstring SettingsFile(bool forWriting) {
     if (!IsFeatureEnabled(kNoPreferences)) return ProgramFolder() + L"default.ini";

@@ -7,21 +7,21 @@
 
 struct HostSettings {
     std::wstring language;  ///< abbreviation of Windows ("DEU"); empty: as Windows
-    std::wstring city;      ///< chosen last, in English; empty: none yet
+    std::wstring city;      ///< chosen last, its English name; empty: none yet
     std::wstring country;   ///< of that city
     RECT place{};           ///< of the window when not maximized, screen pixels; empty: none yet
     bool maximized = false;
-    int sortColumn = 0;  ///< as CityColumn
+    int sortColumn = 0;  ///< number of a CityColumn
     bool sortDescending = false;
     bool alwaysOnTop = false;
 };
 
 /// Reads the user's settings, or "default.ini" beside the program when the switch "no_preferences"
-/// is set (ReadAdminFlags must have been called). What is missing or invalid keeps its initial
-/// value.
+/// is set (ReadAdminFlags must have been called). A setting that is missing or invalid keeps its
+/// initial value.
 HostSettings ReadSettings();
 
-/// Writes the settings to the file that ReadSettings reads. Does nothing when that fails.
+/// Writes the settings to the file that ReadSettings reads. Reports no failure.
 void WriteSettings(const HostSettings& settings);
 
 /// Moves and shrinks `place` into the work area of the nearest monitor, so that a window never

@@ -10,19 +10,19 @@ namespace {
 
 // Pixels at 96 dots per inch.
 constexpr int kMargin = 6;         // around label, field and list
-constexpr int kCellPadding = 18;   // beside the text of a column: the cell's own and the sort arrow
+constexpr int kCellPadding = 18;   // beside a column's text: cell margins and the sort arrow
 constexpr int kEmptyPadding = 40;  // above the text that nothing was found
 
-constexpr int kFieldInset = 1;      // pixels above a field's text, at any scaling
+constexpr int kFieldInset = 1;      // pixels from a field's edge to its text, at any scaling
 constexpr int kMaxFieldChars = 63;  // as many as a city's name may have
-// As wide as so many letters; the few names that are longer end in dots.
+// Widths of columns, in letters "n". The few names that are longer end in dots.
 constexpr int kNameLetters = 20;
 constexpr int kCountryLetters = 16;
 
-constexpr int kSunday = 24;                   // a day of December 2028
-constexpr int kWideOffset = -(12 * 60 + 45);  // minutes; its text is as long as any offset's
+constexpr int kSunday = 24;                   // 24 December 2028 is a Sunday
+constexpr int kWideOffset = -(12 * 60 + 45);  // minutes; no offset has a longer text
 
-// By CityColumn; and the columns from left to right.
+// kTitles has the title of each CityColumn; kOrder lists the columns from left to right.
 constexpr std::uint32_t kTitles[kCityColumns] = {IDS_COLUMN_CITY, IDS_COLUMN_TIME, IDS_COLUMN_DATE,
                                                  IDS_COLUMN_OFFSET, IDS_COLUMN_COUNTRY};
 constexpr int kOrder[kCityColumns] = {0, 4, 1, 2, 3};
@@ -35,7 +35,8 @@ HWND CreateChild(HWND parent, const wchar_t* windowClass, DWORD style, DWORD exS
 }  // namespace
 
 bool CityList::Create(HWND parent) {
-    // The label comes first: screen readers take the static text before a field as its name.
+    // Creates the label before the field: screen readers read the static text before a field as its
+    // name.
     label_ = CreateChild(parent, L"STATIC", SS_NOPREFIX | SS_ENDELLIPSIS, 0);
     field_ = CreateChild(parent, L"EDIT", WS_TABSTOP | ES_AUTOHSCROLL, WS_EX_CLIENTEDGE);
     list_ = CreateChild(parent, WC_LISTVIEWW,
@@ -70,7 +71,7 @@ void CityList::SetTexts() {
         column.pszText = title.data();
         ListView_SetColumn(list_, i, &column);
     }
-    ShowSortArrow();  // a new title takes it away
+    ShowSortArrow();  // a new title removes the arrow
     InvalidateRect(list_, nullptr, TRUE);
 }
 
@@ -84,7 +85,7 @@ void CityList::SetScale(const UiScale& scale) {
     int widths[kCityColumns] = {measure(std::wstring(kNameLetters, L'n')), 0, 0,
                                 measure(OffsetText(kWideOffset)),
                                 measure(std::wstring(kCountryLetters, L'n'))};
-    // Wide samples of time and date: each weekday, an hour of two digits and after noon.
+    // Measures the time 20:00 and the date of each weekday, as samples of wide texts.
     for (WORD i = 0; i < 7; ++i) {
         const auto day = static_cast<WORD>(kSunday + i);
         const SYSTEMTIME sample{2028, 12, i, day, 20, 0, 0, 0};
@@ -103,7 +104,7 @@ void CityList::SetScale(const UiScale& scale) {
 
 void CityList::Place(const RECT& area, const UiScale& scale) {
     const int margin = scale.Pixels(kMargin);
-    // A letter of full height and one with a descender.
+    // The height of a line: a letter of full height and one with a descender.
     const int line = static_cast<int>(scale.Measure(list_, L"Xg").cy);
     const int width = std::max(0, static_cast<int>(area.right - area.left) - 2 * margin);
     int top = static_cast<int>(area.top) + margin;
@@ -112,7 +113,8 @@ void CityList::Place(const RECT& area, const UiScale& scale) {
         top += height + margin;
     };
     place(label_, line);
-    // The field puts its text at its upper edge: only without room to spare is it in the middle.
+    // The field puts its text at its upper edge. With exactly this height, the text is in the
+    // middle.
     const int edge = GetSystemMetricsForDpi(SM_CYEDGE, scale.Dpi());
     place(field_, line + 2 * (kFieldInset + edge));
     place(list_, static_cast<int>(area.bottom) - top - margin);
@@ -199,7 +201,7 @@ std::wstring CityList::TextOf(const CityRow& row, CityColumn column) const {
 }
 
 /// The first row at or after `from` whose city's name begins with `start`; after the last row the
-/// search goes on at the first. @return -1 when there is none
+/// search goes on at the first row. @return -1 when there is none
 int CityList::FindByPrefix(const wchar_t* start, int from) const {
     const int count = static_cast<int>(rows_.size());
     for (int i = 0; i < count; ++i) {
@@ -211,7 +213,7 @@ int CityList::FindByPrefix(const wchar_t* start, int from) const {
     return -1;
 }
 
-/// Tells in an empty list that nothing was found.
+/// Draws the text that nothing was found into an empty list. @return the answer to NM_CUSTOMDRAW
 LRESULT CityList::DrawNothingFound(const NMCUSTOMDRAW& draw) const {
     if (draw.dwDrawStage == CDDS_PREPAINT) return CDRF_NOTIFYPOSTPAINT;
     RECT area{};

@@ -15,7 +15,7 @@ public:
     /// @param data  must outlive the list
     explicit CityList(ProgramData& data) : data_(data) {}
 
-    /// Creates label, field and list as hidden children of `parent`.
+    /// Creates the label, the search field and the list as hidden children of `parent`.
     /// @return false when Windows could not create one of them
     bool Create(HWND parent);
     void Show(bool shown);
@@ -28,7 +28,7 @@ public:
     /// Moves label, field and list into `area`, client pixels of the parent.
     void Place(const RECT& area, const UiScale& scale);
 
-    /// Shows the cities that match the text of the field, with their local times at `utc`.
+    /// Shows the cities that match the text of the search field, with their local times at `utc`.
     void Refresh(const SYSTEMTIME& utc);
     void SortBy(CityColumn column, bool descending);
     CityColumn SortColumn() const { return sortColumn_; }
@@ -37,17 +37,17 @@ public:
     /// Index of the selected city; -1 when there is none.
     std::int32_t Selected() const { return selected_; }
     /// Selects a city and scrolls to its row; clears the field when its text hides that city.
-    /// OnNotify does not report this selection, because it is not the user's.
+    /// OnNotify does not report this selection, because the user did not make it.
     void Select(std::int32_t city);
-    /// Scrolls to the first hit; without a search to the selected city.
+    /// Scrolls to the first hit, or to the selected city when the search field is empty.
     void Scroll();
-    /// Cities that are shown.
+    /// Number of cities that are shown.
     std::size_t RowCount() const { return rows_.size(); }
     /// The city of the first row; -1 when there is none.
     std::int32_t First() const { return rows_.empty() ? -1 : rows_[0].city; }
     /// The row of the selected city; -1 when it is not shown.
     int SelectedRow() const;
-    /// Clears the search. The parent gets EN_CHANGE, as when the user does so.
+    /// Clears the search. The parent gets EN_CHANGE, as when the user changes the text.
     void ClearField();
 
     /// Answers a WM_NOTIFY of the list control.
@@ -59,7 +59,7 @@ public:
 
 private:
     void FillRows();
-    /// Selects the row of `selected_` in the control; the order of the rows may have changed.
+    /// Selects in the list control the row of `selected_`, or no row when that city is not shown.
     void ShowSelection();
     void ShowSortArrow();
     LRESULT DrawNothingFound(const NMCUSTOMDRAW& draw) const;
@@ -72,7 +72,7 @@ private:
     CityColumn sortColumn_ = CityColumn::Name;
     bool sortDescending_ = false;
     std::int32_t selected_ = -1;
-    bool isSelecting_ = false;  ///< the program changes the selection now, not the user
+    bool isSelecting_ = false;  ///< true while the program changes the selection
     HWND label_ = nullptr;
     HWND field_ = nullptr;
     HWND list_ = nullptr;

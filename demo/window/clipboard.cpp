@@ -7,7 +7,7 @@ void CopyText(HWND owner, const std::wstring& text) {
     if (memory != nullptr) {
         lstrcpyW(static_cast<wchar_t*>(GlobalLock(memory)), text.c_str());
         GlobalUnlock(memory);
-        // The clipboard owns the memory from here on.
+        // When this call succeeds, the clipboard owns the memory.
         if (SetClipboardData(CF_UNICODETEXT, memory) == nullptr) GlobalFree(memory);
     }
     CloseClipboard();

@@ -7,7 +7,7 @@
 
 namespace {
 
-/// The name of the program with its version, which is the map's.
+/// The name of the program and the version of the map library, which is also the program's.
 std::wstring NameAndVersion() {
     return LocalText(IDS_TITLE) + L' ' + std::to_wstring(HORIVO_MAP_VERSION_MAJOR) + L'.' +
            std::to_wstring(HORIVO_MAP_VERSION_MINOR) + L'.' +
@@ -16,7 +16,7 @@ std::wstring NameAndVersion() {
 
 /// Parameter of TextDialogProc.
 struct TextDialog {
-    const wchar_t* section;  ///< its name in the language files
+    const wchar_t* section;  ///< the dialog's section in the language files
     HFONT font;
 };
 
@@ -25,7 +25,7 @@ BOOL CALLBACK SetControlFont(HWND control, LPARAM font) {
     return TRUE;
 }
 
-/// Moves the dialog over the middle of its owner; by itself it opens in the middle of the screen.
+/// Moves the dialog to the middle of its owner; Windows has opened it in the middle of the screen.
 void CenterOverOwner(HWND dialog) {
     RECT owner{};
     RECT own{};
@@ -42,8 +42,8 @@ INT_PTR CALLBACK TextDialogProc(HWND dialog, UINT message, WPARAM wParam, LPARAM
         const auto& text = *reinterpret_cast<const TextDialog*>(lParam);
         LocalizeDialog(dialog, text.section);
         SetDlgItemTextW(dialog, IDC_ABOUT_NAME, NameAndVersion().c_str());
-        // The font of the template exists on every Windows, but may lack the script of the
-        // language.
+        // Replaces the font of the template: every Windows has that font, but it may lack the
+        // letters of the language.
         EnumChildWindows(dialog, SetControlFont, reinterpret_cast<LPARAM>(text.font));
         CenterOverOwner(dialog);
         return TRUE;

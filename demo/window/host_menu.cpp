@@ -15,8 +15,8 @@ struct MapKey {
     int repeats;
 };
 
-// One press of a zoom key is a small step, because people hold the key down. A menu command repeats
-// it until the step shows.
+// One press of a zoom key is a small step, because people hold the key down. A menu command sends
+// several presses, so that the user sees a change.
 constexpr int kZoomStep = 5;
 constexpr MapKey kMapKeys[] = {
     {IDM_HOME_VIEW, VK_HOME, 1},

@@ -22,7 +22,7 @@ namespace {
 
 constexpr wchar_t kClass[] = L"Horivo sample host";
 constexpr DWORD kStyle = WS_OVERLAPPEDWINDOW | WS_CLIPCHILDREN;
-constexpr UINT kClockMs = 1000;  // a new minute shows at most this late
+constexpr UINT kClockMs = 1000;  // period of the clock timer; a new minute shows at most this late
 // Default size of the map, pixels at 96 dots per inch.
 constexpr int kMapWidth = 800;
 constexpr int kMapHeight = 640;
@@ -78,7 +78,7 @@ bool HostWindow::Open(bool isFirst, std::uint32_t& status) {
     return true;
 }
 
-/// Flies to the city that was chosen last, or else to one of the user's own time zone.
+/// Flies to the city that was chosen last, or else to a city in the user's own time zone.
 void HostWindow::ShowStartCity() {
     std::int32_t city = FindCity(data_.cities, data_.settings.city, data_.settings.country);
     if (city < 0) city = FindCityHere(data_.cities);
@@ -107,8 +107,8 @@ void HostWindow::SetInitialPlace(bool isFirst) {
                  place.bottom - place.top, SWP_NOZORDER | SWP_NOACTIVATE);
 }
 
-/// The place of the window with a map of the default size: where Windows has put the window, but
-/// moved and shrunk so that it is on the screen.
+/// Computes the place of the window for a map of the default size: at the corner where Windows has
+/// put the window, then moved and shrunk to be on the screen.
 RECT HostWindow::DefaultPlace() const {
     RECT place{0, 0, scale_->Pixels(kMapWidth) + (withList_ ? list_.Width() : 0),
                scale_->Pixels(kMapHeight) + statusHeight_};
@@ -194,8 +194,8 @@ std::wstring HostWindow::SelectedCityText(const SYSTEMTIME& utc) const {
 }
 
 bool HostWindow::TakeKey(const MSG& message) {
-    // Not IsDialogMessage: it would take the map's arrow keys, because the map does not answer
-    // WM_GETDLGCODE. Under Wine the map is not even a child of this window.
+    // IsDialogMessage is not used here: the map would not get its arrow keys, because it does not
+    // answer WM_GETDLGCODE. Also, under Wine the map is not a child of this window.
     if (message.message != WM_KEYDOWN) return false;
     if (message.wParam == VK_TAB) return MoveFocus();
     const bool inField = message.hwnd == list_.Field();
@@ -213,7 +213,7 @@ bool HostWindow::TakeKey(const MSG& message) {
     return true;
 }
 
-/// Moves the focus to the next of field, list and map; with Shift to the one before.
+/// Moves the focus to the next part in the order field, list, map; with Shift to the previous part.
 bool HostWindow::MoveFocus() {
     const HWND order[] = {list_.Field(), list_.List(), map_.Window()};
     const HWND* const at = std::find(std::begin(order), std::end(order), GetFocus());
@@ -224,7 +224,8 @@ bool HostWindow::MoveFocus() {
     return true;
 }
 
-/// Chooses and shows the first city of the list; the one that is chosen when nothing is searched.
+/// Flies to the first city of the list and chooses it. With an empty search field, flies to the
+/// city that is selected already, if there is one.
 void HostWindow::ChooseFirst() {
     if (GetWindowTextLengthW(list_.Field()) > 0 || list_.Selected() < 0) {
         if (list_.First() < 0) return;
@@ -233,7 +234,7 @@ void HostWindow::ChooseFirst() {
     FlyToSelected();
 }
 
-/// Shows a city that the user has chosen, also at the next start.
+/// Shows a city that the user has chosen, and stores it for the next start of the program.
 void HostWindow::Choose(std::int32_t city) {
     if (city < 0 || static_cast<std::size_t>(city) >= data_.cities.size()) return;
     data_.settings.city = data_.cities[static_cast<std::size_t>(city)].cityName;
@@ -255,7 +256,8 @@ void HostWindow::FlyToSelected() {
         reinterpret_cast<LPARAM>(&data_.cities[static_cast<std::size_t>(list_.Selected())]));
 }
 
-/// Copies "Paris 14:05 Sunday"; with a selection in the field, that.
+/// Copies a text such as "Paris 14:05 Sunday" for the selected city. When the search field has the
+/// focus and a selection, copies the selected text instead.
 void HostWindow::CopyTime() const {
     DWORD start = 0;
     DWORD end = 0;

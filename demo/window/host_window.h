@@ -12,7 +12,8 @@
 #include "window/ui_scale.h"
 #include "windows_api.h"
 
-/// Lives as long as its window: when that is destroyed, the object tells the program to forget it.
+/// A host window. When its window is destroyed, it calls Program::Forget, which deletes this
+/// object.
 class HostWindow {
 public:
     /// @param data, program  must outlive the window
@@ -22,7 +23,7 @@ public:
     ~HostWindow() = default;
 
     /// Creates and shows the window.
-    /// @param isFirst  whether it takes the place that the user left; others get the default size
+    /// @param isFirst  true: opens at the place in the settings; false: has the default size
     /// @param status  out: the library's code when the map was refused, else HORIVO_OK
     /// @return false when there is no window
     bool Open(bool isFirst, std::uint32_t& status);
@@ -30,13 +31,13 @@ public:
     HWND Handle() const { return handle_; }
     HWND Map() const { return map_.Window(); }
 
-    /// Replaces all texts by those of the current language, also the one that the map shows.
+    /// Sets all texts in the current language, also the hint that the map shows.
     void ApplyLanguage();
     /// Shows the current times in the list and the status bar.
     void ShowTimes();
-    /// Handles the keys that go from one part of the window to another: Tab and Shift+Tab, and in
-    /// field and list Down, Enter and Escape.
-    /// @return whether the message was handled; otherwise it is to be dispatched as usual
+    /// Handles the keys of the window: Tab and Shift+Tab move the focus; Down and Enter work in the
+    /// search field, Escape in the field and in the list.
+    /// @return whether the message was handled; if not, dispatch it as usual
     bool TakeKey(const MSG& message);
 
 private:
@@ -77,12 +78,12 @@ private:
     ProgramData& data_;
     Program& program_;
     HWND handle_ = nullptr;
-    HWND focus_ = nullptr;  ///< had the focus when the window was last active; gets it back
+    HWND focus_ = nullptr;  ///< control that gets the focus when the window is active again
     std::unique_ptr<UiScale> scale_;
     MapPane map_;
     CityList list_;
     StatusBar statusBar_;
     int statusHeight_ = 0;
-    WORD shownMinute_ = 60;  ///< of the times shown; 60: none yet
+    WORD shownMinute_ = 60;  ///< minute of the times shown; 60: none yet
     bool withList_ = true;   ///< the city list is shown
 };

@@ -7,7 +7,7 @@
 
 namespace {
 
-constexpr UINT kRaiseMap = WM_APP;  // posted by a window to itself when the map may be covered
+constexpr UINT kRaiseMap = WM_APP;  // posted by a window to itself when it may cover its map
 
 }  // namespace
 
@@ -49,12 +49,13 @@ LRESULT HostWindow::Handle(UINT message, WPARAM wParam, LPARAM lParam) {
             return 0;
         }
         case WM_ACTIVATE:
-            // WM_SETFOCUS gives the focus back to the child that has it now.
+            // Stores the child with the focus; WM_SETFOCUS gives the focus back to that child.
             if (LOWORD(wParam) == WA_INACTIVE) {
                 focus_ = GetFocus();
                 return 0;
             }
-            // Posted, not called: this window is raised only after this message.
+            // Posts a message to raise the map, because Windows raises this window only after
+            // WM_ACTIVATE.
             PostMessageW(handle_, kRaiseMap, 0, 0);
             break;
         case kRaiseMap:
@@ -64,8 +65,8 @@ LRESULT HostWindow::Handle(UINT message, WPARAM wParam, LPARAM lParam) {
             SetFocus(IsWindow(focus_) ? focus_ : map_.Window());
             return 0;
         case WM_MOUSEWHEEL:
-            // Sent to this window when no child has the focus, or passed on by a child that does
-            // not use the wheel. Only in the first case is it meant for the map.
+            // Passes the wheel to the map only when no child has the focus. Otherwise the message
+            // comes from a child that does not use the wheel.
             if (HWND map = map_.Window(); map != nullptr && GetFocus() == handle_) {
                 return SendMessageW(map, message, wParam, lParam);
             }
@@ -104,8 +105,8 @@ void HostWindow::LimitSize(MINMAXINFO& limits) const {
     limits.ptMinTrackSize = {list + scale_->Pixels(kMinMapWidth), scale_->Pixels(kMinHeight)};
 }
 
-/// Shows the times of a new minute, and asks the map for a frame: by itself the map does not redraw
-/// when the Sun moves.
+/// Shows the times of a new minute, and asks the map for a frame, because the map does not redraw
+/// by itself when the Sun moves.
 void HostWindow::OnClockTimer() {
     SYSTEMTIME now{};
     GetSystemTime(&now);

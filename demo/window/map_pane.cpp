@@ -57,9 +57,10 @@ void MapPane::FollowHost() {
 void MapPane::RaiseAboveHost() {
     if (!isPopup_ || Window() == nullptr) return;
     const bool onTop = (GetWindowLongPtrW(host_, GWL_EXSTYLE) & WS_EX_TOPMOST) != 0;
-    // Wine: a popup counts as being above its owner already, so that HWND_TOP does nothing. Only a
-    // change of the topmost state makes Wine restack the windows on the screen, and with an owner
-    // it cannot be changed back.
+    // Wine: a popup counts as being above its owner already, so HWND_TOP does nothing. Only a
+    // change of the topmost state makes Wine restack the windows on the screen. So the lines below
+    // change the state and change it back, without an owner, because with an owner Wine does not
+    // change it back.
     SetOwner(nullptr);
     SetWindowPos(map_, onTop ? HWND_NOTOPMOST : HWND_TOPMOST, 0, 0, 0, 0, kOrderOnly);
     SetWindowPos(map_, onTop ? HWND_TOPMOST : HWND_NOTOPMOST, 0, 0, 0, 0, kOrderOnly);
@@ -67,7 +68,7 @@ void MapPane::RaiseAboveHost() {
 }
 
 void MapPane::SetHostOnTop(bool onTop) {
-    // Wine: the owner of a popup never becomes topmost.
+    // Wine: takes the owner from the popup for the call, because an owner cannot become topmost.
     if (isPopup_) SetOwner(nullptr);
     SetWindowPos(host_, onTop ? HWND_TOPMOST : HWND_NOTOPMOST, 0, 0, 0, 0, kOrderOnly);
     if (isPopup_) SetOwner(host_);

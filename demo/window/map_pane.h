@@ -5,12 +5,12 @@
 
 #include "windows_api.h"
 
-/// One map. On Windows its window is the child window that CreateMapWindow returns, and FollowHost
-/// and RaiseAboveHost do nothing.
+/// A map in a host window. On Windows the map is the child window that CreateMapWindow returns, and
+/// FollowHost and RaiseAboveHost do nothing.
 ///
 /// Wine: up to version 8 an OpenGL child window stays black, because the DC of a child has no
-/// drawable. There the map's window becomes a borderless popup that is owned by the host window and
-/// covers its place in the host. It looks the same, and it still sends its messages to the host,
+/// drawable. So under Wine the map becomes a borderless popup that is owned by the host window and
+/// covers its place in the host. The popup looks the same and still sends its messages to the host,
 /// because GetParent returns the owner of a popup.
 class MapPane {
 public:
@@ -26,9 +26,10 @@ public:
     /// Moves, shows or hides a popup like its host. Call it after each change of the host's place.
     void FollowHost();
     /// Raises a popup over its host again. Call it when the host has become the active window, or
-    /// one of its children has got the focus: without a window manager Wine raises the host then.
+    /// one of its children has got the focus: without a window manager, Wine then raises the host
+    /// over the popup.
     void RaiseAboveHost();
-    /// Puts the host, and the map with it, above all other windows, or back among them.
+    /// Puts the host and its map above all other windows, or makes both normal windows again.
     void SetHostOnTop(bool onTop);
 
 private:

@@ -22,7 +22,8 @@ void StatusBar::SetScale(const UiScale& scale) {
 }
 
 int StatusBar::Place(const UiScale& scale) {
-    // A status bar moves itself to the lower edge when it gets WM_SIZE, whatever the parameters.
+    // A status bar moves itself to the lower edge when it gets WM_SIZE; the parameters do not
+    // matter.
     SendMessageW(bar_, WM_SIZE, 0, 0);
     LayOutParts(scale);
     RECT area{};

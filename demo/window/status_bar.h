@@ -17,7 +17,8 @@ public:
                   const std::wstring& universalTime, const UiScale& scale);
 
 private:
-    /// Gives the two parts on the right the widths that their texts need, the first part the rest.
+    /// Sets the widths of the parts: the two on the right are as wide as their texts, the first
+    /// gets the rest.
     void LayOutParts(const UiScale& scale);
 
     HWND bar_ = nullptr;

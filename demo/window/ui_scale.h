@@ -1,5 +1,5 @@
 #pragma once
-// Sizes and font of the program's own controls at the scaling of their monitor.
+// Sizes and font of the program's own controls, scaled for their monitor.
 
 #include "windows_api.h"
 
@@ -15,7 +15,7 @@ public:
     UINT Dpi() const { return dpi_; }
     /// Pixels for a size given at 96 dots per inch.
     int Pixels(int size) const { return MulDiv(size, static_cast<int>(dpi_), 96); }
-    /// The font that the user has chosen for message texts; null when Windows does not say.
+    /// The font that the user has chosen for message texts; null when Windows does not report it.
     HFONT Font() const { return font_; }
     /// Size of a text in that font, pixels.
     SIZE Measure(HWND window, const wchar_t* text) const;

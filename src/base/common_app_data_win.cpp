@@ -6,8 +6,8 @@
 
 namespace {
 
-// A plain array, because a static object with a constructor needs a guard: MinGW's thread library
-// then leaks handles and memory each time the DLL is loaded and unloaded.
+// A plain array, which needs no guard. For a static object with a constructor, the guard of MinGW's
+// thread library leaks handles and memory each time the DLL is loaded and unloaded.
 wchar_t knownFolder[MAX_PATH] = {};
 
 bool QueryCommonAppData(wchar_t (&folder)[MAX_PATH]) noexcept {
@@ -18,7 +18,7 @@ bool QueryCommonAppData(wchar_t (&folder)[MAX_PATH]) noexcept {
 }  // namespace
 
 std::wstring CommonAppDataFolder() {
-    // After a failure the array stays empty, so that the next call asks again.
+    // After a failure the array stays empty, so that the next call asks Windows again.
     if (knownFolder[0] == L'\0' && !QueryCommonAppData(knownFolder)) knownFolder[0] = L'\0';
     return knownFolder;
 }

@@ -30,7 +30,7 @@ inline MutexHold AcquireMutex(HANDLE mutex, DWORD waitMs) noexcept {
     return MutexHold(ours ? mutex : nullptr);
 }
 
-/// Another handle to the same kernel object, for this process; empty when duplicating fails.
+/// Duplicates a handle for use in this process; empty when that fails.
 inline UniqueHandle DuplicateOf(HANDLE object) noexcept {
     HANDLE copy = nullptr;
     DuplicateHandle(GetCurrentProcess(), object, GetCurrentProcess(), &copy, 0, FALSE,

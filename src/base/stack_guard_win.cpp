@@ -1,6 +1,7 @@
-// The variable and the function that the compiler's stack protection needs. MinGW's own library
-// takes a random number from a cryptographic provider while the DLL is being loaded, which loads
-// further DLLs under the loader lock. The code below needs only kernel32 calls.
+// The variable and the function that the compiler's stack protection needs. They replace those of
+// MinGW: while the DLL is being loaded, MinGW's code asks a cryptographic provider for a random
+// number, and Windows loads further DLLs for that under the loader lock. The code below needs only
+// kernel32 calls.
 
 #include <cstdint>
 
@@ -49,7 +50,8 @@ __attribute__((constructor(101), no_stack_protector)) void ChooseStackGuard() {
         guard = (guard ^ part) * kHashFactor;
         guard ^= guard >> kHashShift;
     }
-    // The lowest byte is 0, so that a string copy that overruns its buffer cannot restore it.
+    // The lowest byte is 0. A string copy that overruns its buffer stops at its first 0, so it
+    // cannot write this value back.
     __stack_chk_guard = static_cast<std::uintptr_t>(guard << kBitsPerByte);
 }
 

@@ -26,7 +26,8 @@ WideView Truncate(WideView text, std::size_t maxUnits) noexcept;
 /// returns false and does not change `text`. Throws std::bad_alloc.
 bool WidenUtf8(std::string_view bytes, WideString& text);
 
-/// Converts text from the system's ANSI code page; empty when that fails. Throws std::bad_alloc.
+/// Converts text from the system's ANSI code page to UTF-16; empty when that fails. Throws
+/// std::bad_alloc.
 WideString WidenAnsi(std::string_view bytes);
 
 /// Whether two NUL-terminated texts are equal when case is ignored, by the rules of the user's

@@ -12,8 +12,8 @@ public:
     WindowTimer& operator=(const WindowTimer&) = delete;
     ~WindowTimer() { Stop(); }
 
-    /// Starts the timer; one that is already running is stopped first. When Windows cannot create
-    /// a timer, none is running afterwards.
+    /// Starts the timer; when it is running, stops it first. When Windows cannot
+    /// create a timer, this object stays stopped.
     /// @param id  not 0; must be unique among the timers of the window
     void Start(HWND window, UINT_PTR id, UINT periodMs) noexcept {
         Stop();

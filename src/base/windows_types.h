@@ -1,6 +1,6 @@
 #pragma once
 // The few Windows types that portable headers use. On Windows they come from windows.h; elsewhere
-// records of the same layout take their place.
+// this header defines records of the same layout.
 
 #ifdef _WIN32
 

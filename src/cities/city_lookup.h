@@ -5,7 +5,7 @@
 #include "base/wide_text.h"
 #include "cities/city_table.h"
 
-/// The names of a record, also when a name fills its field and has no terminator.
+/// The name of a city and the name of its country. A name that fills its field needs no terminator.
 WideView CityNameOf(const CityRecord& city) noexcept;
 WideView CountryNameOf(const CityRecord& city) noexcept;
 

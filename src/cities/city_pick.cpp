@@ -15,15 +15,16 @@ double DistanceSq(const double (&marker)[4], const CVector4& point) {
     return Square(marker[0] - point.x) + Square(marker[1] - point.y) + Square(marker[2] - point.z);
 }
 
-/// Writes `flag` only when it changes. Most flags do not, and memory that is only read need not be
-/// written back; the table is large.
+/// Writes `flag` only when it changes. Most flags of a large table stay the same, and memory that
+/// is only read need not be written back.
 void SetFlag(unsigned char& flag, bool on) {
     const auto value = static_cast<unsigned char>(on ? 1 : 0);
     if (flag != value) flag = value;
 }
 
-/// How many records ahead FindCitiesNear prefetches memory. The processor does not prefetch by
-/// itself because the records are large. With it, a large table takes a quarter less time.
+/// How many records ahead FindCitiesNear prefetches memory. The records are so large that the
+/// processor does not prefetch them by itself. Prefetching makes the search of a large table a
+/// quarter faster.
 constexpr std::size_t kFetchAhead = 32;
 
 }  // namespace
@@ -45,8 +46,8 @@ std::int32_t FindCitiesNear(const CityTable& cities, const CVector4& point, doub
             SetFlag(city.inRange, false);
             continue;
         }
-        // Both comparisons below are written so that a NaN fails them: such a city is never in
-        // range and never the nearest.
+        // Both comparisons below are written so that a NaN fails them: a city with a NaN is never
+        // in range and never the nearest.
         const double distanceSq = DistanceSq(city.markerPoint, point);
         if (out == nullptr) city.distanceSq = distanceSq;
         const bool inRange = radiusSq >= distanceSq;

@@ -8,7 +8,7 @@
 
 /// Largest distance from a city's marker to a place that counts as near, globe units.
 inline constexpr double kCityReach = 0.02;
-/// Most cities that one search returns or counts.
+/// Largest number of cities that one search returns or counts.
 inline constexpr std::int32_t kMaxCitiesNear = 200;
 
 /// Sets `inRange` of the cities within `radius` of `point` and `nearest` of the nearest city;

@@ -4,8 +4,9 @@
 #include "cities/city_table.h"
 #include "horivo_host.h"
 
-/// The zone of `city`: the one that the host has set. Without one, the record of its `timeZoneId`
-/// in `table`, whose address is then written into the city. Null when there is neither.
+/// Returns the time zone of `city`. When the host has set none, looks its `timeZoneId` up in
+/// `table` and writes the address of the record found there into the city. Null when there is no
+/// such record.
 const _TIME_DYNAMIC_ZONE_INFORMATION* ResolveTimeZone(CityRecord& city,
                                                       TimeZoneTable& table) noexcept;
 

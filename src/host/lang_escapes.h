@@ -6,7 +6,8 @@
 #include "horivo_map.h"
 
 /// Resolves the escapes of a text of a language file in place: "\\" gives a backslash, "\n" a line
-/// feed, "\r" a carriage return. "\t" and unknown escapes have odd results, which the source marks.
+/// feed, "\r" a carriage return. The results of "\t" and of unknown escapes are odd; comments in
+/// the source describe them.
 /// @param length  characters to read at most; below 0: all up to the terminator
 /// @return the new length, never above the old one. A terminator is written only when the result is
 ///         shorter than what was read.

@@ -9,7 +9,8 @@
 
 namespace {
 
-// Characters of the base name that is taken from the program's name; SetBaseName takes one more.
+// Characters of the longest base name that is taken from the program's name. SetBaseName accepts 64
+// characters.
 constexpr std::size_t kInitialBaseNameChars = 63;
 
 void Clear(CLangFile& file) noexcept {

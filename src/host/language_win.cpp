@@ -12,9 +12,9 @@ HorivoWideChar monthNames[12][24] = {};
 
 namespace {
 
-constexpr std::size_t kNameChars = 16;       // of a day or month
-constexpr int kLocaleNameCapacity = 80 + 1;  // characters; no locale has longer names
-constexpr int kAbbrevCapacity = 6 + 1;       // characters; a locale with a longer one is skipped
+constexpr std::size_t kNameChars = 16;             // of a day or month
+constexpr int kLocaleNameCapacity = 80 + 1;        // characters; no locale has longer names
+constexpr int kAbbrevCapacity = 6 + 1;             // characters; locales with more are skipped
 constexpr std::int32_t kUnitTableCapacity = 3072;  // characters of a unit table's text
 
 void StoreName(HorivoWideChar* field, LCID locale, LCTYPE which) noexcept {
@@ -79,8 +79,9 @@ std::uint32_t FindLocaleForAbbrev(const HorivoWideChar* abbrev) noexcept {
     LocaleSearch search = {abbrev};
     if (abbrev == nullptr) return search.found;
     const auto parameter = reinterpret_cast<LPARAM>(&search);
-    // Wine: enumerating the groups takes a quarter of a second. The first enumeration avoids that
-    // for an abbreviation that no locale has, such as the "en" that every host starts with.
+    // Wine: enumerating the groups takes a quarter of a second. The first enumeration, which is
+    // fast, avoids the second one for an abbreviation that no locale has, such as the "en" that
+    // every host starts with.
     EnumSystemLocalesEx(CompareLocaleName, LOCALE_ALL, parameter, nullptr);
     if (search.exists) EnumSystemLanguageGroupsW(SearchGroup, LGRPID_INSTALLED, parameter);
     return search.found;

@@ -19,7 +19,7 @@ constexpr DWORD kControlTextChars = 2047;
 constexpr DWORD kMenuTextChars = 255;
 
 constexpr UINT kOpensSubmenu = 0xFFFFFFFF;  // GetMenuItemID's result for an item with a submenu
-// Identifier of a control without one: -1, which a template has stored in 16 bits.
+// Identifier of a control that has none: -1, which the template stores in 16 bits.
 constexpr std::int32_t kNoControlId16 = 0xFFFF;
 constexpr int kClassNameCapacity = 32;  // characters; enough for "Button" and "Static"
 
@@ -38,8 +38,8 @@ bool ReadFrom(const wchar_t* path, const wchar_t* section, const wchar_t* key, w
     return *path != L'\0' && GetPrivateProfileStringW(section, key, L"", text, room, path) != 0;
 }
 
-/// Reads a text from the language file, or from the file of "en" when the first lacks it.
-/// @return whether one of them has it
+/// Reads a text from the language file, or from the file of "en" when the language file lacks it.
+/// @return whether one of the two files has the text
 bool ReadText(const wchar_t* section, const wchar_t* key, wchar_t* text, DWORD room) noexcept {
     return ReadFrom(LangFile().langFilePath, section, key, text, room) ||
            ReadFrom(LangFile().fallbackFilePath, section, key, text, room);
@@ -66,7 +66,7 @@ BOOL CALLBACK LocalizeControl(HWND control, LPARAM parameter) noexcept {
     return TRUE;
 }
 
-/// Sets the text of one menu item. @return whether the language files have one
+/// Sets the text of one menu item. @return whether the language files have a text for it
 bool LocalizeItem(HMENU menu, UINT position, const wchar_t* key, const wchar_t* section) noexcept {
     wchar_t text[kMenuTextChars + 1];
     if (!ReadText(section, key, text, kMenuTextChars + 1)) return false;

@@ -30,7 +30,7 @@ TIME_ZONE_INFORMATION OwnRules(const DYNAMIC_TIME_ZONE_INFORMATION& zone) noexce
 }
 
 TIME_ZONE_INFORMATION ReadRules(const DYNAMIC_TIME_ZONE_INFORMATION& zone, WORD year) noexcept {
-    DYNAMIC_TIME_ZONE_INFORMATION copy = zone;  // the call takes no const
+    DYNAMIC_TIME_ZONE_INFORMATION copy = zone;  // the function below takes no const record
     // The key name in a host's record may lack its terminator.
     copy.TimeZoneKeyName[std::size(copy.TimeZoneKeyName) - 1] = L'\0';
     TIME_ZONE_INFORMATION rules = {};
@@ -40,7 +40,7 @@ TIME_ZONE_INFORMATION ReadRules(const DYNAMIC_TIME_ZONE_INFORMATION& zone, WORD 
 }
 
 /// The earliest year that any place on Earth can have at `utc`. No local time differs from UTC by a
-/// whole day, so that is the previous year only on New Year's Day.
+/// whole day, so the result is the previous year only on New Year's Day.
 WORD EndingYear(const SYSTEMTIME& utc) noexcept {
     const bool newYearsDay = utc.wMonth == 1 && utc.wDay == 1 && utc.wYear > 0;
     return newYearsDay ? static_cast<WORD>(utc.wYear - 1) : utc.wYear;
@@ -82,8 +82,8 @@ bool UtcToZoneTime(const SYSTEMTIME& utc, const DYNAMIC_TIME_ZONE_INFORMATION& z
     local = old;
     if (old.wYear <= endingYear) return true;
     // By the rules of the old year, the new year has begun, so try the rules of the new year. When
-    // the zone changes its bias at that midnight, those may give a time in the old year again: then
-    // the result of the old rules is kept.
+    // the zone changes its bias at that midnight, the new rules may give a time in the old year
+    // again: then the result of the old rules is kept.
     SYSTEMTIME fresh;
     const TIME_ZONE_INFORMATION& newRules = rules.ForYear(zone, old.wYear);
     if (SystemTimeToTzSpecificLocalTime(&newRules, &utc, &fresh) && fresh.wYear == old.wYear) {

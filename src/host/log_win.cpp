@@ -16,7 +16,7 @@ constexpr wchar_t kFileName[] = L"horivo.log";
 // Sizes of buffers, terminators included.
 constexpr int kPathCapacity = 600;          // characters; the folder has at most MAX_PATH
 constexpr int kProgramNameCapacity = 512;   // bytes; names have up to 255 characters
-constexpr int kPrefixCapacity = 600;        // bytes; 38 and the program's name
+constexpr int kPrefixCapacity = 600;        // bytes; the program's name and 38 more
 constexpr int kWideMessageCapacity = 2048;  // bytes of a converted message
 
 /// Null until the host creates it.
@@ -31,7 +31,7 @@ bool FormLogPath(wchar_t (&path)[kPathCapacity]) noexcept {
     return std::swprintf(path, kPathCapacity, L"%ls%ls", folder, kFileName) > 0;
 }
 
-/// Opens the file, or creates it, for writing at its end.
+/// Opens the file, or creates it, for appending.
 UniqueFile OpenLog() noexcept {
     wchar_t path[kPathCapacity];
     if (!FormLogPath(path)) return UniqueFile();

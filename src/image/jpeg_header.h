@@ -23,7 +23,7 @@ public:
 };
 
 /// Reads the segments of a JPEG up to its baseline (0xC0) or progressive (0xC2) frame header;
-/// decodes no pixels. @return false when there is none; `size` is unchanged then
+/// decodes no pixels. @return false when there is no such header; `size` is unchanged then
 bool ReadJpegHeader(ByteSource& source, JpegSize& size) noexcept;
 
 /// Reads size and component count from the header of a JPEG file, without decoding it.

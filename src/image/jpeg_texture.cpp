@@ -94,7 +94,7 @@ bool CJpegTexture::PadBuffer(int newBufferWidth, int newBufferHeight) noexcept {
         ResetSizes();
         return false;
     }
-    // From the top row down, so that no row overwrites one that has not been moved yet.
+    // Starts with the top row, so that no row overwrites a row that has not been moved yet.
     for (std::int32_t row = height_ - 1; row >= 0; --row) {
         std::memmove(
             pixels_ + BlockBytes(newBufferWidth, row + newBufferHeight - height_, bytesPerPixel_),

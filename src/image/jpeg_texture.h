@@ -24,9 +24,9 @@ struct TextureSizes {
 /// A picture in memory, ready for OpenGL.
 ///
 /// `pixels`: bufferHeight rows of bufferWidth x bytesPerPixel bytes, tightly packed, bottom row
-/// first, bytes R, G, B[, A]. The picture is the first `width` pixels of rows 0 to height - 1;
-/// all bytes outside it are 0 after a load. A packed pixel has byte 0 in bits 0 to 7.
-/// It has no lock. No function throws.
+/// first, bytes R, G, B[, A]. The picture is the first `width` pixels of rows 0 to height - 1; all
+/// bytes outside it are 0 after a load. A packed pixel has byte 0 in bits 0 to 7.
+/// The class has no lock. No function throws.
 class CJpegTexture {
 public:
     CJpegTexture() noexcept = default;
@@ -44,7 +44,7 @@ public:
     /// exchanged (see SwapRedBlue).
     virtual bool SaveJpeg(const std::wstring& path, int quality);
 
-    /// Clears the texture, opens the file and calls Load.
+    /// Clears the texture, opens the file and calls Load; the result is that of Load.
     int LoadFromFile(const std::wstring& path, int maxWidth, int maxHeight);
 
     /// Frees the pixels. @param resetSize  also sets all sizes to 0
@@ -60,8 +60,9 @@ public:
 
     /// Whether the texture is uploaded with a border of 1 pixel: width at least 3, width mod 4 = 2.
     bool HasBorder() const noexcept;
-    /// Whether both sides are powers of two. Deliberate: false for every picture, because the test
-    /// wants a height of 0; so every picture is passed to MakePowerOfTwo.
+    /// Whether both sides are powers of two. Deliberate: false for every picture, because the
+    /// height would have to be 0. So FitToLimits calls MakePowerOfTwo also for a picture whose
+    /// sides are powers of two.
     bool IsPowerOfTwoSize() const noexcept;
     /// Shrinks each side to the largest power of two not above it. @return false when there are no
     /// pixels or Rescale fails
@@ -69,7 +70,8 @@ public:
     /// Shrinks a 3-byte picture in place with a box filter. @return false, without a change, when a
     /// new side is below 1 or above the present one, or when memory runs out
     bool Rescale(int newWidth, int newHeight) noexcept;
-    /// Enlarges the buffer without scaling the picture, which moves to the buffer's top rows.
+    /// Enlarges the buffer without scaling the picture. The picture moves to the top rows of the
+    /// buffer.
     /// @return false when a side would become smaller, or when memory runs out (all sizes 0 then)
     bool PadBuffer(int newBufferWidth, int newBufferHeight) noexcept;
     /// Moves the right half (`byColumns`) or the top half into `other`, which is cleared first.
@@ -87,8 +89,8 @@ public:
     bool ConvertToRgba(std::uint8_t alpha) noexcept;
     /// Returns the RGBA value for a packed pixel of `bytesPerPixel` bytes; must not throw.
     using PixelFunction = std::uint32_t (*)(std::uint32_t packed, std::int32_t bytesPerPixel);
-    /// Converts to 4 bytes a pixel by `function`; false when that is null or the picture has 4
-    /// bytes already.
+    /// Converts to 4 bytes a pixel by `function`; false when `function` is null or the picture has
+    /// 4 bytes already.
     bool ConvertToRgbaWith(PixelFunction function) noexcept;
     /// Replaces every pixel of the buffer that is equal to `from` by `to` (packed values).
     void ReplaceColor(std::uint32_t from, std::uint32_t to) noexcept;
@@ -113,13 +115,13 @@ protected:
     std::int32_t bytesPerPixel_ = 0;
 
 private:
-    /// Sets the sizes for a picture of 3 bytes a pixel; false when it is above the limits.
+    /// Sets the sizes for a picture of 3 bytes a pixel; false when the picture is above the limits.
     bool ChooseBuffer(std::int32_t width, std::int32_t height, int maxWidth,
                       int maxHeight) noexcept;
     /// Allocates the buffer that ChooseBuffer has set and copies the picture into it.
     bool CopyRows(Picture& picture);
     std::size_t BufferPixels() const noexcept;
-    /// Replaces the pixels by a block of 4-byte pixels; false when that is null.
+    /// Replaces the pixels by a block of 4-byte pixels; false when `block` is null.
     bool TakeWidened(std::uint8_t* block) noexcept;
 };
 

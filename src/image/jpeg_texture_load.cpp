@@ -14,7 +14,7 @@
 namespace {
 
 constexpr std::int64_t kMinBufferSide = 16;  // pixels
-constexpr std::int32_t kRowMultiple = 4;     // pixels; rows are padded to a multiple of it
+constexpr std::int32_t kRowMultiple = 4;     // pixels; rows are padded to a multiple of this
 
 /// Smallest 16 * 2^n that reaches `size` or `limit`, whichever comes first.
 std::int64_t DoubledSide(std::int64_t size, std::int64_t limit) noexcept {
@@ -179,7 +179,8 @@ bool CGLTexture::LoadShrunk(Picture& picture, int maxWidth, int maxHeight) {
     const std::int64_t targetHeight = FittedSide(height, maxHeight);
     if (targetWidth > width || targetHeight > height) return false;
     if (targetWidth == width && targetHeight == height) return false;
-    // Rows of other widths must be padded first, because the filter includes the padding.
+    // A picture of any other width must be loaded whole first: Load pads its rows, and the filter
+    // must include the padding.
     if (width % kRowMultiple != 0) return false;
 
     const LockedRows rows(picture);

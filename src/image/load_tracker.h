@@ -14,7 +14,7 @@ using LoadNumber = std::uint32_t;
 inline constexpr LoadNumber kNoLoad = 0;
 
 /// State of a load. A worker reports success or failure before it posts its message to the window.
-/// So the window can ignore such a message when another program has posted it.
+/// So the window can check a message: it ignores one that another program has posted.
 enum class LoadState : std::uint32_t {
     Ended,      ///< the window has handled the end of the load, or has been destroyed
     Loading,    ///< the first worker loads the picture or waits for the lock
@@ -28,8 +28,8 @@ enum class LoadState : std::uint32_t {
 /// no function waits or allocates memory. A window is identified by its handle.
 class LoadTracker {
 public:
-    /// Gives a number to a new load for `window`. Window thread, like
-    /// every function that does not say otherwise.
+    /// Gives a number to a new load for `window`. Window thread, as for every function below that
+    /// names no other thread.
     LoadNumber Start(const void* window) noexcept;
 
     /// Stores the state of a load, and with Loaded also that this load filled the picture. The
@@ -45,8 +45,9 @@ public:
     /// @param stage  the present stage of the map picture
     bool LeavesTextures(LoadNumber failed, PictureStage stage) const noexcept;
 
-    /// Whether the picture of this load was cleared before it was split, and a newer load brings
-    /// another one: then nothing has failed. Any thread that holds the scene mutex.
+    /// Whether the picture of this load was cleared before it was split, because a newer load
+    /// replaces it. A split without a picture is then not a failure. Any thread that holds the
+    /// scene mutex.
     /// @param stage  the present stage of the map picture
     bool IsSuperseded(LoadNumber number, PictureStage stage) const noexcept;
 
@@ -54,16 +55,16 @@ public:
     /// @return whether any of its loads had not ended
     bool Forget(const void* window) noexcept;
 
-    /// Whether a load or split for an existing window is under way. A failed one does not count.
+    /// Whether a load or split for an existing window is under way. A failed load does not count.
     bool IsAnyUnderWay() const noexcept;
 
     /// Whether the window of the newest load was destroyed before the load had ended.
     bool IsNewestForgotten() const noexcept;
 
 private:
-    /// Number and state change in one atomic step, so that a late worker sees when its slot belongs
-    /// to another load. The alignment makes that lock-free with clang, which otherwise calls a
-    /// library that MinGW programs do not link.
+    /// Number and state change in one atomic step, so that a worker that reports late cannot change
+    /// a slot that belongs to a newer load. The alignment makes the atomic lock-free with clang;
+    /// otherwise clang calls a library that MinGW programs do not link.
     struct alignas(2 * sizeof(std::uint32_t)) Progress {
         LoadNumber number;
         LoadState state;
@@ -79,7 +80,7 @@ private:
     const Slot& SlotOf(LoadNumber number) const noexcept { return slots_[number % slots_.size()]; }
     Slot& SlotOf(LoadNumber number) noexcept { return slots_[number % slots_.size()]; }
 
-    // Loads before the newest this many count as ended.
+    // Only this many of the newest loads are remembered; older loads count as ended.
     static constexpr std::size_t kMaxRemembered = 64;
     std::array<Slot, kMaxRemembered> slots_;
     std::atomic<LoadNumber> newest_ = kNoLoad;    ///< written by the window thread

@@ -6,7 +6,8 @@ namespace {
 
 constexpr wchar_t kFileName[] = L"map.jpg";
 
-/// Increments a counter until the end of the scope; the status lines on the screen show it.
+/// Increments a counter until the end of the scope. While it is above 0, a status line on the
+/// screen says so.
 class CountScope {
 public:
     explicit CountScope(std::atomic<std::int32_t>& count) noexcept : count_(count) { ++count_; }

@@ -18,8 +18,8 @@ enum class PictureStage : std::uint8_t {
     Split,   ///< the eight tiles hold the parts of the picture
 };
 
-/// The map texture, which is also tile 0, and the other tiles. The caller of any function holds the
-/// scene mutex; only IsLoading, IsSplitting and IsBusy may be called without it.
+/// The map texture, which is also tile 0, and the other tiles. The caller of any function must hold
+/// the scene mutex; only IsLoading, IsSplitting and IsBusy may be called without it.
 class MapPicture {
 public:
     MapPicture() noexcept;
@@ -33,7 +33,8 @@ public:
     int Load(const TextureLimits& limits, const std::wstring& dataDirectory);
 
     /// Splits the loaded picture into the tiles; shrinks it first when it is above the split limit.
-    /// Does nothing when it is split already: a second split would show tile 0 all over the globe.
+    /// Does nothing when the picture is split already: a second split would show tile 0 all over
+    /// the globe.
     /// @return whether the tiles exist
     bool Split(const TextureLimits& limits) noexcept;
 
@@ -41,7 +42,7 @@ public:
     /// @return whether it was changed and should be saved; false when nothing is loaded
     bool Fit(const TextureLimits& limits) noexcept;
 
-    /// Frees the map texture with its sizes.
+    /// Frees the map texture and sets its sizes to 0.
     void ClearMap() noexcept;
     /// Frees the pixels of all tiles. @param resetSize  also sets their sizes to 0
     void ClearTiles(bool resetSize) noexcept;

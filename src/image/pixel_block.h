@@ -9,8 +9,8 @@
 inline constexpr std::int32_t kRgbBytes = 3;
 inline constexpr std::int32_t kRgbaBytes = 4;
 
-/// Bytes of a packed block. No argument is below 0, and `bytesPerPixel` is at most 4, so that the
-/// product fits 64 bits.
+/// Bytes of a packed block. No argument may be below 0, and `bytesPerPixel` may be at most 4: the
+/// product then fits 64 bits.
 inline std::size_t BlockBytes(std::int32_t width, std::int32_t height,
                               std::int32_t bytesPerPixel) noexcept {
     return static_cast<std::size_t>(width) * static_cast<std::size_t>(height) *

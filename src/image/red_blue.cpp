@@ -6,8 +6,8 @@
 
 namespace {
 
-constexpr std::size_t kPixels =
-    5;  // whole pixels in the 16 bytes of a register; 1 byte is left over
+// Whole pixels in the 16 bytes of a register; 1 byte is left over.
+constexpr std::size_t kPixels = 5;
 
 __m128i LoadAt(const std::uint8_t* pixels, std::size_t i) noexcept {
     return _mm_loadu_si128(reinterpret_cast<const __m128i*>(pixels + i * kRgbBytes));
@@ -30,8 +30,8 @@ void CopyExchangingRedBlue(const std::uint8_t* source, std::size_t count,
                            std::uint8_t* target) noexcept {
     std::size_t i = 0;
     if (count > kPixels) {
-        // The next bytes are read before these are written: when `target` is `source`, reading
-        // bytes that were just written would be slow.
+        // Reads the next pixels before it writes the present ones: when `target` is `source`,
+        // reading bytes that were just written would be slow.
         __m128i pixels = LoadAt(source, 0);
         for (; i + 2 * kPixels < count; i += kPixels) {
             const __m128i next = LoadAt(source, i + kPixels);

@@ -141,7 +141,7 @@ bool NeedsTooManySources(BlockSize from, BlockSize to) noexcept {
 
 }  // namespace
 
-// Both functions go row by row, so that memory is read and written once and in order.
+// Both functions below shrink row by row, so that memory is read and written once and in order.
 
 bool ShrinkPixels(std::uint8_t* pixels, BlockSize from, BlockSize to) noexcept {
     if (NeedsTooManySources(from, to)) return false;

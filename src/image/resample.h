@@ -20,7 +20,8 @@ struct BlockSize {
 /// column) or when a new pixel would be the mean of more than 2^24 others
 bool ShrinkPixels(std::uint8_t* pixels, BlockSize from, BlockSize to) noexcept;
 
-/// Shrinks rows in the same way into another block, and exchanges bytes 0 and 2 of each pixel.
+/// Shrinks rows as ShrinkPixels does, but into another block, and exchanges bytes 0 and 2 of each
+/// pixel.
 /// @param firstRow  first of from.height rows of packed pixels
 /// @param stride    bytes from a row to the next one; may be negative
 /// @param target    block of `to` pixels; must not overlap the rows

@@ -18,7 +18,7 @@ std::uint32_t MeanOfFourBytes(const std::uint8_t* a, const std::uint8_t* b) noex
 }
 
 /// Writes the mean of `count` pixels.
-/// @param extraFirst  how many times more the first pixel counts
+/// @param extraFirst  how many additional times the first pixel counts
 void WritePixel(const std::uint8_t* source, std::size_t count, std::uint32_t extraFirst,
                 MeanOf mean, std::uint8_t* target) noexcept {
     std::uint32_t sums[kRgbBytes] = {source[0] * extraFirst, source[1] * extraFirst,
@@ -74,7 +74,7 @@ void RowFilter::WriteBoxes(const std::uint8_t* source, std::uint8_t* target) con
     for (std::size_t i = 1; i < size_; ++i) WriteBox(source, i, target);
 }
 
-// For boxes of one or two pixels: the mean of the first and the last pixel is right for both.
+// Each box has one or two pixels. So its mean is the mean of its first and its last pixel.
 void RowFilter::WritePairs(const std::uint8_t* source, std::uint8_t* target) const noexcept {
     for (std::size_t i = 1; i + 1 < size_; ++i) {
         const std::uint32_t mean = MeanOfFourBytes(source + starts_[i] * kRgbBytes,

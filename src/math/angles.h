@@ -26,7 +26,8 @@ constexpr Number Square(Number x) noexcept {
 }
 
 /// Brings an angle back into [0, 360). The angle must lie less than a turn outside.
-/// Deliberate: it is corrected only once, so 725 becomes 365. Angles change by small steps here.
+/// Deliberate: the angle is corrected by one turn only, so 725 becomes 365. Angles change by small
+/// steps here.
 template <class Number>
 constexpr Number WrapDegrees(Number angle) noexcept {
     constexpr auto kTurn = static_cast<Number>(kFullTurnDeg);
@@ -34,7 +35,7 @@ constexpr Number WrapDegrees(Number angle) noexcept {
     return angle >= kTurn ? angle - kTurn : angle;
 }
 
-/// Adds `delta` to `angle` and wraps the sum as above.
+/// Adds `delta` to `angle` and wraps the sum by the function above.
 template <class Number>
 constexpr void WrapDegrees(Number& angle, Number delta) noexcept {
     angle = WrapDegrees(angle + delta);

@@ -4,7 +4,7 @@
 
 #include "math/vector4.h"
 
-/// The point at `latitude`, `longitude` (degrees, north and east positive) on a sphere; w = 1.
+/// The point at a latitude and longitude (degrees, north and east positive) on a sphere; w = 1.
 CVector4 LatLonToPoint(double latitudeDeg, double longitudeDeg, double radius) noexcept;
 
 struct LatLon {
@@ -15,5 +15,5 @@ struct LatLon {
 /// Latitude and longitude of `point` in radians. The longitude lies in (-pi/2, 3 pi/2]; it is 0 on
 /// the axis and at the origin.
 LatLon PointToLatLon(const CVector4& point) noexcept;
-/// The same in degrees.
+/// The result of PointToLatLon in degrees.
 LatLon PointToLatLonDeg(const CVector4& point) noexcept;

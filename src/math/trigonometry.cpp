@@ -13,7 +13,7 @@ constexpr double kHalfTurnDeg = 180.0;
 constexpr double kRadiansPerDegree = 0.0174532925199433;  // pi / 180, rounded to 16 decimals
 
 /// `x` rounded towards zero; the most negative number when the result does not fit into 32 bits,
-/// as the x86 instruction gives it.
+/// which is also the result of the x86 instruction.
 std::int32_t TruncateTo32Bits(double x) noexcept {
     constexpr double kLimit = 2147483648.0;
     const bool fits = x > -kLimit - 1.0 && x < kLimit;

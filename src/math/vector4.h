@@ -16,7 +16,7 @@ public:
     /// The point with these three coordinates; w = 1.
     explicit CVector4(const float (&xyz)[3]) noexcept;
 
-    /// Copies x, y, z of `other` and makes it a point (w = 1).
+    /// Copies x, y and z of `other` and sets w to 1.
     void FromPoint(const CVector4& other) noexcept;
 
     /// Divides x, y, z by their length; a zero vector stays as it is, w is untouched.
@@ -27,7 +27,7 @@ public:
     double operator[](int i) const noexcept;
 };
 
-/// Whether x, y and z are numbers, neither infinite nor NaN.
+/// Whether none of x, y and z is infinite or NaN.
 bool IsFinite(const CVector4& v) noexcept;
 /// Length of (x, y, z).
 double Length(const CVector4& v) noexcept;
