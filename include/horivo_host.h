@@ -239,7 +239,7 @@ public:
 
 private:
     struct Entry;
-    /* A world clock asks for every zone each minute; each may need the rules of 2 years at New Year. */
+    /* A world clock asks for every zone each minute, and at New Year for the rules of 2 years. */
     static constexpr std::size_t kCapacity = std::size_t{2} * kTimeZoneCount;
     static constexpr std::size_t kEntryBytes = 608; /* of an Entry */
 

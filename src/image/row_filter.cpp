@@ -8,6 +8,8 @@ namespace {
 
 constexpr std::uint32_t kLow7BitsOfBytes = 0x7F7F7F7F;
 
+constexpr std::size_t BytesOf(std::size_t pixels) noexcept { return pixels * kRgbBytes; }
+
 /// (a + b) / 2 of each of four bytes, rounded down.
 std::uint32_t MeanOfFourBytes(const std::uint8_t* a, const std::uint8_t* b) noexcept {
     std::uint32_t first;
@@ -66,7 +68,7 @@ void RowFilter::Apply(const std::uint8_t* source, std::uint8_t* target) const no
 void RowFilter::WriteBox(const std::uint8_t* source, std::size_t i,
                          std::uint8_t* target) const noexcept {
     const std::size_t count = starts_[i + 1] - starts_[i];
-    WritePixel(source + starts_[i] * kRgbBytes, count, 0, count == few_ ? meanOfFew_ : meanOfMany_,
+    WritePixel(source + BytesOf(starts_[i]), count, 0, count == few_ ? meanOfFew_ : meanOfMany_,
                target + i * kRgbBytes);
 }
 
@@ -77,8 +79,8 @@ void RowFilter::WriteBoxes(const std::uint8_t* source, std::uint8_t* target) con
 // Each box has one or two pixels. So its mean is the mean of its first and its last pixel.
 void RowFilter::WritePairs(const std::uint8_t* source, std::uint8_t* target) const noexcept {
     for (std::size_t i = 1; i + 1 < size_; ++i) {
-        const std::uint32_t mean = MeanOfFourBytes(source + starts_[i] * kRgbBytes,
-                                                   source + (starts_[i + 1] - 1) * kRgbBytes);
+        const std::uint32_t mean =
+            MeanOfFourBytes(source + BytesOf(starts_[i]), source + BytesOf(starts_[i + 1] - 1));
         std::memcpy(target + i * kRgbBytes, &mean, kRgbBytes);
     }
     // The last box must not read four bytes: the row may end after three.

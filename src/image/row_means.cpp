@@ -6,7 +6,8 @@
 
 namespace {
 
-constexpr std::size_t kBoxBytes = 2 * kRgbBytes;  // of the two pixels of a box in one row
+constexpr std::size_t kBoxBytes =
+    std::size_t{2} * kRgbBytes;  // of the two pixels of a box in one row
 
 /// (a + b) / 2 of each byte, rounded down.
 __m128i MeanOfBytes(__m128i a, __m128i b) noexcept {
