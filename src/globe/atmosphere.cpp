@@ -1,4 +1,5 @@
-// The glowing air around the globe: nested translucent shells, thinner outwards.
+// Draws the atmosphere around the globe: nested translucent shells, which are more transparent
+// outwards.
 #include <cstddef>
 
 #include "globe/planet.h"
@@ -6,9 +7,9 @@
 
 namespace {
 
-constexpr double kAirHeight = 0.025;   // globe radii, of the outermost shell
+constexpr double kAirHeight = 0.025;   // globe radii; of the outermost shell above the surface
 constexpr float kDensest = 0.52F;      // opacity of the innermost shell
-constexpr float kDensityRange = 0.5F;  // fall of the opacity over all shells
+constexpr float kDensityRange = 0.5F;  // decrease of the opacity over all shells
 constexpr GLint kAirShininess = 120;
 
 /// Colour of one material property of the air. The opacity is different for each shell.
@@ -61,7 +62,7 @@ void CPlanet::RenderAtmosphere() const {
     glEnable(GL_BLEND);
     glBlendFunc(GL_SRC_ALPHA, GL_ONE_MINUS_SRC_ALPHA);
     glMateriali(GL_FRONT, GL_SHININESS, kAirShininess);
-    glRotatef(-90.0F, 1.0F, 0.0F, 0.0F);  // brings the poles of GLU's spheres onto the globe's axis
+    glRotatef(-90.0F, 1.0F, 0.0F, 0.0F);  // turns the poles of GLU's spheres to the globe's axis
 
     const float alphaStep = kDensityRange / static_cast<float>(layers);
     for (std::int32_t i = 0; i < layers; ++i) {
@@ -71,8 +72,9 @@ void CPlanet::RenderAtmosphere() const {
 
     glDisable(GL_BLEND);
     glDisable(GL_ALPHA_TEST);
-    // Without this, the depth test would hide the globe, drawn next, behind the shells in front of
-    // it. The globe covers them; only the halo around it stays.
+    // Clear the depth buffer: otherwise the depth test would hide the globe, which is drawn next,
+    // behind the shells in front of it. The globe covers these shells, and only the halo around the
+    // globe stays visible.
     glClear(GL_DEPTH_BUFFER_BIT);
     glPopMatrix();
 }

@@ -19,7 +19,8 @@ void AtmosphereShell::Record(const ShellSphere& sphere) {
     glNewList(listId_, GL_COMPILE);
     const bool issued = IssueSphere(sphere);
     glEndList();
-    // A list that was only recorded in part would leave a gap in the halo until the detail changes.
+    // Delete a list that was recorded only in part: it would leave a gap in the halo until the
+    // detail changes.
     if (!issued || glGetError() != GL_NO_ERROR) DeleteList();
 }
 

@@ -4,7 +4,7 @@
 
 #include "base/gl.h"
 
-/// The sphere that a shell of the atmosphere consists of.
+/// Radius and resolution of one shell of the atmosphere, which is a sphere.
 struct ShellSphere {
     double radius = 0.0;      ///< scene units
     std::int32_t slices = 0;  ///< divisions of longitude
@@ -13,12 +13,14 @@ struct ShellSphere {
     bool operator==(const ShellSphere&) const noexcept = default;
 };
 
-/// Issues the sphere; nothing when GLU has no memory for it. @return whether it was issued
+/// Draws the sphere, or records it into the open display list. Does nothing when GLU has no memory
+/// for it. @return whether the sphere was drawn or recorded
 bool IssueSphere(const ShellSphere& sphere);
 
-/// One shell of the atmosphere in a display list of its own. The spheres take nine tenths of the
-/// time that recording the globe takes, and they change only with the detail, not with the Sun. The
-/// list has the address of this object as its name. Window thread, context current.
+/// One shell of the atmosphere in its own display list. It is not recorded together with the globe,
+/// because the shells change only with the detail and not with the Sun, and recording them would
+/// need nine tenths of the time. The name of the list comes from the address of this object (see
+/// ListName). Window thread; the context must be current.
 class AtmosphereShell {
 public:
     AtmosphereShell() noexcept = default;
@@ -26,13 +28,13 @@ public:
     AtmosphereShell& operator=(const AtmosphereShell&) = delete;
     ~AtmosphereShell() { DeleteList(); }
 
-    /// Records `sphere`, unless the list holds it already; no other list may be open. When OpenGL
-    /// reports an error or GLU has no memory, there is no list afterwards and the next call tries
-    /// again.
+    /// Records `sphere`, unless the list contains it already. No other list may be open. When
+    /// OpenGL reports an error or GLU has no memory, there is no list afterwards, and the next call
+    /// tries again.
     void Record(const ShellSphere& sphere);
     /// Deletes the list, if there is one.
     void DeleteList() noexcept;
-    /// Calls the list if it holds `sphere`, otherwise issues the sphere itself.
+    /// Calls the list if it contains `sphere`, otherwise calls IssueSphere.
     void Draw(const ShellSphere& sphere) const;
 
 private:

@@ -51,7 +51,7 @@ void CPlanet::Compile() {
     listId = ListName(this);
     {
         const ListRecording body(listId);
-        // Deliberate: no glPushMatrix here. The list of the cities is called right after this one
+        // Deliberate: no glPushMatrix here. The list of the cities is called right after this list
         // and needs the same transform.
         ApplyTransform();
         RenderBody();

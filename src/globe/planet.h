@@ -10,34 +10,35 @@
 #include "render/extension_flags.h"
 #include "render/sphere.h"
 
-/// What the planet reads. The objects referred to must outlive the planet. Window thread.
+/// The data that the planet reads. The objects referred to must outlive the planet. Window thread.
 struct PlanetInputs {
     const MeshDetail& detail;
     const ExtensionFlags& extensions;
     const std::int32_t& texCompression;  ///< not 0: compress the tiles if OpenGL can
-    const SYSTEMTIME& sceneTime;  ///< UTC, gives the place of the Sun; read at every `Compile`
+    const SYSTEMTIME& sceneTime;  ///< UTC, for the position of the Sun; read at every `Compile`
     const CityTable& cities;
 };
 
 /// The Earth: eight texture tiles on a latitude/longitude mesh with day and night, the atmosphere
-/// around it and the cities on it. Two display lists, the lit body and the city points, and one for
-/// each shell of the atmosphere, which the body list calls. All list names are addresses inside
-/// this object.
+/// around it and the cities on it. Has a display list for the lit body, a list for the city points,
+/// and a list for each shell of the atmosphere, which the body list calls. All list names come from
+/// addresses inside this object (see ListName).
 class CPlanet : public CSphere {
 public:
     explicit CPlanet(const PlanetInputs& inputs) noexcept
         : CSphere(inputs.detail), inputs_(inputs) {}
-    /// Deletes textures and lists; the context must be current.
+    /// Deletes the textures and lists. The context must be current.
     ~CPlanet() override;
 
-    /// Records body and cities, and those shells whose lists are missing or out of date; this is
-    /// what moves the day/night line.
+    /// Records the lists of the body and the cities, with the Sun at the scene time. Also
+    /// records the lists of those shells that have no list or whose size or resolution has changed.
     void Compile() override;
     void Draw() override;
 
     /// Uploads a set of tiles, or deletes the textures.
     /// @param tiles  eight pointers, the tile of a column and row at column + 4 x row, counted from
-    ///               the south-west; null or empty tiles are left out. Null: deletes the textures
+    ///               the south-west; null or empty tiles are not uploaded. Null: deletes the
+    ///               textures
     /// @return 0, or the GL error of an upload that failed; the planet then has no textures
     std::uint32_t SetTexture(const CGLTexture* const* tiles);
     bool HasTexture() const noexcept { return textureNames[0] != 0; }
@@ -48,25 +49,25 @@ public:
     void RenderBody();
     /// Draws the city points: the content of the city list.
     void RenderCities() const;
-    /// Points GL_LIGHT0 from the place of the Sun at the scene time.
+    /// Computes the position of the Sun at the scene time and sets GL_LIGHT0 to shine from there.
     void PlaceSunLight();
     /// Draws the translucent shells of the atmosphere.
     void RenderAtmosphere() const;
 
     GLuint cityListId = 0;
     double sunDeclination = 0.0;  ///< degrees
-    double sunLongitude = 0.0;  ///< of the place below the Sun, degrees east, as -360 - hour angle
+    double sunLongitude = 0.0;  ///< where the Sun is in the zenith, degrees east: -360 - hour angle
     GLuint textureNames[kTileCount] = {};
     std::uint32_t tileWidth = 0;   ///< of the buffer of tile 0, pixels; 0 without tiles
     std::uint32_t tileHeight = 0;  ///< of the buffer of tile 0, pixels; 0 without tiles
 
 private:
-    /// Shells that are drawn: one while there is no texture.
+    /// Returns the number of shells that are drawn; 1 while there is no texture.
     std::int32_t AtmosphereLayers() const noexcept;
-    /// @param layer  from 0, innermost first
+    /// Computes the sphere of a shell. @param layer  0 is the innermost shell
     ShellSphere SphereOfLayer(std::int32_t layer) const noexcept;
-    /// Records the lists of the drawn shells where they are missing or out of date, and deletes the
-    /// others.
+    /// Records the lists of those drawn shells that have no list or have changed. Deletes the lists
+    /// of the shells that are not drawn.
     void RecordAtmosphere();
     void DrawLayer(std::int32_t layer) const;
     static void SetSunColours();

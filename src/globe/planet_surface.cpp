@@ -7,7 +7,7 @@
 
 namespace {
 
-/// A quad strip: the part of one tile between two neighbouring rings of vertices.
+/// The quad strip of one tile between two neighbouring rings of vertices.
 struct Strip {
     const std::vector<MeshVertex>& first;  ///< the ring that gives the first vertex of each pair
     const std::vector<MeshVertex>& second;

@@ -8,7 +8,7 @@
 namespace {
 
 GLint InternalFormat(std::int32_t bytesPerPixel, bool compressed) {
-    if (!compressed) return bytesPerPixel;  // OpenGL 1.0 names the format by its channels
+    if (!compressed) return bytesPerPixel;  // OpenGL 1.0: the number of channels is the format
     return bytesPerPixel == 4 ? GL_COMPRESSED_RGBA_ARB : GL_COMPRESSED_RGB_ARB;
 }
 
@@ -34,7 +34,7 @@ std::uint32_t CPlanet::SetTexture(const CGLTexture* const* tiles) {
 std::uint32_t CPlanet::UploadTiles(const CGLTexture* const* tiles) {
     if (!HasTexture()) glGenTextures(kTileCount, textureNames);
     for (int i = 0; i < kTileCount; ++i) {
-        // A missing tile leaves its texture empty, and its part of the globe untextured.
+        // Skip a missing tile: its texture stays empty, and its part of the globe is not textured.
         if (tiles[i] == nullptr || tiles[i]->GetPixels() == nullptr) continue;
         const std::uint32_t error = UploadTile(textureNames[i], *tiles[i]);
         if (error != GL_NO_ERROR) {
@@ -51,7 +51,7 @@ std::uint32_t CPlanet::UploadTile(GLuint name, const CGLTexture& tile) const {
     glTexParameteri(GL_TEXTURE_2D, GL_TEXTURE_MIN_FILTER, GL_LINEAR);
     glTexParameteri(GL_TEXTURE_2D, GL_TEXTURE_MAG_FILTER, GL_LINEAR);
     if (inputs_.extensions.hasTextureEdgeClamp) {
-        // The default, GL_REPEAT, may show a faint line where two tiles meet.
+        // Replace the default, GL_REPEAT: it may show a faint line where two tiles meet.
         glTexParameteri(GL_TEXTURE_2D, GL_TEXTURE_WRAP_S, GL_CLAMP_TO_EDGE);
         glTexParameteri(GL_TEXTURE_2D, GL_TEXTURE_WRAP_T, GL_CLAMP_TO_EDGE);
     }

@@ -2,7 +2,7 @@
 
 #include <cstdint>
 
-inline constexpr std::int32_t kMaxAtmosphereLayers = 20;  ///< at the finest detail
+inline constexpr std::int32_t kMaxAtmosphereLayers = 20;  ///< shells at the finest detail
 
 /// How finely the globe is drawn. The level of detail changes it; meshes read it at every
 /// `Compile`.
