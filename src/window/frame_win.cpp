@@ -2,9 +2,9 @@
 
 #include "base/gl.h"
 #include "render/current_context_win.h"
+#include "window/attach_tiles_win.h"
 #include "window/load_results_win.h"
 #include "window/status_lines.h"
-#include "window/tile_upload_win.h"
 #include "window/timers_win.h"
 
 namespace {

@@ -1,6 +1,6 @@
 #include "window/install_self_test_win.h"
 
-#include "window/tile_upload_win.h"
+#include "window/attach_tiles_win.h"
 
 namespace {
 

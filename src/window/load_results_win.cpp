@@ -1,7 +1,7 @@
 #include "window/load_results_win.h"
 
 #include "render/current_context_win.h"
-#include "window/tile_upload_win.h"
+#include "window/attach_tiles_win.h"
 
 namespace {
 

@@ -9,6 +9,11 @@
 #include "render/scene.h"
 #include "window/view_state.h"
 
+/// Limits of the camera distance, scene units. Beyond them the near or the far plane would cut the
+/// atmosphere.
+inline constexpr float kNearestDistance = -4.1F;
+inline constexpr float kFarthestDistance = -28.5F;
+
 /// View and grabbed point when the button went down, degrees.
 struct DragAnchor {
     ViewAngles view;

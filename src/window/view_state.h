@@ -2,11 +2,7 @@
 
 inline constexpr double kStartTilt = 40.0;       // degrees: shows Europe upright in the middle
 inline constexpr float kStartDistance = -12.2F;  // scene units: shows the whole globe
-inline constexpr float kNearestDistance =
-    -4.1F;  // scene units; if it were nearer, the near plane would cut the atmosphere
-inline constexpr float kFarthestDistance =
-    -28.5F;  // scene units; if it were farther, the far plane would cut the atmosphere
-inline constexpr float kPlanetRadius = 3.0F;  // scene units
+inline constexpr float kPlanetRadius = 3.0F;     // scene units
 
 /// Tilt and spin, degrees in [0, 360).
 struct ViewAngles {

@@ -2,10 +2,10 @@
 
 #include "cities/city_markers.h"
 #include "render/current_context_win.h"
+#include "window/attach_tiles_win.h"
 #include "window/map_font.h"
 #include "window/map_state_win.h"
 #include "window/sun_timer_win.h"
-#include "window/tile_upload_win.h"
 #include "window/view_change_win.h"
 
 namespace {

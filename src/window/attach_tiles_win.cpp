@@ -1,4 +1,4 @@
-#include "window/tile_upload_win.h"
+#include "window/attach_tiles_win.h"
 
 std::uint32_t AttachTiles(SharedPicture& shared, const GlResources& gl) {
     shared.SetTilesWait(false);
