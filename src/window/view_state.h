@@ -3,9 +3,9 @@
 inline constexpr double kStartTilt = 40.0;       // degrees: shows Europe upright in the middle
 inline constexpr float kStartDistance = -12.2F;  // scene units: shows the whole globe
 inline constexpr float kNearestDistance =
-    -4.1F;  // scene units; if it were nearer, the near plane would cut the atmosphere
+    -4.1F;  // scene units; from a nearer camera, the near plane would cut the atmosphere
 inline constexpr float kFarthestDistance =
-    -28.5F;  // scene units; if it were farther, the far plane would cut the atmosphere
+    -28.5F;  // scene units; from a farther camera, the far plane would cut the atmosphere
 inline constexpr float kPlanetRadius = 3.0F;  // scene units
 
 /// Tilt and spin, degrees in [0, 360).
@@ -21,7 +21,7 @@ public:
     const ViewAngles& Angles() const noexcept { return angles_; }
     void TurnTo(const ViewAngles& angles) noexcept { angles_ = angles; }
 
-    /// Scene units, negative; larger is nearer the viewer.
+    /// Scene units, negative. A larger number is nearer to the globe.
     float CameraDistance() const noexcept { return cameraDistance_; }
     void MoveTo(float cameraDistance) noexcept { cameraDistance_ = cameraDistance; }
 
