@@ -4,7 +4,7 @@
 
 namespace {
 
-constexpr std::size_t kMaxPath = 260;  // characters with terminator, as MAX_PATH of Windows
+constexpr std::size_t kMaxPath = 260;  // characters with terminator; the value of MAX_PATH
 
 }  // namespace
 

@@ -1,8 +1,9 @@
 // Stores exceptions outside the heap, so that they can be thrown when no memory is left at all.
 // MinGW's C++ library, which is linked into this DLL, needs heap memory for the first exception of
-// the process and for the first one of each thread, and ends the host's process when there is none.
-// This file defines the four functions of the Itanium C++ ABI that every throw and catch gets its
-// memory from. The linker uses them instead of those of the library.
+// the process and for the first exception of each thread. When no heap memory is left, the library
+// ends the host's process. This file defines the four functions of the Itanium C++ ABI that every
+// throw and catch gets its memory from. The linker uses these functions instead of the functions of
+// the library.
 
 #include <version>  // defines __GLIBCXX__
 
@@ -30,7 +31,7 @@ struct __cxxabiv1::__cxa_eh_globals {
 
 extern "C" {
 extern ULONG _tls_index;  ///< this DLL's index in the array of thread-local data of a thread
-extern char* _tls_start;  ///< start of the initial state of that data
+extern char* _tls_start;  ///< start of the initial state of the thread-local data
 }
 
 namespace {
@@ -38,7 +39,7 @@ namespace {
 // bytes before an exception, for the header of the C++ library, which needs 160 in GCC 12
 constexpr std::size_t kHeaderCapacity = 256;
 constexpr std::size_t kObjectCapacity = 256;  // bytes; std::bad_alloc has 8
-/// Exceptions of all threads that may be thrown or caught at the same time.
+/// Number of slots: so many exceptions of all threads can be in slots at the same time.
 constexpr std::size_t kMaxExceptions = 16;
 
 struct Slot {
@@ -47,10 +48,10 @@ struct Slot {
 };
 constinit std::array<Slot, kMaxExceptions> slots{};
 
-/// Initial state of the data above. Windows makes a copy of it for each thread when the thread
-/// starts or the DLL is loaded. MinGW's thread_local cannot be used, because its memory comes from
-/// the heap at the first use. The linker sorts sections by name, so this section is between those
-/// of the start-up code, .tls and .tls$ZZZ.
+/// Initial state of a thread's __cxa_eh_globals. Windows makes a copy of it for each thread when
+/// the thread starts or the DLL is loaded. MinGW's thread_local cannot be used, because its memory
+/// comes from the heap at the first use. The linker sorts sections by name, so this section is
+/// between the sections of the start-up code, .tls and .tls$ZZZ.
 __attribute__((section(".tls$HORIVO"))) constinit __cxxabiv1::__cxa_eh_globals initialState{};
 
 std::byte* TakeSlot() noexcept {

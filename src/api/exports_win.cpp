@@ -91,7 +91,7 @@ std::uint32_t FreeMap() try {
     bool done = UnregisterMapClass();
     if (map.textures.HasMutex()) done = map.textures.CloseMutex();
     if (map.host.StopUsingCities()) RestoreTimeZones(map.host.Cities(), map.zones);
-    map.gdiplus.reset();  // last: the pictures of this thread must be freed before
+    map.gdiplus.reset();  // last: this thread's pictures must be freed before GDI+ ends
     return done ? TRUE : FALSE;
 } catch (...) {
     return FALSE;

@@ -97,8 +97,8 @@ std::uint32_t RunInstallMap(MapState& map) {
         const MutexHold hold = map.textures.Lock(kWorkerEndWaitMs);
         const bool mayLoad = map.textures.MayUse(hold);
         const InstallTestScope test(map.installTest, mayLoad);
-        // Free the tiles of an earlier picture: otherwise they would be tested, not the new
-        // picture.
+        // Free the tiles of an earlier picture: otherwise the test would use these tiles and not
+        // the new picture.
         if (mayLoad) map.textures.Clear();
         result = TryTestWindow(map.results);
         if (mayLoad) map.textures.Clear();

@@ -7,11 +7,11 @@ namespace {
 
 constexpr const wchar_t* kFolderLevels[] = {L"\\Zelmo", L"\\Horivo"};
 
-/// Makes the folder `path`, unless there is one. @return whether it exists now
+/// Makes the folder `path`, unless there is one. @return whether the folder exists now
 bool MakeFolder(const std::wstring& path) noexcept {
     if (CreateDirectoryW(path.c_str(), nullptr)) return true;
-    // The error code does not show whether the folder exists: for the root of a drive it is "access
-    // denied", and for a file of this name it is "already exists".
+    // The error code does not show whether the folder exists: for the root of a drive the code is
+    // "access denied", and for a file of this name the code is "already exists".
     const DWORD error = GetLastError();
     const DWORD attributes = GetFileAttributesW(path.c_str());
     if (attributes != INVALID_FILE_ATTRIBUTES && (attributes & FILE_ATTRIBUTE_DIRECTORY) != 0) {

@@ -9,8 +9,8 @@
 /// current. @return 0 or a GL error
 std::uint32_t AttachTiles(SharedPicture& shared, const GlResources& gl);
 
-/// Uploads the tiles, if all tiles are there, none is too large for this OpenGL, and no worker is
-/// using the picture. The context must be current. @return whether the tiles were uploaded
+/// Uploads the tiles, if all tiles are in memory, none is too large for this OpenGL, and no worker
+/// is using the picture. The context must be current. @return whether the tiles were uploaded
 bool AttachPresentTiles(SharedPicture& shared, const GlResources& gl);
 
 /// Uploads the tiles that were ready while the context could not be made current, if there are any.

@@ -10,7 +10,7 @@ class ButtonRepeat {
 public:
     void Start(HWND window) noexcept;
     void Stop() noexcept { timer_.Stop(); }
-    /// Stops a repeat that was started for `window`.
+    /// Stops the repeat if it was started for `window`.
     void StopFor(HWND window) noexcept;
     bool IsUnderWay() const noexcept { return timer_.Runs(); }
 

@@ -8,11 +8,10 @@
 /// creation.
 class CallResults {
 public:
-    /// Windows error number of the last failure that has stored one. A later success does not reset
-    /// it.
+    /// The Windows error number that was stored last. A later success does not reset this number.
     std::uint32_t LastSysError() const noexcept { return lastSysError_; }
     void KeepSysError(std::uint32_t error) noexcept { lastSysError_ = error; }
-    /// Reference to the same number. CGLContext stores its errors there.
+    /// Reference to the number that LastSysError returns. CGLContext stores its errors there.
     std::uint32_t& SysErrorSlot() noexcept { return lastSysError_; }
 
     /// Resets the result of the last window creation.
@@ -27,7 +26,7 @@ public:
     void RefuseCreation(std::uint32_t sysError) noexcept { createError_ = sysError; }
     std::uint32_t CreateStatus() const noexcept { return createStatus_; }
     /// The error that RefuseCreation has stored. 0: Windows has refused the window, and
-    /// GetLastError has the reason.
+    /// GetLastError returns the reason.
     std::uint32_t CreateError() const noexcept { return createError_; }
 
 private:

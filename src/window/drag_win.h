@@ -4,10 +4,10 @@
 #include "window/map_state_win.h"
 
 /// Turns the globe so that the grabbed point follows the pointer, which is at `point` now. Does
-/// nothing without a grabbed point. Needs MapState because ApplyViewChange does.
+/// nothing when the press grabbed no point. Needs MapState because ApplyViewChange needs it.
 void Drag(MapState& map, HWND window, const WindowPoint& point) noexcept;
 
-/// Makes the point under the cursor the anchor of the drag under way, if there is one. Call this
-/// function after the view has moved: the grabbed point is then no longer under the cursor.
+/// If a drag is under way, makes the globe point under the cursor the anchor of this drag. Call
+/// this function after the view has moved: the grabbed point is then no longer under the cursor.
 void ReanchorDrag(PointerState& pointer, const ViewState& view, GlResources& gl,
                   HWND window) noexcept;

@@ -15,7 +15,7 @@ public:
     /// @return whether the flight has more steps
     bool Step() noexcept;
 
-    /// The view now, wrapped into [0, 360).
+    /// The view after the last step, or the start of the flight. Its angles are in [0, 360).
     ViewAngles Current() const noexcept;
 
 private:

@@ -8,11 +8,11 @@ inline constexpr UINT_PTR kFlightTimer = 2;
 /// The flight of the globe to another view, one step for each tick of its timer.
 class Flight {
 public:
-    /// Stops a flight under way and starts a flight from one view to another. Starts none when an
-    /// angle is not finite.
+    /// Stops a flight under way and starts a flight from one view to another. Starts no flight when
+    /// an angle is not finite.
     void Start(HWND window, const ViewAngles& from, const ViewAngles& to) noexcept;
     void Stop() noexcept { timer_.Stop(); }
-    /// Stops a flight that was started for `window`.
+    /// Stops the flight if it was started for `window`.
     void StopFor(HWND window) noexcept;
     bool IsUnderWay() const noexcept { return timer_.Runs(); }
 
@@ -26,7 +26,7 @@ public:
 
 private:
     FlightPath path_;
-    WindowTimer timer_;  ///< runs as long as the flight
+    WindowTimer timer_;  ///< runs while the flight is under way
 };
 
 /// The view that shows a place at the centre of the window.

@@ -9,7 +9,7 @@
 
 namespace {
 
-/// Sets the flat projection: from here on coordinates are window pixels, y upward.
+/// Sets the flat projection: after this call, coordinates are window pixels, and y goes upward.
 void BeginFlatPass(std::int32_t width, std::int32_t height) {
     glMatrixMode(GL_PROJECTION);
     glLoadIdentity();
@@ -51,7 +51,8 @@ void DrawStatus(const MapState& map) {
     DrawStatusLines(lines, map.gl.Font());
 }
 
-/// Draws one frame and shows it. Needs MapState because the frame shows nearly all parts of it.
+/// Draws one frame and shows it. Needs MapState because the frame shows nearly all parts of
+/// MapState.
 void DrawFrame(MapState& map, HDC dc, std::int32_t width, std::int32_t height) {
     const CGeoPoint& pointed = map.pointer.GeoPoint();
     map.gl.Scene().Resize(width, height);
@@ -78,7 +79,7 @@ void UploadWaitingTextures(MapState& map) {
 }
 
 /// Adds the duration of a frame to the measurement. Loads the picture at a coarser detail when the
-/// frames are too slow. Needs MapState because LoadAtDetail does.
+/// frames are too slow. Needs MapState because LoadAtDetail needs it.
 /// @return whether the measurement needs another frame
 bool TimeFrame(MapState& map, HWND window, DWORD elapsedMs) {
     const TuneOutcome outcome = map.detail.AddFrame(map.textures.picture.IsBusy(), elapsedMs);
@@ -103,9 +104,11 @@ LRESULT OnPaint(HWND window, WPARAM, LPARAM) {
         UploadWaitingTextures(map);
         DrawFrame(map, paint.Dc(), width, height);
         // Mesa: the first frame after a change of size is drawn into a buffer of the old size, so
-        // it is cut off or has a black margin. Without another frame it would stay on the screen.
+        // this frame is cut off or has a black margin. Without another frame, the wrong frame would
+        // stay on the screen.
         more = entry->NoteShownSize(width, height);
-        // Deliberate: the duration is that of painting, not the time since the last frame.
+        // Deliberate: TimeFrame gets the duration of the painting, not the time since the last
+        // frame.
         more = TimeFrame(map, window, GetTickCount() - start) || more;
     }
     if (!map.view.ShowsFrameRate() && !more) return 0;

@@ -9,10 +9,10 @@
 namespace {
 
 constexpr GLuint kFontLists = 256;
-constexpr double kLampHeight = 1.2;  // globe radii: the lamp is above the surface
+constexpr double kLampHeight = 1.2;  // globe radii from the centre: the lamp is above the surface
 
 bool SharesFontLists(const CPlanet& planet, const CGLFont& font) noexcept {
-    // Any address inside the planet may be the name of one of its lists.
+    // Any address inside the planet may be the name of a display list of the planet.
     return ListNamesOverlap(ListName(&planet), sizeof planet, ListName(&font), kFontLists);
 }
 
@@ -24,7 +24,7 @@ std::uint32_t GlResources::CreateContext(const MapWindow& entry, SharedPicture& 
     if (entry.HasFont()) font_.Build(entry.dc.Get(), false);
     GLint size = 0;
     glGetIntegerv(GL_MAX_TEXTURE_SIZE, &size);
-    // Keep the earlier limit when OpenGL returns none: 0 would mean that there is no limit.
+    // Keep the earlier limit when OpenGL returns no limit: 0 would mean that there is no limit.
     if (size >= 1) picture.SetTextureLimit(size);
     return HORIVO_OK;
 }
@@ -33,8 +33,9 @@ void GlResources::MakeCurrentOrNone(HDC dc) noexcept {
     if (!context_.MakeCurrent(dc)) wglMakeCurrent(nullptr, nullptr);
 }
 
-/// Makes a planet whose list names are not those of the font. List names are made from addresses,
-/// so a refused planet is freed only after the next one is made: the same address would come again.
+/// Makes a planet whose list names differ from the list names of the font. A list name is made from
+/// an address. So a refused planet is freed only after the next planet is made: otherwise the next
+/// planet could get the same address.
 std::unique_ptr<CPlanet> GlResources::MakePlanet(const PlanetInputs& inputs) const {
     auto planet = std::make_unique<CPlanet>(inputs);
     return SharesFontLists(*planet, font_) ? MakePlanet(inputs) : std::move(planet);

@@ -15,9 +15,9 @@
 #include "window/shared_picture_win.h"
 #include "window/view_state.h"
 
-/// The context, and the font, scene, lamp and planet that are drawn with it. They are made for a
-/// window and released before the context is destroyed. Without a live window all are empty; only
-/// the transform and the size of the scene are kept.
+/// The OpenGL context and its contents: font, scene, lamp and planet. The contents are made for a
+/// window and are released before the context is destroyed. Without a live window, the context and
+/// its contents are empty; only the transform and the size of the scene are kept.
 class GlResources {
 public:
     /// @param lastSysError  out: the error of a failed creation; must outlive this object
@@ -31,8 +31,8 @@ public:
     CGLContext& Context() noexcept { return context_; }
     const CGLContext& Context() const noexcept { return context_; }
     /// Makes the context current on `dc`. When that fails, makes no context current. Call this
-    /// function before something in the context is deleted: otherwise the objects of the same names
-    /// could be deleted in the context of another part of the program.
+    /// function before something in the context is deleted. Otherwise OpenGL could delete objects
+    /// with the same names in the context of another part of the program.
     void MakeCurrentOrNone(HDC dc) noexcept;
 
     /// Adds the lamp and the planet to the scene. Throws std::bad_alloc. All arguments must outlive
@@ -46,7 +46,8 @@ public:
     void ReleaseScene() noexcept;
     void ReleaseFont() noexcept { font_.Release(); }
 
-    /// Records the display lists again. They show day and night at the time of the last ReadTime.
+    /// Records the display lists again. The new lists show day and night at the time of the last
+    /// ReadTime.
     void Compile() { scene_.Compile(); }
     /// Reads the current time from the system clock.
     void ReadTime() noexcept { GetSystemTime(&sceneTime_); }
@@ -54,7 +55,8 @@ public:
     void Resize(std::int32_t width, std::int32_t height);
     /// The part of Resize that needs no context: stores the size and measures the globe.
     void ResizeWithoutContext(std::int32_t width, std::int32_t height) noexcept;
-    /// Measures the edge of the globe after a change of size or distance.
+    /// Measures the edge of the globe. Call this function after the size of the scene or the
+    /// distance of the camera has changed.
     void Measure() noexcept;
     /// Stores the client size of `window` as the size of the scene, for picking and projecting.
     /// Calls no GL function. @return false while the window has no size
@@ -73,8 +75,8 @@ public:
     /// The result of the last Measure.
     const GlobeMeasure& Globe() const noexcept { return globe_; }
 
-    /// Loads the hand cursor, unless it is loaded already. The cursor is released with the last
-    /// window. The map never shows it.
+    /// Loads the hand cursor, unless the cursor is loaded already. The cursor is released with the
+    /// last window. The map never shows it.
     void LoadHandCursor() noexcept;
     void ReleaseHandCursor() noexcept { handCursor_.reset(); }
 
@@ -88,6 +90,6 @@ private:
     CLamp* lamp_ = nullptr;      ///< owned by the scene
     CPlanet* planet_ = nullptr;  ///< owned by the scene
     GlobeMeasure globe_;
-    SYSTEMTIME sceneTime_ = {};  ///< UTC
+    SYSTEMTIME sceneTime_ = {};  ///< time of the last ReadTime, UTC
     UniqueCursor handCursor_;
 };

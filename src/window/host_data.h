@@ -8,14 +8,14 @@
 #include "cities/city_table.h"
 #include "horivo_map.h"
 
-/// Texts that the host has translated into its user's language, by number.
+/// Texts that the host has translated into the language of its user. Each text has a number.
 class LocalStrings {
 public:
     /// Copies `text`; null is ignored and leaves an earlier text in place.
     void Set(std::int32_t id, const HorivoWideChar* text) {
         if (text != nullptr) texts_.insert_or_assign(id, text);
     }
-    /// The text of `id`, or `fallback` when it was never set.
+    /// The text of `id`, or `fallback` when this text was never set.
     const HorivoWideChar* Get(std::int32_t id, const HorivoWideChar* fallback) const noexcept {
         const auto found = texts_.find(id);
         return found != texts_.end() ? found->second.c_str() : fallback;
@@ -28,8 +28,8 @@ private:
 /// The folders that the map reads, each with a trailing backslash, and the settings file.
 struct MapFolders {
     std::wstring host;          ///< folder of the host's executable
-    std::wstring data;          ///< folder of "map.jpg"; empty: none
-    std::wstring settingsFile;  ///< path of "horivo.ini"; empty: none
+    std::wstring data;          ///< folder of "map.jpg"; empty: there is no folder
+    std::wstring settingsFile;  ///< path of "horivo.ini"; empty: no settings are read
 };
 
 /// The folders, and the data that the host has handed over: city table and translated texts.

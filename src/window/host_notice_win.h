@@ -1,7 +1,7 @@
 #pragma once
 // The messages that the map sends to its host. While the host handles such a message, it may
-// destroy the window, start a flight or hand over another city table. A caller must therefore look
-// everything up again after each of these calls.
+// destroy the window, start a flight or hand over another city table. After each of these calls, a
+// caller must therefore check the window, the flight and the city table again.
 
 #include <cstdint>
 

@@ -2,7 +2,7 @@
 
 namespace {
 
-constexpr UINT kHoverMs = 500;  // ms that the pointer must rest
+constexpr UINT kHoverMs = 500;  // ms that the pointer must rest before photos are offered
 
 bool CursorIsAt(HWND window, const WindowPoint& point) noexcept {
     POINT cursor = {};

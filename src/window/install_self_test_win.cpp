@@ -4,11 +4,12 @@
 
 namespace {
 
-constexpr int kSaveQuality = 85;                 // percent, of the JPEG
-constexpr std::int32_t kMinHalvableLimit = 257;  // pixels; tiles of less than 128 show too little
+constexpr int kSaveQuality = 85;  // percent; JPEG quality of the saved picture
+// pixels; a smaller limit is not halved, because tiles of less than 128 pixels show too little
+constexpr std::int32_t kMinHalvableLimit = 257;
 
 /// Loads the picture, or shrinks the loaded picture to the current limits.
-/// @return whether the picture was shrunk and is therefore not as in its file
+/// @return whether the picture was shrunk and therefore differs from its file
 bool LoadOrFit(SharedPicture& shared, const std::wstring& dataDirectory) {
     if (shared.picture.Stage() == PictureStage::Loaded) return shared.picture.Fit(shared.limits);
     return (shared.picture.Load(shared.limits, dataDirectory) & kLoadShrunkBit) != 0;

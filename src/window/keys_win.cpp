@@ -12,15 +12,15 @@
 namespace {
 
 constexpr double kTurnStepDeg = 1.0;             // degrees that one key press turns the globe
-constexpr LPARAM kWasDownBit = LPARAM{1} << 30;  // of lParam: the key was already down before
+constexpr LPARAM kWasDownBit = LPARAM{1} << 30;  // bit of lParam; set: the key was already down
 
 void Turn(MapState& map, HWND window, double right, double up) {
     map.view.TurnTo(TurnView(map.view.Angles(), right, up));
     ApplyViewChange(map, window, {.pick = true});
 }
 
-// The handlers of the keys, which the table below lists. Each uses other parts of MapState.
-// `direction` is the value in the table.
+// The handlers of the keys. The table below lists them. Each handler uses different parts of
+// MapState. The table also gives the value of `direction`.
 
 void TurnSideways(MapState& map, HWND window, int direction) {
     Turn(map, window, kTurnStepDeg * direction, 0.0);
@@ -62,7 +62,7 @@ void TurnPage(MapState& map, HWND window, int direction) {
 struct KeyRoute {
     WPARAM key;
     void (*act)(MapState& map, HWND window, int direction);
-    int direction = 0;  // +1 or -1; 0 where the handler uses none
+    int direction = 0;  // +1 or -1; 0: the handler does not use it
     bool once = false;  // whether the key acts only once while it is held
 };
 constexpr KeyRoute kKeyRoutes[] = {
@@ -89,12 +89,13 @@ LRESULT OnKeyDown(HWND window, WPARAM wParam, LPARAM lParam) {
     const auto* const route = std::find_if(std::begin(kKeyRoutes), std::end(kKeyRoutes),
                                            [=](const KeyRoute& r) { return r.key == wParam; });
     if (route == std::end(kKeyRoutes)) return DefWindowProcW(window, WM_KEYDOWN, wParam, lParam);
-    // Ignore the repeats of such a key: a held key must not start a load or open a page thirty
-    // times a second.
+    // Ignore the repeats of a key that acts only once: a held key must not start a load or open a
+    // page thirty times a second.
     if (route->once && (lParam & kWasDownBit) != 0) return 0;
     MapState& map = Map();
     route->act(map, window, route->direction);
-    // The window may be destroyed now, because Windows handles messages while it opens a page.
+    // The window may be destroyed now: if the key opened a page, Windows handled messages
+    // meanwhile.
     if (!map.windows.IsLive(window)) return 0;
     if (map.flight.IsUnderWay()) {
         map.flight.Stop();

@@ -4,22 +4,23 @@
 
 namespace {
 
-constexpr std::int32_t kFactorStep = 100;     // percent for each row of the table
-constexpr std::int32_t kLayersFactor = 1000;  // layers = this / factor
+constexpr std::int32_t kFactorStep = 100;     // percent from one row of kMeshSizes to the next
+constexpr std::int32_t kLayersFactor = 1000;  // number of layers = kLayersFactor / factor
 static_assert(kLayersFactor / kFinestFactor <= kMaxAtmosphereLayers);
-constexpr std::int32_t kMaxLayersFactor = 200;  // percent; a coarser factor leaves one layer
-constexpr std::int32_t kMinScaledRow = 100;     // first row whose textures would be smaller
-constexpr std::int32_t kMinTextureLimit = 16;   // pixels
-constexpr std::int32_t kMinFps = 10;            // frames a second; less makes the detail coarser
-constexpr std::int32_t kWarmUp = -1;  // as a number of measured frames: the warm-up comes first
+constexpr std::int32_t kMaxLayersFactor = 200;  // percent; above it, there is one layer
+constexpr std::int32_t kMinScaledRow = 100;     // from this row on, textures would be smaller
+constexpr std::int32_t kMinTextureLimit = 16;   // pixels per side; Apply sets no smaller limit
+constexpr std::int32_t kMinFps = 10;  // frames per second; a lower rate makes the detail coarser
+constexpr std::int32_t kWarmUp = -1;  // value of measured_ before the warm-up frame
 constexpr std::uint32_t kMsPerSecond = 1000;
-constexpr float kTooFastToMeasure = 1001.0F;  // frames a second; any number above 1000 would do
+// frames per second; any number above 1000 means that the frame was too short to measure
+constexpr float kTooFastToMeasure = 1001.0F;
 
 struct MeshSize {
     std::int32_t slices;
     std::int32_t stacks;
 };
-// The row is factor / 100.
+// The index of the row is factor / 100.
 constexpr MeshSize kMeshSizes[] = {{180, 120}, {180, 120}, {180, 90}, {120, 90}, {120, 60},
                                    {60, 60},   {60, 30},   {36, 30},  {36, 30}};
 
@@ -33,8 +34,8 @@ void LevelOfDetail::Apply(std::int32_t factor, TextureLimits& limits) noexcept {
     mesh_.atmosphereLayers = factor_ <= kMaxLayersFactor ? kLayersFactor / factor_ : 1;
     const std::int32_t whole = limits.maxTextureSize;
     std::int32_t limit = whole;
-    // Deliberate: the factor is clamped above and never reaches this row, so textures keep their
-    // full size at every level.
+    // Deliberate: the factor is clamped above, so `row` never reaches kMinScaledRow, and textures
+    // keep their full size at every level.
     if (row >= kMinScaledRow) limit = Clamp(whole * kFactorStep / factor_, kMinTextureLimit, whole);
     limits.textureLimit = limit;
 }

@@ -5,11 +5,11 @@
 
 namespace {
 
-constexpr DWORD kWindowWaitMs = 1000;  // ms that the window thread waits for the picture
+constexpr DWORD kWindowWaitMs = 1000;  // ms that the window thread waits for the picture's lock
 constexpr int kErrorTextSize = 128;    // characters with terminator
 
-/// Shows a message box that the picture cannot be loaded. Does nothing while such a box is on the
-/// screen.
+/// Shows a message box with the text that the picture cannot be loaded. Does nothing while such a
+/// box is on the screen.
 /// @param boxShown  in and out: whether a box is on the screen
 void ShowErrorBox(bool& boxShown, HWND window) {
     if (boxShown) return;
@@ -21,7 +21,8 @@ void ShowErrorBox(bool& boxShown, HWND window) {
     boxShown = false;
 }
 
-/// Ends a load that has failed, and frees the tiles when no other load has filled them since.
+/// Ends a load that has failed. Frees the tiles if this load is the newest load and no other load
+/// has filled the picture since its start.
 void EndFailedLoad(SharedPicture& shared, HWND window) {
     const MutexHold hold = shared.Lock(kWindowWaitMs);
     if (!hold) return;  // another worker is using the picture
@@ -33,26 +34,26 @@ void EndFailedLoad(SharedPicture& shared, HWND window) {
 
 void OnFailure(MapState& map, HWND window) {
     EndFailedLoad(map.textures, window);
-    map.windows.InvalidateAll();  // each may show "Loading texture..."
+    map.windows.InvalidateAll();  // each window may show "Loading texture..."
     ShowErrorBox(map.errorBoxShown, window);
 }
 
 /// Attaches the tiles to the planet. If the context cannot be made current, a later frame attaches
-/// them. Needs MapState because it uses the picture, OpenGL, the level of detail, the windows and
-/// the loader.
+/// the tiles. Needs MapState because it uses the picture, OpenGL, the level of detail, the windows
+/// and the loader.
 void OnTilesReady(MapState& map, const MapWindow& entry) {
     SharedPicture& shared = map.textures;
     shared.loads.Report(shared.loads.Find(entry.window, LoadState::Split), LoadState::Ended);
     if (map.gl.Planet() == nullptr) return;
     const CurrentContextScope current(map.gl.Context(), entry.dc.Get());
     {
-        // Deliberate: after a time-out on the lock the message is dropped, and the tiles are not
-        // attached until the next load.
+        // Deliberate: when the lock does not become free in time, the message is dropped, and the
+        // tiles are not attached until the next load.
         const MutexHold hold = shared.Lock(kWindowWaitMs);
         if (!hold || !shared.picture.HasAllTiles()) {
-            // Another load is using the picture now. Its tiles are attached when its window gets
-            // the message of its end. If that window was destroyed, start a new load, because no
-            // window will get the message.
+            // Another load is using the picture now. The window of that load attaches the tiles
+            // when it gets the message that the load has ended. If that window was destroyed, no
+            // window gets the message, so start a new load.
             if (shared.loads.IsNewestForgotten()) map.loader.StartLoad(entry.window);
             return;
         }

@@ -8,28 +8,29 @@
 
 namespace {
 
-constexpr DWORD kWorkerWaitMs = 5000;  // ms that a worker waits for the picture
+constexpr DWORD kWorkerWaitMs = 5000;  // ms that a worker waits for the lock of the picture
 
-/// The data of a worker thread. It has its own handle to the mutex and its own GDI+ session, so
-/// that FreeMap may release those of the map while the worker still waits or decodes.
+/// The data of a worker thread. The worker has its own handle to the mutex and its own GDI+
+/// session. So FreeMap may release the handle and the session of the map while the worker still
+/// waits or decodes.
 struct WorkerTask {
     SharedPicture& shared;
     HWND window;
     UniqueHandle mutex;
     LoadNumber load;
-    std::uint32_t generation;  ///< of the picture when the task was made
+    std::uint32_t generation;  ///< SharedPicture::Generation when the task was made
     std::wstring dataDirectory;
     GdiplusSession gdiplus;
-    HMODULE module = nullptr;  ///< a reference that keeps this code loaded; released at the end
+    HMODULE module = nullptr;  ///< reference that keeps this code loaded; the thread releases it
 };
 
 bool IsStale(const WorkerTask& task) noexcept {
     return task.generation != task.shared.Generation();
 }
 
-/// Posts kStageDoneMessage. The caller must have reported the state of the load to `loads` before.
-/// When the message cannot be posted (the window is destroyed or its queue is full), reports that
-/// the load has ended.
+/// Posts kStageDoneMessage. Before this call, the caller must report the state of the load to
+/// `loads`. When the message cannot be posted (the window is destroyed or its queue is full),
+/// reports that the load has ended.
 void PostStage(LoadTracker& loads, HWND window, LoadNumber load, WPARAM stage,
                bool success) noexcept {
     const bool posted = window != nullptr && PostMessageW(window, kStageDoneMessage, stage,
@@ -37,7 +38,7 @@ void PostStage(LoadTracker& loads, HWND window, LoadNumber load, WPARAM stage,
     if (!posted) loads.Report(load, LoadState::Ended);
 }
 
-/// Loads the picture. Running out of memory counts as a picture that cannot be read.
+/// Loads the picture. @return false when the picture cannot be read or no memory is left
 bool LoadSafely(const WorkerTask& task) noexcept {
     try {
         return task.shared.picture.Load(task.shared.limits, task.dataDirectory) != kLoadFailed;
@@ -47,8 +48,8 @@ bool LoadSafely(const WorkerTask& task) noexcept {
 }
 
 void RunLoad(const WorkerTask& task) noexcept {
-    // Deliberate: a load that times out on the lock ends without a message; a split that times out
-    // reports failure.
+    // Deliberate: a load that does not get the lock in time ends without a message; a split that
+    // does not get the lock in time reports failure.
     LoadState state = LoadState::Ended;
     {
         const MutexHold hold = AcquireMutex(task.mutex.get(), kWorkerWaitMs);
@@ -76,8 +77,8 @@ void RunSplit(const WorkerTask& task) noexcept {
     PostStage(task.shared.loads, task.window, task.load, kSplitStage, state == LoadState::Split);
 }
 
-/// Runs `Work` on the task and ends the thread together with its reference to the library. This
-/// function does not return, so the task is destroyed in the inner scope.
+/// Runs `Work` on the task, then releases the reference to the library and ends the thread. The
+/// inner scope destroys the task, because this function does not return.
 template <void (*Work)(const WorkerTask&) noexcept>
 DWORD WINAPI WorkerProc(void* parameter) {
     HMODULE module = nullptr;
@@ -127,7 +128,7 @@ bool MapLoader::StartThread(HWND window, LoadNumber load, LPTHREAD_START_ROUTINE
 }
 
 /// Starts a worker. A worker that cannot be started is reported like a worker that has failed, so
-/// that the user gets a message why the globe stays empty.
+/// that a message explains to the user why the globe stays empty.
 void MapLoader::StartWorker(HWND window, LoadNumber load, LPTHREAD_START_ROUTINE procedure,
                             WPARAM stage) {
     if (StartThread(window, load, procedure)) return;
@@ -142,8 +143,8 @@ void MapLoader::StartLoad(HWND window) {
 
 void MapLoader::StartSplit(HWND window) {
     if (!shared_.HasMutex()) return;
-    // The result is kNoLoad when another program has posted the message of a loaded picture. The
-    // worker then splits the picture that is loaded, if there is one.
+    // Find returns kNoLoad when another program has posted the message that a picture is loaded.
+    // The worker then splits the picture in memory, if there is one.
     const LoadNumber load = shared_.loads.Find(window, LoadState::Loaded);
     shared_.loads.Report(load, LoadState::Splitting);
     StartWorker(window, load, WorkerProc<RunSplit>, kSplitStage);

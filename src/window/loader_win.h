@@ -5,7 +5,8 @@
 #include "window/host_data.h"
 #include "window/shared_picture_win.h"
 
-/// Posted by a worker to its window: wParam is the stage, lParam 1 for success, 0 for failure.
+/// A worker posts this message to its window. wParam is the stage; lParam is 1 for success and 0
+/// for failure.
 inline constexpr UINT kStageDoneMessage = WM_USER + 1;
 inline constexpr WPARAM kLoadStage = 0;
 inline constexpr WPARAM kSplitStage = 1;
@@ -15,7 +16,7 @@ inline constexpr WPARAM kSplitStage = 1;
 /// other, and the result is one complete set of tiles.
 class MapLoader {
 public:
-    /// Both must outlive the workers.
+    /// Both arguments must outlive the workers.
     MapLoader(SharedPicture& shared, const HostData& host) noexcept
         : shared_(shared), host_(host) {}
 

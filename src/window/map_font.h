@@ -16,14 +16,14 @@ std::uint8_t CharsetOfCodePage(std::uint32_t codePage) noexcept;
 std::uint32_t ParseCodePage(const wchar_t* text) noexcept;
 
 #ifdef _WIN32
-// Bits of `styleFlags`.
+// Bits of the parameter `styleFlags` below.
 inline constexpr unsigned kFontItalic = 1;
 inline constexpr unsigned kFontUnderline = 2;
 inline constexpr unsigned kFontStrikeOut = 4;
 inline constexpr unsigned kFontBold = 8;
 
 /// Describes a font in the character set of the user's language.
-/// @param width, height  above 0: points; otherwise logical units, stored unchanged
+/// @param width, height  above 0: points; otherwise logical units, which are stored unchanged
 /// @param weight         0 to 1000; 0: `styleFlags` decide whether the font is bold
 /// @return false when there is no screen DC
 bool MakeLogFont(const wchar_t* faceName, int width, int height, int weight, unsigned styleFlags,

@@ -6,10 +6,11 @@
 namespace {
 
 constexpr int kPointsPerInch = 72;
-constexpr std::size_t kMaxFaceName = 30;  // characters; LOGFONTW could hold one more
+constexpr std::size_t kMaxFaceName = 30;  // characters of a name; LOGFONTW could hold one more
 constexpr int kCodePageDigits = 10;       // characters with terminator, for a locale's code page
 
-/// The character set of the user's language; 0 when its code page is western or unknown.
+/// The character set of the user's language; 0 when the code page of the language is western or
+/// unknown.
 std::uint8_t UserCharset() noexcept {
     wchar_t digits[kCodePageDigits] = {};
     if (GetLocaleInfoW(GetUserDefaultLangID(), LOCALE_IDEFAULTANSICODEPAGE, digits,
@@ -20,7 +21,8 @@ std::uint8_t UserCharset() noexcept {
     return IsValidCodePage(codePage) ? CharsetOfCodePage(codePage) : std::uint8_t{0};
 }
 
-/// Converts a size in points to logical units of `dc`. @param dotsPerInch  of its device
+/// Converts a size in points to logical units of `dc`. @param dotsPerInch  resolution of the device
+/// of `dc`
 POINT PointsToLogical(HDC dc, int size, int dotsPerInch) noexcept {
     const int pixels = dotsPerInch * size / kPointsPerInch;
     POINT logical = {pixels, pixels};
@@ -31,7 +33,8 @@ POINT PointsToLogical(HDC dc, int size, int dotsPerInch) noexcept {
 void SetFontSize(HDC screen, int width, int height, LOGFONTW& out) noexcept {
     out.lfHeight = height;
     out.lfWidth = width;
-    // A negative lfHeight is the height of the characters; a positive one is that of their cells.
+    // A negative lfHeight is the height of the characters; a positive lfHeight is the height of
+    // their cells.
     if (height > 0) {
         out.lfHeight = -PointsToLogical(screen, height, GetDeviceCaps(screen, LOGPIXELSY)).y;
     }
@@ -56,7 +59,7 @@ bool MakeLogFont(const wchar_t* faceName, int width, int height, int weight, uns
     out.lfCharSet = UserCharset();
     const WindowDc screen(nullptr);
     if (screen.Get() == nullptr) return false;
-    // Western or unknown: use the character set of the screen's default font.
+    // The code page is western or unknown: use the character set of the screen's default font.
     if (out.lfCharSet == 0) out.lfCharSet = static_cast<BYTE>(GetTextCharset(screen.Get()));
     SetFontSize(screen.Get(), width, height, out);
     SetFontStyle(weight, styleFlags, out);

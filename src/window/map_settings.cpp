@@ -8,7 +8,7 @@ constexpr std::int32_t kPercentPerStep = 100;  // "lag_factor" is in hundreds of
 constexpr std::int32_t kMaxLagFactor = 8;
 constexpr std::int32_t kMinScaler = -3;
 constexpr std::int32_t kMaxScalerX = 2;
-constexpr std::int32_t kMaxScalerY = 1;  // one less than for the width: the map is 2:1
+constexpr std::int32_t kMaxScalerY = 1;  // one less than kMaxScalerX, because the map is 2:1
 
 }  // namespace
 

@@ -6,8 +6,10 @@
 /// Three of the four settings in section "map" of "horivo.ini". The fourth setting, the detail
 /// factor, is in LevelOfDetail.
 struct MapSettings {
-    std::int32_t texScalerX = 0;   ///< base-2 exponent that scales the width limit, [-3, 2]
-    std::int32_t texScalerY = -1;  ///< exponent for the height limit, [-3, 1]; -1: the map is 2:1
+    std::int32_t texScalerX = 0;  ///< base-2 exponent that scales the width limit, [-3, 2]
+    /// Base-2 exponent that scales the height limit, [-3, 1]. The default is -1, because the map is
+    /// twice as wide as high.
+    std::int32_t texScalerY = -1;
     std::int32_t texCompression = 0;  ///< 1: ask GL for compressed tiles
 };
 
@@ -19,8 +21,8 @@ struct RawSettings {
     std::int32_t lagFactor = 0;  ///< detail factor in hundreds of percent
 };
 
-/// Converts the current settings to the form of the file. They are the defaults for keys that the
-/// file does not have.
+/// Converts the current settings to the form of the file. ReadMapSettings uses the result for keys
+/// that the file does not contain.
 RawSettings CurrentSettings(const MapSettings& settings, std::int32_t factor) noexcept;
 
 /// Stores the numbers of a file, clamped to their ranges.
@@ -30,6 +32,7 @@ std::int32_t StoreSettings(const RawSettings& raw, MapSettings& settings) noexce
 /// Reads the administrative switches again, then section "map" of `settingsFile` (ANSI, or UTF-16
 /// with a byte-order mark). Does nothing when the path is empty.
 /// @param factor  the current detail factor, percent
-/// @return the new detail factor in percent, for LevelOfDetail::Apply; `factor` without a path
+/// @return the new detail factor in percent, for LevelOfDetail::Apply; `factor` itself when the
+/// path is empty
 std::int32_t ReadMapSettings(const std::wstring& settingsFile, MapSettings& settings,
                              std::int32_t factor);

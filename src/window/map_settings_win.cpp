@@ -7,10 +7,10 @@ namespace {
 
 constexpr const wchar_t* kSection = L"map";
 
-/// Reads one number of the file; `current` when the key is missing.
+/// Returns the number of `key` in the file, or `current` when the key is missing.
 std::int32_t ReadNumber(const std::wstring& file, const wchar_t* key,
                         std::int32_t current) noexcept {
-    // Convert to a signed number: for -9 in the file the function returns 4294967287.
+    // Convert to a signed number: for -9 in the file, GetPrivateProfileIntW returns 4294967287.
     return static_cast<std::int32_t>(GetPrivateProfileIntW(kSection, key, current, file.c_str()));
 }
 

@@ -12,8 +12,8 @@ MapState*& StateSlot() noexcept {
     return state;
 }
 
-// Memory of the state. It is not on the heap, because InitMap must be able to store its error in
-// the state when no memory is left.
+// Memory of the state. This memory is not on the heap, because InitMap must be able to store its
+// error in the state when no memory is left.
 alignas(MapState) constinit std::byte stateMemory[sizeof(MapState)] = {};
 
 }  // namespace
@@ -28,8 +28,8 @@ void DestroyMapState() noexcept {
     MapState*& state = StateSlot();
     if (state == nullptr) return;
     // Destroy the state only when it uses neither GDI+ nor OpenGL, because they must not be called
-    // under the loader's lock. It still uses them when the host unloads the library before FreeMap
-    // or before the last window is destroyed.
+    // under the loader's lock. The state still uses them when the host unloads the library before
+    // FreeMap or before the last window is destroyed.
     const bool clean = state->gdiplus == nullptr && state->windows.Count() == 0;
     if (clean) {
         state->~MapState();

@@ -22,9 +22,9 @@
 #include "window/view_state.h"
 
 /// All mutable data of the map that exists once per process. Message handlers and exported
-/// functions get it from Map(); the functions that they call get parts of it as parameters. A
-/// function that needs four parts or more may have MapState as a parameter; its comment then names
-/// the parts.
+/// functions get the MapState from Map(); the functions that they call get parts of the MapState as
+/// parameters. A function that needs four parts or more may have MapState as a parameter; its
+/// comment then names the parts.
 ///
 /// Three mutable statics are not in MapState: the common folder and the administrative switches,
 /// which belong to the host services, and the number of users of GDI+, which belongs to
@@ -42,7 +42,7 @@ struct MapState {
     Hover hover;                              ///< window thread
     ButtonRepeat repeat;                      ///< window thread
     LiveWindows windows;                      ///< window thread
-    SharedPicture textures;                   ///< picture: its own mutex; the rest: see there
+    SharedPicture textures;                   ///< picture: its mutex; the rest: see SharedPicture
     MapLoader loader{textures, host};         ///< window thread; its workers use only `textures`
     GlResources gl{results.SysErrorSlot()};   ///< window thread; GL needs the current context
     Overlay overlay{host, gl, windows};       ///< window thread; GL needs the current context
@@ -56,6 +56,6 @@ struct MapState {
 MapState& Map();
 
 /// Destroys the state. DllMain calls it when the library is unloaded before the end of the process;
-/// GL and GDI+ must not be called at that time. If the state still uses them, frees only the
+/// GL and GDI+ must not be called at that time. If the state still uses GL or GDI+, frees only the
 /// picture.
 void DestroyMapState() noexcept;

@@ -10,7 +10,7 @@
 #include "base/handles_win.h"
 #include "base/window_timer_win.h"
 
-/// Number of timers of a map window; their ids are 1 to this.
+/// Number of timers of a map window. The ids of the timers are 1 to kMapTimers.
 inline constexpr std::size_t kMapTimers = 4;
 
 /// The data of one live map window.
@@ -18,7 +18,8 @@ class MapWindow {
 public:
     explicit MapWindow(HWND handle) noexcept : window(handle), dc(handle) {}
 
-    /// Takes ownership of `font` and selects it into the DC. Null: the DC keeps its default font.
+    /// Stores `font` and selects it into the DC. When `font` is null, the DC keeps its default
+    /// font.
     void UseFont(UniqueFont font);
     bool HasFont() const noexcept { return font_ != nullptr; }
 
@@ -26,7 +27,8 @@ public:
     /// @param id      id of the timer, 1 to kMapTimers
     /// @param starts  number of starts of the timer until now
     void NotePostedBack(UINT_PTR id, std::uint32_t starts) noexcept { postedBack_[id] = starts; }
-    /// Removes the note. @return the number of starts in it; 0: there was no note
+    /// Removes the note that NotePostedBack has made. @return the number of starts in the note; 0:
+    /// there was no note
     std::uint32_t TakePostedBack(UINT_PTR id) noexcept { return std::exchange(postedBack_[id], 0); }
 
     /// Stores the size of the frame that was just shown, pixels.
@@ -42,21 +44,22 @@ private:
     // DC is released last.
     UniqueFont font_;
     std::unique_ptr<SelectedObject> selectedFont_;
-    std::array<std::uint32_t, kMapTimers + 1> postedBack_ = {};  ///< by timer id
+    std::array<std::uint32_t, kMapTimers + 1> postedBack_ = {};  ///< numbers of starts, by timer id
     std::int32_t shownWidth_ = 0;                                ///< 0 before the first frame
     std::int32_t shownHeight_ = 0;
 };
 
 /// Reads the client size of a window, pixels.
-/// @return false while a side is below 1; both numbers are then unchanged
+/// @return false while the width or the height is below 1; `width` and `height` are then unchanged
 bool ClientSize(HWND window, std::int32_t& width, std::int32_t& height) noexcept;
 
 /// The live map windows, oldest first. All share one context and one scene.
 class LiveWindows {
 public:
-    /// Adds an entry for `window`, which becomes the current one. Throws std::bad_alloc.
+    /// Adds an entry for `window`, which becomes the current window. Throws std::bad_alloc.
     MapWindow& Add(HWND window);
-    /// Releases the entry; the newest of the others, if any, becomes the current one.
+    /// Releases the entry of `window`. The newest of the other windows, if any, becomes the current
+    /// window.
     void Remove(HWND window) noexcept;
     /// The entry of `window`; null when the window is not live.
     MapWindow* Find(HWND window) noexcept;

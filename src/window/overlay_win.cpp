@@ -22,8 +22,8 @@ ButtonLayout Overlay::ButtonLayoutOf(std::int32_t width, std::int32_t height) co
     };
 }
 
-/// Uploads the photos now, if the context can be made current. Otherwise a later frame uploads
-/// them.
+/// Uploads the photos now, if the context can be made current. Otherwise a later frame uploads the
+/// photos.
 void Overlay::UploadNowOrLater(const MapWindow& entry) {
     const CurrentContextScope current(gl_.Context(), entry.dc.Get());
     if (current.IsCurrent()) panel_.UploadPhotos();

@@ -9,25 +9,26 @@
 #include "window/map_window_win.h"
 #include "window/pointer_state.h"
 
-/// Whether the photos of a city or those of its country are shown.
+/// Selects which photos are shown: the photos of a city, or the photos of its country.
 enum class PhotosOf : bool { Country, City };
 
 /// The flat controls over the globe: buttons and photo panel, the same in all map windows.
 class Overlay {
 public:
-    /// All three must outlive the overlay.
+    /// All three arguments must outlive the overlay.
     Overlay(const HostData& host, GlResources& gl, LiveWindows& windows) noexcept
         : host_(host), gl_(gl), windows_(windows) {}
 
-    /// Makes the buttons from "buttons.png" and the images of the photos that the panel showed
-    /// before. The context must be current.
+    /// Makes the buttons from "buttons.png". Also makes the images of the photos that the panel
+    /// showed before. The context must be current.
     void Create();
     /// Deletes the textures and images of the buttons and of the panel. The panel keeps its photos,
     /// so that Create can show them again.
     void Release() noexcept;
 
-    /// Places the panel and the photo buttons for the size of `window`. Call it before a point of
-    /// the window is compared with them: the last painted window may have had another size.
+    /// Places the panel and the photo buttons for the size of `window`. Call this function before a
+    /// point of the window is compared with the panel or the buttons: the last painted window may
+    /// have had another size.
     void FitTo(HWND window) noexcept;
     /// Uploads photos that were loaded while the context could not be made current. The context
     /// must be current now.
@@ -36,13 +37,13 @@ public:
     void Draw(const CGeoPoint& pointed, std::int32_t width, std::int32_t height);
 
     /// Asks the host whether the photos may be shown. Stores the answer, because the add-photo
-    /// button is shown only after a yes. @return the answer
+    /// button is shown only when the host has agreed. @return the answer
     bool AskHost(HWND window, std::int32_t signedIndex);
-    /// Asks the host and, when it agrees, shows the photos of a city or of its country. Does
+    /// Asks the host and, when the host agrees, shows the photos of a city or of its country. Does
     /// nothing for an index outside the table and for a window that is not live.
     void OfferPhotos(HWND window, std::int32_t signedIndex, PhotosOf whose);
-    /// Reads the photos of the panel again, because the host has reported new photos. Also offers
-    /// the pages again that could not be loaded before.
+    /// Reads the photos of the panel again, because the host has reported new photos. Offers all
+    /// pages again, also the pages that could not be loaded before.
     void OnNewPhotos(HWND window);
     /// Reads the photos again, because the host has handed over a new city table and each photo
     /// stores the index of its city in the table.
@@ -70,5 +71,5 @@ private:
     LiveWindows& windows_;
     MapButtons buttons_;
     PhotoPanel panel_;
-    bool hostAccepted_ = false;  ///< last answer of the host: show the add-photo button
+    bool hostAccepted_ = false;  ///< last answer of the host; true: show the add-photo button
 };

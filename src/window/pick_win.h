@@ -8,7 +8,7 @@
 #include "window/pointer_state.h"
 
 /// Stores `point` as the pointer position, and the place under it as the pointed place. Does
-/// nothing while nothing can be picked in `window`. @return whether `point` is on the globe
+/// nothing while no place can be picked in `window`. @return whether `point` is on the globe
 bool UpdatePick(PointerState& pointer, GlResources& gl, HWND window,
                 const WindowPoint& point) noexcept;
 

@@ -42,7 +42,8 @@ public:
     void PointAt(const CVector4& place, const CScene& scene) noexcept;
 
     /// Notes that the pointer is inside `window` (a handle).
-    /// @return whether it was outside before. If so, the caller must request a WM_MOUSELEAVE.
+    /// @return whether the pointer was outside before. If so, the caller must request a
+    /// WM_MOUSELEAVE.
     bool Enter(const void* window) noexcept;
     /// Notes that the pointer has left its window.
     void Leave() noexcept { geoPoint_.valid = false; }
@@ -66,8 +67,9 @@ public:
     /// @param place  the grabbed point in the view's frame, degrees
     void BeginDrag(const ViewAngles& view, const std::optional<LatLon>& place) noexcept;
     bool IsAnchored() const noexcept { return anchored_; }
-    /// Notes that the pointer is at `point` while the button is held. Windows also sends moves
-    /// without a movement, for example after a capture; these must not turn a click into a drag.
+    /// Notes that the pointer is at `point` while the button is held. Windows also sends
+    /// WM_MOUSEMOVE without a movement, for example after a capture; such a message must not turn a
+    /// click into a drag.
     void NoteDragTo(const WindowPoint& point) noexcept;
     /// Whether the pointer has moved since the button went down.
     bool WasDragged() const noexcept { return dragged_; }
@@ -80,7 +82,7 @@ private:
     /// The window that the pointer is inside. Meaningful only while `geoPoint_.valid` is true.
     const void* overWindow_ = nullptr;
     WindowPoint press_;      ///< where the button went down
-    bool anchored_ = false;  ///< the press grabbed the globe: a drag turns it
+    bool anchored_ = false;  ///< the press grabbed the globe: a drag turns the globe
     bool dragged_ = false;
     PressedPhoto pressedPhoto_;
     std::int32_t pressedKey_ = 0;

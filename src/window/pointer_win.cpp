@@ -27,13 +27,13 @@ void ArmLeaveTracking(PointerState& pointer, HWND window) noexcept {
     TrackMouseEvent(&track);
 }
 
-/// Starts to wait whether the pointer rests at `point`, to offer the photos of the nearest city.
+/// Starts the hover, which offers the photos of the nearest city if the pointer rests at `point`.
 /// Needs MapState because it uses the panel, the cities, the pointer and the hover.
 void HoverAt(MapState& map, HWND window, const WindowPoint& point) noexcept {
     if (map.overlay.Panel().IsHoverOverPanel(point.x)) return;
     const CityPick pick = PickCity(map.host.Cities(), map.pointer.GeoPoint().globePoint);
     // Deliberate: the index must be above 0. The first city of the table never starts a hover, but
-    // a click on it works.
+    // a click on that city works.
     if (pick.index > 0 && pick.index < map.host.Cities().count)
         map.hover.Start(window, pick.SignedIndex(), point);
 }
@@ -59,9 +59,8 @@ void OpenPhotoAt(const PhotoPanel& panel, const WindowPoint& point, const Presse
 }
 
 /// Handles a click without a drag on the globe: reports a hit city to the host, offers photos, and
-/// flies to the place, with or without a city.
-/// Needs MapState because it uses the overlay, the cities, the pointer, the windows, the view and
-/// the flight.
+/// flies to the clicked place, also when there is no city. Needs MapState because it uses the
+/// overlay, the cities, the pointer, the windows, the view and the flight.
 void Click(MapState& map, HWND window, const WindowPoint& point, bool onGlobe) {
     if (map.overlay.Panel().IsClickOnPanel(point.x) || !onGlobe) return;
     const CityPick pick = PickCity(map.host.Cities(), map.pointer.GeoPoint().globePoint);
@@ -133,14 +132,14 @@ LRESULT OnButtonUp(HWND window, WPARAM, LPARAM lParam) {
     ReleaseCapture();
     const std::int32_t under = map.overlay.HighlightButtonAt(window, point);
     map.overlay.ClearHighlights();
-    // A button acts only when the press and the release are both on it.
+    // A button acts only when the press and the release are both on this button.
     const std::int32_t released = under == map.pointer.HeldKey() ? under : 0;
     if (ActsOnRelease(released)) {
         PressButton(window, released);
     } else {
         OpenPhotoAt(map.overlay.Panel(), point, map.pointer.HeldPhoto());
     }
-    // The host or the user may have destroyed the window in both cases.
+    // In both branches above, the host or the user may have destroyed the window.
     if (!map.windows.IsLive(window)) return 0;
     if (!map.pointer.WasDragged() && map.pointer.HeldKey() == 0) Click(map, window, point, onGlobe);
     if (!map.windows.IsLive(window)) return 0;
@@ -167,7 +166,7 @@ LRESULT OnMouseLeave(HWND window, WPARAM, LPARAM) {
     MapState& map = Map();
     map.pointer.Leave();
     map.overlay.ClearHighlights();
-    // Paint again: otherwise the screen would still show the button under the pointer highlighted.
+    // Paint again: otherwise a button would still be highlighted on the screen.
     InvalidateRect(window, nullptr, FALSE);
     return 0;
 }

@@ -11,17 +11,17 @@
 #include "image/texture_limits.h"
 #include "window/map_settings.h"
 
-/// Milliseconds that the window thread waits for a worker that is using the picture: a load may
-/// take minutes.
+/// Milliseconds that the window thread waits for a worker that is using the picture. The time is
+/// long, because a load may take minutes.
 inline constexpr DWORD kWorkerEndWaitMs = 300000;
 
-/// The map picture and the scene mutex that guards it. Window thread, except where a comment names
-/// other threads.
+/// The map picture and the scene mutex that guards it. Used by the window thread only, except where
+/// a comment names other threads.
 class SharedPicture {
 public:
     MapPicture picture;    ///< guarded by the mutex, except IsLoading, IsSplitting and IsBusy
-    TextureLimits limits;  ///< atomics: the window thread writes, workers read
-    LoadTracker loads;     ///< see there for the threads
+    TextureLimits limits;  ///< atomics: the window thread writes them, workers read them
+    LoadTracker loads;     ///< see LoadTracker for the threads
 
     /// Makes the mutex, unless there is one. If there is an orphaned mutex, uses it instead of a
     /// new mutex.
@@ -56,12 +56,12 @@ public:
     /// Sets the limit for the split to the largest texture size of the OpenGL in use.
     void UseWholeTextureLimit() noexcept;
 
-    /// Stores the largest texture size of the OpenGL in use, pixels a side.
+    /// Stores the largest texture size of the OpenGL in use, pixels per side.
     void SetTextureLimit(std::int32_t size) noexcept;
     /// Stores the exponents that scale the size limits, from the user's settings.
     void SetScalers(const MapSettings& settings) noexcept;
-    /// Frees the picture and halves the size limit. A later SetTextureLimit does not raise it
-    /// again. The caller must hold the mutex.
+    /// Frees the picture and halves the size limit. A later SetTextureLimit does not raise the
+    /// limit again. The caller must hold the mutex.
     void HalveLimit() noexcept;
 
     /// Stores whether tiles wait to be uploaded, because the context could not be made current when
@@ -76,7 +76,7 @@ private:
     /// writes to the picture, so the next MakeMutex uses this mutex instead of a new one.
     UniqueHandle orphanedMutex_;
     std::atomic<std::uint32_t> generation_{0};
-    /// Upper limit of the texture size that the self-test of InstallMap has set, pixels a side.
+    /// Upper limit of the texture size that the self-test of InstallMap has set, pixels per side.
     std::int32_t sizeCap_ = std::numeric_limits<std::int32_t>::max();
     bool tilesWait_ = false;
 };

@@ -15,7 +15,7 @@ struct StatusLines {
     bool textured = false;            ///< the planet has textures
     std::uint32_t tileWidth = 0;      ///< pixels
     std::uint32_t tileHeight = 0;     ///< pixels
-    std::int32_t maxTextureSize = 0;  ///< pixels a side
+    std::int32_t maxTextureSize = 0;  ///< pixels per side
     const char* renderer = "";
     const char* version = "";
     const char* vendor = "";

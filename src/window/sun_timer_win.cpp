@@ -13,8 +13,8 @@ void StartSunTimer(MapWindow& entry) noexcept {
 }
 
 void OnSunTimer(MapState& map, HWND window) {
-    // Read all time zones of Windows here, because this takes a while: it must delay neither the
-    // start of the map nor the first label.
+    // Read all time zones of Windows here and not earlier: this takes a while and must delay
+    // neither the start of the map nor the first label.
     map.zones.Prepare();
     const MapWindow* entry = map.windows.Find(window);
     if (entry == nullptr || map.flight.IsUnderWay() || map.repeat.IsUnderWay()) return;

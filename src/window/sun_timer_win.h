@@ -5,7 +5,7 @@
 
 inline constexpr UINT_PTR kSunTimer = 4;
 
-/// Starts the timer of a window; it runs until the window is destroyed.
+/// Starts the timer of a window. The timer runs until the window is destroyed.
 void StartSunTimer(MapWindow& entry) noexcept;
 
 /// Handles a tick of the timer: moves the day/night line to its current place. Does nothing during

@@ -14,7 +14,8 @@ namespace {
 /// timers of the map and some timers of a host.
 constexpr std::size_t kMaxTaken = 16;
 
-// The handlers of the timers, which the table below lists. Each uses other parts of MapState.
+// The handlers of the timers. The table below lists them. Each handler uses different parts of
+// MapState.
 
 void OnRepeatTimer(MapState& map, HWND window) { map.repeat.Repeat(map.pointer, window); }
 
@@ -61,7 +62,7 @@ const TimerRoute* FindRoute(UINT_PTR id) noexcept {
 }
 
 /// Returns the timer with the id `id`, one of the map's timers. Needs MapState because each timer
-/// is in a different part of it.
+/// is in a different part of MapState.
 const WindowTimer& TimerOf(const MapState& map, const MapWindow& entry, UINT_PTR id) noexcept {
     switch (id) {
         case kRepeatTimer:
@@ -75,7 +76,7 @@ const WindowTimer& TimerOf(const MapState& map, const MapWindow& entry, UINT_PTR
     }
 }
 
-/// Removes the note that a WM_TIMER was posted back, if there is one.
+/// Removes the note that a WM_TIMER was posted back, if there is such a note.
 /// @return whether the message belongs to the current run of the timer. A message that was posted
 /// back may be older than the last stop or start of the timer.
 bool TakeTick(MapWindow& entry, const WindowTimer& timer, UINT_PTR id) noexcept {
@@ -83,8 +84,9 @@ bool TakeTick(MapWindow& entry, const WindowTimer& timer, UINT_PTR id) noexcept 
     return timer.RunsFor(entry.window) && (postedFor == 0 || postedFor == timer.Starts());
 }
 
-/// Removes the next timer message from the queue, also one that was posted back before. Does not
-/// handle messages that other threads have sent, because no message may be handled during a paint.
+/// Removes the next timer message from the queue, also a message that was posted back before. Does
+/// not handle messages that other threads have sent, because no message may be handled during a
+/// paint.
 bool TakeDueTimer(HWND window, MSG& message) noexcept {
     if (!PeekMessageW(&message, window, WM_TIMER, WM_TIMER, PM_REMOVE | PM_QS_POSTMESSAGE))
         return false;

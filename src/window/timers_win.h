@@ -7,7 +7,7 @@
 /// Removes the due timer messages of `window` from the queue and posts them back, so that the
 /// host's loop gets them before the next WM_PAINT. Windows delivers timers only when nothing needs
 /// painting: while each frame requests the next frame, a flight, a held button and the clock would
-/// stop. Needs MapState because each timer is in a different part of it.
+/// stop. Needs MapState because each timer is in a different part of MapState.
 void PostDueTimers(MapState& map, HWND window) noexcept;
 
 /// Handles WM_TIMER: calls the handler of the timer, if the message is not outdated.

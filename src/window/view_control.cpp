@@ -19,8 +19,8 @@ constexpr double kQuadrantDeg = 90.0;
 constexpr double kUpsideDownFromDeg = 90.0;
 constexpr double kUpsideDownToDeg = 270.0;
 
-constexpr float kZoomStep = 0.1F;          // scene units a key press or a wheel notch
-constexpr std::int32_t kNotchDelta = 120;  // wheel units a notch
+constexpr float kZoomStep = 0.1F;          // scene units per key press or wheel notch
+constexpr std::int32_t kNotchDelta = 120;  // units of WM_MOUSEWHEEL per notch
 
 struct Ray {
     CVector4 start;
@@ -67,7 +67,7 @@ std::optional<CVector4> PickGlobe(const CScene& scene, const CSphere& sphere, do
     const CVector4 offset(closest.x - centre.x, closest.y - centre.y, closest.z - centre.z, 1.0);
     const double distance = Length(offset);
     const double radius = sphere.radius;
-    // Not `distance > radius`: a NaN must count as beside the globe.
+    // The test is not `distance > radius`, because a NaN must count as beside the globe.
     if (!(distance <= radius)) return std::nullopt;
     return Along(closest, ray->direction, -std::sqrt(Square(radius) - Square(distance)));
 }

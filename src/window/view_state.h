@@ -17,7 +17,7 @@ public:
     const ViewAngles& Angles() const noexcept { return angles_; }
     void TurnTo(const ViewAngles& angles) noexcept { angles_ = angles; }
 
-    /// Scene units, negative; larger is nearer the viewer.
+    /// Scene units, negative. A larger number is nearer to the globe.
     float CameraDistance() const noexcept { return cameraDistance_; }
     void MoveTo(float cameraDistance) noexcept { cameraDistance_ = cameraDistance; }
 

@@ -7,7 +7,7 @@ namespace {
 
 constexpr wchar_t kClassName[] = L"Zelmo 3D map window - OpenGL version";
 constexpr wchar_t kTitle[] = L"GL Map";
-constexpr int kWindowExtraBytes = 8;  // bytes of each window, for use by a host
+constexpr int kWindowExtraBytes = 8;  // extra bytes of each window, for use by a host
 
 }  // namespace
 
@@ -31,8 +31,8 @@ bool UnregisterMapClass() noexcept {
 }
 
 HWND MakeMapWindow(CallResults& results, const WindowRequest& request) noexcept {
-    // Reset the results here, although WM_CREATE does it too: Windows may refuse the window before
-    // WM_CREATE.
+    // Reset the results here, although the handler of WM_CREATE also resets the status: Windows may
+    // refuse the window before WM_CREATE.
     results.BeginCreation();
     const HWND window =
         CreateWindowExW(0, kClassName, kTitle, request.style, request.x, request.y, request.width,

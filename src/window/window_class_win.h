@@ -1,5 +1,5 @@
 #pragma once
-// The window class of the map, and windows of it.
+// The window class of the map, and the creation of windows of this class.
 
 #include <cstdint>
 
@@ -8,7 +8,7 @@
 
 /// Registers the class. @return HORIVO_OK, or HORIVO_CLASS_FAILED with the error in `results`
 std::uint32_t RegisterMapClass(CallResults& results) noexcept;
-/// Unregisters the class. @return false when it was not registered or is still in use
+/// Unregisters the class. @return false when the class was not registered or is still in use
 bool UnregisterMapClass() noexcept;
 
 /// Position, size, style and parent of a window to be created. Pixels. `parent` is null for a
@@ -21,6 +21,6 @@ struct WindowRequest {
 
 /// Creates a map window.
 /// @param results  out: when the window is refused, CreateStatus is an OpenGL set-up code, or it is
-///                 HORIVO_OK and LastSysError has the reason
-/// @return null when refused
+///                 HORIVO_OK and LastSysError returns the reason
+/// @return null when the window is refused
 HWND MakeMapWindow(CallResults& results, const WindowRequest& request) noexcept;

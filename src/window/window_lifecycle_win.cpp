@@ -10,7 +10,7 @@
 
 namespace {
 
-constexpr int kFontWidth = -8;  // logical units
+constexpr int kFontWidth = -8;  // logical units; negative: an average character width of 8
 
 /// Deletes the scene, the overlay and the font, in this order. The context should be current (see
 /// GlResources::ReleaseScene).
@@ -79,7 +79,7 @@ void ShowTilesOrLoad(MapState& map, HWND window) {
 }
 
 /// Makes the context, the scene and the timer for a new window. Needs MapState because it sets up
-/// nearly all parts of it. @return HORIVO_OK or an OpenGL set-up code
+/// nearly all parts of MapState. @return HORIVO_OK or an OpenGL set-up code
 std::uint32_t SetUpWindow(MapState& map, MapWindow& entry) {
     map.gl.ReadTime();
     entry.UseFont(CreateWindowFont());
@@ -177,8 +177,8 @@ void DestroyLast(MapState& map, MapWindow& entry) noexcept {
 
 LRESULT OnCreate(HWND window, WPARAM, LPARAM) {
     MapState& map = Map();
-    // Ignore a WM_CREATE that another program has sent to a live window: it would add a second
-    // lamp and planet, which would never be removed from the scene.
+    // Ignore a WM_CREATE that another program has sent to a live window: a second creation would
+    // add another lamp and planet, which would never be removed from the scene.
     if (map.windows.IsLive(window)) return 0;
     map.results.EndCreation(HORIVO_OK);
     const ForeignContextGuard guard(map.gl.Context());
