@@ -7,12 +7,13 @@
 
 namespace {
 
-constexpr double kAirHeight = 0.025;   // globe radii; of the outermost shell above the surface
+constexpr double kAirHeight = 0.025;   // height of the atmosphere above the surface, globe radii
 constexpr float kDensest = 0.52F;      // opacity of the innermost shell
 constexpr float kDensityRange = 0.5F;  // decrease of the opacity over all shells
 constexpr GLint kAirShininess = 120;
 
-/// Colour of one material property of the air. The opacity is different for each shell.
+/// Colour of one material property of the air. The opacity is not stored here, because it is
+/// different for each shell.
 struct AirColour {
     GLenum property;
     float red, green, blue;
@@ -62,7 +63,7 @@ void CPlanet::RenderAtmosphere() const {
     glEnable(GL_BLEND);
     glBlendFunc(GL_SRC_ALPHA, GL_ONE_MINUS_SRC_ALPHA);
     glMateriali(GL_FRONT, GL_SHININESS, kAirShininess);
-    glRotatef(-90.0F, 1.0F, 0.0F, 0.0F);  // turns the poles of GLU's spheres to the globe's axis
+    glRotatef(-90.0F, 1.0F, 0.0F, 0.0F);  // turns GLU's axis (Z) to the globe's axis (Y)
 
     const float alphaStep = kDensityRange / static_cast<float>(layers);
     for (std::int32_t i = 0; i < layers; ++i) {

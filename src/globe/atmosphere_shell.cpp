@@ -19,8 +19,8 @@ void AtmosphereShell::Record(const ShellSphere& sphere) {
     glNewList(listId_, GL_COMPILE);
     const bool issued = IssueSphere(sphere);
     glEndList();
-    // Delete a list that was recorded only in part: it would leave a gap in the halo until the
-    // detail changes.
+    // Delete a display list that was recorded only in part: such a list would leave a gap in the
+    // halo until the detail changes.
     if (!issued || glGetError() != GL_NO_ERROR) DeleteList();
 }
 

@@ -13,14 +13,15 @@ struct ShellSphere {
     bool operator==(const ShellSphere&) const noexcept = default;
 };
 
-/// Draws the sphere, or records it into the open display list. Does nothing when GLU has no memory
-/// for it. @return whether the sphere was drawn or recorded
+/// Draws the sphere, or records the sphere if a display list is open. Does nothing when GLU cannot
+/// allocate memory. @return whether the sphere was drawn or recorded
 bool IssueSphere(const ShellSphere& sphere);
 
-/// One shell of the atmosphere in its own display list. It is not recorded together with the globe,
-/// because the shells change only with the detail and not with the Sun, and recording them would
-/// need nine tenths of the time. The name of the list comes from the address of this object (see
-/// ListName). Window thread; the context must be current.
+/// One shell of the atmosphere with its own display list. The display list of the globe must be
+/// recorded again when the Sun moves. The shells change only with the detail, and recording them
+/// would need nine tenths of the recording time; therefore they have their own lists. The name of
+/// the list comes from the address of this object (see ListName). Window thread; the context must
+/// be current.
 class AtmosphereShell {
 public:
     AtmosphereShell() noexcept = default;
@@ -28,13 +29,13 @@ public:
     AtmosphereShell& operator=(const AtmosphereShell&) = delete;
     ~AtmosphereShell() { DeleteList(); }
 
-    /// Records `sphere`, unless the list contains it already. No other list may be open. When
-    /// OpenGL reports an error or GLU has no memory, there is no list afterwards, and the next call
-    /// tries again.
+    /// Records `sphere` into the display list, unless the list already contains this sphere. No
+    /// other display list may be open. When OpenGL reports an error or GLU cannot allocate memory,
+    /// no list exists afterwards, and the next call records the sphere again.
     void Record(const ShellSphere& sphere);
-    /// Deletes the list, if there is one.
+    /// Deletes the display list, if it exists.
     void DeleteList() noexcept;
-    /// Calls the list if it contains `sphere`, otherwise calls IssueSphere.
+    /// Calls the display list if the list contains `sphere`; otherwise calls IssueSphere.
     void Draw(const ShellSphere& sphere) const;
 
 private:

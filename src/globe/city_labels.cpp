@@ -13,9 +13,9 @@
 namespace {
 
 // Lengths in pixels.
-constexpr std::int32_t kRowGap = 2;      // between two rows
-constexpr std::int32_t kBoxOffset = 7;   // from the pointer to the box
-constexpr std::int32_t kTextOffset = 9;  // from the pointer to the names
+constexpr std::int32_t kRowGap = 2;      // vertical space between two rows
+constexpr std::int32_t kBoxOffset = 7;   // horizontal distance from the pointer to the box
+constexpr std::int32_t kTextOffset = 9;  // horizontal distance from the pointer to the names
 constexpr std::int32_t kBoxMargin = 4;   // sum of the left and the right margin of the box
 constexpr float kDotSize = 3.5F;         // larger than a city point, so that the dot covers it
 
@@ -24,12 +24,12 @@ struct Colour {
 };
 constexpr Colour kWhite = {1.0F, 1.0F, 1.0F};
 constexpr Colour kBoxColour = {0.0F, 0.0F, 0.0F};
-constexpr float kBoxAlpha = 0.15F;                        // the map shows through
+constexpr float kBoxAlpha = 0.15F;                        // the map stays visible behind the box
 constexpr Colour kTextColour = {0.75F, 0.82F, 0.0F};      // dull yellow
 constexpr Colour kSelectedColour = {1.0F, 0.9F, 0.2F};    // bright yellow
 constexpr Colour kHighlightColour = {0.0F, 0.95F, 0.9F};  // turquoise
-constexpr float kHighlightAlpha = 0.17F;                  // the map and the box show through
-constexpr Colour kDotColour = {0.0F, 0.99F, 0.0F};        // green, like the cities in range
+constexpr float kHighlightAlpha = 0.17F;                  // the map and the box stay visible
+constexpr Colour kDotColour = {0.0F, 0.99F, 0.0F};        // green, like the city points in range
 constexpr float kOpaque = 1.0F;
 
 void SetColour(const Colour& colour) noexcept { glColor3f(colour.red, colour.green, colour.blue); }
@@ -42,14 +42,14 @@ using Entries = std::span<CityRecord*>;
 
 /// Layout and texts of the labels of one frame; about 8 KB, on the stack.
 struct LabelColumn {
-    std::int32_t count = 0;        ///< entries handled; without a position, an entry has no row
+    std::int32_t count = 0;        ///< entries handled; an entry without a position has no row
     std::int32_t selected = 0;     ///< index of the entry whose row is at the height of the pointer
     double anchorX = 0.0;          ///< x of the pointed place, window pixels
     double anchorY = 0.0;          ///< y of the pointed place, window pixels, y upward
-    std::int32_t lineHeight = 0;   ///< of the font, pixels
-    std::int32_t rowHeight = 0;    ///< of a line and the gap to the next one, pixels
-    std::int32_t maxRowWidth = 0;  ///< of name, space and time, pixels
-    std::int32_t maxNameWidth = 0;  ///< of name and space, pixels
+    std::int32_t lineHeight = 0;   ///< height of a text line in the font, pixels
+    std::int32_t rowHeight = 0;    ///< height of a line plus the gap to the next line, pixels
+    std::int32_t maxRowWidth = 0;  ///< widest row: name + one space character + time, pixels
+    std::int32_t maxNameWidth = 0;  ///< widest name + one space character, pixels
     char names[kMaxLabels][kLabelTextSize];
     char times[kMaxLabels][kLabelTextSize];
 };
@@ -67,9 +67,9 @@ bool IsBehindLimb(const CScene& scene, const CVector4& point, double limbDepth) 
     return limbDepth > inCamera.z;
 }
 
-/// Whether a coordinate can be that of a pixel in a window; false for infinity and NaN.
+/// Whether `coordinate` can be the coordinate of a pixel in a window; false for infinity and NaN.
 bool IsPixel(double coordinate) noexcept {
-    // Larger than any window, and small enough for a layout in 32 bits.
+    // This limit is larger than any window, and the layout of smaller values fits into 32 bits.
     constexpr double kMaxCoordinate = 1e9;
     return std::abs(coordinate) < kMaxCoordinate;
 }
@@ -104,8 +104,8 @@ void WriteName(const CityRecord& city, char (&text)[kLabelTextSize]) noexcept {
     NarrowText(name.data(), static_cast<std::int32_t>(name.size()), text, kLabelTextSize);
 }
 
-/// Writes the names and times into the column and measures them. Stops at the first city for which
-/// the column has no row left.
+/// Writes the names and times into the column and measures them. Stops at the first city that has a
+/// position and an index of kMaxLabels or more.
 void WriteTexts(LabelColumn& column, Entries entries, const CGLFont& font,
                 CityClock& clock) noexcept {
     clock.ReadTime();
@@ -124,7 +124,7 @@ void WriteTexts(LabelColumn& column, Entries entries, const CGLFont& font,
     }
 }
 
-/// Returns the index of the nearest city, or 0 when that city is not among those shown.
+/// Returns the index of the nearest city in `shown`, or 0 when `shown` does not contain that city.
 std::int32_t FindSelected(Entries shown) noexcept {
     const auto isNearest = [](const CityRecord* entry) {
         return HasCoordinates(*entry) && entry->nearest != 0;
@@ -152,7 +152,8 @@ void DrawDot(const CityRecord& city) noexcept {
 }
 
 /// Draws the bar behind the selected row.
-/// @param x, y  anchor of the column and middle of the row, window pixels
+/// @param x  anchor of the column, window pixels
+/// @param y  middle of the row, window pixels
 void DrawHighlight(const LabelColumn& column, std::int32_t x, double y) noexcept {
     const std::int32_t halfLine = column.lineHeight / 2;
     SetColour(kHighlightColour, kHighlightAlpha);
@@ -163,7 +164,7 @@ void DrawHighlight(const LabelColumn& column, std::int32_t x, double y) noexcept
 
 void DrawLabelText(const CGLFont& font, std::int32_t x, double y, const char* text) noexcept {
     font.DrawText(static_cast<float>(x), static_cast<float>(y), 0.0F, text);
-    if (text[0] == '\0') glPopMatrix();  // DrawText leaves a matrix pushed for empty text
+    if (text[0] == '\0') glPopMatrix();  // for an empty text, DrawText does not pop its matrix
 }
 
 /// Draws the row of the entry with index `i`. @param y  middle of the row, window pixels
@@ -171,7 +172,7 @@ void DrawRow(const LabelColumn& column, const CityRecord& city, std::int32_t i, 
              const CGLFont& font) noexcept {
     const auto x = static_cast<std::int32_t>(column.anchorX);
     const std::int32_t thirdOfLine = column.lineHeight / 3;
-    const double textY = y - thirdOfLine;  // centres the letters above the baseline on the row
+    const double textY = y - thirdOfLine;  // baseline that centres the letters in the row
     if (i == column.selected) {
         DrawDot(city);
         DrawHighlight(column, x, y);
@@ -189,7 +190,7 @@ void DrawRows(const LabelColumn& column, Entries entries, const CScene& scene,
     SetColour(kWhite, kOpaque);
     for (std::int32_t i = 0; i < column.count; ++i) {
         // Deliberate: when the first row is at or above the upper edge of the window, no row is
-        // drawn, although later rows would be inside. The box is drawn in any case.
+        // drawn, although later rows would be inside the window. The box is drawn in any case.
         if (y >= scene.height) return;
         const CityRecord& city = *entries[static_cast<std::size_t>(i)];
         if (!HasCoordinates(city)) continue;
@@ -207,13 +208,13 @@ std::int32_t CompareMarkers(const CityRecord& a, const CityRecord& b, double ref
     const double keyB = rawB - reference;
     if (keyB > keyA) return 1;
     if (keyA > keyB) return -1;
-    // Deliberate: this order is the opposite of the order above.
+    // Deliberate: here the city with the larger y comes last, in the opposite order to the above.
     if (rawA > rawB) return 1;
     return rawB > rawA ? -1 : 0;
 }
 
 double SnapToPixel(double coordinate) noexcept {
-    constexpr double kMaxError = 1e-6;  // pixels: far above rounding errors, but not visible
+    constexpr double kMaxError = 1e-6;  // pixels; far above rounding errors, too small to see
     const double whole = std::round(coordinate);
     return std::abs(coordinate - whole) <= kMaxError ? whole : coordinate;
 }

@@ -11,28 +11,32 @@
 /// Maximum number of labels in the column.
 inline constexpr std::int32_t kMaxLabels = 64;
 
-/// Rounds `coordinate` (window pixels) to a whole pixel that is at most 1e-6 away; otherwise
-/// returns it unchanged. The pixel of the pointer, picked on the globe and projected back, has an
-/// error of about 1e-12. Without this rounding the conversion to an integer would often be one
-/// pixel off.
+/// Rounds `coordinate` (window pixels) to the nearest whole pixel if that pixel is at most 1e-6
+/// away; otherwise returns `coordinate` unchanged. Reason: when the place under the pointer is
+/// picked on the globe and projected back to the window, the result has an error of about 1e-12.
+/// Without this rounding, the conversion to an integer would often be one pixel off.
 double SnapToPixel(double coordinate) noexcept;
 
-/// Compares two cities for the order of the labels: the larger y of `windowPoint`, higher on the
-/// screen, comes first.
+/// Compares two cities for the order of the labels. The city with the larger y of `windowPoint` is
+/// higher on the screen and comes first.
 /// @param reference  subtracted from both y before the comparison
 /// @return 1 when `b` comes first, -1 when `a` comes first, 0 when both y are equal
-/// Deliberate: of two different y that the subtraction makes equal, the larger one comes last.
+/// Deliberate: when the subtraction makes two different y equal, the city with the larger y comes
+/// last.
 std::int32_t CompareMarkers(const CityRecord& a, const CityRecord& b, double reference) noexcept;
 
-/// Draws one row for each city of `entries`, ordered as the cities are on the screen from the top
-/// down. The row of the nearest city is highlighted and at the height of the pointer, and that city
-/// gets a dot. Draws nothing when the pointed place is behind the limb of the globe.
-/// @param entries    in and out: sorted, and `windowPoint` of each is set. Null: draws nothing
-/// @param count      number of entries; beyond kMaxLabels the lowest on the screen are not drawn
-/// @param limbDepth  z of the limb in camera space, from MeasureGlobe; 0 (not measured yet): draws
-///                   nothing
-/// Window thread; the context must be current with a projection to window pixels, without lighting
-/// and depth test. Leaves the point size at 3.5.
+/// Draws one row for each city of `entries` that has a position. The rows have the order of the
+/// cities on the screen, from top to bottom. The row of the nearest city is highlighted and is at
+/// the height of the pointer, and a dot marks this city on the globe. Draws nothing when the
+/// pointed place is behind the limb of the globe.
+/// @param entries    in and out: the entries are sorted, and their `windowPoint` is set. Null:
+///                   draws nothing
+/// @param count      number of entries; if there are more than kMaxLabels, the lowest cities on
+///                   the screen get no row
+/// @param limbDepth  z of the limb in camera space, from MeasureGlobe. 0 means that the limb is not
+///                   measured yet: draws nothing
+/// Window thread. The context must be current. Its projection must map to window pixels, and
+/// lighting and depth test must be off. Leaves the point size at 3.5.
 void RenderCityLabels(CityRecord** entries, std::int32_t count, const CGeoPoint& geoPoint,
                       const CScene& scene, const CGLFont& font, double limbDepth,
                       CityClock& clock) noexcept;

@@ -4,7 +4,8 @@
 
 namespace {
 
-// More ambient light than the globe has, so that the points are also bright on the night side.
+// The points get more ambient light than the globe, so that the points are also bright on the night
+// side.
 constexpr float kPointAmbientLight[] = {0.95F, 0.95F, 0.95F, 1.0F};
 constexpr float kPointDiffuseLight[] = {0.9F, 0.9F, 0.9F, 1.0F};
 constexpr float kPointColour[] = {0.9F, 0.65F, 0.1F, 1.0F};    // orange
@@ -19,8 +20,8 @@ void SendPoint(const CityRecord& city) {
     glVertex3d(marker[0], marker[1], marker[2]);
 }
 
-/// Sends the cities with a position that are not in range of the pointer. @return the number of
-/// cities with a position that are in range
+/// Sends the points of the cities that have a position and are not in range of the pointer. @return
+/// the number of cities that have a position and are in range
 int SendOrdinaryPoints(const CityTable& cities) {
     int inRange = 0;
     glBegin(GL_POINTS);
@@ -39,7 +40,7 @@ int SendOrdinaryPoints(const CityTable& cities) {
 void SendInRangePoints(const CityTable& cities) {
     glBegin(GL_POINTS);
     for (const CityRecord& city : cities.Records()) {
-        // Deliberate: no check for a position, because only cities with a position are in range.
+        // Deliberate: no check for a position, because a city without a position is never in range.
         if (city.inRange != 0) SendPoint(city);
     }
     glEnd();

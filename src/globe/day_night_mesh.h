@@ -1,7 +1,7 @@
 #pragma once
-// Computes the mesh of the globe: rings of latitude, divided into quarters of longitude as the
-// texture tiles are. The normals are bent towards or away from the Sun to sharpen the day/night
-// line.
+// Computes the mesh of the globe. The mesh consists of rings of latitude. Each ring is divided into
+// four quarters of longitude, like the texture tiles. The normals are bent towards or away from the
+// Sun, so that the line between day and night is sharp.
 
 #include <cstdint>
 #include <vector>
@@ -19,11 +19,13 @@ inline constexpr std::int32_t kMeshQuarters = 4;
 
 enum class Hemisphere { North, South };
 
-/// The mesh for one `Compile`. The constructor computes all trigonometry; FillRow needs none.
+/// The mesh that one `Compile` sends. The constructor computes all sines and cosines, so that
+/// FillRow needs no trigonometry.
 class DayNightMesh {
 public:
-    /// @param detail  sphereSlices should be a multiple of 4 and sphereStacks even; a remainder is
-    ///                ignored. With fewer than 4 slices or 2 stacks the mesh has no rings
+    /// @param detail  sphereSlices should be a multiple of 4, sphereStacks an even number; a
+    ///                remainder is ignored. With fewer than 4 slices or 2 stacks the mesh has no
+    ///                rings
     /// @param sun     unit vector from the globe's centre to the Sun, in the planet's frame
     /// Throws std::bad_alloc.
     DayNightMesh(const MeshDetail& detail, float radius, const CVector4& sun);
@@ -62,11 +64,11 @@ private:
     struct {
         float x, y, z;
     } sun_;
-    /// x and z of the meridians on the equator, westwards from longitude 180. The first entry is
-    /// repeated at the end.
+    /// For each meridian, westwards from longitude 180: x (cosine) and z (sine) of its point on the
+    /// equator, in globe radii. The first entry is repeated at the end.
     std::vector<Direction> meridians_;
-    /// Distances of the rings from the axis and from the plane of the equator, in radii, from the
-    /// equator to the pole.
+    /// For each ring, from the equator to the pole: distance from the axis (cosine) and from the
+    /// plane of the equator (sine), in globe radii.
     std::vector<Direction> parallels_;
     std::vector<float> textureS_;
 };

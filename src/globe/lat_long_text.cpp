@@ -8,13 +8,13 @@
 namespace {
 
 constexpr std::int32_t kMinutesPerDegree = 60;
-constexpr std::int32_t kTurn = 360 * kMinutesPerDegree;  // minutes of arc, like all below
+constexpr std::int32_t kTurn = 360 * kMinutesPerDegree;  // minutes of arc, like all angles below
 constexpr std::int32_t kHalfTurn = kTurn / 2;
 constexpr std::int32_t kQuarterTurn = kTurn / 4;
 
-/// Converts degrees to minutes of arc, truncated towards zero, without whole turns and with the
-/// sign of `degrees`. Removes the turns before the conversion to an integer, because large angles
-/// would not fit into the integer.
+/// Converts degrees to minutes of arc, truncated towards zero. Removes whole turns and keeps the
+/// sign of `degrees`. The turns are removed before the conversion to an integer, because large
+/// angles would not fit into the integer.
 std::int32_t WholeMinutes(double degrees) {
     const double minutes = std::trunc(degrees * kMinutesPerDegree);
     if (!std::isfinite(minutes)) return 0;
@@ -27,8 +27,8 @@ void FormatLatLong(char (&buffer)[kLatLongTextSize], double latitudeDeg,
                    double longitudeDeg) noexcept {
     std::int32_t latitude = (WholeMinutes(latitudeDeg) + kTurn) % kTurn;
     std::int32_t longitude = WholeMinutes(longitudeDeg);
-    // Deliberate: the North Pole counts as beyond the pole and turns the longitude; the South Pole
-    // does not.
+    // Deliberate: latitude 90 counts as a point beyond the North Pole, so its longitude is turned
+    // by 180 degrees. Latitude -90 does not count as a point beyond the South Pole.
     const std::int32_t quarter = latitude / kQuarterTurn;
     if (quarter == 1 || quarter == 2) {
         longitude += kHalfTurn;

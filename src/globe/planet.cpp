@@ -13,7 +13,8 @@ constexpr float kTextureEnvironment[] = {1.0F, 1.0F, 1.0F, 1.0F};
 constexpr float kNoSpecular[] = {0.0F, 0.0F, 0.0F, 1.0F};
 
 /// Records a display list from the constructor to the destructor. The destructor also closes the
-/// list when an exception ends the recording: OpenGL would add all later calls to an open list.
+/// list when an exception ends the recording: otherwise OpenGL would add all later calls to the
+/// open list.
 class ListRecording {
 public:
     explicit ListRecording(GLuint list) { glNewList(list, GL_COMPILE); }
@@ -51,8 +52,8 @@ void CPlanet::Compile() {
     listId = ListName(this);
     {
         const ListRecording body(listId);
-        // Deliberate: no glPushMatrix here. The list of the cities is called right after this list
-        // and needs the same transform.
+        // Deliberate: no glPushMatrix here. The display list of the cities is called right after
+        // this display list and needs the same transform.
         ApplyTransform();
         RenderBody();
     }
@@ -81,7 +82,8 @@ void CPlanet::RenderBody() {
     PlaceSunLight();
     SetSunColours();
     RenderAtmosphere();
-    // Deliberate: without textures only one shell of the atmosphere is drawn, and no globe.
+    // Deliberate: without textures only one shell of the atmosphere is drawn, and the globe is not
+    // drawn.
     if (HasTexture()) {
         SetGlobeMaterial();
         BuildMesh();

@@ -10,44 +10,46 @@
 #include "render/extension_flags.h"
 #include "render/sphere.h"
 
-/// The data that the planet reads. The objects referred to must outlive the planet. Window thread.
+/// The data that the planet reads. The referenced objects must outlive the planet. Window thread.
 struct PlanetInputs {
     const MeshDetail& detail;
     const ExtensionFlags& extensions;
-    const std::int32_t& texCompression;  ///< not 0: compress the tiles if OpenGL can
+    const std::int32_t& texCompression;  ///< not 0: compress the tiles if OpenGL supports this
     const SYSTEMTIME& sceneTime;  ///< UTC, for the position of the Sun; read at every `Compile`
     const CityTable& cities;
 };
 
 /// The Earth: eight texture tiles on a latitude/longitude mesh with day and night, the atmosphere
-/// around it and the cities on it. Has a display list for the lit body, a list for the city points,
-/// and a list for each shell of the atmosphere, which the body list calls. All list names come from
-/// addresses inside this object (see ListName).
+/// around the globe and the cities on the globe. The planet has one display list for the lit body,
+/// one for the city points, and one for each shell of the atmosphere. The body list calls the lists
+/// of the shells. All list names come from addresses inside this object (see ListName).
 class CPlanet : public CSphere {
 public:
     explicit CPlanet(const PlanetInputs& inputs) noexcept
         : CSphere(inputs.detail), inputs_(inputs) {}
-    /// Deletes the textures and lists. The context must be current.
+    /// Deletes the textures and the display lists. The context must be current.
     ~CPlanet() override;
 
-    /// Records the lists of the body and the cities, with the Sun at the scene time. Also
-    /// records the lists of those shells that have no list or whose size or resolution has changed.
+    /// Records the display lists of the body and of the cities, with the Sun at its position at the
+    /// scene time. Also records the display list of each shell to be drawn that has no list or
+    /// whose size or resolution has changed.
     void Compile() override;
     void Draw() override;
 
     /// Uploads a set of tiles, or deletes the textures.
-    /// @param tiles  eight pointers, the tile of a column and row at column + 4 x row, counted from
-    ///               the south-west; null or empty tiles are not uploaded. Null: deletes the
-    ///               textures
+    /// @param tiles  eight pointers; the index of a tile is column + 4 x row, counted from the
+    ///               south-west. Null or empty tiles are not uploaded. If `tiles` itself is
+    ///               null, the textures are deleted
     /// @return 0, or the GL error of an upload that failed; the planet then has no textures
     std::uint32_t SetTexture(const CGLTexture* const* tiles);
     bool HasTexture() const noexcept { return textureNames[0] != 0; }
 
     /// Draws the textured mesh, whose normals are bent towards the Sun.
     void BuildMesh() const;
-    /// Sets the Sun and draws atmosphere and surface: the content of the body list.
+    /// Places the light of the Sun and draws the atmosphere and the surface. The body list records
+    /// these commands.
     void RenderBody();
-    /// Draws the city points: the content of the city list.
+    /// Draws the city points. The city list records these commands.
     void RenderCities() const;
     /// Computes the position of the Sun at the scene time and sets GL_LIGHT0 to shine from there.
     void PlaceSunLight();
@@ -56,18 +58,19 @@ public:
 
     GLuint cityListId = 0;
     double sunDeclination = 0.0;  ///< degrees
-    double sunLongitude = 0.0;  ///< where the Sun is in the zenith, degrees east: -360 - hour angle
+    /// Longitude where the Sun is in the zenith, degrees east: -360 - hour angle.
+    double sunLongitude = 0.0;
     GLuint textureNames[kTileCount] = {};
-    std::uint32_t tileWidth = 0;   ///< of the buffer of tile 0, pixels; 0 without tiles
-    std::uint32_t tileHeight = 0;  ///< of the buffer of tile 0, pixels; 0 without tiles
+    std::uint32_t tileWidth = 0;   ///< width of the buffer of tile 0, pixels; 0 without tiles
+    std::uint32_t tileHeight = 0;  ///< height of the buffer of tile 0, pixels; 0 without tiles
 
 private:
-    /// Returns the number of shells that are drawn; 1 while there is no texture.
+    /// Returns the number of shells to be drawn; 1 while there is no texture.
     std::int32_t AtmosphereLayers() const noexcept;
     /// Computes the sphere of a shell. @param layer  0 is the innermost shell
     ShellSphere SphereOfLayer(std::int32_t layer) const noexcept;
-    /// Records the lists of those drawn shells that have no list or have changed. Deletes the lists
-    /// of the shells that are not drawn.
+    /// Records the display list of each shell to be drawn that has no list or has changed. Deletes
+    /// the display lists of all other shells.
     void RecordAtmosphere();
     void DrawLayer(std::int32_t layer) const;
     static void SetSunColours();

@@ -37,8 +37,8 @@ struct RowPair {
     std::vector<MeshVertex> nearPole;
 };
 
-/// Sends the bands of one tile, from the equator to the pole. Computes each ring once for the two
-/// bands beside it. @param rows  memory for the vertices
+/// Sends the bands of one tile, from the equator to the pole. Computes each ring once, because the
+/// two bands beside a ring share its vertices. @param rows  buffers for the vertices
 void SendTile(const DayNightMesh& mesh, Hemisphere hemisphere, std::int32_t quarter, RowPair& rows,
               bool textured) {
     mesh.FillRow(hemisphere, quarter, 0, rows.nearEquator);

@@ -8,7 +8,7 @@
 namespace {
 
 GLint InternalFormat(std::int32_t bytesPerPixel, bool compressed) {
-    if (!compressed) return bytesPerPixel;  // OpenGL 1.0: the number of channels is the format
+    if (!compressed) return bytesPerPixel;  // as in OpenGL 1.0: the number of channels
     return bytesPerPixel == 4 ? GL_COMPRESSED_RGBA_ARB : GL_COMPRESSED_RGB_ARB;
 }
 
@@ -51,7 +51,8 @@ std::uint32_t CPlanet::UploadTile(GLuint name, const CGLTexture& tile) const {
     glTexParameteri(GL_TEXTURE_2D, GL_TEXTURE_MIN_FILTER, GL_LINEAR);
     glTexParameteri(GL_TEXTURE_2D, GL_TEXTURE_MAG_FILTER, GL_LINEAR);
     if (inputs_.extensions.hasTextureEdgeClamp) {
-        // Replace the default, GL_REPEAT: it may show a faint line where two tiles meet.
+        // Replace the default GL_REPEAT, because GL_REPEAT may show a faint line where two tiles
+        // meet.
         glTexParameteri(GL_TEXTURE_2D, GL_TEXTURE_WRAP_S, GL_CLAMP_TO_EDGE);
         glTexParameteri(GL_TEXTURE_2D, GL_TEXTURE_WRAP_T, GL_CLAMP_TO_EDGE);
     }

@@ -1,4 +1,4 @@
-// Lights the globe by the Sun.
+// Lights the globe with the light of the Sun.
 #include <cmath>
 
 #include "globe/planet.h"
@@ -11,8 +11,8 @@ constexpr float kSunDiffuse[] = {1.0F, 1.0F, 1.0F, 1.0F};
 constexpr float kSunAmbient[] = {0.4F, 0.4F, 0.4F, 1.0F};
 constexpr float kSunSpecular[] = {0.7F, 0.7F, 0.55F, 1.0F};  // a yellowish highlight
 
-/// Distance of the Sun's light from the centre, globe radii. It has no visible effect, because the
-/// light is directional.
+/// Distance of the Sun's light from the centre, globe radii. The distance has no visible effect,
+/// because the light is directional.
 constexpr double kSunDistance = 1.2;
 
 }  // namespace

@@ -15,9 +15,9 @@ constexpr double kSecondsPerDay = 86400.0;
 constexpr double kSecondsPerHour = 3600.0;
 constexpr double kDegreesPerHour = 15.0;
 
-constexpr double kTwoPi = 6.283185307;  // as many digits as the theory's other constants
+constexpr double kTwoPi = 6.283185307;  // as many digits as the other constants have
 constexpr double kArcSecondsPerTurn = 1.296e6;
-constexpr double kSinObliquity = 0.39778;  // of the ecliptic at J2000: 23.439 degrees
+constexpr double kSinObliquity = 0.39778;  // obliquity of the ecliptic at J2000: 23.439 degrees
 constexpr double kCosObliquity = 0.91748;
 
 // Mean elements of the Sun at J2000 and their change in a Julian century.
@@ -26,7 +26,8 @@ constexpr double kMeanAnomalyRate = 99.997361;    // turns per century: 0.985600
 constexpr double kPerigeeLongitude = 0.7859453;   // turns: 282.940 degrees
 constexpr double kPerigeeLongitudeRate = 6191.2;  // arc-seconds per century
 
-// Equation of centre, arc-seconds: 2 e - e^3 / 4 and 5 e^2 / 4 for the eccentricity e = 0.01671.
+// Amplitudes of the equation of centre, arc-seconds: 2 e - e^3 / 4 and 5 e^2 / 4 for the
+// eccentricity e = 0.01671.
 constexpr double kCentreSine = 6893.0;
 constexpr double kCentreSineOfDouble = 72.0;
 
@@ -39,8 +40,8 @@ constexpr double kSiderealHoursPerHour = 1.0027379093;
 
 double CenturiesSinceJ2000(double mjd) noexcept { return (mjd - kMjdJ2000) / kDaysPerCentury; }
 
-/// Returns the ecliptic longitude of the Sun, radians: the longitude of the perigee, the mean
-/// anomaly and the equation of centre.
+/// Returns the ecliptic longitude of the Sun, radians: the sum of the longitude of the perigee, the
+/// mean anomaly and the equation of centre.
 double SunEclipticLongitude(double T) noexcept {
     const double anomaly = kTwoPi * Frac(kMeanAnomaly + kMeanAnomalyRate * T);
     const double centre =
@@ -85,7 +86,8 @@ void MiniSun(double T, double& ra, double& dec) noexcept {
     const double z = kSinObliquity * sinLongitude;
     const double rho = std::sqrt(1.0 - z * z);
     dec = 360.0 / kTwoPi * std::atan(z / rho);
-    // The tangent of half the angle keeps the quadrant; 48 hours per turn double the half angle.
+    // Compute half the angle from its tangent, because this keeps the quadrant of the angle. The
+    // factor of 48 hours (not 24) per turn doubles the half angle.
     ra = 48.0 / kTwoPi * std::atan(kCosObliquity * sinLongitude / (std::cos(longitude) + rho));
     if (ra < 0.0) ra += kHoursPerDay;
 }

@@ -19,10 +19,10 @@ constexpr std::size_t kRowBytes = kSheetWidth * kSheetBytesPerPixel;
 constexpr std::size_t kSheetBytes = kSheetHeight * kRowBytes;
 
 constexpr std::int32_t kPixelFormat32bppPargb = 0xE200B;
-/// Bytes that the block has behind the pixels, for each row. Nothing uses them.
+/// Number of bytes per row that are allocated behind the pixels. Nothing uses these bytes.
 constexpr SIZE_T kReservePerRow = 8;
 
-/// Returns the bits per pixel of a GDI+ pixel format, which holds them in bits 8 to 15.
+/// Returns the bits per pixel of a GDI+ pixel format, which stores this number in its bits 8 to 15.
 constexpr std::int32_t BitsPerPixel(std::int32_t pixelFormat) noexcept {
     return (pixelFormat >> 8) & 0xFF;
 }
@@ -66,7 +66,7 @@ bool IsFullPath(std::wstring_view path) noexcept {
 }
 
 /// Returns the folder of the host's executable with a backslash at its end, or an empty text when
-/// the call of Windows fails.
+/// GetModuleFileNameW fails.
 std::wstring ExecutableFolder() {
     std::wstring path(kPathCapacity, L'\0');
     path.resize(GetModuleFileNameW(nullptr, path.data(), kPathCapacity));
@@ -101,8 +101,8 @@ bool ButtonSheet::LoadFor(const std::wstring& hostDirectory) {
     if (IsFullPath(path) && GetFileAttributesW(path.c_str()) != INVALID_FILE_ATTRIBUTES) {
         return Load(path);
     }
-    // Use the folder of the executable instead: a command line without quotes around the program
-    // may lead to a wrong folder or to a relative one.
+    // Use the folder of the executable instead. Reason: when the command line has no quotes around
+    // the program, the folder in `hostDirectory` may be wrong or relative.
     const std::wstring folder = ExecutableFolder();
     return !folder.empty() && Load(folder + kFileName);
 }

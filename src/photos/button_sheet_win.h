@@ -17,7 +17,7 @@ public:
     bool LoadFor(const std::wstring& hostDirectory);
 
     /// Returns the pixels: R, G, B, A; rows bottom-up, without padding. Null while the sheet is
-    /// empty. The sheet owns them.
+    /// empty. The sheet owns the pixels.
     const std::uint8_t* GetPixels() const noexcept;
 
 private:

@@ -22,16 +22,16 @@ constexpr std::int32_t kKeyInsert = 45;
 constexpr std::int32_t kKeyAdd = 107;
 constexpr std::int32_t kKeySubtract = 109;
 
-constexpr float kHiddenY = -32.0F;  // pixels: below the window, since no button is higher
+constexpr float kHiddenY = -32.0F;  // below the window: no button is higher than 32 pixels
 
-/// Pixels by which the hint is raised. Without them the line with its descenders would be centred
-/// on the button, and the letters would look too low.
+/// Pixels by which the hint is raised. Without them, the whole line, including its descenders,
+/// would be centred on the button, and the letters would look too low.
 constexpr float kHintLift = 4.0F;
 constexpr std::int32_t kHintGap = 1;  // pixels between the hint and the panel
 
 struct ButtonSpec {
     std::int32_t id;      // virtual-key code
-    float x, y;           // in the group, pixels
+    float x, y;           // position in the group, pixels
     std::int32_t u, v;    // lower-left pixel of the highlighted picture in the sheet
     float width, height;  // pixels
 };
@@ -40,7 +40,7 @@ enum ButtonIndex : std::int32_t { kPhotosButton = 7, kPreviousButton, kNextButto
 
 // First the buttons for the view: a block of 3 x 3 cells of 32 pixels, 6 pixels from the corner of
 // the panel, with no button in its two lower corners. Then the photo buttons in the order of
-// ButtonIndex; each frame places them again.
+// ButtonIndex. Each frame sets the y of the photo buttons again.
 constexpr ButtonSpec kButtons[] = {
     {kKeyDown, 38, 6, 32, 0, 32, 32},
     {kKeyLeft, 6, 38, 0, 32, 32, 32},
@@ -51,7 +51,8 @@ constexpr ButtonSpec kButtons[] = {
     {kKeySubtract, 70, 70, 0, 0, 32, 32},
     {kKeyInsert, 4, kHiddenY, 0, 96, 100, kPhotosButtonHeight},
     {kKeyPrior, 40, kHiddenY, 64, 64, 9, kPagingButtonHeight},
-    // Overlaps the photos button. There this button gets the click, and its picture is transparent.
+    // Overlaps the photos button. In the overlap, this button gets the click, and its picture is
+    // transparent.
     {kKeyNext, 59, kHiddenY, 64, 0, 9, 32},
 };
 static_assert(kButtons[kPhotosButton].id == kKeyInsert && kButtons[kNextButton].id == kKeyNext &&
@@ -142,7 +143,7 @@ void MapButtons::DrawHint(const ButtonLayout& layout, const CGLFont& font,
     const C2DButton2& button = *ButtonAt(group_, kPhotosButton);
     if (!layout.offerPhotos || !button.highlighted) return;
     const std::int32_t right = layout.windowWidth - kPhotoPanelWidth - kHintGap;
-    // At least 0: OpenGL draws no part of a text that begins left of the window.
+    // x must be at least 0: OpenGL draws no part of a text that begins left of the window.
     const std::int32_t x = std::max(right - font.GetTextWidthW(hint), 0);
     const float middle = (button.size.height - static_cast<float>(font.GetHeight())) / 2.0F;
     const float y = button.position.y + group_.position.y + kHintLift + middle;

@@ -38,7 +38,7 @@ public:
     /// Deletes the buttons and the texture.
     void DestroyButtons() noexcept;
 
-    /// Places the photo buttons. @param lineHeight  of the font, pixels
+    /// Places the photo buttons. @param lineHeight  line height of the font, pixels
     void PlacePhotoButtons(const ButtonLayout& layout, std::int32_t lineHeight) noexcept;
     /// Places the photo buttons and draws all buttons. While the pointer is over the photos button,
     /// also draws the hint to the left of the panel.

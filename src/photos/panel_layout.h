@@ -18,14 +18,14 @@ inline constexpr std::int32_t kPhotoGap = 4;  ///< between two photos, pixels
 /// Heights and gaps of the title strip, pixels.
 inline constexpr std::int32_t kTitleGap = 8;  ///< between the titles and the photos button
 inline constexpr std::int32_t kPhotosButtonHeight = 24;
-inline constexpr std::int32_t kPagingButtonHeight = 19;  ///< of the visible part
+inline constexpr std::int32_t kPagingButtonHeight = 19;  ///< height of its visible part
 inline constexpr std::int32_t kPagingGap = 4;            ///< above and below the paging buttons
 
 /// The values from which the layout is computed, pixels.
 struct PanelArea {
-    std::int32_t width = 0;       ///< of the window
-    std::int32_t height = 0;      ///< of the window
-    std::int32_t lineHeight = 0;  ///< of the font
+    std::int32_t width = 0;       ///< width of the window
+    std::int32_t height = 0;      ///< height of the window
+    std::int32_t lineHeight = 0;  ///< line height of the font
 };
 
 /// Left edge of the panel.
@@ -55,8 +55,8 @@ constexpr std::int32_t TitleX(std::int32_t panelX, std::int32_t textWidth) noexc
     return panelX + std::max((kPhotoPanelWidth - textWidth) / 2, kMinMargin);
 }
 
-/// Left end of a line with the width `textWidth` that ends 4 pixels left of the panel. At least 0,
-/// because OpenGL draws no part of a line that begins left of the window.
+/// Left end of a line with the width `textWidth` that ends 4 pixels left of the panel. The result
+/// is at least 0, because OpenGL draws no part of a line that begins left of the window.
 constexpr std::int32_t CaptionX(std::int32_t panelX, std::int32_t textWidth) noexcept {
     constexpr std::int32_t kMargin = 4;
     return std::max(panelX - kMargin - textWidth, 0);

@@ -7,8 +7,8 @@ WideString PhotoPageLink(WideView pagePath) {
     if (pagePath.front() != '/') link.push_back('/');
     for (const HorivoWideChar c : pagePath) {
         // Windows may pass the address in quotation marks on the command line of the browser. A
-        // quotation mark inside the address would end it, and the browser would read the rest as
-        // options.
+        // quotation mark inside the address would end the address, and the browser would read the
+        // rest as options.
         if (c == '"') {
             link.append(WidenAscii("%22"));
         } else {

@@ -6,7 +6,8 @@
 
 #include "base/wide_text.h"
 
-// The Windows build defines the address. The native build, which opens no page, uses this one.
+// The Windows build defines the address. The native build, which opens no page, uses the address
+// below.
 #ifndef HORIVO_PHOTO_SITE
 #define HORIVO_PHOTO_SITE u"https://photos.example"
 #endif

@@ -5,8 +5,8 @@
 
 PhotoOrderKey MakePhotoOrderKey(const CityRecord& city, std::int32_t cityIndex,
                                 std::int32_t photoNumber) noexcept {
-    // Use infinity for a city without a position, because it has no distance, and instead of a NaN,
-    // because a NaN would break the order of the sort.
+    // Use infinity in two cases: for a city without a position, because such a city has no
+    // distance, and instead of a NaN, because a NaN would break the order of the sort.
     const bool known = HasCoordinates(city) && !std::isnan(city.distanceSq);
     const double distance = known ? city.distanceSq : std::numeric_limits<double>::infinity();
     return {distance, city.nearest, cityIndex, photoNumber};

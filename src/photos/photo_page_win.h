@@ -12,7 +12,7 @@
 /// be deleted while the page is opened.
 void OpenPhotoLink(WideString link);
 
-/// Opens the page of the photo with this number, if the set has loaded one.
+/// Opens the page of the photo with this number, if the set has loaded such a photo.
 void OpenPhotoPage(const PhotoSet& set, std::int32_t number);
 
 /// Opens the page on which users add a photo of their own.

@@ -4,8 +4,8 @@
 
 namespace {
 
-/// Returns the index of the photo that is 16 after the first photo of the page, or of the last
-/// photo when the list ends before that.
+/// Returns the index of the photo 16 places after the first photo of the page, or the index of the
+/// last photo when the list ends earlier.
 std::int32_t FirstOfNextPage(const PhotoPage& page) noexcept {
     const std::int64_t next = std::int64_t{page.firstShown} + kPhotosPerPage;
     return static_cast<std::int32_t>(std::min(next, std::int64_t{page.count} - 1));

@@ -14,8 +14,8 @@ inline constexpr std::int32_t kNoneBroken = std::numeric_limits<std::int32_t>::m
 /// A page of a list of photos.
 struct PhotoPage {
     std::int32_t firstShown = 0;            ///< index of the first photo of the page in the list
-    std::int32_t shown = 0;                 ///< photos of the page that have room in the panel
-    std::int32_t count = 0;                 ///< photos in the list
+    std::int32_t shown = 0;                 ///< number of photos of the page with room in the panel
+    std::int32_t count = 0;                 ///< number of photos in the list
     std::int32_t brokenFrom = kNoneBroken;  ///< no photo from this index on could be loaded
 };
 

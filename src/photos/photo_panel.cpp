@@ -22,8 +22,9 @@ std::unique_ptr<C2DImage> NewImage(const CJpegTexture& thumbnail) {
     return image;
 }
 
-/// Returns the height of a photo in the panel with the gap below it, pixels, or 0 for a photo that
-/// cannot be shown. For a photo that is not loaded, reads the size from the header of the file.
+/// Returns the height of a photo in the panel plus the gap below the photo, pixels, or 0 for a
+/// photo that cannot be shown. For a photo that is not loaded, reads the size from the header of
+/// the file.
 std::int32_t HeightInPanel(const PhotoRecord& photo, const CityTable& cities) {
     std::int32_t height = photo.thumbnail.GetHeight();
     if (height <= 0) {
@@ -75,8 +76,8 @@ void PhotoPanel::BuildPhotoPanel(const CityTable& cities, PhotoSource source) {
     if (source == PhotoSource::Disk) ReloadPhotoSet(cities);
     if (!HasThumbnails()) return;
     AddImages();
-    // Lay out the images now: a click may come before the next frame and must find them where that
-    // frame will draw them.
+    // Lay out the images now: a click may come before the next frame and must find the images where
+    // the next frame will draw them.
     PlaceImages();
 }
 

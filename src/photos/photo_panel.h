@@ -12,18 +12,18 @@
 #include "render/gl_font.h"
 #include "render/overlay_image.h"
 
-/// Where the panel takes its photos from.
+/// Where the panel gets its photos.
 enum class PhotoSource {
     Disk,   ///< read the index and the thumbnails again
-    Memory  ///< the thumbnails that are loaded already, for a new window
+    Memory  ///< use the loaded thumbnails again, for a new window
 };
 
 /// The column of photos along the right edge of the window. It shows the photos of one place: a
 /// city, or all cities of a country. Window thread. The OpenGL context must be current while images
 /// are uploaded or drawn and while textures are deleted.
 ///
-/// Pointers to photos are valid until the panel is built again. The host can cause that during
-/// every message that is sent to it and while a web page is opened.
+/// Pointers to photos are valid until the panel is built again. The host can cause a new build
+/// during every message that is sent to it and while a web page is opened.
 class PhotoPanel {
 public:
     PhotoPanel() noexcept = default;
@@ -81,10 +81,10 @@ public:
     bool PageForward() noexcept;
     bool PageBack(const CityTable& cities);
     /// Goes back to the page of `firstShown`, because no photo of the current page could be loaded.
-    /// The current page and the pages after it are not offered any more. The caller must then build
-    /// the panel again.
+    /// The user can then no longer turn to the rejected page or to the pages after the rejected
+    /// page. The caller must then build the panel again.
     void RejectPage(std::int32_t firstShown) noexcept;
-    /// Offers the pages again that RejectPage has removed.
+    /// Cancels RejectPage: the user can turn to the rejected pages again.
     void OfferAllPages() noexcept { photoSet_.brokenFrom = kNoneBroken; }
 
     // These three functions decide which input at column `x` of the window belongs to the panel.
@@ -122,7 +122,7 @@ private:
     PhotoSet photoSet_;
     PanelArea area_;
     std::int32_t panelX_ = 0;                               ///< left edge, window pixels
-    std::int32_t shownCount_ = 0;                           ///< images with room, the first ones
+    std::int32_t shownCount_ = 0;                           ///< images with room: the first images
     CGLGroup group_;                                        ///< owns the images
     std::vector<Image> images_;                             ///< in the order of `group_`
     std::array<GLuint, kMaxThumbnails> textureNames_ = {};  ///< all 0 or all generated

@@ -11,8 +11,8 @@ namespace {
 
 constexpr double kBackgroundAlpha = 0.33;  // titles stay legible, the globe stays visible
 
-/// Joins parts to one line of text, at most 255 characters. Allocates nothing, because it is used
-/// in every frame.
+/// Joins parts to one line of text, at most 255 characters. Allocates nothing, because every frame
+/// uses this class.
 class LineText {
 public:
     void Append(WideView part) noexcept {
@@ -27,7 +27,7 @@ private:
     std::size_t length_ = 0;
 };
 
-/// Draws lines of text from the top down. Each ends left of the panel.
+/// Draws lines of text from the top down. Each line ends left of the panel.
 class CaptionLines {
 public:
     /// @param panelX      left edge of the panel, window pixels

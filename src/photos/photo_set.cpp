@@ -36,8 +36,8 @@ private:
     std::map<WideString, std::int32_t> found_;
 };
 
-/// Makes `country` and `city` the place of the set. When this changes the place, the set begins at
-/// its first photo again.
+/// Makes `country` and `city` the place of the set. When the place changes, the set begins at its
+/// first photo again.
 void MoveTo(PhotoSet& set, WideView country, WideView city) {
     WideString newCountry(Truncate(country, kMaxNameLength));
     WideString newCity(Truncate(city, kMaxNameLength));
@@ -50,8 +50,8 @@ void MoveTo(PhotoSet& set, WideView country, WideView city) {
     set.city = std::move(newCity);
 }
 
-/// Appends the photos of the index, in its order. Leaves out photos that do not exist on disk and
-/// photos of cities that are not in the table.
+/// Appends the photos of the index, in the order of the index. Leaves out photos that do not exist
+/// on disk and photos of cities that are not in the table.
 void ReadPhotos(PhotoSet& set, const CityTable& cities, std::string_view bytes, WideView country,
                 const WideString& city) {
     const bool ofCountry = city.empty();
@@ -77,7 +77,8 @@ void ReadPhotos(PhotoSet& set, const CityTable& cities, std::string_view bytes, 
     }
 }
 
-/// Whether the photo is too large by the header of its file, so that it need not be decoded.
+/// Whether the photo is too large according to the header of its file. Such a photo need not be
+/// decoded.
 bool IsTooLarge(const WideString& path) noexcept {
     std::int32_t width = 0;
     std::int32_t height = 0;
@@ -145,7 +146,7 @@ std::int32_t LoadThumbnails(PhotoSet& set, const CityTable& cities) {
         if (!GetPhotoPath(cities, record.cityIndex, record.photoNumber, path)) continue;
         if (IsTooLarge(path) || !record.LoadThumbnail(ToWstring(path))) continue;
         set.loaded.push_back(&record);
-        // Two cities may have photos with the same number: emplace keeps the first.
+        // Two cities may have photos with the same number: emplace keeps the first photo.
         set.byNumber.emplace(record.photoNumber, &record);
     }
     return static_cast<std::int32_t>(set.loaded.size());

@@ -45,12 +45,13 @@ struct PhotoSet {
     /// was chosen: the distances change with the pointer, but the order of the photos must not
     /// change from page to page.
     std::map<std::int32_t, PhotoOrderKey> ranks;
-    /// The photos in `loaded` by their number. Of two photos with the same number, the first one.
+    /// The photos in `loaded` by their number. If two photos have the same number, the map contains
+    /// only the first photo.
     std::map<std::int32_t, PhotoRecord*> byNumber;
     std::vector<std::unique_ptr<PhotoRecord>> photos;  ///< in the order in which they are shown
     std::vector<PhotoRecord*> loaded;                  ///< the photos that have a thumbnail
     std::int32_t firstShown = 0;                       ///< thumbnails are loaded from this index on
-    /// When the user turned to the page at this index, no photo from there on could be loaded.
+    /// When the user turned to the page at this index, no photo from this index on could be loaded.
     /// Reset when another place is shown or the host reports new photos.
     std::int32_t brokenFrom = kNoneBroken;
     WideString city;  ///< empty: all cities of the country

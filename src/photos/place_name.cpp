@@ -18,7 +18,8 @@ bool StaysInName(HorivoWideChar c) noexcept {
     return code > kDelete || kDroppedMarks.find(static_cast<char>(code)) == std::string_view::npos;
 }
 
-/// Appends the folder of one name to `path`. Returns false when the name cannot be a folder name.
+/// Appends the cleaned `name` and a backslash to `path`, as a folder. Returns false when the
+/// cleaned name cannot be a folder name.
 bool AppendFolder(WideString& path, WideView name) {
     const WideString cleaned = CleanPlaceName(name);
     if (!IsFolderName(cleaned)) return false;

@@ -13,7 +13,7 @@
 
 #include "base/wide_text.h"
 
-/// Paths must be shorter than this, characters: the limit of Windows with its terminator.
+/// Maximum length of a path including the terminator, characters. This is the limit of Windows.
 inline constexpr std::size_t kPathLimit = 260;
 
 /// How CleanPlaceName handles the spaces in a name.
@@ -23,8 +23,8 @@ enum class Spaces { Keep, Underscore };
 /// std::bad_alloc. @param spaces  whether spaces stay or become underscores
 WideString CleanPlaceName(WideView name, Spaces spaces = Spaces::Keep);
 
-/// Whether a cleaned name can be the name of a folder. A name of only dots and spaces cannot:
-/// Windows would treat it as the current folder or as its parent.
+/// Whether a cleaned name can be the name of a folder. A name that consists only of dots and spaces
+/// cannot be one: Windows would treat it as the current folder or as its parent.
 bool IsFolderName(WideView cleaned) noexcept;
 
 /// Forms the folder of a country (`city` empty) or of a city, with a backslash at its end. Throws

@@ -5,8 +5,8 @@
 class CGLContext;
 
 /// Stores which rendering context is current on this thread at the beginning of a scope, and makes
-/// it current again at the end. Does nothing when there is none or when it is the map's own
-/// context.
+/// it current again at the end. Does nothing when no context is current or when the map's own
+/// context is current.
 class ForeignContextGuard {
 public:
     explicit ForeignContextGuard(const CGLContext& ours) noexcept;
@@ -19,13 +19,14 @@ private:
     HDC foreignDc_ = nullptr;
 };
 
-/// Makes the map's context current on `dc`, unless it is already. When the context of another part
-/// of the program was current before, the end of the scope makes that context current again.
+/// Makes the map's context current on `dc`, unless this context is already current on `dc`. When
+/// the context of another part of the program was current before, the end of the scope makes that
+/// context current again.
 class CurrentContextScope {
 public:
     CurrentContextScope(CGLContext& context, HDC dc);
 
-    /// Whether the map's context is current. If it is not, the caller must issue no GL command: the
+    /// Whether the map's context is current. If not, the caller must issue no GL command: such a
     /// command would have no effect or would change the context of another part of the program.
     bool IsCurrent() const noexcept { return isCurrent_; }
 

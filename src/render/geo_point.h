@@ -9,7 +9,7 @@ class CScene;
 /// The position of the pointer, the point of the globe under it, and the start of a drag. Window
 /// thread.
 struct CGeoPoint {
-    bool valid = false;       ///< the pointer is inside the window; WM_MOUSELEAVE is requested
+    bool valid = false;       ///< the pointer is in the window; WM_MOUSELEAVE was requested
     std::int32_t mouseX = 0;  ///< window pixels
     std::int32_t mouseY = 0;  ///< window pixels, y upward
     double latitudeDeg = 0.0;

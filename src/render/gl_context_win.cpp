@@ -5,10 +5,11 @@
 
 namespace {
 
-constexpr BYTE kBits = 32;  // per pixel, of each of the colour, accumulation and depth buffers
+/// Bits per pixel that the map requests for the colour, the accumulation and the depth buffer each.
+constexpr BYTE kBits = 32;
 
-/// Returns the pixel format that the map window asks for: true colour with depth, double-buffered,
-/// in a window. The driver may choose a format with less.
+/// Returns the pixel format that the map requests: true colour, with a depth buffer and double
+/// buffering, for drawing into a window. The driver may choose a format that offers less.
 PIXELFORMATDESCRIPTOR MapPixelFormat() noexcept {
     PIXELFORMATDESCRIPTOR format{};
     format.nSize = sizeof format;
@@ -17,8 +18,8 @@ PIXELFORMATDESCRIPTOR MapPixelFormat() noexcept {
         PFD_DOUBLEBUFFER | PFD_DRAW_TO_WINDOW | PFD_SUPPORT_OPENGL | PFD_GENERIC_ACCELERATED;
     format.iPixelType = PFD_TYPE_RGBA;
     format.cColorBits = kBits;
-    // Deliberate: the map asks for an accumulation buffer but does not use it. Without it the
-    // driver may choose another format.
+    // Deliberate: the map requests an accumulation buffer but does not use it. Without this request
+    // the driver may choose another format.
     format.cAccumBits = kBits;
     format.cDepthBits = kBits;
     format.iLayerType = PFD_MAIN_PLANE;
@@ -26,7 +27,7 @@ PIXELFORMATDESCRIPTOR MapPixelFormat() noexcept {
 }
 
 /// Sets the pixel format that is nearest to `wanted` for the window of `dc`. A window keeps its
-/// first format until it is destroyed; setting the same format again succeeds.
+/// first format until the window is destroyed; setting the same format again succeeds.
 /// @param lastSysError  out: GetLastError() after a failure, otherwise unchanged
 /// @return HORIVO_OK, HORIVO_NO_PIXEL_FORMAT or HORIVO_PIXEL_FORMAT_REFUSED
 std::uint32_t SetMapPixelFormat(HDC dc, const PIXELFORMATDESCRIPTOR& wanted,
@@ -63,8 +64,9 @@ std::uint32_t CGLContext::Create(HDC dc) {
         return HORIVO_CONTEXT_FAILED;
     }
     const char* renderer = GlString(GL_RENDERER);
-    // Deliberate: the map uses the generic renderer like any other, but does not store its three
-    // texts, so the information lines stay empty.
+    // Deliberate: the map uses the generic renderer like any other renderer, but does not store the
+    // names of its renderer, version and vendor. The information lines that show these names then
+    // stay empty.
     if (renderer == nullptr || IsGenericRenderer(renderer)) return HORIVO_OK;
     CopyGlString(renderer, renderer_);
     CopyGlString(GlString(GL_VERSION), version_);

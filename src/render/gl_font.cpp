@@ -12,10 +12,10 @@ namespace {
 constexpr GLsizei kListCount = 256;  // list names, one for each character code
 // Deliberate: characters from this code on count as 0 pixels wide.
 constexpr unsigned kFirstUnmeasured = 128;
-constexpr std::int32_t kTextCapacity = 2048;  // bytes of converted text with its terminator
+constexpr std::int32_t kTextCapacity = 2048;  // bytes of a converted text, including the terminator
 
-/// Limits a length in wide characters to the number of bytes of the converted text, which may be
-/// smaller. A negative length means "to the terminator" and stays negative.
+/// Returns the smaller of a length in wide characters and the number of bytes of the converted
+/// text. A negative length means "to the terminator" and stays negative.
 std::int32_t LengthWithin(std::int32_t wideLength, std::int32_t bytes) noexcept {
     return std::min(wideLength, bytes);
 }
@@ -38,7 +38,7 @@ void CGLFont::DrawText(float x, float y, float z, const char* text, std::int32_t
         glRasterPos3f(x, y, z);
     }
     if (length < 0 && text != nullptr) length = static_cast<std::int32_t>(std::strlen(text));
-    // Deliberate: without text the matrix stays pushed.
+    // Deliberate: without a text, the pushed matrix is not popped.
     if (length == 0 || text == nullptr) return;
     glListBase(ListName(this));
     glCallLists(length, GL_UNSIGNED_BYTE, text);
@@ -47,7 +47,7 @@ void CGLFont::DrawText(float x, float y, float z, const char* text, std::int32_t
 
 void CGLFont::DrawTextW(float x, float y, float z, const HorivoWideChar* text,
                         std::int32_t length) const {
-    if (text == nullptr || text[0] == 0) return;  // even when the length is above 0
+    if (text == nullptr || text[0] == 0) return;  // also when `length` is above 0
     char narrow[kTextCapacity];
     const std::int32_t bytes = NarrowText(text, length, narrow, kTextCapacity);
     if (bytes > 0) DrawText(x, y, z, narrow, LengthWithin(length, bytes));

@@ -9,7 +9,7 @@
 /// ANSI code page. Code 255 shows nothing. Window thread; the context must be current.
 ///
 /// The list names are the low halves of the addresses of the object's first 256 bytes (see
-/// ListName), so that no other object uses them.
+/// ListName), so that no other object uses the same names.
 class CGLFont {
 public:
     CGLFont() noexcept = default;
@@ -18,20 +18,22 @@ public:
     ~CGLFont() { Release(); }
 
 #ifdef _WIN32
-    /// Releases earlier lists, makes the lists from the font that is selected into `dc` and
-    /// measures all 256 codes. @param outlineMode  true: filled 3D outlines; false: bitmaps
-    /// @return whether the lists could be made
+    /// Deletes earlier display lists, makes new display lists from the font that is selected into
+    /// `dc`, and measures the characters of all 256 codes.
+    /// @param outlineMode  true: filled 3D outlines; false: bitmaps
+    /// @return whether the display lists could be made
     bool Build(HDC dc, bool outlineMode);
 #endif
-    /// Deletes the lists, if there are any.
+    /// Deletes the display lists, if they exist.
     void Release() noexcept;
 
     /// Draws `text` with its origin at (x, y, z). @param length  bytes; below 0: to the terminator
     /// Deliberate: an empty or null text leaves one matrix more on the modelview stack. A caller
-    /// whose text may be empty must pop it.
+    /// whose text may be empty must pop this matrix.
     void DrawText(float x, float y, float z, const char* text, std::int32_t length = -1) const;
-    /// Draws wide text like DrawText, after conversion to the ANSI code page; longer texts are cut
-    /// at 2047 bytes. For an empty or null text, does nothing and leaves the matrix stack as it is.
+    /// Converts a wide text to the ANSI code page, cuts the converted text at 2047 bytes and draws
+    /// it like DrawText. For an empty or null text, does nothing and leaves the matrix stack as it
+    /// is.
     void DrawTextW(float x, float y, float z, const HorivoWideChar* text,
                    std::int32_t length = -1) const;
 
@@ -55,9 +57,10 @@ public:
 /// Deliberate: code 255 gets no glyph, although 256 list names are used and 256 codes are measured.
 inline constexpr unsigned kGlyphCount = 255;
 
-/// Returns the character that the list of `code` shows. For the codes 128 to 254 of a code page
-/// with one byte per character it is the character of the code page; for all others it is the
-/// Unicode character of the same number. (One list per byte cannot show characters of several
-/// bytes.) 0xB0 is the degree sign in every code page, because the coordinate text uses it.
+/// Returns the character that the display list of `code` shows. For the codes 128 to 254 of a code
+/// page with one byte per character, returns the character of the code page. In all other cases,
+/// returns the Unicode character of the same number. (One display list per byte cannot show a
+/// character of several bytes.) Code 0xB0 shows the degree sign with every code page, because the
+/// coordinate text uses it.
 wchar_t CharacterOfCode(UINT codePage, unsigned code) noexcept;
 #endif

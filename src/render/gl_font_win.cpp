@@ -18,7 +18,8 @@ bool IsSingleByte(UINT codePage) noexcept {
     return GetCPInfo(codePage, &info) && info.MaxCharSize == 1;
 }
 
-/// Records the lists of `count` characters from `first` on, with the names from `list` on.
+/// Records one display list for each of `count` characters. The first character is `first`, and the
+/// name of its list is `list`; further lists have the next names.
 /// @param metrics  out: one record per character, in outline mode only
 bool RecordGlyphs(HDC dc, bool outline, wchar_t first, unsigned count, GLuint list,
                   GLYPHMETRICSFLOAT* metrics) noexcept {
@@ -28,8 +29,9 @@ bool RecordGlyphs(HDC dc, bool outline, wchar_t first, unsigned count, GLuint li
     return done == TRUE;
 }
 
-/// Records new lists for the codes whose character in the system's code page is not the Unicode
-/// character of the same number. When the recording fails, the code keeps its first list.
+/// Records new display lists for the codes whose character in the system's code page is not the
+/// Unicode character of the same number. When the recording fails, the code keeps its earlier
+/// display list.
 void RecordCodePage(HDC dc, bool outline, GLuint base, GLYPHMETRICSFLOAT* metrics) noexcept {
     const UINT codePage = GetACP();
     for (unsigned code = 0; code < kGlyphCount; ++code) {
@@ -39,7 +41,7 @@ void RecordCodePage(HDC dc, bool outline, GLuint base, GLYPHMETRICSFLOAT* metric
     }
 }
 
-/// Whether the list moves the raster position by at least half of `width` pixels.
+/// Whether the display list moves the raster position by at least half of `width` pixels.
 bool Advances(GLuint list, int width) noexcept {
     float before[4] = {};
     float after[4] = {};
@@ -50,7 +52,7 @@ bool Advances(GLuint list, int width) noexcept {
     return std::abs(after[0] - before[0]) * 2.0F >= static_cast<float>(width);
 }
 
-/// Whether the glyph of `character` has any pixels; that of a space has none.
+/// Whether the glyph of `character` has any pixels; the glyph of a space has none.
 bool HasPixels(HDC dc, wchar_t character) noexcept {
     constexpr MAT2 kIdentity = {{0, 1}, {0, 0}, {0, 0}, {0, 1}};
     GLYPHMETRICS glyph;
@@ -59,17 +61,17 @@ bool HasPixels(HDC dc, wchar_t character) noexcept {
 }
 
 void RecordAdvance(GLuint list, int width) noexcept {
-    // Mesa: the bitmap has no pixels, so no byte is read, but with a null address Mesa does not
-    // record the command, and words would run together.
+    // The bitmap has no pixels, so OpenGL does not read this byte. But the address must not be
+    // null: Mesa would not record the command, and no space would separate the words.
     constexpr GLubyte kNoPixels = 0;
     glNewList(list, GL_COMPILE);
     glBitmap(0, 0, 0.0F, 0.0F, static_cast<float>(width), 0.0F, &kNoPixels);
     glEndList();
 }
 
-/// Replaces the lists of glyphs without pixels by lists that only move the raster position, unless
-/// the list of the space already moves it. Mesa records nothing for an empty bitmap and reports
-/// GL_OUT_OF_MEMORY; words would run together.
+/// Replaces the display lists of glyphs without pixels by lists that only move the raster position,
+/// unless the list of the space already moves the raster position. Reason: Mesa records nothing for
+/// an empty bitmap and reports GL_OUT_OF_MEMORY, so that no space would separate the words.
 void RepairSpaces(HDC dc, GLuint base, const std::int16_t (&widths)[kCodeCount]) noexcept {
     if (widths[kSpace] == 0 || Advances(base + kSpace, widths[kSpace])) return;
     const UINT codePage = GetACP();

@@ -14,7 +14,7 @@ constexpr double kMinTurnDeg = 1e-6;  // smaller turns move no point by a pixel
 
 bool Turns(double degrees) noexcept { return std::abs(degrees) > kMinTurnDeg; }
 
-/// Multiplies `m` by a translation by `scale` times `position`.
+/// Multiplies `m` by the translation `scale` x `position`.
 void Translate(CMatrix4& m, const Position3& position, double scale) noexcept {
     CMatrix4 translation;
     translation.SetTranslation(scale * static_cast<double>(position.x),

@@ -46,7 +46,7 @@ public:
         Append(std::move(child));
         return added;
     }
-    /// Deletes all children in reverse order and frees the array.
+    /// Deletes all children in reverse order and frees the memory of the list of children.
     void DeleteChildren() noexcept;
     std::int32_t GetChildCount() const noexcept {
         return static_cast<std::int32_t>(children_.size());

@@ -3,8 +3,8 @@
 #include "base/gl.h"
 #include "render/gl_object.h"
 
-/// A positional spot light that points at the origin of its frame. At the origin itself it points
-/// along -Z.
+/// A positional spot light that points at the origin of its frame. A lamp at the origin itself
+/// points along -Z.
 class CLamp : public CGLObject {
 public:
     /// @param light  GL_LIGHT0 + n
@@ -15,8 +15,8 @@ public:
 
     GLenum lightId;
     GLint spotExponent = 16;  ///< how much darker the spot becomes towards its edge; 0: not at all
-    GLint spotCutoff = 30;    ///< from the axis of the spot to its edge, degrees
-    // Colours: red, green, blue, alpha. By default turquoise.
+    GLint spotCutoff = 30;    ///< angle from the axis of the spot to its edge, degrees
+    // Colours: red, green, blue, alpha. The default is turquoise.
     float ambient[4] = {0.0F, 0.0F, 0.0F, 1.0F};
     float diffuse[4] = {0.3F, 1.0F, 0.9F, 1.0F};
     float specular[4] = {0.3F, 1.0F, 0.9F, 1.0F};

@@ -9,7 +9,8 @@ public:
     C2DImage() noexcept = default;
     ~C2DImage() override;
 
-    /// Draws the lower-left `size` pixels of the texture. Ignores children and rotation.
+    /// Draws the lower-left part of the texture, `size` pixels large. Ignores children and
+    /// rotation.
     void Draw() override;
     /// @param newTexture     texture name; 0: draw nothing
     /// @param width, height  of the texture, pixels

@@ -6,7 +6,7 @@
 /// calls.
 inline void DrainErrors() noexcept {
     // The loop needs a limit: without a current context glGetError returns an error every time. The
-    // limit is more than the error flags that a context has.
+    // limit is larger than the number of error flags of a context.
     constexpr int kMaxPending = 32;
     for (int i = 0; i < kMaxPending; ++i) {
         if (glGetError() == GL_NO_ERROR) return;

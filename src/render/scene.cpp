@@ -14,7 +14,7 @@ namespace {
 // CPlanet::PlaceSunLight points the spot along the rays.
 constexpr GLint kSunSpotExponent = 0;
 constexpr GLint kSunSpotCutoffDeg = 60;
-constexpr float kAmbientLight[4] = {0.25F, 0.25F, 0.3F, 1.0F};  // of the night side; slightly blue
+constexpr float kAmbientLight[4] = {0.25F, 0.25F, 0.3F, 1.0F};  // lights the night side; bluish
 
 /// Longitude where the search for the limb starts. A viewer at any distance sees less than 90
 /// degrees to each side.
@@ -31,8 +31,8 @@ double Aspect(std::int32_t width, std::int32_t height) noexcept {
     return static_cast<double>(width) / static_cast<double>(height);
 }
 
-/// Returns twice the distance of `edgeX` from the middle column in whole pixels, or 0 when that
-/// does not fit into 32 bits.
+/// Returns twice the distance of `edgeX` from the middle column in whole pixels, or 0 when the
+/// result does not fit into 32 bits.
 std::int32_t DiameterOnScreen(double edgeX, std::int32_t width) noexcept {
     const std::int32_t middle = width / 2;
     const double diameter = 2.0 * (std::trunc(edgeX) - middle);
@@ -113,7 +113,7 @@ CVector4 CScene::ProjectToWindow(const CVector4& point) const noexcept {
 
 GlobeMeasure CScene::MeasureGlobe(const CSphere& sphere) const noexcept {
     // Walk along the equator from longitude 90 towards the viewer: x on the screen grows up to the
-    // limb and becomes smaller after it.
+    // limb and decreases after the limb.
     const auto radius = static_cast<double>(sphere.radius);
     std::int32_t longitude = kLimbSearchStartDeg;
     double previousX = 0.0;

@@ -28,18 +28,19 @@ public:
     void GetProjectionMatrix(std::array<double, 16>& out) const noexcept;
 
     /// Projects a point to normalized device coordinates, [-1, 1] inside the view; w = 1.
-    /// Deliberate: applies only the translation of the camera; the caller must rotate the point.
+    /// Deliberate: applies only the translation of the camera; the caller must rotate the point
+    /// first.
     CVector4 ProjectToNormalized(const CVector4& point) const noexcept;
 
-    /// Projects a point to window pixels, y upward. The caller must rotate the point here too. z is
-    /// mapped to [zNear, zFar], not to [0, 1].
+    /// Projects a point to window pixels, y upward. As for ProjectToNormalized, the caller must
+    /// rotate the point first. z is mapped to [zNear, zFar], not to [0, 1].
     CVector4 ProjectToWindow(const CVector4& point) const noexcept;
 
     /// Finds the limb of `sphere` along the equator, as the camera sees it.
     GlobeMeasure MeasureGlobe(const CSphere& sphere) const noexcept;
 
-    std::int32_t width = 1;   ///< viewport, pixels
-    std::int32_t height = 1;  ///< viewport, pixels
+    std::int32_t width = 1;   ///< width of the viewport, pixels
+    std::int32_t height = 1;  ///< height of the viewport, pixels
     double zNear = 1.0;       ///< distance of the near plane, scene units
     double zFar = 30.0;       ///< distance of the far plane, scene units
     double fovY = 30.0;       ///< vertical field of view, degrees

@@ -4,7 +4,7 @@
 
 namespace {
 
-/// Draws a white sphere. Draws nothing when GLU has no memory for it.
+/// Draws a white sphere. Draws nothing when GLU cannot allocate memory.
 void DrawWhiteSphere(double radius, const MeshDetail& detail) {
     GLUquadricObj* const quadric = gluNewQuadric();
     if (quadric == nullptr) return;
