@@ -15,8 +15,8 @@ namespace {
 constexpr UINT kZonesRead = WM_APP;
 constexpr UINT_PTR kZoneTimer = 1;
 constexpr UINT_PTR kPhotoTimer = 2;
-// Delays the reading of the time zones, so that the map shows its first picture before. On some
-// systems the reading takes longer than that picture.
+// Time before the program reads the time zones, so that the map shows its first picture earlier: on
+// some systems, to read the zones lasts longer than to show that picture.
 constexpr UINT kZoneDelayMs = 500;
 // Period of FolderWatch::CheckAll, which finds new photos on file systems that report no changes.
 constexpr UINT kPhotoCheckMs = 60000;
@@ -147,7 +147,7 @@ void HostApp::CloseAll() {
 }
 
 void HostApp::Forget(HostWindow* window) {
-    // A window that failed to open is not in the list, and its end must not end the message loop.
+    // A window that failed to open is not in the list; the message loop must not end with it.
     const auto isIt = [&](const auto& entry) { return entry.get() == window; };
     if (std::erase_if(windows, isIt) > 0 && windows.empty()) PostQuitMessage(0);
 }
@@ -164,9 +164,9 @@ void HostApp::Dispatch(MSG& message) {
     const auto at = std::find_if(windows.begin(), windows.end(),
                                  [&](const auto& window) { return window->Handle() == top; });
     if (at != windows.end()) {
-        // Wine: messages for the top window (Alt+F4, Alt and the letter of a menu, the window
-        // manager's close) arrive at the window with the focus. When that is the map (see MapPane),
-        // pass them to the top window.
+        // Wine sends messages for the top window (Alt+F4, Alt and the letter of a menu, the window
+        // manager's close) to the window with the focus. When the map has the focus (see MapPane),
+        // this code passes these messages to the top window.
         if (IsForTopWindow(message.message) && message.hwnd == (*at)->Map()) message.hwnd = top;
         if ((*at)->TakeKey(message)) return;
         if (TranslateAcceleratorW(top, accelerators_, &message)) return;

@@ -28,7 +28,8 @@ int WINAPI WinMain(HINSTANCE, HINSTANCE, LPSTR, int) {
     } else {
         TellResult(nullptr, status);
     }
-    // Call FreeMap before `app` frees the cities: the library may read them until FreeMap returns.
+    // Call FreeMap before `app` frees the cities: the library may read the cities until FreeMap
+    // returns.
     FreeMap();
     return opened ? 0 : 1;
 }

@@ -8,7 +8,7 @@
 #include "data/settings.h"
 #include "horivo_map.h"
 
-/// Only the main thread uses it.
+/// Only the main thread uses this data.
 struct ProgramData {
     std::vector<CityRecord> cities;  ///< not resized after InitMap: the map keeps their address
     std::vector<PlaceNames> names;   ///< of each city, in the language of the texts

@@ -3,7 +3,7 @@
 // also the keys of the language files in demo/languages. The resource compiler reads this file,
 // too, so it contains only #define lines.
 
-// Sections of the language files, as LocalizeMenu and LocalizeDialog take them.
+// Sections of the language files. The host passes these names to LocalizeMenu and LocalizeDialog.
 #define MENU_SECTION L"Menu"
 #define ABOUT_SECTION L"About"
 #define KEYS_SECTION L"Keys"

@@ -19,7 +19,7 @@ struct ResultText {
 };
 
 constexpr ResultText kResultTexts[] = {
-    {HORIVO_OK, IDS_MAP_WINDOW_REFUSED},  // no window, and the library gave no reason
+    {HORIVO_OK, IDS_MAP_WINDOW_REFUSED},  // there is no window, and the library reported no reason
     {HORIVO_BAD_PICTURE, IDS_MAP_PICTURE_BAD},
     {HORIVO_UNFIT_PICTURE, IDS_MAP_PICTURE_UNFIT},
     {HORIVO_COPY_FAILED, IDS_MAP_COPY_FAILED},
@@ -58,7 +58,7 @@ std::wstring LocalText(std::uint32_t id, const std::wstring& first, const std::w
 void TellUser(HWND owner, std::uint32_t textId) {
     const std::wstring text = LocalText(textId, MapFolder());
     WriteLogW(text.c_str());
-    // Not LocalMessageBox, which cannot show a text with "%1" replaced.
+    // Does not call LocalMessageBox, because that function cannot replace "%1" in a text.
     MessageBoxW(owner, text.c_str(), LocalText(IDS_TITLE).c_str(), MB_OK);
 }
 

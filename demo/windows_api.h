@@ -8,5 +8,5 @@
 #define STRICT
 #endif
 #include <windows.h>
-// After windows.h: commctrl.h uses its types.
+// Include commctrl.h after windows.h, because commctrl.h uses types of windows.h.
 #include <commctrl.h>

@@ -49,7 +49,8 @@ inline constexpr std::int32_t kLangAbbrevChars = 15;
 
 inline constexpr std::uint32_t kUnitTables = 5;   /**< seconds, minutes, hours, days, weeks */
 inline constexpr std::uint32_t kUnitRanges = 100; /**< ranges in one table */
-inline constexpr std::uint32_t kUnitChars = 1024; /**< of one table's words, with terminators */
+inline constexpr std::uint32_t kUnitChars = 1024; /**< characters of one table's words, including
+                                                       the terminators */
 
 /** A range of numbers modulo 100 that have the same word; both ends are included. */
 struct UnitRange {
@@ -90,8 +91,9 @@ struct CLangFile {
  * change it. */
 const CLangFile& LangFile() noexcept;
 
-/** Day names (0 Sunday to 6 Saturday) and month names (0 January to 11 December) in the language
- * that SetLanguage chose, at most 16 characters each; empty before the first SetLanguage. */
+/** Names of the days (0 Sunday to 6 Saturday) and of the months (0 January to 11 December) in the
+ * language that SetLanguage chose, at most 16 characters each; empty before the first call of
+ * SetLanguage. */
 /** @{ */
 extern HorivoWideChar dayNames[7][24];
 extern HorivoWideChar monthNames[12][24];
@@ -202,9 +204,9 @@ public:
     TimeZoneTable(const TimeZoneTable&) = delete; /**< city records point into this table */
     TimeZoneTable& operator=(const TimeZoneTable&) = delete;
 
-    /** Reads all zones from Windows; only the first call does. It takes some milliseconds, on some
-     * systems most of a second. Find calls it when needed; a host may call it on another thread
-     * before the first Find. */
+    /** The first call reads all zones from Windows; later calls do nothing. The first call lasts
+     * some milliseconds, on some systems most of a second. Find calls Prepare when the zones have
+     * not been read; a host may call Prepare on another thread before the first Find. */
     void Prepare() noexcept;
 
     /** The record of zone `id`; null for 0, for a number that HORIVO_TIME_ZONES does not have and
@@ -215,7 +217,7 @@ public:
     bool Owns(const _TIME_DYNAMIC_ZONE_INFORMATION* zone) const noexcept;
 
 private:
-    static constexpr std::size_t kRecordBytes = 432; /* of a DYNAMIC_TIME_ZONE_INFORMATION */
+    static constexpr std::size_t kRecordBytes = 432; /* size of a DYNAMIC_TIME_ZONE_INFORMATION */
     static constexpr std::size_t kTableBytes = kTimeZoneCount * kRecordBytes;
 
     std::array<const _TIME_DYNAMIC_ZONE_INFORMATION*, kTimeZoneCount> found_ = {};
@@ -224,10 +226,10 @@ private:
     bool prepared_ = false;
 };
 
-/** Keeps the rules of time zones by year. Windows reads them from the registry, which is too slow
- * for a clock that shows many cities, so the latest answers are kept, enough for every zone in two
- * years. When Windows changes the rules meanwhile, the program shows that only after a restart. One
- * thread at a time. */
+/** Keeps the rules of time zones by year. Windows reads rules from the registry, which is too slow
+ * for a clock that shows many cities, so this cache keeps the rules that Windows returned last. It
+ * has room for every zone in two years. When Windows changes the rules of a zone in the cache, the
+ * program uses the new rules only after a restart. One thread at a time. */
 class ZoneRuleCache {
 public:
     /** Bias and daylight saving of `zone` in `year`. They are Windows' rules of that year for the
@@ -239,9 +241,10 @@ public:
 
 private:
     struct Entry;
-    /* A world clock asks for every zone each minute, and at New Year for the rules of 2 years. */
+    /* A world clock asks for the rules of every zone each minute. At New Year it asks for the rules
+     * of two years. */
     static constexpr std::size_t kCapacity = std::size_t{2} * kTimeZoneCount;
-    static constexpr std::size_t kEntryBytes = 608; /* of an Entry */
+    static constexpr std::size_t kEntryBytes = 608; /* size of an Entry */
 
     Entry& At(std::size_t index) noexcept;
 
@@ -263,7 +266,8 @@ inline constexpr std::int32_t kTimeTextChars = 64;
 /** Text that is shown in place of a time that cannot be formatted: "Error!". */
 inline constexpr HorivoWideChar kTimeErrorText[] = {'E', 'r', 'r', 'o', 'r', '!', 0};
 
-/** Writes `time` in the user's time format without seconds, or kTimeErrorText when that fails. */
+/** Writes `time` in the user's time format without seconds; writes kTimeErrorText when Windows
+ * cannot format the time. */
 void FormatShortTime(const _SYSTEMTIME& time, HorivoWideChar (&text)[kTimeTextChars]) noexcept;
 
 /* ---- Administrative switches --------------------------------------------------------------- */

@@ -42,8 +42,8 @@ struct _TIME_DYNAMIC_ZONE_INFORMATION;
 
 /* ---- Version ------------------------------------------------------------------------------- */
 
-/** Version of the library. It is defined only here: the build takes the DLL's version resource and
- * the package's name from these numbers. A new major version means that hosts must be changed. */
+/** Version of the library. Only these lines define the version: the build reads them to write the
+ * DLL's version resource and the package's name. For a new major version, hosts must be changed. */
 /** @{ */
 #define HORIVO_MAP_VERSION_MAJOR 1
 #define HORIVO_MAP_VERSION_MINOR 0
@@ -100,8 +100,8 @@ extern "C" {
 
 /* ---- Local strings ------------------------------------------------------------------------- */
 
-/** Identifier of the hint beside the add-photo button, the only text that the map takes from the
- * host. Until the host sets it, no hint is shown. */
+/** Identifier of the hint beside the add-photo button, the only text that the map gets from the
+ * host. Until the host sets this text, the map shows no hint. */
 #define HORIVO_TEXT_ADD_PHOTO 2
 
 /* ---- Time zones ---------------------------------------------------------------------------- */
@@ -281,8 +281,8 @@ typedef struct CityRecord {
         timeZone;          /**< DYNAMIC_TIME_ZONE_INFORMATION of the city, or null. Windows' rules
                               of the year apply when Windows knows its TimeZoneKeyName and
                               DynamicDaylightTimeDisabled is not set; otherwise its own bias and
-                              dates apply. When it is null, the library looks timeZoneId up and
-                              writes the address of a record of its own here. That record lives
+                              dates apply. While timeZone is null, the library looks timeZoneId
+                              up and writes the address of its own record here. That record lives
                               until the library is unloaded. FreeMap sets these addresses to null
                               again, but only in the table of the last InitMap. In records of
                               earlier tables, write null yourself before you pass them to the
@@ -319,7 +319,8 @@ _Static_assert(sizeof(CityRecord) == 376 && offsetof(CityRecord, latitude) == 26
 
 /* ---- Functions ----------------------------------------------------------------------------- */
 
-/** Linkage of the functions: imported from the DLL; without attribute while the DLL is built. */
+/** Linkage of the functions: a host imports them from the DLL; the build of the DLL needs no
+ * attribute. */
 #ifdef HORIVO_MAP_BUILD
 #define HORIVO_API
 #elif defined(_WIN32)
@@ -328,23 +329,24 @@ _Static_assert(sizeof(CityRecord) == 376 && offsetof(CityRecord, latitude) == 26
 #define HORIVO_API
 #endif
 
-/** Takes the host's city table and prepares the library: finds the data folder (`Zelmo\Horivo` in
- * the common application data folder; it is created when it is missing) and registers the window
- * class. A second call replaces the table, although it returns HORIVO_CLASS_FAILED with the system
- * error ERROR_CLASS_ALREADY_EXISTS: the class is registered already. Only a call that runs out of
- * memory (ERROR_NOT_ENOUGH_MEMORY) keeps the table of the previous call.
+/** Stores the address of the host's city table and prepares the library: finds the data folder
+ * (`Zelmo\Horivo` in the common application data folder), creates it when it is missing, and
+ * registers the window class. A second call replaces the table, although it returns
+ * HORIVO_CLASS_FAILED with the system error ERROR_CLASS_ALREADY_EXISTS, because the class is
+ * registered already. Only a call that runs out of memory (ERROR_NOT_ENOUGH_MEMORY) keeps the table
+ * of the previous call.
  * @param cities     the host's array; may be null
  * @param cityCount  number of records; below 0 counts as none
  * @return HORIVO_OK or HORIVO_CLASS_FAILED */
 HORIVO_API uint32_t InitMap(CityRecord* cities, int32_t cityCount);
 
 /** Sets or replaces a localized text.
- * @param id    HORIVO_TEXT_ADD_PHOTO; the map uses no other
- * @param text  is copied; null is ignored, so that an earlier text stays */
+ * @param id    HORIVO_TEXT_ADD_PHOTO; the map uses no other text
+ * @param text  the library copies this text; null changes nothing: an earlier text stays */
 HORIVO_API void SetLocalString(int32_t id, const HorivoWideChar* text);
 
 /** Creates a visible map window inside `parent`.
- * @param parent         gets HORIVO_MSG_CITY; owns the window, which is destroyed with it
+ * @param parent         gets HORIVO_MSG_CITY; when `parent` is destroyed, so is the map window
  * @param x,y            place in the client area of `parent`, pixels
  * @param width,height   pixels
  * @param[out] status    HORIVO_OK or one of the three OpenGL set-up codes; null is tolerated
@@ -355,8 +357,8 @@ HORIVO_API struct HWND__* CreateMapWindow(struct HWND__* parent, int32_t x, int3
 
 /** Checks a newly installed "map.jpg" in the data folder and keeps an unchanged copy of it as
  * "map0.jpg"; when "map.jpg" is bad, restores it from that copy. Then tries in a hidden window
- * whether this machine can make textures of the picture, and writes "map.jpg" back with JPEG
- * quality 85 when the picture had to be shrunk. May take seconds.
+ * whether this machine can make textures of the picture. When the picture had to be shrunk, writes
+ * the smaller picture to "map.jpg" with JPEG quality 85. The call may last some seconds.
  * @return HORIVO_OK or one of the result codes above */
 HORIVO_API uint32_t InstallMap(void);
 

@@ -8,7 +8,7 @@ constexpr DWORD kIgnored = NORM_IGNORECASE | NORM_IGNORENONSPACE | NORM_IGNORESY
                            NORM_IGNOREWIDTH | NORM_IGNOREKANATYPE;
 
 /// Whether one of `names` contains `wanted`.
-/// @param where  FIND_STARTSWITH, or FIND_FROMSTART for anywhere
+/// @param where  FIND_STARTSWITH: only at the start of the name; FIND_FROMSTART: anywhere in it
 bool AnyHas(const std::vector<std::wstring>& names, const std::wstring& wanted, DWORD where) {
     return std::ranges::any_of(names, [&](const std::wstring& name) {
         return FindNLSStringEx(LOCALE_NAME_INVARIANT, where | kIgnored, name.c_str(),

@@ -35,8 +35,8 @@ void CityTimes::Begin(HWND window, UINT message) {
     window_ = window;
     message_ = message;
     thread_ = CreateThread(nullptr, 0, ReadZones, this, 0, nullptr);
-    // Posts the message at once when no thread could be started: the first lookup in Finish reads
-    // the zones.
+    // Posts the message at once when no thread could be started. The first lookup in Finish then
+    // reads the zones.
     if (thread_ == nullptr) PostMessageW(window, message, 0, 0);
 }
 

@@ -13,8 +13,8 @@ struct LocalTime {
     std::int32_t offsetMinutes;  ///< local time minus UTC
 };
 
-/// Reads the time zones and computes local times. Reading takes up to half a second on some
-/// systems, so it happens on a thread of its own.
+/// Reads the time zones and computes local times. A separate thread reads the time zones, because
+/// this lasts up to half a second on some systems.
 class CityTimes {
 public:
     CityTimes() = default;

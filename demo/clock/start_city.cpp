@@ -7,7 +7,7 @@
 
 namespace {
 
-/// Index of the city at `found`; -1 for the end.
+/// Index of the city at `found`; -1 when `found` is the end of `cities`.
 std::int32_t IndexOf(const std::vector<CityRecord>& cities,
                      std::vector<CityRecord>::const_iterator found) {
     return found != cities.end() ? static_cast<std::int32_t>(found - cities.begin()) : -1;

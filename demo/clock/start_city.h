@@ -15,7 +15,7 @@ std::int32_t FindCity(const std::vector<CityRecord>& cities, std::wstring_view n
 /// that stands for the whole zone, else the first city of the zone in the table; -1 when the zone
 /// has no city.
 /// @param zone  number of HORIVO_TIME_ZONES
-/// @param country  its name in English
+/// @param country  name of the country in English
 std::int32_t FindCityOfZone(const std::vector<CityRecord>& cities, std::uint32_t zone,
                             std::wstring_view country);
 

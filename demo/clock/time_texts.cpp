@@ -7,7 +7,7 @@
 namespace {
 
 constexpr std::int32_t kMinutesPerHour = 60;
-// Tables of GetUnitWord.
+// Numbers of the tables that GetUnitWord reads.
 constexpr std::uint32_t kMinuteTable = 1;
 constexpr std::uint32_t kHourTable = 2;
 constexpr int kTextSize = 80;  // characters, terminator included; short dates and times are shorter

@@ -87,7 +87,7 @@ std::optional<CityRecord> ReadCity(const Fields& line) {
     return city;
 }
 
-/// Indices of the columns of a names file that are read.
+/// The columns of a names file that the program reads, by index.
 struct NameColumns {
     std::size_t language = 0;  ///< 0: there is no such column
     std::size_t others = 0;

@@ -10,7 +10,7 @@
 #include "horivo_map.h"
 
 /// What a city stands for: only itself, its time zone in its country, or its whole time zone.
-/// Stored in CityRecord::hostBytes[0].
+/// CityRecord::hostBytes[0] stores this value.
 enum class StandsFor : unsigned char { Itself, ZoneInCountry, Zone };
 
 /// Parses the text of a city file. The fields of a line are name, country, latitude, longitude,

@@ -35,7 +35,8 @@ FolderWatch::FolderWatch(const std::wstring& folder, const std::vector<CityRecor
     if (directory_ == INVALID_HANDLE_VALUE) return;
     overlapped_.hEvent = CreateEventW(nullptr, TRUE, FALSE, nullptr);
     if (overlapped_.hEvent == nullptr) return;
-    // Requests changes before it reads the index files, so that no change meanwhile is missed.
+    // Asks Windows to report changes before it reads the index files, so that it misses no change
+    // that happens while it reads them.
     RequestChanges();
     ListIndexFiles();
 }
@@ -44,7 +45,7 @@ FolderWatch::~FolderWatch() {
     if (isWaiting_) {
         CancelIo(directory_);
         DWORD size = 0;
-        // Waits: Windows may write to `changes_` until the request has ended.
+        // Waits until the request has ended, because Windows may write to `changes_` until then.
         GetOverlappedResult(directory_, &overlapped_, &size, TRUE);
     }
     if (overlapped_.hEvent != nullptr) CloseHandle(overlapped_.hEvent);
@@ -58,8 +59,8 @@ void FolderWatch::ListIndexFiles() {
         const std::wstring country = CountryIndexPath(cities_[i]);
         const std::wstring city = CityIndexPath(cities_[i]);
         if (!city.empty()) AddIndexFile(city, index);
-        // A country is reported by the negative index of its first city. Index 0 has no negative,
-        // so for the country of city 0 the next city of that country is used.
+        // The negated index of its first city stands for a country. Index 0 has no negative, so
+        // the next city of the same country stands for the country of city 0.
         const bool isNew =
             std::find(countries.begin(), countries.end(), country) == countries.end();
         if (country.empty() || index == 0 || !isNew) continue;

@@ -8,12 +8,13 @@
 
 namespace {
 
-// Characters that are removed from a name to get the name of its folder, as in the map.
+// Characters that a folder name must not have: the host removes them from the name of a place, and
+// so does the map.
 constexpr std::wstring_view kDropped = L"*/:;?\\\x7F";
 constexpr wchar_t kFirstPrintable = L' ';
 constexpr wchar_t kIndexName[] = L"index.tsv";
 
-/// The name of the folder of a city or country; empty when it cannot have one.
+/// The name of the folder of a city or country; empty when the place cannot have a folder.
 std::wstring FolderName(std::wstring_view place) {
     std::wstring name;
     for (const wchar_t character : place) {

@@ -20,7 +20,7 @@ constexpr wchar_t kAlwaysOnTop[] = L"always_on_top";
 constexpr wchar_t kCity[] = L"city";
 constexpr wchar_t kCountry[] = L"country";
 constexpr int kTextSize = 64;   // characters; names of cities are the longest texts
-constexpr LONG kMinSide = 120;  // pixels; a smaller window would be hard to grab
+constexpr LONG kMinSide = 120;  // pixels of a window's side; a smaller window is hard to grab
 
 /// Path of the settings file; empty when Windows reports no folder for it.
 /// @param forWriting  creates the folder when it is missing

@@ -6,10 +6,10 @@
 #include "windows_api.h"
 
 struct HostSettings {
-    std::wstring language;  ///< abbreviation of Windows ("DEU"); empty: as Windows
-    std::wstring city;      ///< chosen last, its English name; empty: none yet
-    std::wstring country;   ///< of that city
-    RECT place{};           ///< of the window when not maximized, screen pixels; empty: none yet
+    std::wstring language;  ///< Windows abbreviation ("DEU"); empty: the language of Windows
+    std::wstring city;      ///< English name of the city that was chosen last; empty: none yet
+    std::wstring country;   ///< English name of the country of `city`
+    RECT place{};  ///< place of the window when not maximized, screen pixels; empty: none yet
     bool maximized = false;
     int sortColumn = 0;  ///< number of a CityColumn
     bool sortDescending = false;

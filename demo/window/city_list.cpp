@@ -9,18 +9,19 @@
 namespace {
 
 // Pixels at 96 dots per inch.
-constexpr int kMargin = 6;         // around label, field and list
-constexpr int kCellPadding = 18;   // beside a column's text: cell margins and the sort arrow
-constexpr int kEmptyPadding = 40;  // above the text that nothing was found
+constexpr int kMargin = 6;         // space around the label, the field and the list
+constexpr int kCellPadding = 18;   // space beside a column's text for margins and the sort arrow
+constexpr int kEmptyPadding = 40;  // space above the text "nothing found" in an empty list
 
 constexpr int kFieldInset = 1;      // pixels from a field's edge to its text, at any scaling
-constexpr int kMaxFieldChars = 63;  // as many as a city's name may have
-// Widths of columns, in letters "n". The few names that are longer end in dots.
+constexpr int kMaxFieldChars = 63;  // longest text of the search field; a city's name has no more
+// Widths of the columns with names: each is as wide as this number of letters "n". The list ends
+// the few longer names in dots.
 constexpr int kNameLetters = 20;
 constexpr int kCountryLetters = 16;
 
-constexpr int kSunday = 24;                   // 24 December 2028 is a Sunday
-constexpr int kWideOffset = -(12 * 60 + 45);  // minutes; no offset has a longer text
+constexpr int kSunday = 24;                   // day of the first sample date, in December 2028
+constexpr int kWideOffset = -(12 * 60 + 45);  // minutes; sample: no offset has a longer text
 
 // kTitles has the title of each CityColumn; kOrder lists the columns from left to right.
 constexpr std::uint32_t kTitles[kCityColumns] = {IDS_COLUMN_CITY, IDS_COLUMN_TIME, IDS_COLUMN_DATE,
@@ -35,8 +36,8 @@ HWND CreateChild(HWND parent, const wchar_t* windowClass, DWORD style, DWORD exS
 }  // namespace
 
 bool CityList::Create(HWND parent) {
-    // Creates the label before the field: screen readers read the static text before a field as its
-    // name.
+    // Creates the label before the field, because screen readers read the static text before a
+    // field as the name of the field.
     label_ = CreateChild(parent, L"STATIC", SS_NOPREFIX | SS_ENDELLIPSIS, 0);
     field_ = CreateChild(parent, L"EDIT", WS_TABSTOP | ES_AUTOHSCROLL, WS_EX_CLIENTEDGE);
     list_ = CreateChild(parent, WC_LISTVIEWW,
@@ -85,7 +86,7 @@ void CityList::SetScale(const UiScale& scale) {
     int widths[kCityColumns] = {measure(std::wstring(kNameLetters, L'n')), 0, 0,
                                 measure(OffsetText(kWideOffset)),
                                 measure(std::wstring(kCountryLetters, L'n'))};
-    // Measures the time 20:00 and the date of each weekday, as samples of wide texts.
+    // Measures samples of wide texts: the time 20:00, and a date for each day of the week.
     for (WORD i = 0; i < 7; ++i) {
         const auto day = static_cast<WORD>(kSunday + i);
         const SYSTEMTIME sample{2028, 12, i, day, 20, 0, 0, 0};
@@ -104,7 +105,7 @@ void CityList::SetScale(const UiScale& scale) {
 
 void CityList::Place(const RECT& area, const UiScale& scale) {
     const int margin = scale.Pixels(kMargin);
-    // The height of a line: a letter of full height and one with a descender.
+    // The height of a line: "X" reaches the top of a line, and "g" reaches the bottom.
     const int line = static_cast<int>(scale.Measure(list_, L"Xg").cy);
     const int width = std::max(0, static_cast<int>(area.right - area.left) - 2 * margin);
     int top = static_cast<int>(area.top) + margin;
@@ -213,7 +214,7 @@ int CityList::FindByPrefix(const wchar_t* start, int from) const {
     return -1;
 }
 
-/// Draws the text that nothing was found into an empty list. @return the answer to NM_CUSTOMDRAW
+/// Draws the text "nothing found" into an empty list. @return the answer to NM_CUSTOMDRAW
 LRESULT CityList::DrawNothingFound(const NMCUSTOMDRAW& draw) const {
     if (draw.dwDrawStage == CDDS_PREPAINT) return CDRF_NOTIFYPOSTPAINT;
     RECT area{};

@@ -42,8 +42,8 @@ INT_PTR CALLBACK TextDialogProc(HWND dialog, UINT message, WPARAM wParam, LPARAM
         const auto& text = *reinterpret_cast<const TextDialog*>(lParam);
         LocalizeDialog(dialog, text.section);
         SetDlgItemTextW(dialog, IDC_ABOUT_NAME, NameAndVersion().c_str());
-        // Replaces the font of the template: every Windows has that font, but it may lack the
-        // letters of the language.
+        // Replaces the font of the template by the user's font: every Windows has the font of the
+        // template, but that font may lack the letters of the language.
         EnumChildWindows(dialog, SetControlFont, reinterpret_cast<LPARAM>(text.font));
         CenterOverOwner(dialog);
         return TRUE;

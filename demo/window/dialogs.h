@@ -3,7 +3,7 @@
 
 #include "windows_api.h"
 
-/// Each shows a modal dialog over `owner` with its texts in `font`, and returns when the user has
-/// closed it.
+/// Each function shows a modal dialog over `owner` with its texts in `font`, and returns when the
+/// user has closed the dialog.
 void ShowAbout(HWND owner, HFONT font);
 void ShowKeys(HWND owner, HFONT font);

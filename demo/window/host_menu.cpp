@@ -15,8 +15,8 @@ struct MapKey {
     int repeats;
 };
 
-// One press of a zoom key is a small step, because people hold the key down. A menu command sends
-// several presses, so that the user sees a change.
+// Number of key presses that a zoom command of the menu sends. One press zooms by a small step,
+// because users hold the key down; several presses change the map visibly.
 constexpr int kZoomStep = 5;
 constexpr MapKey kMapKeys[] = {
     {IDM_HOME_VIEW, VK_HOME, 1},

@@ -22,7 +22,7 @@ namespace {
 
 constexpr wchar_t kClass[] = L"Horivo sample host";
 constexpr DWORD kStyle = WS_OVERLAPPEDWINDOW | WS_CLIPCHILDREN;
-constexpr UINT kClockMs = 1000;  // period of the clock timer; a new minute shows at most this late
+constexpr UINT kClockMs = 1000;  // period of the clock timer, the longest delay of a new minute
 // Default size of the map, pixels at 96 dots per inch.
 constexpr int kMapWidth = 800;
 constexpr int kMapHeight = 640;
@@ -86,8 +86,8 @@ void HostWindow::ShowStartCity() {
     FlyToSelected();
 }
 
-/// Creates the map and the controls. The map is first: its picture loads on a thread of the library
-/// while the controls are created.
+/// Creates the map and the controls. Creates the map first, so that a thread of the library loads
+/// the picture of the map while this function creates the controls.
 bool HostWindow::CreateParts(std::uint32_t& status) {
     scale_ = std::make_unique<UiScale>(GetDpiForWindow(handle_));
     const RECT area{0, 0, scale_->Pixels(kMapWidth), scale_->Pixels(kMapHeight)};
@@ -194,7 +194,7 @@ std::wstring HostWindow::SelectedCityText(const SYSTEMTIME& utc) const {
 }
 
 bool HostWindow::TakeKey(const MSG& message) {
-    // IsDialogMessage is not used here: the map would not get its arrow keys, because it does not
+    // Does not call IsDialogMessage: the map would not get the arrow keys, because the map does not
     // answer WM_GETDLGCODE. Also, under Wine the map is not a child of this window.
     if (message.message != WM_KEYDOWN) return false;
     if (message.wParam == VK_TAB) return MoveFocus();

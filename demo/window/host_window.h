@@ -84,6 +84,6 @@ private:
     CityList list_;
     StatusBar statusBar_;
     int statusHeight_ = 0;
-    WORD shownMinute_ = 60;  ///< minute of the times shown; 60: none yet
+    WORD shownMinute_ = 60;  ///< minute of the times that the window shows; 60: no times yet
     bool withList_ = true;   ///< the city list is shown
 };

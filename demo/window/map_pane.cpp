@@ -57,10 +57,10 @@ void MapPane::FollowHost() {
 void MapPane::RaiseAboveHost() {
     if (!isPopup_ || Window() == nullptr) return;
     const bool onTop = (GetWindowLongPtrW(host_, GWL_EXSTYLE) & WS_EX_TOPMOST) != 0;
-    // Wine: a popup counts as being above its owner already, so HWND_TOP does nothing. Only a
-    // change of the topmost state makes Wine restack the windows on the screen. So the lines below
-    // change the state and change it back, without an owner, because with an owner Wine does not
-    // change it back.
+    // Wine assumes that a popup is above its owner already, so HWND_TOP does nothing. Wine changes
+    // the order of the windows on the screen only when the topmost state of a window changes. So
+    // the lines below change this state of the popup and change it back. They remove the owner of
+    // the popup meanwhile, because Wine does not change the state of an owned popup back.
     SetOwner(nullptr);
     SetWindowPos(map_, onTop ? HWND_NOTOPMOST : HWND_TOPMOST, 0, 0, 0, 0, kOrderOnly);
     SetWindowPos(map_, onTop ? HWND_TOPMOST : HWND_NOTOPMOST, 0, 0, 0, 0, kOrderOnly);
@@ -68,7 +68,8 @@ void MapPane::RaiseAboveHost() {
 }
 
 void MapPane::SetHostOnTop(bool onTop) {
-    // Wine: takes the owner from the popup for the call, because an owner cannot become topmost.
+    // Under Wine, the owner of a popup cannot become topmost. So this function removes the owner of
+    // the popup before it calls SetWindowPos, and sets the owner again after the call.
     if (isPopup_) SetOwner(nullptr);
     SetWindowPos(host_, onTop ? HWND_TOPMOST : HWND_NOTOPMOST, 0, 0, 0, 0, kOrderOnly);
     if (isPopup_) SetOwner(host_);

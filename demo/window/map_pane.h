@@ -8,10 +8,10 @@
 /// A map in a host window. On Windows the map is the child window that CreateMapWindow returns, and
 /// FollowHost and RaiseAboveHost do nothing.
 ///
-/// Wine: up to version 8 an OpenGL child window stays black, because the DC of a child has no
-/// drawable. So under Wine the map becomes a borderless popup that is owned by the host window and
-/// covers its place in the host. The popup looks the same and still sends its messages to the host,
-/// because GetParent returns the owner of a popup.
+/// Under Wine up to version 8, an OpenGL child window stays black, because the device context of a
+/// child has no drawable. So under Wine this class makes the map a popup without a border. The host
+/// window owns the popup, and the popup covers the place of the map in the host. The popup looks
+/// like a child and sends its messages to the host, because GetParent returns the owner of a popup.
 class MapPane {
 public:
     /// Creates the map in `area`, client pixels of `host`.
@@ -38,5 +38,5 @@ private:
     HWND host_ = nullptr;
     HWND map_ = nullptr;
     RECT area_{};
-    bool isPopup_ = false;  ///< Wine: a popup over the host, not a child in it
+    bool isPopup_ = false;  ///< whether the map is a popup over the host (Wine), not its child
 };

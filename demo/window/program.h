@@ -1,13 +1,13 @@
 #pragma once
-// What a window may ask of the program.
+// The functions of the program that a window may call.
 
 #include "language.h"
 #include "windows_api.h"
 
 class HostWindow;
 
-/// Implemented by HostApp. An interface, so that the windows do not depend on the program that
-/// opens them.
+/// HostApp implements this interface. The interface exists so that the windows do not depend on the
+/// program that opens them.
 class Program {
 public:
     Program() = default;

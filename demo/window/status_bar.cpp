@@ -5,7 +5,7 @@
 namespace {
 
 // Pixels at 96 dots per inch.
-constexpr int kPadding = 24;  // beside the text of a part
+constexpr int kPadding = 24;  // space beside the text of a part
 constexpr int kGrip = 16;     // width of the size grip in the corner
 constexpr int kPartCount = 3;
 

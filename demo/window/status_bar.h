@@ -17,10 +17,10 @@ public:
                   const std::wstring& universalTime, const UiScale& scale);
 
 private:
-    /// Sets the widths of the parts: the two on the right are as wide as their texts, the first
-    /// gets the rest.
+    /// Sets the widths of the parts: the two parts on the right are as wide as their texts, the
+    /// first part gets the remaining width.
     void LayOutParts(const UiScale& scale);
 
     HWND bar_ = nullptr;
-    std::wstring texts_[3];  ///< of the parts, from the left
+    std::wstring texts_[3];  ///< texts of the parts, from left to right
 };

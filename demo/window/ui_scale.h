@@ -3,7 +3,7 @@
 
 #include "windows_api.h"
 
-/// Converts sizes to one scaling, and owns the font for it.
+/// Converts sizes to the scaling of one monitor, and owns the font for that scaling.
 class UiScale {
 public:
     /// @param dpi  dots per inch of the monitor; 96 is unscaled

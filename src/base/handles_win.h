@@ -16,21 +16,23 @@ struct HandleDeleter {
 using UniqueFont = std::unique_ptr<HFONT, HandleDeleter<HFONT, DeleteObject>>;
 using UniqueCursor = std::unique_ptr<HCURSOR, HandleDeleter<HCURSOR, DestroyCursor>>;
 using UniqueRegistryKey = std::unique_ptr<HKEY, HandleDeleter<HKEY, RegCloseKey>>;
-/// Handle of a kernel object for which null means "none": a mutex, an event or a thread.
+/// Owns the handle of a mutex, an event or a thread; a null handle means "none".
 using UniqueHandle = std::unique_ptr<HANDLE, HandleDeleter<HANDLE, CloseHandle>>;
 using UniqueGlobalBlock = std::unique_ptr<HGLOBAL, HandleDeleter<HGLOBAL, GlobalFree>>;
-/// Ownership of a mutex, released at the end of the scope.
+/// Holds a mutex, and releases the mutex at the end of the scope. Empty: no mutex is held.
 using MutexHold = std::unique_ptr<HANDLE, HandleDeleter<HANDLE, ReleaseMutex>>;
 
-/// Waits for `mutex`. @return its ownership; empty after a time-out or when `mutex` is null
+/// Waits until this thread holds `mutex`. @return the hold; empty after a time-out or when `mutex`
+/// is null
 inline MutexHold AcquireMutex(HANDLE mutex, DWORD waitMs) noexcept {
     const DWORD result = mutex != nullptr ? WaitForSingleObject(mutex, waitMs) : WAIT_FAILED;
-    // WAIT_ABANDONED also gives ownership: the thread that held the mutex has died.
+    // After WAIT_ABANDONED this thread holds the mutex, too: the previous holder has died.
     const bool ours = result == WAIT_OBJECT_0 || result == WAIT_ABANDONED;
     return MutexHold(ours ? mutex : nullptr);
 }
 
-/// Duplicates a handle for use in this process; empty when that fails.
+/// Duplicates a handle for use in this process. @return the copy; empty when Windows reports an
+/// error
 inline UniqueHandle DuplicateOf(HANDLE object) noexcept {
     HANDLE copy = nullptr;
     DuplicateHandle(GetCurrentProcess(), object, GetCurrentProcess(), &copy, 0, FALSE,
@@ -38,7 +40,7 @@ inline UniqueHandle DuplicateOf(HANDLE object) noexcept {
     return UniqueHandle(copy);
 }
 
-/// A file handle, for which INVALID_HANDLE_VALUE means "none".
+/// Owns a file handle; the handle INVALID_HANDLE_VALUE means "none".
 class UniqueFile {
 public:
     explicit UniqueFile(HANDLE file = INVALID_HANDLE_VALUE) noexcept : file_(file) {}
@@ -57,7 +59,8 @@ private:
     HANDLE file_;
 };
 
-/// The device context of a window; of the screen when the window is null.
+/// Gets the device context of a window, or of the screen when the window is null; the destructor
+/// releases the device context.
 class WindowDc {
 public:
     explicit WindowDc(HWND window) noexcept : window_(window), dc_(GetDC(window)) {}
@@ -95,7 +98,7 @@ private:
     HGDIOBJ previous_;
 };
 
-/// Calls BeginPaint, and EndPaint in the destructor.
+/// The constructor calls BeginPaint, the destructor calls EndPaint.
 class PaintScope {
 public:
     explicit PaintScope(HWND window) noexcept : window_(window) { BeginPaint(window, &paint_); }

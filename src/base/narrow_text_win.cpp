@@ -6,9 +6,10 @@
 
 namespace {
 
-constexpr int kMaxCharacterBytes = 8;  // code pages use up to 4
+constexpr int kMaxCharacterBytes = 8;  // room for one character; code pages use up to 4 bytes
 
-/// UTF-16 units of the character at the start of `text`, of which `left` (at least 1) remain.
+/// Number of UTF-16 units of the first character of `text`.
+/// @param left  units in `text`, at least 1
 std::int32_t UnitsOfCharacter(const wchar_t* text, std::int32_t left) noexcept {
     return left >= 2 && IS_SURROGATE_PAIR(text[0], text[1]) ? 2 : 1;
 }

@@ -1,7 +1,7 @@
-// The variable and the function that the compiler's stack protection needs. They replace those of
-// MinGW: while the DLL is being loaded, MinGW's code asks a cryptographic provider for a random
-// number, and Windows loads further DLLs for that under the loader lock. The code below needs only
-// kernel32 calls.
+// The variable and the function that the compiler's stack protection needs. They replace MinGW's
+// variable and function: while the DLL is being loaded, MinGW's code asks a cryptographic provider
+// for a random number, and Windows then loads further DLLs under the loader lock. The code below
+// calls only kernel32.
 
 #include <cstdint>
 
@@ -9,7 +9,7 @@
 
 extern "C" {
 
-// NOLINTBEGIN(bugprone-reserved-identifier): the compiler's names.
+// NOLINTBEGIN(bugprone-reserved-identifier): the compiler prescribes these names.
 extern std::uintptr_t __stack_chk_guard;
 std::uintptr_t __stack_chk_guard = 0;
 
@@ -26,7 +26,8 @@ void __stack_chk_fail() {
 
 namespace {
 
-// A multiplicative hash: 2^64 / golden ratio, and a shift that mixes high bits into the low ones.
+// Numbers of a multiplicative hash: the factor is 2^64 / golden ratio; the shift mixes high bits
+// into low bits.
 constexpr std::uint64_t kHashFactor = 0x9E3779B97F4A7C15;
 constexpr unsigned kHashShift = 29;
 constexpr unsigned kBitsPerByte = 8;

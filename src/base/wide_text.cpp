@@ -11,7 +11,8 @@ constexpr std::uint32_t kFirstSurrogate = 0xD800;
 constexpr std::uint32_t kFirstLowSurrogate = 0xDC00;
 constexpr std::uint32_t kLastSurrogate = 0xDFFF;
 
-/// One encoded length of UTF-8: the fixed bits of its first byte and its smallest code point.
+/// The UTF-8 form of characters with `bytes` bytes: the fixed bits of the first byte (`lead`, under
+/// `mask`) and the smallest code point that may have this form.
 struct Utf8Form {
     std::uint32_t mask, lead, smallest;
     std::size_t bytes;
@@ -29,7 +30,8 @@ constexpr Utf8Form kUtf8Forms[] = {
     {0xF8, 0xF0, kFirstBeyond16Bits, 4},
 };
 
-/// Reads the first character of `bytes` and removes it. @return false when it is not valid UTF-8
+/// Reads the first character of `bytes` and removes that character from `bytes`. @return false when
+/// the character is not valid UTF-8
 bool TakeCodePoint(std::string_view& bytes, std::uint32_t& codePoint) noexcept {
     const std::uint32_t first = static_cast<unsigned char>(bytes.front());
     for (const Utf8Form& form : kUtf8Forms) {

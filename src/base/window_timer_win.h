@@ -12,8 +12,8 @@ public:
     WindowTimer& operator=(const WindowTimer&) = delete;
     ~WindowTimer() { Stop(); }
 
-    /// Starts the timer; when it is running, stops it first. When Windows cannot
-    /// create a timer, this object stays stopped.
+    /// Starts the timer; when the timer is running, stops it first. When Windows cannot create a
+    /// timer, this object stays stopped.
     /// @param id  not 0; must be unique among the timers of the window
     void Start(HWND window, UINT_PTR id, UINT periodMs) noexcept {
         Stop();
@@ -29,8 +29,7 @@ public:
     }
     bool Runs() const noexcept { return id_ != 0; }
     bool RunsFor(HWND window) const noexcept { return Runs() && window_ == window; }
-    /// Number of starts. It changes with each start, so that a late message of an earlier start
-    /// can be recognised.
+    /// Number of starts. Compare this number to recognise a late message of an earlier start.
     std::uint32_t Starts() const noexcept { return starts_; }
 
 private:

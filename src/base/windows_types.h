@@ -14,7 +14,7 @@
 #define STRICT
 #endif
 #include <windows.h>
-// windows.h defines macros of these names, which are member functions here.
+// windows.h defines macros with these names; this library has member functions with these names.
 #undef DrawText
 #undef GetCharWidth
 

@@ -7,7 +7,8 @@
 /// Bytes of a name or time text, terminator included; longer texts are truncated.
 inline constexpr std::int32_t kLabelTextSize = 64;
 
-/// Gives the labels the local time of a city. SystemCityClock asks Windows; tests use a fake.
+/// Writes the local time of a city for its label. SystemCityClock asks Windows for the time; tests
+/// use another clock.
 class CityClock {
 public:
     /// Reads the current time, which WriteTime uses until the next call.

@@ -4,11 +4,12 @@
 #include "cities/city_clock.h"
 #include "horivo_host.h"
 
-/// Local times of cities, by Windows' time zones, in the user's time format. Window thread.
+/// Computes local times of cities by Windows' time zones and writes them in the user's time format.
+/// Window thread.
 class SystemCityClock final : public CityClock {
 public:
-    /// @param zones  is searched for the zone of a city that has only a number; must outlive the
-    ///               clock
+    /// @param zones  the clock looks up in this table the zone of a city whose record has only the
+    ///               number of the zone; must outlive the clock
     explicit SystemCityClock(TimeZoneTable& zones) noexcept : zones_(zones) {}
 
     void ReadTime() noexcept override;
@@ -18,5 +19,5 @@ public:
 private:
     TimeZoneTable& zones_;
     ZoneRuleCache rules_;
-    SYSTEMTIME now_ = {};  ///< UTC
+    SYSTEMTIME now_ = {};  ///< the time of the last ReadTime, UTC
 };

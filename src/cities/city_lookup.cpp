@@ -14,8 +14,8 @@ WideView BoundedName(const HorivoWideChar (&name)[kNameCapacity]) noexcept {
     return {name, static_cast<std::size_t>(end - name)};
 }
 
-/// Whether a name of the table is equal to `text`, ignoring case. Allocates no memory, because a
-/// search calls this function for each of 100,000 records.
+/// Whether a name of the table is equal to `text` when case is ignored. Allocates no memory,
+/// because a search may call this function for 100,000 records.
 bool IsNamed(WideView name, const WideString& text) noexcept {
     std::array<HorivoWideChar, kNameCapacity + 1> terminated;
     terminated[name.copy(terminated.data(), kNameCapacity)] = 0;

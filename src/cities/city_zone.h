@@ -4,9 +4,9 @@
 #include "cities/city_table.h"
 #include "horivo_host.h"
 
-/// Returns the time zone of `city`. When the host has set none, looks its `timeZoneId` up in
-/// `table` and writes the address of the record found there into the city. Null when there is no
-/// such record.
+/// Returns the time zone of `city`. When the host has set no `timeZone`, looks the city's
+/// `timeZoneId` up in `table` and writes the address of the record found there into `timeZone`.
+/// Null when there is no such record.
 const _TIME_DYNAMIC_ZONE_INFORMATION* ResolveTimeZone(CityRecord& city,
                                                       TimeZoneTable& table) noexcept;
 

@@ -32,7 +32,7 @@ bool IsSwitchSet(HKEY key, const wchar_t* name) noexcept {
     return status == ERROR_SUCCESS && size == sizeof value && value != 0;
 }
 
-/// Reads all switches from the registry. @return their bits
+/// Reads all switches from the registry. @return the bits of the switches that are set
 std::uint32_t QuerySwitches() noexcept {
     std::uint32_t flags = 0;
     const UniqueRegistryKey key = OpenPolicyKey();

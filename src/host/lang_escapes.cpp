@@ -2,7 +2,7 @@
 
 namespace {
 
-constexpr std::int32_t kUnlimited = 0x10000000;  // characters; more than any text has
+constexpr std::int32_t kUnlimited = 0x10000000;  // characters; above the length of any text
 
 /// Whether `c` may be part of a menu key.
 bool IsKept(HorivoWideChar c) noexcept {
@@ -20,7 +20,7 @@ std::int32_t Unescape(HorivoWideChar* text, std::int32_t length) noexcept {
     const auto atEnd = [&] { return from >= limit || text[from] == '\0'; };
     while (!atEnd()) {
         const HorivoWideChar c = text[from++];
-        // A backslash at the end of the text has nothing to escape and is kept.
+        // A backslash at the end of the text is kept, because no character follows it.
         if (c != '\\' || atEnd()) {
             text[to++] = c;
             continue;

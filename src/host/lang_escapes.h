@@ -10,7 +10,7 @@
 /// the source describe them.
 /// @param length  characters to read at most; below 0: all up to the terminator
 /// @return the new length, never above the old one. A terminator is written only when the result is
-///         shorter than what was read.
+///         shorter than the text that was read.
 std::int32_t Unescape(HorivoWideChar* text, std::int32_t length) noexcept;
 
 /// Characters of an item's text that are used for its key.

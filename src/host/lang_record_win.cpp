@@ -9,8 +9,8 @@
 
 namespace {
 
-// Characters of the longest base name that is taken from the program's name. SetBaseName accepts 64
-// characters.
+// The initial base name is the program's name, truncated to this number of characters. SetBaseName
+// accepts 64 characters.
 constexpr std::size_t kInitialBaseNameChars = 63;
 
 void Clear(CLangFile& file) noexcept {

@@ -7,7 +7,7 @@ struct CodePair {
     unsigned char file[3];    ///< the code in file names
 };
 
-/// The abbreviations whose code is not their first two letters.
+/// The languages whose code in file names is not the first two letters of their abbreviation.
 constexpr CodePair kCodePairs[] = {
     {"in", "id"}, {"mr", "mi"}, {"ml", "mt"}, {"ts", "tn"}, {"sm", "se"}, {"mo", "mn"},
     {"jp", "ja"}, {"di", "dv"}, {"ma", "mr"}, {"ka", "kn"}, {"my", "ml"},

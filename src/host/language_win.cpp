@@ -12,9 +12,9 @@ HorivoWideChar monthNames[12][24] = {};
 
 namespace {
 
-constexpr std::size_t kNameChars = 16;             // of a day or month
-constexpr int kLocaleNameCapacity = 80 + 1;        // characters; no locale has longer names
-constexpr int kAbbrevCapacity = 6 + 1;             // characters; locales with more are skipped
+constexpr std::size_t kNameChars = 16;             // characters of the longest day or month name
+constexpr int kLocaleNameCapacity = 80 + 1;        // characters; no day or month name is longer
+constexpr int kAbbrevCapacity = 6 + 1;             // characters; longer abbreviations are skipped
 constexpr std::int32_t kUnitTableCapacity = 3072;  // characters of a unit table's text
 
 void StoreName(HorivoWideChar* field, LCID locale, LCTYPE which) noexcept {
@@ -24,7 +24,7 @@ void StoreName(HorivoWideChar* field, LCID locale, LCTYPE which) noexcept {
 }
 
 void StoreDayAndMonthNames(LCID locale) noexcept {
-    // Windows counts the days from Monday, dayNames from Sunday.
+    // The first day of Windows is Monday; the first day of dayNames is Sunday.
     for (LCTYPE i = 0; i < 6; ++i) StoreName(dayNames[i + 1], locale, LOCALE_SDAYNAME1 + i);
     StoreName(dayNames[0], locale, LOCALE_SDAYNAME7);
     for (LCTYPE i = 0; i < 12; ++i) StoreName(monthNames[i], locale, LOCALE_SMONTHNAME1 + i);
@@ -40,7 +40,7 @@ void LoadUnitTables() noexcept {
     }
 }
 
-/// What the callbacks of the enumerations below search for, and what they have found.
+/// The abbreviation that the callbacks below search for, and the locale that they have found.
 struct LocaleSearch {
     const wchar_t* abbrev;
     LCID found = LOCALE_USER_DEFAULT;
@@ -79,9 +79,10 @@ std::uint32_t FindLocaleForAbbrev(const HorivoWideChar* abbrev) noexcept {
     LocaleSearch search = {abbrev};
     if (abbrev == nullptr) return search.found;
     const auto parameter = reinterpret_cast<LPARAM>(&search);
-    // Wine: enumerating the groups takes a quarter of a second. The first enumeration, which is
-    // fast, avoids the second one for an abbreviation that no locale has, such as the "en" that
-    // every host starts with.
+    // Under Wine, the enumeration of the language groups lasts a quarter of a second, so the code
+    // enumerates the groups only when a locale with this abbreviation exists. The enumeration of
+    // the locales, which is fast, checks this first. No locale has the abbreviation "en", with
+    // which every host starts.
     EnumSystemLocalesEx(CompareLocaleName, LOCALE_ALL, parameter, nullptr);
     if (search.exists) EnumSystemLanguageGroupsW(SearchGroup, LGRPID_INSTALLED, parameter);
     return search.found;

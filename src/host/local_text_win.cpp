@@ -19,7 +19,7 @@ constexpr DWORD kControlTextChars = 2047;
 constexpr DWORD kMenuTextChars = 255;
 
 constexpr UINT kOpensSubmenu = 0xFFFFFFFF;  // GetMenuItemID's result for an item with a submenu
-// Identifier of a control that has none: -1, which the template stores in 16 bits.
+// The value of a control without an identifier: a dialog template stores -1 in 16 bits.
 constexpr std::int32_t kNoControlId16 = 0xFFFF;
 constexpr int kClassNameCapacity = 32;  // characters; enough for "Button" and "Static"
 

@@ -81,9 +81,9 @@ bool UtcToZoneTime(const SYSTEMTIME& utc, const DYNAMIC_TIME_ZONE_INFORMATION& z
     }
     local = old;
     if (old.wYear <= endingYear) return true;
-    // By the rules of the old year, the new year has begun, so try the rules of the new year. When
-    // the zone changes its bias at that midnight, the new rules may give a time in the old year
-    // again: then the result of the old rules is kept.
+    // By the rules of the old year, the new year has begun in this zone, so the rules of the new
+    // year apply. But when the zone changes its bias at this midnight, the new rules may give a
+    // time in the old year again: then `local` keeps the result of the old rules.
     SYSTEMTIME fresh;
     const TIME_ZONE_INFORMATION& newRules = rules.ForYear(zone, old.wYear);
     if (SystemTimeToTzSpecificLocalTime(&newRules, &utc, &fresh) && fresh.wYear == old.wYear) {

@@ -15,8 +15,8 @@ constexpr wchar_t kMutexName[] = L"horivo_log_mutex";
 constexpr wchar_t kFileName[] = L"horivo.log";
 // Sizes of buffers, terminators included.
 constexpr int kPathCapacity = 600;          // characters; the folder has at most MAX_PATH
-constexpr int kProgramNameCapacity = 512;   // bytes; names have up to 255 characters
-constexpr int kPrefixCapacity = 600;        // bytes; the program's name and 38 more
+constexpr int kProgramNameCapacity = 512;   // bytes; file names have up to 255 characters
+constexpr int kPrefixCapacity = 600;        // bytes; the program's name and 38 other characters
 constexpr int kWideMessageCapacity = 2048;  // bytes of a converted message
 
 /// Null until the host creates it.

@@ -1,4 +1,4 @@
-// StartHostServices: what every host of the map does at its start.
+// StartHostServices, which a host of the map calls when it starts.
 
 #include <string_view>
 
@@ -12,8 +12,8 @@ constexpr std::wstring_view kModuleName = L"res_en.dll";
 // Strings of the module with the words for seconds, minutes, hours, days and weeks.
 constexpr std::uint32_t kUnitIds[kUnitTables] = {257, 258, 259, 260, 261};
 
-/// Loads the resource module as data, because it has no code. It stays loaded until the process
-/// ends.
+/// Loads the resource module as data, because the module has no code. The module stays loaded until
+/// the process ends.
 HMODULE LoadResources() noexcept {
     const std::wstring_view folder = FindProgramPath().folder;
     wchar_t path[kLangPathChars + 1];

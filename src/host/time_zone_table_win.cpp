@@ -28,11 +28,11 @@ constexpr bool NumbersAreWithoutGaps() noexcept {
 }
 static_assert(NumbersAreWithoutGaps(), "a zone's number is 1 + its index in the list");
 
-// The enumeration ends at this number, so that it also ends when every call reports an error.
-// Windows has far fewer zones.
+// The enumeration of the zones ends at this number, so that it also ends when every call reports an
+// error. Windows has far fewer zones.
 constexpr DWORD kMaxSystemZones = 4096;
 
-/// Index of a registry key name in HORIVO_TIME_ZONES, or kTimeZoneCount.
+/// Index of a registry key name in HORIVO_TIME_ZONES; kTimeZoneCount when the list lacks the name.
 std::uint32_t IndexOf(const wchar_t* key) noexcept {
     for (std::uint32_t i = 0; i < kTimeZoneCount; ++i) {
         if (std::wcscmp(kZoneKeys[i], key) == 0) return i;

@@ -20,8 +20,8 @@ bool TakeNumber(const HorivoWideChar*& text, std::uint32_t& number) noexcept {
     return found && number < kModulus;
 }
 
-/// Reads a range such as "7" or "2-4" at `text` and advances `text` behind what it could read.
-/// @return whether it is a valid range
+/// Reads a range such as "7" or "2-4" at `text` and advances `text` behind the characters read.
+/// @return whether the range is valid
 bool TakeRange(const HorivoWideChar*& text, UnitRange& range) noexcept {
     std::uint32_t low = 0;
     if (!TakeNumber(text, low)) return false;
@@ -48,7 +48,7 @@ public:
             ++text_;
             const std::uint16_t first = count_;
             TakeRanges();
-            // A list of ranges ends with a space; anything else here is an error.
+            // A list of ranges ends with a space; any other character here is an error.
             if (*text_ != ' ') return;
             ++text_;
             std::fill(texts_ + first, texts_ + count_, TakeWord());
@@ -56,7 +56,8 @@ public:
     }
 
 private:
-    /// Copies the word up to the next ";" into the buffer, as far as it fits. @return the copy
+    /// Copies the word up to the next ";" into the buffer; truncates the word when the buffer is
+    /// full. @return the copy
     const HorivoWideChar* TakeWord() noexcept {
         const HorivoWideChar* word = buffer_ + used_;
         for (; *text_ != '\0' && *text_ != ';' && used_ < kUnitChars - 1; ++text_) {

@@ -4,7 +4,8 @@
 
 namespace {
 
-/// GDI+ is started once per process. Counts the sessions that use it; `lock` guards all members.
+/// Counts the sessions that use GDI+, because GDI+ is started once per process. `lock` guards all
+/// members.
 struct SharedStart {
     SRWLOCK lock = SRWLOCK_INIT;
     int users = 0;

@@ -8,8 +8,9 @@
 #include <objidl.h>
 #include <propidl.h>
 
-// Windows: the GDI+ headers call min and max without a namespace. The macros of windows.h are off
-// because they would break the standard library, so std::min and std::max are made visible here.
+// The GDI+ headers call min and max without a namespace. The macros min and max of windows.h are
+// disabled, because they would break std::min and std::max. So the namespace Gdiplus uses the
+// standard functions.
 namespace Gdiplus {
 using std::max;
 using std::min;

@@ -6,7 +6,8 @@ constexpr std::uint8_t kMarkerPrefix = 0xFF;
 constexpr std::uint8_t kStartOfImage = 0xD8;
 constexpr std::uint8_t kBaselineFrame = 0xC0;
 constexpr std::uint8_t kProgressiveFrame = 0xC2;
-constexpr std::int32_t kLengthBytes = 2;  // of a segment's length, which includes them
+// Bytes of the length field of a segment. The length in this field includes these bytes.
+constexpr std::int32_t kLengthBytes = 2;
 
 bool ReadByte(ByteSource& source, std::int32_t& value) noexcept {
     std::uint8_t byte = 0;
@@ -46,8 +47,9 @@ bool ReadJpegHeader(ByteSource& source, JpegSize& size) noexcept {
         std::int32_t prefix = 0;
         std::int32_t marker = 0;
         std::int32_t length = 0;
-        // Deliberate: fill bytes before a marker are not skipped, and markers without a length are
-        // not recognised. A file with either before its frame header counts as no JPEG.
+        // Deliberate: the loop does not skip fill bytes before a marker, and does not recognise
+        // markers without a length. A file that has such bytes or such a marker before its frame
+        // header counts as no JPEG.
         if (!ReadByte(source, prefix) || prefix != kMarkerPrefix) return false;
         if (!ReadByte(source, marker) || !ReadBigEndian(source, length)) return false;
         if (marker == kBaselineFrame || marker == kProgressiveFrame) {

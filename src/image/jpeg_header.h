@@ -15,7 +15,7 @@ struct JpegSize {
 class ByteSource {
 public:
     virtual ~ByteSource() = default;
-    /// Reads exactly `size` bytes; false when fewer are left.
+    /// Reads exactly `size` bytes; false when fewer bytes are left.
     virtual bool Read(void* out, std::size_t size) noexcept = 0;
     /// Moves the position by `offset` bytes (-2 to 65533). As in files, the new position may lie
     /// behind the end. @return false when the position cannot be moved
@@ -23,7 +23,7 @@ public:
 };
 
 /// Reads the segments of a JPEG up to its baseline (0xC0) or progressive (0xC2) frame header;
-/// decodes no pixels. @return false when there is no such header; `size` is unchanged then
+/// decodes no pixels. @return false, with `size` unchanged, when there is no such header
 bool ReadJpegHeader(ByteSource& source, JpegSize& size) noexcept;
 
 /// Reads size and component count from the header of a JPEG file, without decoding it.

@@ -59,7 +59,7 @@ bool CJpegTexture::IsPowerOfTwoSize() const noexcept {
     if (width_ != bufferWidth_ || height_ != bufferHeight_) return false;
     const auto width = static_cast<std::uint32_t>(width_);
     const bool oneBit = width != 0 && (width & (width - 1)) == 0;
-    // Deliberate: only a height of 0 passes, which no picture has.
+    // Deliberate: this is true only for a height of 0, which no picture has.
     return oneBit && height_ == 0;
 }
 
@@ -94,7 +94,7 @@ bool CJpegTexture::PadBuffer(int newBufferWidth, int newBufferHeight) noexcept {
         ResetSizes();
         return false;
     }
-    // Starts with the top row, so that no row overwrites a row that has not been moved yet.
+    // Moves the top row first, so that no row overwrites a row that has not been moved yet.
     for (std::int32_t row = height_ - 1; row >= 0; --row) {
         std::memmove(
             pixels_ + BlockBytes(newBufferWidth, row + newBufferHeight - height_, bytesPerPixel_),

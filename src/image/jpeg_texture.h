@@ -25,7 +25,7 @@ struct TextureSizes {
 ///
 /// `pixels`: bufferHeight rows of bufferWidth x bytesPerPixel bytes, tightly packed, bottom row
 /// first, bytes R, G, B[, A]. The picture is the first `width` pixels of rows 0 to height - 1; all
-/// bytes outside it are 0 after a load. A packed pixel has byte 0 in bits 0 to 7.
+/// bytes outside the picture are 0 after a load. A packed pixel has byte 0 in bits 0 to 7.
 /// The class has no lock. No function throws.
 class CJpegTexture {
 public:
@@ -34,9 +34,9 @@ public:
     CJpegTexture& operator=(const CJpegTexture& other) noexcept;
     ~CJpegTexture();
 
-    /// Copies a picture into the texture and destroys it. With both limits at least 1, the sides of
-    /// the buffer become powers of two of at least 16, and a picture above the limits is refused.
-    /// Otherwise only the rows are padded to a multiple of 4 pixels.
+    /// Copies a picture into the texture and destroys the picture. When both limits are at least 1,
+    /// the sides of the buffer become powers of two of at least 16, and a picture above the limits
+    /// is refused. Otherwise only the rows are padded to a multiple of 4 pixels.
     /// @return kLoadedUnchanged, or kLoadFailed with all sizes 0
     virtual int Load(std::unique_ptr<Picture> picture, int maxWidth, int maxHeight);
     /// Writes the picture as a JPEG file. @param quality  1..100; below 1 means 75
@@ -80,17 +80,17 @@ public:
     /// Allocates uninitialised pixels, which the caller then writes. @return false when memory runs
     /// out or the buffer would be empty; the sizes are 0 then
     bool Allocate(const TextureSizes& sizes, std::int32_t bytesPerPixel) noexcept;
-    /// Sets smaller sizes. The first bytes of the block stay unchanged, the rest of it is freed.
+    /// Sets smaller sizes. The first bytes of the block stay unchanged; the other bytes are freed.
     /// @return false when memory runs out; the sizes are 0 and the pixels are freed then
     bool KeepFront(const TextureSizes& sizes) noexcept;
 
-    /// Converts a 3-byte picture to 4 bytes a pixel with a constant alpha; false when it has 4
-    /// bytes already.
+    /// Converts a 3-byte picture to 4 bytes a pixel with a constant alpha; false when the picture
+    /// has 4 bytes a pixel already.
     bool ConvertToRgba(std::uint8_t alpha) noexcept;
     /// Returns the RGBA value for a packed pixel of `bytesPerPixel` bytes; must not throw.
     using PixelFunction = std::uint32_t (*)(std::uint32_t packed, std::int32_t bytesPerPixel);
-    /// Converts to 4 bytes a pixel by `function`; false when `function` is null or the picture has
-    /// 4 bytes already.
+    /// Converts the picture to 4 bytes a pixel: each new pixel is the result of `function`. False
+    /// when `function` is null or the picture has 4 bytes a pixel already.
     bool ConvertToRgbaWith(PixelFunction function) noexcept;
     /// Replaces every pixel of the buffer that is equal to `from` by `to` (packed values).
     void ReplaceColor(std::uint32_t from, std::uint32_t to) noexcept;
@@ -98,13 +98,13 @@ public:
     /// `value` (packed).
     void ReplaceByBrightness(std::uint32_t low, std::uint32_t high, std::uint32_t value) noexcept;
     /// Exchanges bytes 0 and 2 of the pixels; false without pixels.
-    /// Deliberate: it stops at byte width x 3 of each row also for 4-byte pixels, so that the last
-    /// quarter of a row stays as it is.
+    /// Deliberate: the function stops at byte width x 3 of each row also for 4-byte pixels, so that
+    /// the last quarter of each row stays unchanged.
     bool SwapRedBlue() noexcept;
 
 protected:
     void SetSizes(const TextureSizes& sizes) noexcept;
-    /// Sets the four sizes to 0; the bytes per pixel stay.
+    /// Sets the four sizes to 0; the number of bytes per pixel stays unchanged.
     void ResetSizes() noexcept;
 
     std::uint8_t* pixels_ = nullptr;  ///< from malloc, because realloc can shrink a block in place

@@ -13,10 +13,10 @@
 
 namespace {
 
-constexpr std::int64_t kMinBufferSide = 16;  // pixels
+constexpr std::int64_t kMinBufferSide = 16;  // pixels; smallest side when there are limits
 constexpr std::int32_t kRowMultiple = 4;     // pixels; rows are padded to a multiple of this
 
-/// Smallest 16 * 2^n that reaches `size` or `limit`, whichever comes first.
+/// The smallest 16 * 2^n that is not below the smaller one of `size` and `limit`.
 std::int64_t DoubledSide(std::int64_t size, std::int64_t limit) noexcept {
     std::int64_t side = kMinBufferSide;
     while (side < limit && side < size) side *= 2;
@@ -62,7 +62,7 @@ bool MakeRgb(std::unique_ptr<Picture>& picture) {
     return picture != nullptr;
 }
 
-/// Largest 8 * 2^n that is neither above `size` nor above the first 16 * 2^n to reach `limit`.
+/// The result of DoubledSide, or half of that result when it is above `size`.
 std::int64_t FittedSide(std::int64_t size, std::int64_t limit) noexcept {
     const std::int64_t side = DoubledSide(size, limit);
     return side > size ? side / 2 : side;
@@ -119,7 +119,7 @@ bool CJpegTexture::CopyRows(Picture& picture) {
     pixels_ = AllocateBlock(BlockBytes(bufferWidth_, bufferHeight_, bytesPerPixel_));
     if (pixels_ == nullptr) return false;
 
-    // Only the bytes outside the picture are cleared: clearing a whole large map takes long.
+    // Clears only the bytes outside the picture, because to clear a whole large map is slow.
     const std::size_t rowBytes = BlockBytes(bufferWidth_, 1, bytesPerPixel_);
     const std::size_t pictureBytes = BlockBytes(width_, 1, bytesPerPixel_);
     for (std::int32_t row = 0; row < height_; ++row) {
@@ -167,7 +167,8 @@ int CGLTexture::Load(std::unique_ptr<Picture> picture, int maxWidth, int maxHeig
     const std::int64_t targetWidth = FittedSide(width_, maxWidth);
     const std::int64_t targetHeight = FittedSide(height_, maxHeight);
     if (targetWidth == width_ && targetHeight == height_) return kLoadedUnchanged;
-    // Deliberate: a picture below 8 pixels counts as shrunk, although Rescale leaves it unchanged.
+    // Deliberate: a picture with a side below 8 pixels counts as shrunk, although Rescale leaves
+    // the picture unchanged.
     Rescale(static_cast<int>(targetWidth), static_cast<int>(targetHeight));
     return kLoadedShrunk;
 }
@@ -179,8 +180,8 @@ bool CGLTexture::LoadShrunk(Picture& picture, int maxWidth, int maxHeight) {
     const std::int64_t targetHeight = FittedSide(height, maxHeight);
     if (targetWidth > width || targetHeight > height) return false;
     if (targetWidth == width && targetHeight == height) return false;
-    // A picture of any other width must be loaded whole first: Load pads its rows, and the filter
-    // must include the padding.
+    // A picture of any other width must be loaded whole first, because Load pads the rows of the
+    // picture, and the filter must include the padding.
     if (width % kRowMultiple != 0) return false;
 
     const LockedRows rows(picture);

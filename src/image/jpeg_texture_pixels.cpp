@@ -1,4 +1,6 @@
-// Operations on the single pixels of a texture: conversion to RGBA, replacing, exchanging bytes.
+// Functions that change every single pixel of a texture: they convert pixels from RGB to RGBA,
+// replace pixels of one colour or brightness by another colour, and exchange the red and the blue
+// byte of pixels.
 
 #include <algorithm>
 #include <cstdlib>
@@ -9,7 +11,7 @@
 
 namespace {
 
-constexpr std::uint32_t kAlphaShift = 24;  // of a packed RGBA pixel
+constexpr std::uint32_t kAlphaShift = 24;  // lowest bit of alpha in a packed RGBA pixel
 constexpr std::int32_t kBitsPerByte = 8;
 
 std::uint32_t ReadPacked(const std::uint8_t* pixel, std::int32_t bytesPerPixel) noexcept {
@@ -34,8 +36,8 @@ std::uint32_t Brightness(const std::uint8_t* pixel, std::int32_t bytesPerPixel) 
     return sum / static_cast<std::uint32_t>(colours);
 }
 
-/// Allocates a block of RGBA pixels: `widen(packed)` of each pixel of `source`; null when memory
-/// runs out.
+/// Allocates a block of RGBA pixels and fills it with the result of `widen` for each packed pixel
+/// of `source`. @return the block; null when memory runs out
 template <class Widen>
 std::uint8_t* WidenedBlock(const std::uint8_t* source, std::size_t pixelCount,
                            std::int32_t bytesPerPixel, Widen widen) {

@@ -32,7 +32,8 @@ LoadNumber LoadTracker::Find(const void* window, LoadState state) const noexcept
 
 bool LoadTracker::LeavesTextures(LoadNumber failed, PictureStage stage) const noexcept {
     if (failed == kNoLoad || failed != newest_) return false;
-    // When an older load has finished after this one started, its picture is good: keep it.
+    // When an older load has filled the picture after the failed load started, the textures stay,
+    // because the picture of the older load is good.
     const LoadNumber filledBy = filledBy_;
     return stage == PictureStage::Empty || filledBy == failed ||
            filledBy == SlotOf(failed).filledBefore;

@@ -1,5 +1,6 @@
 #pragma once
-// Keeps track of the loads of the map picture: which are under way, and how the others ended.
+// Keeps track of the loads of the map picture: which loads are under way, and how the other loads
+// ended.
 
 #include <array>
 #include <atomic>
@@ -21,7 +22,7 @@ enum class LoadState : std::uint32_t {
     Loaded,     ///< the window has to handle the loaded picture next
     Splitting,  ///< the second worker splits the picture or waits for the lock
     Split,      ///< the window has to handle the tiles next
-    Failed,     ///< a worker failed or could not be started; the window has to handle that next
+    Failed,  ///< a worker failed or could not be started; the window has to handle the failure next
 };
 
 /// The loads of all windows. The window thread starts them, and any thread may report their states;
@@ -32,16 +33,17 @@ public:
     /// names no other thread.
     LoadNumber Start(const void* window) noexcept;
 
-    /// Stores the state of a load, and with Loaded also that this load filled the picture. The
-    /// state of a load that is too old to be remembered is dropped; kNoLoad is ignored. A thread
-    /// that reports Loaded must hold the scene mutex. Any thread.
+    /// Stores the state of a load. For Loaded, also stores that this load filled the picture.
+    /// Ignores kNoLoad and a load that is too old to be remembered. A thread that reports Loaded
+    /// must hold the scene mutex. Any thread.
     void Report(LoadNumber number, LoadState state) noexcept;
 
     /// The newest load of `window` that has this state; kNoLoad when there is none.
     LoadNumber Find(const void* window, LoadState state) const noexcept;
 
-    /// Whether the textures must be cleared after the load `failed`: it is the newest load, and no
-    /// other load has filled the picture since it started. The caller holds the scene mutex.
+    /// Whether the textures must be cleared after the load `failed`: true when `failed` is the
+    /// newest load and no other load has filled the picture since `failed` started. The caller
+    /// holds the scene mutex.
     /// @param stage  the present stage of the map picture
     bool LeavesTextures(LoadNumber failed, PictureStage stage) const noexcept;
 

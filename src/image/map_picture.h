@@ -52,8 +52,8 @@ public:
     CGLTexture* const* Tiles() noexcept { return tiles_.data(); }
     PictureStage Stage() const noexcept { return stage_; }
 
-    /// Whether the picture is split and every tile has pixels. The sizes are no proof, because a
-    /// cleared tile may keep them.
+    /// Whether the picture is split and every tile has pixels. The sizes of a tile do not show
+    /// this, because a cleared tile may keep its sizes.
     bool HasAllTiles() const noexcept;
     /// Whether no side of a tile is above `maxTextureSize` pixels.
     bool TilesFit(std::int32_t maxTextureSize) const noexcept;

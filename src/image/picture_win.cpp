@@ -15,8 +15,8 @@ using Gdiplus::Status;
 static_assert(kPixelFormat24bppRgb == PixelFormat24bppRGB);
 static_assert(kPixelFormat32bppArgb == PixelFormat32bppARGB);
 
-/// Creates a bitmap in memory that GDI+ allocates; null when that fails. The operator new of GDI+
-/// is avoided: when it returns null, the constructor still runs.
+/// Creates a bitmap in memory that GDI+ allocates; null when memory runs out. Does not use the
+/// operator new of GDI+: when that operator returns null, the constructor still runs.
 template <class... Arguments>
 std::unique_ptr<Bitmap> MakeBitmap(Arguments... arguments) noexcept {
     void* const memory = Gdiplus::DllExports::GdipAlloc(sizeof(Bitmap));
@@ -151,7 +151,7 @@ int GetEncoderClsid(const wchar_t* mimeType, CLSID& clsid) noexcept {
     UINT count = 0;
     UINT bytes = 0;
     if (Gdiplus::GetImageEncodersSize(&count, &bytes) != Gdiplus::Ok || bytes == 0) return -1;
-    // One block for the records and, behind them, the texts that they point to.
+    // One block for the records and, behind the records, the texts that the records point to.
     const std::unique_ptr<std::byte[]> block(new (std::nothrow) std::byte[bytes]);
     if (block == nullptr) return -1;
     auto* const codecs = reinterpret_cast<Gdiplus::ImageCodecInfo*>(block.get());

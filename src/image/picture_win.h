@@ -2,8 +2,8 @@
 // Pictures implemented with GDI+: files, pixel formats, encoders. This unit also implements the
 // functions of picture.h.
 //
-// A GdiplusSession must exist while this is used. Without one, every function fails as it does for
-// a file that cannot be read.
+// A GdiplusSession must exist while this unit is used. Without a session, every function fails as
+// for a file that cannot be read.
 
 #include <cstdint>
 #include <memory>
@@ -50,11 +50,11 @@ private:
     mutable bool ok_ = false;  ///< mutable, because reading a size may fail, too
 };
 
-/// Makes an independent copy of an image; null when that fails.
+/// Makes an independent copy of an image; null when GDI+ reports an error.
 std::unique_ptr<Gdiplus::Image> CloneImage(Gdiplus::Image& image);
 
 /// Redraws a bitmap in another pixel format.
-/// @param bitmap  is returned itself when it has the format already; null gives null
+/// @param bitmap  when this bitmap has the format already, the function returns it; null gives null
 /// @param destroySourceOnFailure  true: a failure destroys `bitmap` and gives null; false: a
 ///                                failure gives `bitmap`
 std::unique_ptr<Gdiplus::Bitmap> ConvertPixelFormat(std::unique_ptr<Gdiplus::Bitmap> bitmap,

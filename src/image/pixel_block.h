@@ -1,5 +1,5 @@
 #pragma once
-// Blocks of pixels: how textures allocate them, and how the encoder gets one.
+// Blocks of pixels: textures allocate them, and the JPEG encoder gets a view of one block.
 
 #include <cstddef>
 #include <cstdint>
@@ -30,7 +30,7 @@ inline std::uint8_t* ResizeBlock(std::uint8_t* block, std::size_t bytes) noexcep
     return resized;
 }
 
-/// A view of pixels for the encoder, which does not copy them.
+/// A view of pixels for the encoder. The encoder does not copy the pixels.
 struct PixelBlock {
     std::uint8_t* firstRow = nullptr;        ///< top row
     std::int32_t width = 0;                  ///< pixels

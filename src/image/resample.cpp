@@ -11,7 +11,8 @@
 
 namespace {
 
-// Largest count for which 32 bits of the reciprocal give exact means: 255 * 4096 * 4096 < 2^32.
+// Largest number of bytes in a sum for which a reciprocal of 32 bits gives the exact mean:
+// 255 * 4096 * 4096 < 2^32.
 constexpr std::size_t kMaxNarrowCount = 4096;
 constexpr unsigned kNarrowShift = 32;
 
@@ -34,7 +35,7 @@ void WriteMeans(const std::uint32_t* sums, std::size_t bytes, std::size_t count,
     for (std::size_t i = 0; i < bytes; ++i) target[i] = mean(sums[i]);
 }
 
-/// Where the source rows are, and where the filtered rows (shrunk to the new width) are written.
+/// The place of the source rows, and the place for the filtered rows (shrunk to the new width).
 struct RowPlaces {
     const std::uint8_t* source;
     std::ptrdiff_t sourceStride;

@@ -7,7 +7,7 @@
 namespace {
 
 constexpr std::size_t kBoxBytes =
-    std::size_t{2} * kRgbBytes;  // of the two pixels of a box in one row
+    std::size_t{2} * kRgbBytes;  // bytes of the two pixels that a box has in one row
 
 /// (a + b) / 2 of each byte, rounded down.
 __m128i MeanOfBytes(__m128i a, __m128i b) noexcept {
@@ -23,13 +23,14 @@ void Store(std::uint8_t* to, __m128i bytes) noexcept {
     _mm_storeu_si128(reinterpret_cast<__m128i*>(to), bytes);
 }
 
-/// Means of each pixel and the next one. Of the 16 bytes only those at the start of a box are used:
-/// 0 to 2, 6 to 8 and 12 to 14.
+/// The mean of each pixel and the next pixel. The caller uses only the bytes at the start of each
+/// box: the bytes 0 to 2, 6 to 8 and 12 to 14 of the 16 bytes.
 __m128i MeanOfNeighbours(const std::uint8_t* pixels) noexcept {
     return MeanOfBytes(Load(pixels), Load(pixels + kRgbBytes));
 }
 
-/// Writes the new pixels in groups of three, from the first one on. @return how many it has written
+/// Writes the new pixels in groups of three, from the first pixel on. @return number of the pixels
+/// written
 std::size_t HalveInThrees(const std::uint8_t* first, const std::uint8_t* second, std::size_t size,
                           std::uint8_t* target) noexcept {
     constexpr std::size_t kBoxes = 3;

@@ -10,7 +10,7 @@ class CJpegTexture;
 /// Texture size that is assumed until OpenGL gives its limit, pixels a side.
 inline constexpr std::int32_t kInitialTextureSize = 128;
 
-/// Size limits of the map picture. Written by the window thread, read by workers.
+/// Size limits of the map picture. The window thread writes them, worker threads read them.
 struct TextureLimits {
     /// OpenGL's largest texture, or the library's cap when that is smaller; pixels a side.
     std::atomic<std::int32_t> maxTextureSize{kInitialTextureSize};

@@ -27,7 +27,7 @@ int PieceStart(int size, int count, int index) noexcept {
 }
 
 /// Copies the rows of one band into its tiles; reads each row once and in order. The picture itself
-/// may be the first tile: its part of each row then moves towards the start of its block.
+/// may be the first tile: its part of each row then moves towards the start of the picture's block.
 void CopyBand(const CGLTexture& picture, int firstRow, CGLTexture* const* tiles, int columns,
               const TextureSizes& tile) noexcept {
     const std::int32_t channels = picture.GetBytesPerPixel();

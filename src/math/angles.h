@@ -25,9 +25,9 @@ constexpr Number Square(Number x) noexcept {
     return x * x;
 }
 
-/// Brings an angle back into [0, 360). The angle must lie less than a turn outside.
-/// Deliberate: the angle is corrected by one turn only, so 725 becomes 365. Angles change by small
-/// steps here.
+/// Brings an angle back into [0, 360). The angle must lie less than one turn outside this range.
+/// Deliberate: the function corrects the angle by one turn only, so 725 becomes 365. One turn is
+/// enough, because angles change by small steps.
 template <class Number>
 constexpr Number WrapDegrees(Number angle) noexcept {
     constexpr auto kTurn = static_cast<Number>(kFullTurnDeg);

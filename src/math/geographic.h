@@ -1,6 +1,6 @@
 #pragma once
 // Converts latitude and longitude to points of the globe and back. Axes of the globe: +Y is the
-// North Pole, +Z the point (0, 0), +X the point 90 degrees east of it.
+// North Pole, +Z the point at latitude 0 and longitude 0, +X the point 90 degrees east of +Z.
 
 #include "math/vector4.h"
 

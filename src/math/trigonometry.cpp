@@ -12,8 +12,8 @@ constexpr double kRightAngleDeg = 90.0;
 constexpr double kHalfTurnDeg = 180.0;
 constexpr double kRadiansPerDegree = 0.0174532925199433;  // pi / 180, rounded to 16 decimals
 
-/// `x` rounded towards zero; the most negative number when the result does not fit into 32 bits,
-/// which is also the result of the x86 instruction.
+/// `x` rounded towards zero; the most negative 32-bit number when the result does not fit into 32
+/// bits. The x86 instruction for this conversion gives the same result.
 std::int32_t TruncateTo32Bits(double x) noexcept {
     constexpr double kLimit = 2147483648.0;
     const bool fits = x > -kLimit - 1.0 && x < kLimit;
@@ -36,7 +36,8 @@ double Atan2Deg(double y, double x) noexcept {
     if (x == 0.0 && y == 0.0) return 0.0;
     const double ax = std::abs(x);
     const double ay = std::abs(y);
-    // The quotient stays at or below 1, where the arc tangent is most accurate.
+    // Divides the smaller number by the larger number: the arc tangent is most accurate for
+    // quotients up to 1.
     double angle = ax > ay ? std::atan(ay / ax) / kRadiansPerDegree
                            : kRightAngleDeg - std::atan(ax / ay) / kRadiansPerDegree;
     if (x < 0.0) angle = kHalfTurnDeg - angle;

@@ -19,7 +19,7 @@ public:
     /// Copies x, y and z of `other` and sets w to 1.
     void FromPoint(const CVector4& other) noexcept;
 
-    /// Divides x, y, z by their length; a zero vector stays as it is, w is untouched.
+    /// Divides x, y and z by the length of (x, y, z); a zero vector and w stay unchanged.
     void Normalize() noexcept;
 
     /// Component 0..3 (x, y, z, w); no range check.
