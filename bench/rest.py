@@ -30,7 +30,7 @@ def thread_times(pid):
     """By thread: name, seconds of processor time, waits."""
     times = {}
     for task in Path(f"/proc/{pid}/task").iterdir():
-        with contextlib.suppress(FileNotFoundError):  # it has just ended
+        with contextlib.suppress(FileNotFoundError, ProcessLookupError):  # it has just ended
             name = (task / "comm").read_text().strip()
             nanoseconds = int((task / "schedstat").read_text().split()[0])
             waits = next(int(line.split()[1])

@@ -156,6 +156,8 @@ bool FindLanguageFile(const HorivoWideChar* abbrev, HorivoWideChar* outPath) noe
  * resolved; when the file does not have it, from the string resources of `module`; otherwise it is
  * empty. A text that is too long is truncated.
  * @param module   may be null: then no resources are searched
+ * @param id       number of the text, in the language file and in the resources
+ * @param buffer   gets the text and always a terminator; may be null
  * @param size     characters in `buffer`, terminator included
  * @param section  of the language file; null means "StringTable"
  * @return the length; 0 when `buffer` is null or `size` is below 1 */

@@ -73,8 +73,10 @@ private:
     };
     struct Slot {
         std::atomic<Progress> progress{Progress{kNoLoad, LoadState::Ended}};
-        const void* window = nullptr;  ///< null when the window was destroyed. Window thread
-        /// The load whose picture was present when this load started. Window thread.
+        /// Null when the window was destroyed. Used by the window thread only.
+        const void* window = nullptr;
+        /// The load whose picture was present when this load started. Used by the window thread
+        /// only.
         LoadNumber filledBefore = kNoLoad;
     };
     static_assert(std::atomic<Progress>::is_always_lock_free, "a lock may allocate memory");

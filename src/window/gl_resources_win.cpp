@@ -12,7 +12,7 @@ constexpr GLuint kFontLists = 256;
 constexpr double kLampHeight = 1.2;  // globe radii from the centre: the lamp is above the surface
 
 bool SharesFontLists(const CPlanet& planet, const CGLFont& font) noexcept {
-    // Any address inside the planet may be the name of a display list of the planet.
+    // Names of display lists are made from addresses: each address inside the planet may be one.
     return ListNamesOverlap(ListName(&planet), sizeof planet, ListName(&font), kFontLists);
 }
 
