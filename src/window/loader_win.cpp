@@ -65,10 +65,10 @@ void RunSplit(const WorkerTask& task) noexcept {
     LoadState state = LoadState::Failed;
     {
         const MutexHold hold = AcquireMutex(task.mutex.get(), kWorkerWaitMs);
-        const PictureStage stage = task.shared.picture.Stage();
-        if (IsStale(task) || (hold && task.shared.loads.IsSuperseded(task.load, stage))) {
+        MapPicture& picture = task.shared.picture;
+        if (IsStale(task) || (hold && task.shared.loads.IsSuperseded(task.load, picture.Stage()))) {
             state = LoadState::Ended;
-        } else if (hold && task.shared.picture.Split(task.shared.limits)) {
+        } else if (hold && picture.Split(task.shared.limits)) {
             state = LoadState::Split;
         }
         task.shared.loads.Report(task.load, state);
