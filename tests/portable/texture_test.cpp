@@ -1,10 +1,11 @@
-#include "image/jpeg_texture.h"
-
+// The map picture: loaded, shrunk, changed pixel by pixel, saved and cut into tiles.
 #include <gmock/gmock.h>
 
 #include <algorithm>
+#include <array>
 
-#include "image/texture_limits.h"
+#include "image/map_picture.h"
+#include "image/tile_grid.h"
 #include "support/table.h"
 #include "support/texture_pixels.h"
 
@@ -12,7 +13,7 @@ namespace {
 
 using testing::ElementsAre;
 
-class JpegTextureTest : public testing::Test {
+class TextureTest : public testing::Test {
 protected:
     void TearDown() override {
         EXPECT_EQ(MemoryPicture::LiveCount(), 0) << "a picture was not destroyed";
@@ -35,21 +36,19 @@ std::vector<int> Showing(const MemoryImage& image, int bufferWidth, int bufferHe
     return bytes;
 }
 
-TEST_F(JpegTextureTest, LoadPadsTheBufferOrRefusesWhatIsAboveTheLimits) {
+TEST_F(TextureTest, LoadPadsTheBufferOrRefusesWhatIsAboveTheLimits) {
     for (const Row& row : Table("texture_load")) {
         SCOPED_TRACE(row.why);
         MemoryImage image = NoiseImage(row.Int(0), row.Int(1));
         image.bottomUp = image.width % 2 == 0;
         CJpegTexture texture;
-        const int result = LoadImage(texture, image, row.Int(2), row.Int(3));
-        if (row.Int(4) == 0) {
-            EXPECT_EQ(result, kLoadFailed);
-            EXPECT_THAT(Sizes(texture), ElementsAre(0, 0, 0, 0));
-            continue;
-        }
-        EXPECT_EQ(result, kLoadedUnchanged);
-        EXPECT_THAT(Sizes(texture), ElementsAre(image.width, image.height, row.Int(4), row.Int(5)));
-        EXPECT_TRUE(Bytes(texture) == Showing(image, row.Int(4), row.Int(5)));
+        const bool fits = row.Int(4) != 0;
+        EXPECT_EQ(LoadImage(texture, image, row.Int(2), row.Int(3)),
+                  fits ? kLoadedUnchanged : kLoadFailed);
+        EXPECT_EQ(texture.GetBufferWidth(), row.Int(4));
+        EXPECT_EQ(texture.GetBufferHeight(), row.Int(5));
+        EXPECT_EQ(texture.GetWidth(), fits ? image.width : 0);
+        EXPECT_TRUE(!fits || Bytes(texture) == Showing(image, row.Int(4), row.Int(5)));
     }
     CJpegTexture texture;
     MemoryImage grey = NoiseImage(4, 1, kPixelFormat8bppIndexed);
@@ -62,7 +61,7 @@ TEST_F(JpegTextureTest, LoadPadsTheBufferOrRefusesWhatIsAboveTheLimits) {
     EXPECT_EQ(MemoryPicture::ConversionCount(), conversions) << "a refused picture is not decoded";
 }
 
-TEST_F(JpegTextureTest, AFailedLoadLeavesNothing) {
+TEST_F(TextureTest, AFailedLoadLeavesNothing) {
     const MemoryImage good = NoiseImage(20, 10, kPixelFormat32bppArgb);
     PictureFiles() = {{L"locked", good}, {L"strange", good}};
     PictureFiles()[L"locked"].lockable = false;
@@ -74,43 +73,42 @@ TEST_F(JpegTextureTest, AFailedLoadLeavesNothing) {
     CJpegTexture plain;
     CGLTexture fitted;
     for (CJpegTexture* texture : {&plain, static_cast<CJpegTexture*>(&fitted)}) {
-        const auto expectNothing = [texture](int result, const wchar_t* why) {
-            EXPECT_EQ(result, kLoadFailed) << why;
-            EXPECT_THAT(Sizes(*texture), ElementsAre(0, 0, 0, 0)) << why;
-            EXPECT_EQ(texture->GetPixels(), nullptr) << why;
-        };
-        for (const wchar_t* name : {L"locked", L"strange", L"huge", L"missing"}) {
-            ASSERT_EQ(LoadImage(*texture, good), kLoadedUnchanged) << "something to lose";
-            expectNothing(texture->LoadFromFile(name, 64, 64), name);
+        for (const int limit : {64, 0}) {
+            for (const wchar_t* name : {L"locked", L"strange", L"huge", L"missing", L""}) {
+                ASSERT_EQ(LoadImage(*texture, good), kLoadedUnchanged) << "something to lose";
+                auto picture = *name != 0 ? OpenPicture(name) : nullptr;
+                EXPECT_EQ(texture->Load(std::move(picture), limit, limit), kLoadFailed) << name;
+                EXPECT_THAT(Sizes(*texture), ElementsAre(0, 0, 0, 0)) << name;
+                EXPECT_EQ(texture->GetPixels(), nullptr) << name;
+            }
         }
         LoadImage(*texture, good);
-        expectNothing(texture->Load(nullptr, 64, 64), L"no picture");
-        LoadImage(*texture, good);
-        expectNothing(texture->Load(OpenPicture(L"huge"), 0, 0), L"huge, no limits");
+        EXPECT_EQ(texture->LoadFromFile(L"missing", 64, 64), kLoadFailed);
     }
 }
 
-TEST_F(JpegTextureTest, TheMapTextureShrinksToPowersOfTwoOrItsLimits) {
+TEST_F(TextureTest, TheMapShrinksToPowersOfTwoOrItsLimits) {
     for (const Row& row : Table("texture_shrink")) {
         CGLTexture texture;
-        PictureFiles()[L"map.jpg"] = NoiseImage(row.Int(0), row.Int(1));
-        EXPECT_EQ(texture.LoadFromFile(L"map.jpg", row.Int(2), row.Int(3)), row.Int(4)) << row.why;
+        const MemoryImage image = NoiseImage(row.Int(0), row.Int(1));
+        EXPECT_EQ(LoadImage(texture, image, row.Int(2), row.Int(3)), row.Int(4)) << row.why;
         EXPECT_EQ(texture.GetWidth(), row.Int(5)) << row.why;
         EXPECT_EQ(texture.GetHeight(), row.Int(6)) << row.why;
     }
-    for (const Row& row : Table("texture_fit")) {
+    // Width and height limit, width and height after; 100 x 50 before.
+    const int fits[][4] = {{128, 64, 64, 32}, {80, 64, 80, 50}, {80, 40, 80, 40}, {100, 50, 64, 32}};
+    for (const auto& [widthLimit, heightLimit, width, height] : fits) {
         CGLTexture texture;
-        LoadImage(texture, NoiseImage(row.Int(0), row.Int(1)));
-        EXPECT_TRUE(FitToLimits(texture, row.Int(2), row.Int(3)));
-        EXPECT_EQ(texture.GetBufferWidth(), row.Int(4)) << row.why;
-        EXPECT_EQ(texture.GetBufferHeight(), row.Int(5)) << row.why;
+        LoadImage(texture, NoiseImage(100, 50));
+        EXPECT_TRUE(FitToLimits(texture, widthLimit, heightLimit));
+        EXPECT_THAT(Sizes(texture), ElementsAre(width, height, width, height));
     }
     for (const Row& row : Table("scaled_limit")) {
         EXPECT_EQ(ScaledLimit(row.Int(0), row.Int(1)), row.Int(2)) << row.why;
     }
 }
 
-TEST_F(JpegTextureTest, ALoadThatShrinksGivesTheBytesOfLoadAndRescale) {
+TEST_F(TextureTest, ALoadThatShrinksGivesTheBytesOfLoadAndRescale) {
     const int cases[][4] = {{64, 32, 64, 16},     {68, 34, 32, 16}, {1080, 540, 1024, 512},
                             {1000, 512, 64, 512}, {42, 30, 32, 16}, {16, 300, 16, 16}};
     for (const auto& [width, height, maxWidth, maxHeight] : cases) {
@@ -126,7 +124,7 @@ TEST_F(JpegTextureTest, ALoadThatShrinksGivesTheBytesOfLoadAndRescale) {
     }
 }
 
-TEST_F(JpegTextureTest, RescaleRefusesWhatIsNoShrinkingAndTakesInThePadding) {
+TEST_F(TextureTest, RescaleRefusesWhatIsNoShrinkingAndTakesInThePadding) {
     CJpegTexture texture;
     LoadImage(texture, NoiseImage(30, 20));
     const std::vector<int> before = Bytes(texture);
@@ -142,7 +140,7 @@ TEST_F(JpegTextureTest, RescaleRefusesWhatIsNoShrinkingAndTakesInThePadding) {
     EXPECT_THAT(Bytes(texture), ElementsAre(240, 240, 240, 120, 120, 120)) << "half padding";
 }
 
-TEST_F(JpegTextureTest, SaysWhatTheSizesMeanToOpenGl) {
+TEST_F(TextureTest, SaysWhatTheSizesMeanToOpenGl) {
     for (const int width : {6, 1026, 2, 1024, 1, 7}) {
         CJpegTexture texture;
         LoadImage(texture, NoiseImage(width, 32));
@@ -151,7 +149,7 @@ TEST_F(JpegTextureTest, SaysWhatTheSizesMeanToOpenGl) {
     }
 }
 
-TEST_F(JpegTextureTest, WithoutMemoryOrPixelsEachOperationKeepsItsPromise) {
+TEST_F(TextureTest, WithoutMemoryOrPixelsEachOperationKeepsItsPromise) {
     Claimed<CJpegTexture> texture;
     LoadImage(texture, NoiseImage(4, 4));
     texture.ClaimBuffer(kHugeSide, kHugeSide);
@@ -172,17 +170,19 @@ TEST_F(JpegTextureTest, WithoutMemoryOrPixelsEachOperationKeepsItsPromise) {
     empty.ReplaceByBrightness(0, 255, 1);
 }
 
-/// A row of four pixels whose packed values are 0x030201, 0x060504, 0x090807, 0x0C0B0A.
-CJpegTexture FourPixels() {
+/// A picture of this width whose bytes from the top left are 1, 2, 3 ... in R, G, B.
+CJpegTexture Counting(int width, int height = 1) {
+    MemoryImage image = NoiseImage(width, height);
+    for (std::size_t i = 0; i < image.bytes.size(); ++i) {
+        image.bytes[i] = static_cast<std::uint8_t>(i / 3 * 3 + 3 - i % 3);
+    }
     CJpegTexture texture;
-    MemoryImage image = NoiseImage(4, 1);
-    image.bytes = {3, 2, 1, 6, 5, 4, 9, 8, 7, 12, 11, 10};  // B, G, R
     LoadImage(texture, image);
     return texture;
 }
 
 TEST(TexturePixels, WideningAddsAByteOrAsksTheFunction) {
-    CJpegTexture texture = FourPixels();
+    CJpegTexture texture = Counting(4);
     CJpegTexture asked(texture);
     EXPECT_TRUE(texture.ConvertToRgba(0x80));
     EXPECT_THAT(Bytes(texture),
@@ -196,11 +196,11 @@ TEST(TexturePixels, WideningAddsAByteOrAsksTheFunction) {
 }
 
 TEST(TexturePixels, ColoursAreReplacedByTheirPackedValueOrBrightness) {
-    CJpegTexture texture = FourPixels();
+    CJpegTexture texture = Counting(4);
     texture.ReplaceColor(0x060504, 0xAABBCCDD);
     texture.ReplaceColor(0xFF090807, 0);  // no 3-byte pixel reads like that
     EXPECT_THAT(Bytes(texture), ElementsAre(1, 2, 3, 0xDD, 0xCC, 0xBB, 7, 8, 9, 10, 11, 12));
-    texture = FourPixels();
+    texture = Counting(4);
     texture.ConvertToRgba(0xFF);  // brightness 2, 5, 8, 11: the alpha does not count
     texture.ReplaceByBrightness(5, 8, 0x01020304);
     texture.ReplaceColor(0xFF030201, 0x11223344);
@@ -209,13 +209,111 @@ TEST(TexturePixels, ColoursAreReplacedByTheirPackedValueOrBrightness) {
 }
 
 TEST(TexturePixels, ExchangingRedAndBlueSparesTheLastQuarterOfAFourByteRow) {
-    CJpegTexture texture = FourPixels();
+    CJpegTexture texture = Counting(4);
     EXPECT_TRUE(texture.SwapRedBlue());
     EXPECT_THAT(Bytes(texture), ElementsAre(3, 2, 1, 6, 5, 4, 9, 8, 7, 12, 11, 10));
-    texture = FourPixels();
+    texture = Counting(4);
     texture.ConvertToRgba(0);
     EXPECT_TRUE(texture.SwapRedBlue());
     EXPECT_THAT(Bytes(texture), ElementsAre(3, 2, 1, 0, 6, 5, 4, 0, 9, 8, 7, 0, 10, 11, 12, 0));
+}
+
+TEST(TexturePixels, AreSavedWithoutPaddingFromTheTopAndStay) {
+    PictureFiles().clear();
+    CJpegTexture texture = Counting(3, 2);  // a buffer of 4 x 2
+    const CJpegTexture& same = texture;
+    texture = same;
+    const std::vector<int> before = Bytes(texture);
+    EXPECT_TRUE(texture.SaveJpeg(L"saved", 85));
+    EXPECT_THAT(PictureFiles()[L"saved"].bytes,
+                ElementsAre(3, 2, 1, 6, 5, 4, 9, 8, 7, 12, 11, 10, 15, 14, 13, 18, 17, 16));
+    EXPECT_EQ(Bytes(texture), before);
+    // More room is at the right and below the picture.
+    ASSERT_TRUE(texture.PadBuffer(4, 3));
+    EXPECT_TRUE(std::equal(before.begin(), before.begin() + 9, Bytes(texture).begin() + 12));
+}
+
+/// Up to 8 tiles; the first one can claim sizes.
+struct Grid {
+    Claimed<CGLTexture> map;
+    std::array<CGLTexture, 7> others;
+    std::array<CGLTexture*, 8> tiles;
+
+    Grid(int width, int height) {
+        tiles[0] = &map;
+        for (std::size_t i = 0; i < others.size(); ++i) tiles[i + 1] = &others[i];
+        // What the others hold must go.
+        for (CGLTexture* tile : tiles) LoadImage(*tile, NoiseImage(width, height));
+    }
+    bool Split(int columns, int rows) { return SplitIntoGrid(tiles.data(), columns, rows); }
+};
+
+/// The same cut by halving again and again, columns first.
+void Halve(CGLTexture* const* tiles, std::ptrdiff_t count, std::ptrdiff_t half, bool byColumns) {
+    if (count < 2) return;
+    ASSERT_TRUE(tiles[0]->Split(*tiles[half], byColumns));
+    Halve(tiles, count / 2, half / 2, byColumns);
+    Halve(tiles + half, count / 2, half / 2, byColumns);
+}
+
+TEST(TileGrid, GivesTheTilesOfRepeatedHalving) {
+    const int cases[][4] = {{64, 32, 4, 2}, {1001, 503, 4, 2}, {40, 27, 2, 4}, {28, 3, 8, 1}};
+    for (const auto& [width, height, columns, rows] : cases) {
+        Grid grid(width, height);
+        ASSERT_TRUE(grid.Split(columns, rows));
+        Grid halved(width, height);
+        Halve(halved.tiles.data(), columns, columns / 2, true);
+        for (int column = 0; column < columns; ++column) {
+            Halve(halved.tiles.data() + column, rows, columns * rows / 2, false);
+        }
+        for (std::size_t i = 0; i < grid.tiles.size(); ++i) {
+            ASSERT_EQ(Sizes(*grid.tiles[i]), Sizes(*halved.tiles[i])) << i << " of " << width;
+            EXPECT_TRUE(Bytes(*grid.tiles[i]) == Bytes(*halved.tiles[i])) << i << " of " << width;
+        }
+    }
+}
+
+TEST(TileGrid, LeavesTheMapWholeWithoutMemoryAndNothingWhenATileWouldBeEmpty) {
+    for (const auto& [width, height, columns, rows] : {std::array{64, 1, 4, 2}, {1, 64, 8, 1}}) {
+        Grid grid(width, height);
+        EXPECT_FALSE(grid.Split(columns, rows));
+        for (const CGLTexture& tile : grid.others) {
+            EXPECT_THAT(Sizes(tile), ElementsAre(0, 0, 0, 0)) << width;
+        }
+        EXPECT_EQ(grid.map.GetPixels() == nullptr, height == 1) << "cut already, or still whole";
+    }
+    Grid grid(8, 4);
+    const std::vector<int> whole = Bytes(grid.map);
+    EXPECT_FALSE(grid.map.Split(grid.map, true)) << "into itself";
+    grid.map.ClaimBuffer(kHugeSide, kHugeSide);
+    EXPECT_FALSE(grid.Split(4, 2));
+    EXPECT_THAT(Sizes(grid.others[1]), ElementsAre(0, 0, 0, 0));
+    grid.map.ClaimBuffer(8, 4);
+    EXPECT_EQ(Bytes(grid.map), whole);
+    grid.map.Clear(true);
+    EXPECT_FALSE(grid.Split(4, 2)) << "nothing to split";
+}
+
+TEST(MapPicture, SplitsOnceAndWithinItsLimits) {
+    PictureFiles()[L"data/map.jpg"] = NoiseImage(256, 128);
+    MapPicture picture;
+    TextureLimits limits;
+    limits.maxTextureSize = 256;
+    EXPECT_EQ(picture.Load(limits, L""), kLoadFailed) << "not from the current folder";
+    EXPECT_FALSE(picture.Split(limits)) << "nothing loaded";
+    EXPECT_EQ(picture.Load(limits, L"data/"), kLoadedUnchanged);
+    EXPECT_FALSE(picture.HasAllTiles());
+    limits.texScalerX = -1;  // 128 x 128 with a limit of 256: only the width is above
+    limits.texScalerY = -1;
+    limits.textureLimit = 256;
+    for (int round = 0; round < 2; ++round) {
+        EXPECT_TRUE(picture.Split(limits) && picture.HasAllTiles());
+        EXPECT_THAT(Sizes(picture.MapTexture()), ElementsAre(32, 64, 32, 64)) << round;
+    }
+    EXPECT_TRUE(picture.TilesFit(64) && !picture.TilesFit(63));
+    EXPECT_EQ(picture.Load(limits, L"missing/"), kLoadFailed);
+    EXPECT_EQ(picture.Stage(), PictureStage::Empty);
+    EXPECT_FALSE(picture.HasAllTiles());
 }
 
 }  // namespace

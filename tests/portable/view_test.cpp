@@ -1,6 +1,5 @@
-// The camera: what it shows where, what the pointer hits, and how drags, zooms and flights move it.
-#include "window/view_control.h"
-
+// The camera: what it shows where, what the pointer hits, how drags, zooms and flights move it, and
+// how finely it is drawn.
 #include <gtest/gtest.h>
 
 #include <cmath>
@@ -11,6 +10,8 @@
 #include "render/sphere.h"
 #include "support/table.h"
 #include "window/flight_path.h"
+#include "window/level_of_detail.h"
+#include "window/view_control.h"
 
 namespace {
 
@@ -53,7 +54,7 @@ TEST_F(ViewTest, ProjectsToTheSamePixelsAsGluWhateverTheCamerasRotation) {
     }
 }
 
-TEST_F(ViewTest, MeasuresTheEdgeThatTheEyeSees) {
+TEST_F(ViewTest, MeasuresTheEdgeThatTheEyeSeesAndEndsForEveryInput) {
     for (const float distance : {4.1F, 6.0F, 12.0F, 28.5F}) {
         scene_.position.z = -distance;
         const double d = static_cast<double>(distance);
@@ -65,9 +66,6 @@ TEST_F(ViewTest, MeasuresTheEdgeThatTheEyeSees) {
         EXPECT_NEAR(measure.diameter, diameter, 3.0 + diameter * 1e-3) << d;
         EXPECT_NEAR(measure.limbDepth, 9.0 / d - d, 3.0 * kPi / 180.0) << d;
     }
-}
-
-TEST_F(ViewTest, MeasuringEndsForEveryInput) {
     for (const double z : {kNan, kInfinity, -kInfinity, 0.0, 1e-30, 5.0, -12.0}) {
         for (const double radius : {kNan, kInfinity, 0.0, -3.0, 3.0}) {
             for (const std::int32_t height : {0, 1, std::numeric_limits<std::int32_t>::max()}) {
@@ -103,6 +101,8 @@ TEST_F(ViewTest, PickingAndProjectingMeetAtEverySizeZoomAndAngle) {
             EXPECT_NEAR(window.x, width * across, 1e-6 * width);
             EXPECT_NEAR(window.y, height * 0.5, 1e-6 * height);
             EXPECT_LT(window.z, scene_.ProjectToWindow({}).z) << "the far side was hit";
+            scene_.TransformPoint(turned, 0, -1);
+            EXPECT_LT(std::hypot(turned.x - hit->x, turned.y - hit->y, turned.z - hit->z), 1e-12);
         }
     }
 }
@@ -141,6 +141,7 @@ TEST(DragView, KeepsTheGrabbedPointUnderThePointer) {
         EXPECT_NEAR(view.tilt, row.Real(6), 1e-9) << row.why;
         EXPECT_NEAR(view.spin, row.Real(7), 1e-9) << row.why;
     }
+    EXPECT_EQ(WrapDegrees(725.0) + WrapDegrees(360.0), 365.0) << "corrected only once";
 }
 
 TEST(Zoom, StopsAtItsLimitsWhateverTheWayThere) {
@@ -160,9 +161,9 @@ TEST(Zoom, StopsAtItsLimitsWhateverTheWayThere) {
     for (const auto& [delta, whole] : notches) EXPECT_EQ(WheelNotches(delta), whole) << delta;
 }
 
-TEST(FlightPath, TakesTheShortWayInEvenSteps) {
+TEST(FlightPath, TakesTheShortWayInEvenStepsToPlacesOnly) {
+    FlightPath flight;
     for (const Row& row : Table("fly_to")) {
-        FlightPath flight;
         ViewAngles before{row.Real(0), row.Real(1)};
         ASSERT_TRUE(flight.Start(before, {row.Real(2), row.Real(3)})) << row.why;
         int taken = 0;
@@ -180,10 +181,6 @@ TEST(FlightPath, TakesTheShortWayInEvenSteps) {
         EXPECT_NEAR(before.tilt, row.Real(5), 1e-9) << row.why;
         EXPECT_NEAR(before.spin, row.Real(6), 1e-9) << row.why;
     }
-}
-
-TEST(FlightPath, NeverLeavesForAPlaceThatIsNone) {
-    FlightPath flight;
     for (const double none : {kNan, kInfinity, -kInfinity}) {
         EXPECT_FALSE(flight.Start({40.0, 0.0}, {none, 1.0})) << none;
         EXPECT_FALSE(flight.Start({40.0, 0.0}, {1.0, none})) << none;
@@ -191,6 +188,56 @@ TEST(FlightPath, NeverLeavesForAPlaceThatIsNone) {
     EXPECT_TRUE(flight.Start({40.0, 0.0}, {1e308, -1e308})) << "many turns, but a place";
     while (flight.Step()) continue;
     EXPECT_TRUE(flight.Current().spin >= 0.0 && flight.Current().spin < 360.0);
+}
+
+TEST(LevelOfDetail, FactorIsKeptInItsRangeAndDecidesTheMeshButNoTextures) {
+    LevelOfDetail detail;
+    TextureLimits limits;
+    limits.maxTextureSize = 4096;
+    // Factor, as it is kept, slices, stacks, shells.
+    const std::int32_t cases[][5] = {{-5, 50, 180, 120, 20},
+                                     {200, 200, 180, 90, 5},
+                                     {201, 201, 180, 90, 1},
+                                     {9999, 800, 36, 30, 1}};
+    for (const auto& [factor, kept, slices, stacks, shells] : cases) {
+        detail.Apply(factor, limits);
+        EXPECT_EQ(detail.Factor(), kept);
+        EXPECT_EQ(detail.Mesh().sphereSlices, slices) << factor;
+        EXPECT_EQ(detail.Mesh().sphereStacks, stacks) << factor;
+        EXPECT_EQ(detail.Mesh().atmosphereLayers, shells) << factor;
+        EXPECT_EQ(limits.textureLimit, 4096) << "textures keep their size at every detail";
+    }
+    const std::int32_t steps[][3] = {
+        {50, 100, 50}, {100, 200, 50}, {300, 600, 150}, {800, 800, 400}};
+    for (const auto& [factor, coarser, finer] : steps) {
+        EXPECT_EQ(StepFactor(factor, true), coarser);
+        EXPECT_EQ(StepFactor(factor, false), finer);
+    }
+}
+
+TEST(LevelOfDetail, MeasuresThreeFramesAfterAWarmUp) {
+    LevelOfDetail detail;
+    const auto expect = [&detail](TuneOutcome outcome, std::uint32_t ms, const char* why,
+                                  bool busy = false) {
+        EXPECT_EQ(detail.TakeFrame(busy, ms), outcome) << why;
+    };
+    expect(TuneOutcome::Idle, 500, "nothing is measured before it was asked for");
+    detail.StartMeasuring();
+    expect(TuneOutcome::AnotherFrame, 5000, "the warm-up frame does not count");
+    expect(TuneOutcome::AnotherFrame, 100, "first");
+    expect(TuneOutcome::AnotherFrame, 0, "too short to measure: not counted");
+    expect(TuneOutcome::AnotherFrame, 100, "second");
+    expect(TuneOutcome::Idle, 100, "third: 10 frames a second are enough");
+    EXPECT_EQ(detail.Factor(), 100);
+    expect(TuneOutcome::Idle, 5000, "finished");
+    detail.StartMeasuring();
+    for (int frame = 0; frame < 3; ++frame) expect(TuneOutcome::AnotherFrame, 101, "slow");
+    expect(TuneOutcome::Coarser, 101, "9 frames a second are too few");
+    EXPECT_EQ(detail.Factor(), 200);
+    detail.StartMeasuring();
+    expect(TuneOutcome::AnotherFrame, 50, "warm-up");
+    expect(TuneOutcome::Idle, 50, "a load under way gives it up", true);
+    expect(TuneOutcome::Idle, 50, "it must not go on after the load");
 }
 
 }  // namespace
