@@ -20,6 +20,7 @@ struct GlState {
     int uploads = 0;
     std::set<GLuint> textures;       ///< names generated and not deleted
     std::vector<std::string> texts;  ///< bytes of each glCallLists
+    std::vector<double> sent;        ///< numbers of lights, vertices and what belongs to them
     int matrixDepth = 1;
     unsigned pixelSum = 0;  ///< of all that was uploaded
 };

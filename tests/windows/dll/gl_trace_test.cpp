@@ -20,7 +20,11 @@ class GlTrace : public MapHostTest {
 protected:
     GlTrace() {
         FixedClock() = kNewYearNoon2000;
-        for (const Row& row : Table("gl_names")) numbers_[row.why] = row.Int(0);
+        for (const Row& row : Table("gl_names")) {
+            for (std::size_t i = 0; i < row.cells.size(); i += 2) {
+                numbers_[row.Text(i)] = row.Int(i + 1);
+            }
+        }
     }
 
     static GlListing& Calls() { return SpiedGl().calls; }
