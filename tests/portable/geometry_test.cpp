@@ -71,7 +71,8 @@ TEST(JulianDate, CountsEachDayOnceAndBeginsItAtNoon) {
         const year_month_day date(day);
         const auto month = static_cast<std::int32_t>(unsigned{date.month()});
         const auto dayOfMonth = static_cast<std::int32_t>(unsigned{date.day()});
-        ASSERT_EQ(JulianDayNumber(int{date.year()}, month, dayOfMonth), expected) << int{date.year()};
+        ASSERT_EQ(JulianDayNumber(int{date.year()}, month, dayOfMonth), expected)
+            << int{date.year()};
     }
     EXPECT_EQ(JulianDayNumber(9999, 12, 31), 5373484);
     EXPECT_DOUBLE_EQ(JulianDate(1957, 10, 4, 19, 26, 24), 2436116.31);  // first satellite

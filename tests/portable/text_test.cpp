@@ -1,5 +1,5 @@
-// Texts that are read, cut or formed: UTF-8, escapes, keys and unit words of language files, command
-// lines, code pages and coordinates.
+// Texts that are read, cut or formed: UTF-8, escapes, keys and unit words of language files,
+// command lines, code pages and coordinates.
 #include <gtest/gtest.h>
 
 #include <memory>
@@ -24,10 +24,9 @@ TEST(WideText, ReadsWellFormedUtf8Only) {
     // Latin-1, cut short, a following byte alone, slashes in two and three bytes, the last of two
     // and of three bytes in one more, both kinds of surrogates, beyond the last character, five
     // bytes, a start inside a character.
-    for (const char* bytes :
-         {"caf\xE9", "a\xE2\x82", "\x82", "\xC0\xAF", "\xE0\x80\xAF", "\xE0\x9F\xBF",
-          "\xF0\x8F\xBF\xBF", "\xED\xA0\x80", "\xED\xB0\x80",
-          "\xF4\x90\x80\x80", "\xF8\x88\x80\x80\x80", "\xE2\x82x"}) {
+    for (const char* bytes : {"caf\xE9", "a\xE2\x82", "\x82", "\xC0\xAF", "\xE0\x80\xAF",
+                              "\xE0\x9F\xBF", "\xF0\x8F\xBF\xBF", "\xED\xA0\x80", "\xED\xB0\x80",
+                              "\xF4\x90\x80\x80", "\xF8\x88\x80\x80\x80", "\xE2\x82x"}) {
         EXPECT_FALSE(WidenUtf8(bytes, text)) << bytes;
         EXPECT_EQ(text, all) << "changed by " << bytes;
     }
@@ -176,8 +175,8 @@ TEST(FolderOfCommandLine, IsWhatStandsBeforeTheLastBackslashAndFitsAPath) {
 
 TEST(CodePage, IsReadFromDigitsAndHasACharacterSet) {
     const std::pair<const wchar_t*, std::uint32_t> texts[] = {
-        {L"932 (Japan)", 932}, {L"65535", 65535}, {L"", 0},
-        {L"-1", 0},            {L"65536", 0},     {L"4294968547", 0}};
+        {L"932 (Japan)", 932}, {L"65535", 65535}, {L"", 0}, {L"-1", 0},
+        {L"65536", 0},         {L"4294968547", 0}};
     for (const auto& [text, codePage] : texts) EXPECT_EQ(ParseCodePage(text), codePage) << text;
     // As in wingdi.h; 0, the screen's own, for none, for UTF-8 and for Windows' Hebrew too.
     const std::uint32_t charsets[][2] = {

@@ -96,7 +96,8 @@ TEST_F(TextureTest, TheMapShrinksToPowersOfTwoOrItsLimits) {
         EXPECT_EQ(texture.GetHeight(), row.Int(6)) << row.why;
     }
     // Width and height limit, width and height after; 100 x 50 before.
-    const int fits[][4] = {{128, 64, 64, 32}, {80, 64, 80, 50}, {80, 40, 80, 40}, {100, 50, 64, 32}};
+    const int fits[][4] = {
+        {128, 64, 64, 32}, {80, 64, 80, 50}, {80, 40, 80, 40}, {100, 50, 64, 32}};
     for (const auto& [widthLimit, heightLimit, width, height] : fits) {
         CGLTexture texture;
         LoadImage(texture, NoiseImage(100, 50));
@@ -124,7 +125,7 @@ TEST_F(TextureTest, ALoadThatShrinksGivesTheBytesOfLoadAndRescale) {
     }
 }
 
-TEST_F(TextureTest, RescaleRefusesWhatIsNoShrinkingAndTakesInThePadding) {
+TEST_F(TextureTest, RescaleTakesInThePaddingAndSizesMeanWhatTheySay) {
     CJpegTexture texture;
     LoadImage(texture, NoiseImage(30, 20));
     const std::vector<int> before = Bytes(texture);
@@ -138,11 +139,7 @@ TEST_F(TextureTest, RescaleRefusesWhatIsNoShrinkingAndTakesInThePadding) {
     LoadImage(texture, white);  // a buffer of 4
     EXPECT_TRUE(texture.Rescale(2, 1));
     EXPECT_THAT(Bytes(texture), ElementsAre(240, 240, 240, 120, 120, 120)) << "half padding";
-}
-
-TEST_F(TextureTest, SaysWhatTheSizesMeanToOpenGl) {
     for (const int width : {6, 1026, 2, 1024, 1, 7}) {
-        CJpegTexture texture;
         LoadImage(texture, NoiseImage(width, 32));
         EXPECT_EQ(texture.HasBorder(), width == 6 || width == 1026) << width;
         EXPECT_FALSE(texture.IsPowerOfTwoSize()) << "no height is enough";
@@ -181,41 +178,41 @@ CJpegTexture Counting(int width, int height = 1) {
     return texture;
 }
 
-TEST(TexturePixels, WideningAddsAByteOrAsksTheFunction) {
-    CJpegTexture texture = Counting(4);
-    CJpegTexture asked(texture);
-    EXPECT_TRUE(texture.ConvertToRgba(0x80));
-    EXPECT_THAT(Bytes(texture),
-                ElementsAre(1, 2, 3, 128, 4, 5, 6, 128, 7, 8, 9, 128, 10, 11, 12, 128));
-    EXPECT_FALSE(texture.ConvertToRgba(1)) << "4 bytes already";
-    EXPECT_FALSE(asked.ConvertToRgbaWith(nullptr));
-    EXPECT_TRUE(asked.ConvertToRgbaWith([](std::uint32_t packed, std::int32_t bytesPerPixel) {
-        return (packed << 8U) | static_cast<std::uint32_t>(bytesPerPixel);
-    }));
-    EXPECT_THAT(Bytes(asked), ElementsAre(3, 1, 2, 3, 3, 4, 5, 6, 3, 7, 8, 9, 3, 10, 11, 12));
-}
-
-TEST(TexturePixels, ColoursAreReplacedByTheirPackedValueOrBrightness) {
-    CJpegTexture texture = Counting(4);
-    texture.ReplaceColor(0x060504, 0xAABBCCDD);
-    texture.ReplaceColor(0xFF090807, 0);  // no 3-byte pixel reads like that
-    EXPECT_THAT(Bytes(texture), ElementsAre(1, 2, 3, 0xDD, 0xCC, 0xBB, 7, 8, 9, 10, 11, 12));
-    texture = Counting(4);
-    texture.ConvertToRgba(0xFF);  // brightness 2, 5, 8, 11: the alpha does not count
-    texture.ReplaceByBrightness(5, 8, 0x01020304);
-    texture.ReplaceColor(0xFF030201, 0x11223344);
-    EXPECT_THAT(Bytes(texture),
-                ElementsAre(0x44, 0x33, 0x22, 0x11, 4, 3, 2, 1, 4, 3, 2, 1, 10, 11, 12, 255));
-}
-
-TEST(TexturePixels, ExchangingRedAndBlueSparesTheLastQuarterOfAFourByteRow) {
-    CJpegTexture texture = Counting(4);
-    EXPECT_TRUE(texture.SwapRedBlue());
-    EXPECT_THAT(Bytes(texture), ElementsAre(3, 2, 1, 6, 5, 4, 9, 8, 7, 12, 11, 10));
-    texture = Counting(4);
-    texture.ConvertToRgba(0);
-    EXPECT_TRUE(texture.SwapRedBlue());
-    EXPECT_THAT(Bytes(texture), ElementsAre(3, 2, 1, 0, 6, 5, 4, 0, 9, 8, 7, 0, 10, 11, 12, 0));
+TEST(TexturePixels, ChangeByTheirPackedValueAndKeepTheirOddities) {
+    const struct {
+        const char* why;
+        void (*change)(CJpegTexture& texture);
+        std::vector<int> after;
+    } cases[] = {
+        {"the second widening is refused",
+         [](CJpegTexture& t) { t.ConvertToRgba(9), t.ConvertToRgba(1); },
+         {1, 2, 3, 9, 4, 5, 6, 9, 7, 8, 9, 9, 10, 11, 12, 9}},
+        {"a function gives all four bytes",
+         [](CJpegTexture& t) {
+             t.ConvertToRgbaWith(nullptr);
+             t.ConvertToRgbaWith([](std::uint32_t packed, std::int32_t bytesPerPixel) {
+                 return (packed << 8U) | static_cast<std::uint32_t>(bytesPerPixel);
+             });
+         },
+         {3, 1, 2, 3, 3, 4, 5, 6, 3, 7, 8, 9, 3, 10, 11, 12}},
+        {"no 3-byte pixel has a fourth byte",
+         [](CJpegTexture& t) { t.ReplaceColor(0x060504, 0xAABB13), t.ReplaceColor(0xFF090807, 0); },
+         {1, 2, 3, 0x13, 0xBB, 0xAA, 7, 8, 9, 10, 11, 12}},
+        {"the alpha is no part of the brightness 2, 5, 8, 11",
+         [](CJpegTexture& t) { t.ConvertToRgba(99), t.ReplaceByBrightness(5, 8, 0x01020304); },
+         {1, 2, 3, 99, 4, 3, 2, 1, 4, 3, 2, 1, 10, 11, 12, 99}},
+        {"red and blue",
+         [](CJpegTexture& t) { t.SwapRedBlue(); },
+         {3, 2, 1, 6, 5, 4, 9, 8, 7, 12, 11, 10}},
+        {"the last quarter of a 4-byte row is spared",
+         [](CJpegTexture& t) { t.ConvertToRgba(0), t.SwapRedBlue(); },
+         {3, 2, 1, 0, 6, 5, 4, 0, 9, 8, 7, 0, 10, 11, 12, 0}},
+    };
+    for (const auto& c : cases) {
+        CJpegTexture texture = Counting(4);
+        c.change(texture);
+        EXPECT_EQ(Bytes(texture), c.after) << c.why;
+    }
 }
 
 TEST(TexturePixels, AreSavedWithoutPaddingFromTheTopAndStay) {

@@ -49,8 +49,10 @@ protected:
     void Then(std::initializer_list<const char*> parts) {
         for (const std::string part : parts) {
             GlListing expected;
-            for (const Row& row : table_)
-                if (row.why == part) expected.push_back(row.Text(0));
+            for (const Row& row : table_) {
+                if (row.why != part) continue;
+                expected.insert(expected.end(), row.cells.begin(), row.cells.end());
+            }
             ASSERT_LE(expected.size(), rest_.size()) << part;
             ExpectBegins(rest_, expected, kTolerance, numbers_);
             rest_.erase(rest_.begin(), rest_.begin() + std::ssize(expected));
