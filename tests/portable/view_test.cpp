@@ -11,6 +11,7 @@
 #include "support/table.h"
 #include "window/flight_path.h"
 #include "window/level_of_detail.h"
+#include "window/map_settings.h"
 #include "window/view_control.h"
 
 namespace {
@@ -203,6 +204,20 @@ TEST(LevelOfDetail, FactorIsKeptInItsRangeAndDecidesTheMeshButNoTextures) {
     }
     EXPECT_TRUE(StepFactor(300, true) == 600 && StepFactor(800, true) == 800);
     EXPECT_TRUE(StepFactor(300, false) == 150 && StepFactor(50, false) == 50);
+}
+
+TEST(MapSettings, AreBroughtIntoTheirRangesAndWrittenBackAsRead) {
+    MapSettings settings;
+    const RawSettings cases[][2] = {{{9, 9, -5, 9}, {2, 1, 1, 8}},
+                                    {{-9, -9, 0, -1}, {-3, -3, 0, 0}}};
+    for (const auto& [read, kept] : cases) {
+        const std::int32_t factor = TakeSettings(read, settings);
+        EXPECT_EQ(factor, kept.lagFactor * 100);
+        const RawSettings again = CurrentSettings(settings, factor + 99);
+        EXPECT_TRUE(again.texScalerX == kept.texScalerX && again.texScalerY == kept.texScalerY);
+        EXPECT_EQ(again.texCompression, kept.texCompression);
+        EXPECT_EQ(again.lagFactor, kept.lagFactor) << "whole hundreds";
+    }
 }
 
 TEST(LevelOfDetail, MeasuresThreeFramesAfterAWarmUp) {
