@@ -1,16 +1,13 @@
-// Feeds texts of any shape to the readers of language files, command lines, settings and of the
-// sample host's table of cities. The first byte says whether the rest is ASCII, where the escapes
-// and digits are, or has 16 bits a character.
+// Feeds texts of any shape to the readers of language files, command lines and settings. The first
+// byte says whether the rest is ASCII, where the escapes and digits are, or has 16 bits a character.
 
 #include <algorithm>
-#include <cmath>
 #include <cstdint>
 #include <cstring>
 #include <memory>
 #include <vector>
 
 #include "api/command_line_folder.h"
-#include "data/city_file.h"
 #include "fuzz/check.h"
 #include "host/language_code.h"
 #include "host/local_text.h"
@@ -77,13 +74,6 @@ void CheckCodes(const std::wstring& text) {
     Check(code[2] == 0 && (code[0] == 0) == (code[1] == 0));
 }
 
-void CheckCities(std::string_view text) {
-    for (const CityRecord& city : ReadCities(text)) {
-        Check(city.cityName[0] != 0 && city.cityName[63] == 0 && city.countryName[63] == 0);
-        Check(std::isfinite(city.latitude) && std::isfinite(city.longitude));
-    }
-}
-
 }  // namespace
 
 extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size) {
@@ -99,6 +89,5 @@ extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size
     CheckUnitTable(text);
     CheckCommandLine({text.begin(), text.end()});
     CheckCodes({text.begin(), text.end()});
-    CheckCities({reinterpret_cast<const char*>(data) + 1, size - 1});
     return 0;
 }

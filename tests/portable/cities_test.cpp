@@ -3,19 +3,15 @@
 #include <gmock/gmock.h>
 
 #include <cmath>
-#include <fstream>
-#include <iterator>
 
 #include "cities/city_lookup.h"
 #include "cities/city_markers.h"
 #include "cities/city_pick.h"
 #include "cities/city_zone.h"
-#include "data/city_file.h"
 #include "math/geographic.h"
 
 namespace {
 
-using std::string_literals::operator""s;
 using testing::Each;
 using testing::ElementsAre;
 using Name = std::basic_string<HorivoWideChar>;
@@ -146,40 +142,6 @@ TEST_F(CitiesTest, TakeTheirZoneFromTheTableAndGiveOnlyThatBack) {
     RestoreTimeZones(Cities(), table);
     EXPECT_EQ(cities[0].timeZone, nullptr);
     EXPECT_EQ(cities[1].timeZone, kHostsZone);
-}
-
-TEST(CityFile, ReadsGoodLinesAndLeavesBrokenOnesOut) {
-    const auto cities = ReadCities(
-        "# remark\t\t1\t1\nS\xC3\xA3o Paulo\tBrazil\t-23.5333\t-46.6167\tE. South America "
-        "Standard Time\tAmerica/Sao_Paulo\r\nLima\nLima\tPeru\t-12.05\n"
-        "Lima\tPeru\t-12.05x\t-77.05\nLima\tPeru\t-91\t-77.05\nLima\tPeru\t-12.05\t180.5\n"
-        "Lima\tPeru\tnan\t-77.05\n\tPeru\t-12.05\t-77.05\n"
-        "Nowhere\t\t1.5\t180\r\n\0Hidden\tPeru\t1\t1"s);
-    ASSERT_EQ(cities.size(), 2U);
-    const CityRecord& city = cities[0];
-    EXPECT_EQ(Name(city.cityName) + city.countryName, u"S\u00E3o PauloBrazil");
-    EXPECT_TRUE(city.latitude == -23.5333 && city.longitude == -46.6167);
-    EXPECT_TRUE(city.timeZoneId == 39U && cities[1].timeZoneId == 0U);
-}
-
-TEST(CityFile, CutsLongNamesAtAWholeCharacter) {
-    const std::pair<std::string, Name> cases[] = {
-        {std::string(62, 'a') + "bc", Name(62, u'a') + u"b"},
-        {std::string(62, 'a') + "\xF0\x9F\x8C\x8D", Name(62, u'a')},
-        {"a\xC3(\x80\xF5", u"a\uFFFD(\uFFFD\uFFFD"},
-        {"a\xE2\x82", u"a\uFFFD"},
-        {"a\xE0\x80\x80 \xED\xA0\x80 \xF4\x90\x80\x80", u"a\uFFFD \uFFFD \uFFFD"},
-    };
-    for (const auto& [name, stored] : cases) {
-        EXPECT_EQ(Name(ReadCities(name + "\tX\t1\t1").at(0).cityName), stored) << name;
-    }
-}
-
-TEST(CityFile, EveryCityOfTheSampleHasAPlaceAndAKnownZone) {
-    std::ifstream file(HORIVO_ASSETS "/cities.tsv", std::ios::binary);
-    const auto cities = ReadCities(std::string(std::istreambuf_iterator<char>(file), {}));
-    EXPECT_EQ(cities.size(), 1303U);
-    for (const auto& city : cities) EXPECT_NE(city.timeZoneId, 0U) << &city - cities.data();
 }
 
 }  // namespace
