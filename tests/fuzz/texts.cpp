@@ -1,5 +1,6 @@
 // Feeds texts of any shape to the readers of language files, command lines and settings. The first
-// byte says whether the rest is ASCII, where the escapes and digits are, or has 16 bits a character.
+// byte says whether the rest is ASCII, where the escapes and digits are, or has 16 bits a
+// character.
 
 #include <algorithm>
 #include <cstdint>
