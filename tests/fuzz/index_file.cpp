@@ -1,7 +1,9 @@
 // Feeds foreign bytes to the reader of photo index files and reads everything that comes out: the
-// limits that the header promises must hold, and the folders formed from it must stay in the tree.
+// limits that the header promises must hold, the folders formed from it must stay in the tree, and
+// an entry that is written down again must be read as the same.
+#include <algorithm>
 #include <cstdint>
-#include <string_view>
+#include <string>
 
 #include "fuzz/check.h"
 #include "photos/photo_index.h"
@@ -10,7 +12,6 @@
 
 namespace {
 
-constexpr std::size_t kMaxBytes = 1U << 16U;
 constexpr std::size_t kMaxLine = 4095;
 constexpr WideView kRoot = u"R:\\photos\\";
 
@@ -19,14 +20,29 @@ bool LiesBelowRoot(WideView folder, int levels) {
     if (!folder.starts_with(kRoot)) return false;
     folder.remove_prefix(kRoot.size());
     for (; levels > 0; --levels) {
-        const std::size_t end = folder.find(u'\\');
-        if (end == WideView::npos) return false;
-        const WideView name = folder.substr(0, end);
-        if (name.find_first_not_of(u". ") == WideView::npos) return false;
-        if (name.find_first_of(u"/:*?;") != WideView::npos) return false;
-        folder.remove_prefix(end + 1);
+        const WideView name = folder.substr(0, folder.find(u'\\'));
+        if (name.size() == folder.size() || name.find_first_of(u"/:*?;") != WideView::npos ||
+            name.find_first_not_of(u". ") == WideView::npos) {
+            return false;
+        }
+        folder.remove_prefix(name.size() + 1);
     }
     return folder.find(u'\\') == WideView::npos;
+}
+
+void CheckReadAgain(const PhotoIndexEntry& entry, PhotoIndexKind kind) {
+    const WideString all = (kind == PhotoIndexKind::Country ? entry.city : u"-") + u"\t-\t" +
+                           (kind == PhotoIndexKind::Country ? u"-\t" : u"") + entry.caption +
+                           u'\t' + entry.pagePath + u"\tmore\n";
+    if (std::any_of(all.begin(), all.end(), [](HorivoWideChar c) { return c >= 0x80; })) return;
+    const std::string line =
+        std::to_string(entry.photoNumber) + '\t' + std::string(all.begin(), all.end());
+    if (line.size() > kMaxLine || line.find('\x1A') != std::string::npos) return;
+    PhotoIndexReader reader(line, kind);
+    PhotoIndexEntry again;
+    Check(reader.Next(again) && again.photoNumber == entry.photoNumber);
+    Check(again.city == entry.city && again.caption == entry.caption);
+    Check(again.pagePath == entry.pagePath && !reader.Next(again));
 }
 
 void ReadAll(std::string_view bytes, PhotoIndexKind kind) {
@@ -39,6 +55,7 @@ void ReadAll(std::string_view bytes, PhotoIndexKind kind) {
         for (const WideString* text : {&entry.city, &entry.caption, &entry.pagePath}) {
             Check(text->find_first_of(WideView(u"\t\r\n\0", 4)) == WideString::npos);
         }
+        CheckReadAgain(entry, kind);
         if (FormPhotoPath(kRoot, u"Country", entry.city, entry.photoNumber, path)) {
             Check(LiesBelowRoot(path, entry.city.empty() ? 1 : 2));
         }
@@ -52,7 +69,7 @@ void ReadAll(std::string_view bytes, PhotoIndexKind kind) {
 }  // namespace
 
 extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size) {
-    if (size > kMaxBytes) return 0;
+    if (size > 1U << 16U) return 0;
     const std::string_view bytes(reinterpret_cast<const char*>(data), size);
     ReadAll(bytes, PhotoIndexKind::City);
     ReadAll(bytes, PhotoIndexKind::Country);

@@ -74,11 +74,14 @@ TEST_F(CityLabelsTest, NothingIsDrawnWithoutAPlaceInSight) {
     EXPECT_THAT(Render(-13.0), ElementsAre("Lima")) << "just on the edge, and no empty text";
     EXPECT_THAT(Render(-12.999), IsEmpty()) << "behind it";
     EXPECT_THAT(Render(0.0), IsEmpty()) << "edge not measured yet";
-    for (const CVector4& place : {CVector4(kNan, kNan, kNan, 1.0), CVector4(0.0, 0.0, 16.0, 1.0)}) {
+    // No number, in the camera itself, its row at the upper edge of the window.
+    for (const CVector4& place : {CVector4(kNan, kNan, kNan, 1.0), {0, 0, 16, 1}, Place(300)}) {
         geoPoint_.globePoint = place;
-        EXPECT_THAT(Render(-1e30), IsEmpty()) << "no number, and in the camera itself";
+        EXPECT_THAT(Render(-1e30), IsEmpty());
     }
-    geoPoint_.globePoint = Place(0);
+    geoPoint_.globePoint = Place(299);
+    EXPECT_THAT(Render(), ElementsAre("Lima"));
+    Gl().texts.clear();
     RenderCityLabels(nullptr, 1, geoPoint_, scene_, font_, -15.0, clock_);
     RenderCityLabels(entries_.data(), -1, geoPoint_, scene_, font_, -15.0, clock_);
     EXPECT_THAT(Gl().texts, IsEmpty());

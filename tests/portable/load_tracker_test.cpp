@@ -6,7 +6,6 @@
 
 #include <algorithm>
 #include <sstream>
-#include <string>
 
 namespace {
 
@@ -14,18 +13,17 @@ const char kWindows[] = {'A', 'B'};  // their addresses stand for the handles
 
 /// "A" starts a load for window A; "1+" load 1 has filled the picture, "1s" is being split, "1-"
 /// has failed, "1." has ended.
-void Play(LoadTracker& loads, const std::string& script) {
+void Play(LoadTracker& loads, const char* script) {
+    const std::string_view states = "+s-.";
+    const LoadState reached[] = {LoadState::Loaded, LoadState::Splitting, LoadState::Failed,
+                                 LoadState::Ended};
     std::istringstream words(script);
     for (std::string word; words >> word;) {
-        if (word == "A" || word == "B") {
+        if (word.size() == 1) {
             loads.Start(&kWindows[word[0] - 'A']);
-            continue;
+        } else {
+            loads.Report(static_cast<LoadNumber>(word[0] - '0'), reached[states.find(word[1])]);
         }
-        const char* const states = "+s-.";
-        const LoadState reached[] = {LoadState::Loaded, LoadState::Splitting, LoadState::Failed,
-                                     LoadState::Ended};
-        loads.Report(static_cast<LoadNumber>(word[0] - '0'),
-                     reached[std::string(states).find(word[1])]);
     }
 }
 
@@ -42,7 +40,6 @@ TEST(LoadTracker, OnlyTheNewestFailureClearsAndNoOtherLoadsPicture) {
         {"the picture of the load before lies there", "A 1+ 1s 1. A 2-", true},
         {"a newer load was started", "A 1- B", false},
         {"an older one came later", "A B 2- 1+", false},
-        {"an older one came meanwhile", "A B 1+ 2-", false},
         {"an older one came between load and split", "A B 2+ 1+ 2s 2-", false},
         {"the older one is gone too", "A B 1+ 2-", true, PictureStage::Empty},
     };
@@ -53,6 +50,11 @@ TEST(LoadTracker, OnlyTheNewestFailureClearsAndNoOtherLoadsPicture) {
                                            loads.Find(&kWindows[1], LoadState::Failed));
         EXPECT_EQ(loads.LeavesTextures(failed, c.stage), c.clears) << c.why;
     }
+    LoadTracker loads;
+    Play(loads, "A 1+ B");
+    EXPECT_TRUE(loads.IsSuperseded(1, PictureStage::Empty)) << "load 2 cleared the picture";
+    EXPECT_FALSE(loads.IsSuperseded(1, PictureStage::Loaded));
+    EXPECT_FALSE(loads.IsSuperseded(2, PictureStage::Empty)) << "nothing newer comes";
 }
 
 TEST(LoadTracker, AWindowsEndConcernsTheOthersOnlyWhenNobodyElseGoesOn) {
@@ -60,25 +62,25 @@ TEST(LoadTracker, AWindowsEndConcernsTheOthersOnlyWhenNobodyElseGoesOn) {
         const char* why;
         const char* script;
         char dies;
-        bool unfinished;
-        bool otherGoesOn;
+        bool unfinished, otherGoesOn, newestForgotten;
     } cases[] = {
-        {"it was at rest", "A", 'B', false, true},
-        {"it alone loaded", "A", 'A', true, false},
-        {"it alone was about to split", "A 1+", 'A', true, false},
-        {"it had not heard of its failure", "A 1-", 'A', true, false},
-        {"it was through", "A 1+ 1s 1.", 'A', false, false},
-        {"both load", "A B", 'A', true, true},
-        {"the other splits", "B 1+ 1s A", 'A', true, true},
-        {"the other gave up", "A B 2.", 'A', true, false},
-        {"the other failed", "A B 2-", 'A', true, false},
-        {"the other's second gave up", "A B B 3.", 'A', true, true},
+        {"it was at rest", "A", 'B', false, true, false},
+        {"it alone loaded", "A", 'A', true, false, true},
+        {"it alone was about to split", "A 1+", 'A', true, false, true},
+        {"it had not heard of its failure", "A 1-", 'A', true, false, true},
+        {"it was through", "A 1+ 1s 1.", 'A', false, false, false},
+        {"both load", "A B", 'A', true, true, false},
+        {"the other splits", "B 1+ 1s A", 'A', true, true, true},
+        {"the other gave up", "A B 2.", 'A', true, false, false},
+        {"the other failed", "A B 2-", 'A', true, false, false},
+        {"the other's second gave up", "A B B 3.", 'A', true, true, false},
     };
     for (const auto& c : cases) {
         LoadTracker loads;
         Play(loads, c.script);
         EXPECT_EQ(loads.Forget(&kWindows[c.dies - 'A']), c.unfinished) << c.why;
         EXPECT_EQ(loads.IsAnyUnderWay(), c.otherGoesOn) << c.why;
+        EXPECT_EQ(loads.IsNewestForgotten(), c.newestForgotten) << c.why;
     }
 }
 

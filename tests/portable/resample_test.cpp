@@ -3,7 +3,6 @@
 #include <gtest/gtest.h>
 
 #include <random>
-#include <string>
 #include <utility>
 
 #include "support/memory_picture.h"
@@ -13,24 +12,22 @@ namespace {
 
 using Bytes = std::vector<std::uint8_t>;
 
-Bytes Shrink(Bytes block, std::size_t width, std::size_t height, std::size_t newWidth,
-             std::size_t newHeight) {
-    EXPECT_TRUE(ShrinkPixels(block.data(), {width, height}, {newWidth, newHeight}));
-    block.resize(newWidth * newHeight * 3);
+Bytes Shrink(Bytes block, BlockSize from, BlockSize to) {
+    EXPECT_TRUE(ShrinkPixels(block.data(), from, to));
+    block.resize(to.width * to.height * 3);
     return block;
 }
 
 /// The same from rows that lie upside down elsewhere, red and blue exchanged.
-Bytes ShrinkExchanging(const Bytes& block, std::size_t width, std::size_t height,
-                       std::size_t newWidth, std::size_t newHeight) {
-    const auto rowBytes = static_cast<std::ptrdiff_t>(width * 3);
+Bytes ShrinkExchanging(const Bytes& block, BlockSize from, BlockSize to) {
+    const auto rowBytes = static_cast<std::ptrdiff_t>(from.width * 3);
     Bytes rows;
     for (auto end = block.end(); end != block.begin(); end -= rowBytes) {
         rows.insert(rows.end(), end - rowBytes, end);
     }
-    Bytes shrunk(newWidth * newHeight * 3);
-    EXPECT_TRUE(ShrinkExchangingRedBlue(&rows[(height - 1) * width * 3], -rowBytes, {width, height},
-                                        {newWidth, newHeight}, shrunk.data()));
+    Bytes shrunk(to.width * to.height * 3);
+    EXPECT_TRUE(ShrinkExchangingRedBlue(&rows[(from.height - 1) * from.width * 3], -rowBytes, from,
+                                        to, shrunk.data()));
     for (std::size_t i = 0; i < shrunk.size(); i += 3) std::swap(shrunk[i], shrunk[i + 2]);
     return shrunk;
 }
@@ -39,21 +36,18 @@ Bytes ShrinkExchanging(const Bytes& block, std::size_t width, std::size_t height
 void ExpectPlain(int width, int height, int newWidth, int newHeight) {
     const Bytes noise = NoiseImage(width, height).bytes;
     const Bytes plain = PlainShrink(noise, width, height, newWidth, newHeight);
-    const std::size_t sides[] = {std::size_t(width), std::size_t(height), std::size_t(newWidth),
-                                 std::size_t(newHeight)};
-    const auto& [w, h, newW, newH] = sides;
-    SCOPED_TRACE(testing::PrintToString(sides));
-    EXPECT_TRUE(Shrink(noise, w, h, newW, newH) == plain);
-    EXPECT_TRUE(ShrinkExchanging(noise, w, h, newW, newH) == plain) << "exchanging";
+    const BlockSize from{std::size_t(width), std::size_t(height)};
+    const BlockSize to{std::size_t(newWidth), std::size_t(newHeight)};
+    EXPECT_TRUE(Shrink(noise, from, to) == plain && ShrinkExchanging(noise, from, to) == plain)
+        << width << " x " << height << " to " << newWidth << " x " << newHeight;
 }
 
 TEST(Resample, CountsTheFirstPixelOfALineTwice) {
     const Bytes row = {10, 20, 30, 41, 51, 62, 70, 80, 90, 101, 111, 122};
     const Bytes shrunk = {20, 30, 40, 85, 95, 106};  // (2 * 10 + 41) / 3 ..., (70 + 101) / 2 ...
-    EXPECT_EQ(Shrink(row, 4, 1, 2, 1), shrunk);
-    EXPECT_EQ(Shrink(row, 1, 4, 1, 2), shrunk) << "columns as rows";
-    EXPECT_EQ(Shrink(row, 4, 1, 4, 1), row) << "a line that keeps its length keeps its pixels";
-    EXPECT_EQ(Shrink(row, 4, 1, 1, 1), (Bytes{46, 56, 66})) << "(2 * 10 + 41 + 70 + 101) / 5 ...";
+    EXPECT_EQ(Shrink(row, {4, 1}, {2, 1}), shrunk);
+    EXPECT_EQ(Shrink(row, {1, 4}, {1, 2}), shrunk) << "columns as rows";
+    EXPECT_EQ(Shrink(row, {4, 1}, {4, 1}), row) << "a line that keeps its length keeps its pixels";
 }
 
 TEST(Resample, GivesTheBytesOfThePlainTwoPasses) {
@@ -76,11 +70,10 @@ TEST(Resample, GivesTheBytesOfThePlainTwoPasses) {
 // of a row that is worked on in larger pieces.
 TEST(Resample, GivesTheBytesOfThePlainTwoPassesUpToHalf) {
     const int heights[][2] = {{1, 1}, {2, 1}, {4, 2}, {9, 5}};
-    for (int newWidth = 1; newWidth <= 40 && !HasFailure(); ++newWidth) {
-        for (const int width :
-             {newWidth + 1, newWidth * 3 / 2, newWidth * 2 - 1, newWidth * 2, newWidth * 2 + 1}) {
+    for (int to = 1; to <= 40 && !HasFailure(); ++to) {
+        for (const int from : {to + 1, to * 3 / 2, to * 2 - 1, to * 2, to * 2 + 1}) {
             for (const auto& [height, newHeight] : heights) {
-                ExpectPlain(width, height, newWidth, newHeight);
+                ExpectPlain(from, height, to, newHeight);
             }
         }
     }
@@ -90,11 +83,11 @@ TEST(Resample, DividesExactlyOnBothSidesOfEachQuotient) {
     for (const std::size_t size : {2, 3, 6, 254, 4094, 4095, 4096, 65534, 65536}) {
         for (const int quotient : {1, 2, 100, 200, 255}) {
             Bytes line(size * 3, static_cast<std::uint8_t>(quotient));
-            EXPECT_EQ(Shrink(line, size, 1, 1, 1)[2], quotient) << size << " pixels";
-            EXPECT_EQ(Shrink(line, 1, size, 1, 1)[2], quotient) << size << " rows";
-            --line.back();
-            EXPECT_EQ(Shrink(line, size, 1, 1, 1)[2], quotient - 1) << size << " pixels, 1 less";
-            EXPECT_EQ(Shrink(line, 1, size, 1, 1)[2], quotient - 1) << size << " rows, 1 less";
+            for (int less = 0; less < 2; ++less) {
+                EXPECT_EQ(Shrink(line, {size, 1}, {1, 1})[2], quotient - less) << size << " pixels";
+                EXPECT_EQ(Shrink(line, {1, size}, {1, 1})[2], quotient - less) << size << " rows";
+                --line.back();
+            }
         }
     }
 }

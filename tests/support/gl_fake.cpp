@@ -53,6 +53,13 @@ void gluSphere(GLUquadric*, GLdouble radius, GLint, GLint) { Issue({0, radius});
 void glPushMatrix() { ++Gl().matrixDepth; }
 void glPopMatrix() { --Gl().matrixDepth; }
 
+void glBindTexture(GLenum, GLuint name) { Gl().sent.push_back(name); }
+void glTexCoord2d(GLdouble s, GLdouble t) { Gl().sent.insert(Gl().sent.end(), {s, t}); }
+void glVertex3f(GLfloat x, GLfloat y, GLfloat z) { Gl().sent.insert(Gl().sent.end(), {x, y, z}); }
+void glLightfv(GLenum, GLenum, const GLfloat* values) {
+    Gl().sent.insert(Gl().sent.end(), values, values + 3);
+}
+
 GLenum glGetError() {
     ++Gl().errorsAsked;
     if (Gl().errors.empty()) return Gl().steadyError;

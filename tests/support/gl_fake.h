@@ -34,6 +34,7 @@ struct GlState {
     std::vector<double> spheres;     ///< radii of what was drawn, from lists and directly
     std::set<GLuint> textures;       ///< names generated and not deleted
     std::vector<std::string> texts;  ///< bytes of each glCallLists
+    std::vector<double> sent;        ///< numbers of lights, vertices and what belongs to them
     int matrixDepth = 1;
     unsigned pixelSum = 0;  ///< of all that was uploaded
 };

@@ -86,4 +86,13 @@ std::unique_ptr<Picture> ConvertPicture(std::unique_ptr<Picture> picture, std::i
     return std::make_unique<MemoryPicture>(std::move(target));
 }
 
-bool EncodeJpeg(const PixelBlock&, const std::wstring&, int) { return true; }
+bool EncodeJpeg(const PixelBlock& block, const std::wstring& path, int) {
+    MemoryImage& image = PictureFiles()[path] = {};
+    image.width = block.width;
+    image.height = block.height;
+    for (std::int32_t row = 0; row < block.height; ++row) {
+        const std::uint8_t* const bytes = block.firstRow + std::ptrdiff_t{row} * block.stride;
+        image.bytes.insert(image.bytes.end(), bytes, bytes + block.width * block.bytesPerPixel);
+    }
+    return true;
+}

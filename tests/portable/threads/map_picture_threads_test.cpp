@@ -2,7 +2,6 @@
 // do it: for the thread sanitizer, which sees what no order of events would show.
 #include <gtest/gtest.h>
 
-#include <atomic>
 #include <mutex>
 #include <thread>
 #include <vector>
@@ -13,10 +12,6 @@
 #include "window/level_of_detail.h"
 
 namespace {
-
-constexpr int kWidth = 128;
-constexpr int kHeight = 64;
-constexpr int kRounds = 400;
 
 /// What the window and its workers share.
 struct Shared {
@@ -57,56 +52,47 @@ unsigned Attach(Shared& shared) {
     return sum;
 }
 
-/// What the window does when a failure is reported.
-void ClearAfter(Shared& shared, LoadNumber failed) {
+/// Clears the picture after a failure or, with all loads becoming stale, because it is freed.
+void Clear(Shared& shared, LoadNumber failed = kNoLoad) {
     const std::lock_guard hold(shared.mutex);
-    if (shared.loads.LeavesTextures(failed, shared.picture.Stage()))
-        shared.picture.ClearTiles(false);
-}
-
-void Free(Shared& shared) {
-    const std::lock_guard hold(shared.mutex);
-    ++shared.generation;
-    shared.picture.ClearMap();
-    shared.picture.ClearTiles(false);
+    if (failed == kNoLoad) ++shared.generation;
+    if (failed == kNoLoad || shared.loads.LeavesTextures(failed, shared.picture.Stage()))
+        shared.picture.ClearTiles(failed == kNoLoad);
 }
 
 }  // namespace
 
 TEST(MapPictureThreads, LoadsSplitsDetailChangesAndFreesMeetWithoutARace) {
-    PictureFiles()[L"data/map.jpg"] = NoiseImage(kWidth, kHeight);
+    PictureFiles()[L"data/map.jpg"] = NoiseImage(128, 64);
     Shared shared;
-    shared.limits.maxTextureSize = kWidth;
+    shared.limits.maxTextureSize = 128;
     LevelOfDetail detail;
     std::vector<std::thread> workers;
     int attached = 0;
     int busy = 0;
-    const auto load = [&shared](const wchar_t* folder) {
-        return shared.picture.Load(shared.limits, folder) != kLoadFailed;
-    };
     const auto split = [&shared] { return shared.picture.Split(shared.limits); };
-    for (int round = 0; round < kRounds; ++round) {
+    for (int round = 0; round < 400; ++round) {
         detail.Apply(round % 2 == 0 ? kFinestFactor : kCoarsestFactor, shared.limits);
-        const wchar_t* folder = round % 8 == 3 ? L"missing/" : L"data/";
-        workers.push_back(StartWorker(shared, shared.loads.Start(&shared), LoadState::Loaded,
-                                      [=] { return load(folder); }));
+        const auto load = [&shared, folder = round % 8 == 3 ? L"missing/" : L"data/"] {
+            return shared.picture.Load(shared.limits, folder) != kLoadFailed;
+        };
+        workers.push_back(
+            StartWorker(shared, shared.loads.Start(&shared), LoadState::Loaded, load));
         for (int waited = 0; waited < 4; ++waited) {
             busy += shared.picture.IsBusy() ? 1 : 0;  // as each picture asks, without the lock
-            const LoadNumber loaded = Advance(shared, LoadState::Loaded, LoadState::Splitting);
-            if (loaded != kNoLoad)
-                workers.push_back(StartWorker(shared, loaded, LoadState::Split, split));
-            const LoadNumber ready = Advance(shared, LoadState::Split, LoadState::Ended);
-            if (ready != kNoLoad && Attach(shared) != 0) ++attached;
-            const LoadNumber failed = Advance(shared, LoadState::Failed, LoadState::Ended);
-            if (failed != kNoLoad) ClearAfter(shared, failed);
+            if (const auto it = Advance(shared, LoadState::Loaded, LoadState::Splitting))
+                workers.push_back(StartWorker(shared, it, LoadState::Split, split));
+            if (Advance(shared, LoadState::Split, LoadState::Ended) != kNoLoad && Attach(shared))
+                ++attached;
+            if (const auto it = Advance(shared, LoadState::Failed, LoadState::Ended))
+                Clear(shared, it);
             std::this_thread::yield();
         }
-        if (round % 16 == 15) Free(shared);
-        if (workers.size() < 6) continue;
+        if (round % 16 == 15) Clear(shared);
+        if (workers.size() < 6 && round < 399) continue;
         for (std::thread& worker : workers) worker.join();
         workers.clear();
     }
-    for (std::thread& worker : workers) worker.join();
     EXPECT_GT(attached, 0) << "no set of tiles ever came through";
     EXPECT_FALSE(shared.picture.IsBusy()) << "was busy " << busy << " times";
 }

@@ -20,7 +20,11 @@ class GlTrace : public MapHostTest {
 protected:
     GlTrace() {
         FixedClock() = kNewYearNoon2000;
-        for (const Row& row : Table("gl_names")) numbers_[row.why] = row.Int(0);
+        for (const Row& row : Table("gl_names")) {
+            for (std::size_t i = 0; i < row.cells.size(); i += 2) {
+                numbers_[row.Text(i)] = row.Int(i + 1);
+            }
+        }
     }
 
     static GlListing& Calls() { return SpiedGl().calls; }
@@ -61,8 +65,10 @@ protected:
     void Then(std::initializer_list<const char*> parts) {
         for (const std::string part : parts) {
             GlListing expected;
-            for (const Row& row : table_)
-                if (row.why == part) expected.push_back(row.Text(0));
+            for (const Row& row : table_) {
+                if (row.why != part) continue;
+                expected.insert(expected.end(), row.cells.begin(), row.cells.end());
+            }
             ASSERT_LE(expected.size(), rest_.size()) << part;
             ExpectBegins(rest_, expected, kTolerance, numbers_);
             rest_.erase(rest_.begin(), rest_.begin() + std::ssize(expected));

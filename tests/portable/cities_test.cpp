@@ -1,16 +1,20 @@
-#include "cities/city_markers.h"
-
+// The host's cities: read from the sample host's file, placed on the globe, found by place and
+// name.
 #include <gmock/gmock.h>
 
 #include <cmath>
 
+#include "cities/city_lookup.h"
+#include "cities/city_markers.h"
 #include "cities/city_pick.h"
+#include "cities/city_zone.h"
 #include "math/geographic.h"
 
 namespace {
 
 using testing::Each;
 using testing::ElementsAre;
+using Name = std::basic_string<HorivoWideChar>;
 
 constexpr double kNaN = std::numeric_limits<double>::quiet_NaN();
 constexpr double kInfinity = std::numeric_limits<double>::infinity();
@@ -26,7 +30,7 @@ CityRecord TestCity(double latitude, double longitude, double x, double y, doubl
     return city;
 }
 
-struct CityMarkersTest : testing::Test {
+struct CitiesTest : testing::Test {
     CityTable Cities() { return {cities.data(), static_cast<std::int32_t>(cities.size())}; }
     std::int32_t Find(const CVector4& point, double radius) {
         return FindCitiesNear(Cities(), point, radius, found.data(), 4, count);
@@ -42,7 +46,7 @@ struct CityMarkersTest : testing::Test {
     std::int32_t count = -1;
 };
 
-TEST_F(CityMarkersTest, MarkersFloatJustAboveTheirPlace) {
+TEST_F(CitiesTest, MarkersFloatJustAboveTheirPlace) {
     cities = {TestCity(-33.9, 151.2, 7, 7, 7), TestCity(0, 10, 7, 7, 7), TestCity(10, 0, 7, 7, 7)};
     PlaceCityMarkers(Cities(), 3.0);
     const double* sydney = cities[0].markerPoint;
@@ -54,7 +58,7 @@ TEST_F(CityMarkersTest, MarkersFloatJustAboveTheirPlace) {
     EXPECT_EQ(cities[2].markerPoint[0], 7.0) << "on the prime meridian: no position";
 }
 
-TEST_F(CityMarkersTest, CollectsWhatIsInReachInTableOrder) {
+TEST_F(CitiesTest, CollectsWhatIsInReachInTableOrder) {
     cities = {TestCity(1, 1, 3, 0, 0), TestCity(1, 1, 1, 0, 0), TestCity(0, 1, 0, 0, 0),
               TestCity(1, 1, 0, 2, 0), TestCity(1, 1, 0, 0, -1)};
     cities[2].distanceSq = -7.0;
@@ -72,7 +76,7 @@ TEST_F(CityMarkersTest, CollectsWhatIsInReachInTableOrder) {
     EXPECT_EQ(count, 0);
 }
 
-TEST_F(CityMarkersTest, HopelessInputFindsNothing) {
+TEST_F(CitiesTest, HopelessInputFindsNothing) {
     EXPECT_EQ(Find({}, 1.0), -1) << "empty table";
     EXPECT_EQ(count, 0);
     EXPECT_EQ(FindCitiesNear({nullptr, 5}, {}, 1.0, nullptr, 8, count), -1) << "no table";
@@ -91,4 +95,61 @@ TEST_F(CityMarkersTest, HopelessInputFindsNothing) {
     EXPECT_EQ(Find({}, kNaN), 3) << "the nearest does not depend on the radius";
 }
 
+TEST_F(CitiesTest, TellTheHostWhichCityIsHitBySign) {
+    cities = {TestCity(1, 1, 1, 0, 0), TestCity(1, 1, kCityReach, 0, 0)};
+    EXPECT_EQ(PickCity(Cities(), {}).SignedIndex(), 1) << "hit, just within reach";
+    EXPECT_EQ(PickCity(Cities(), {-1e-9, 0, 0, 1}).SignedIndex(), -1)
+        << "nearest, but out of reach";
+    EXPECT_TRUE((CityPick{1, 0}).IsIn(2) && !(CityPick{1, 0}).IsIn(1) && !CityPick().IsIn(2));
+    EXPECT_TRUE(IsSignedIndexIn(-1, 2) && !IsSignedIndexIn(-2, 2) && !IsSignedIndexIn(2, 2));
+    EXPECT_FALSE(IsSignedIndexIn(std::numeric_limits<std::int32_t>::min(), 2));
+}
+
+TEST_F(CitiesTest, AreFoundByTheirNamesInAnyCase) {
+    const Name longest(64, u'x');
+    const WideView names[][2] = {
+        {u"Lima", u"Peru"}, {u"Lima", u"United States"}, {u"Singapore", u""}, {longest, longest}};
+    for (const auto& [city, country] : names) {
+        CityRecord& record = cities.emplace_back();
+        city.copy(record.cityName, 64);
+        country.copy(record.countryName, 64);
+    }
+    EXPECT_EQ(FindCity(Cities(), u"", u"LIMA"), 0) << "in any country";
+    EXPECT_EQ(FindCity(Cities(), u"united states", u"Lima"), 1);
+    EXPECT_EQ(FindCity(Cities(), u"Chile", u"Lima"), -1);
+    EXPECT_EQ(FindCity(Cities(), u"Peru", u""), -1);
+    EXPECT_EQ(FindCity(Cities(), longest, longest), 3) << "no terminator in the fields";
+    EXPECT_EQ(FindCityByDisplayName(Cities(), u"lima, United States"), 1);
+    EXPECT_EQ(FindCityByDisplayName(Cities(), u"Lima"), -1) << "the country is part of it";
+    EXPECT_EQ(FindCityByDisplayName(Cities(), u"Singapore"), 2) << "unless there is none";
+    EXPECT_EQ(FindCityByDisplayName(Cities(), longest + u", " + longest), 3);
+}
+
+/// Any address will do for a zone: nobody reads it here.
+const auto* const kZones = reinterpret_cast<const _TIME_DYNAMIC_ZONE_INFORMATION*>("ab");
+const auto* const kHostsZone = reinterpret_cast<const _TIME_DYNAMIC_ZONE_INFORMATION*>("c");
+
+TEST_F(CitiesTest, TakeTheirZoneFromTheTableAndGiveOnlyThatBack) {
+    TimeZoneTable table;
+    cities.resize(3);
+    cities[0].timeZoneId = 1;
+    cities[1].timeZone = kHostsZone;
+    cities[1].timeZoneId = 1;
+    EXPECT_EQ(ResolveTimeZone(cities[0], table), kZones);
+    EXPECT_EQ(ResolveTimeZone(cities[1], table), kHostsZone);
+    EXPECT_EQ(ResolveTimeZone(cities[2], table), nullptr) << "no such zone";
+    EXPECT_EQ(cities[0].timeZone, kZones) << "kept in the record";
+    RestoreTimeZones(Cities(), table);
+    EXPECT_EQ(cities[0].timeZone, nullptr);
+    EXPECT_EQ(cities[1].timeZone, kHostsZone);
+}
+
 }  // namespace
+
+// Fake of the table of Windows' zones: it has number 1 only.
+const _TIME_DYNAMIC_ZONE_INFORMATION* TimeZoneTable::Find(std::uint32_t id) noexcept {
+    return id == 1 ? kZones : nullptr;
+}
+bool TimeZoneTable::Owns(const _TIME_DYNAMIC_ZONE_INFORMATION* zone) const noexcept {
+    return zone == kZones;
+}
