@@ -1,18 +1,14 @@
 #include "window/library_module_win.h"
 
-namespace {
+// The first byte of the module that this code is linked into; the linker provides the name.
+// NOLINTNEXTLINE(bugprone-reserved-identifier)
+extern "C" IMAGE_DOS_HEADER __ImageBase;
 
-HMODULE ModuleOfThisCode(DWORD flags) noexcept {
+HMODULE LibraryModule() noexcept { return reinterpret_cast<HMODULE>(&__ImageBase); }
+
+HMODULE ReferenceToLibrary() noexcept {
     HMODULE module = nullptr;
-    GetModuleHandleExW(GET_MODULE_HANDLE_EX_FLAG_FROM_ADDRESS | flags,
-                       reinterpret_cast<LPCWSTR>(&LibraryModule), &module);
+    GetModuleHandleExW(GET_MODULE_HANDLE_EX_FLAG_FROM_ADDRESS,
+                       reinterpret_cast<LPCWSTR>(&ReferenceToLibrary), &module);
     return module;
 }
-
-}  // namespace
-
-HMODULE LibraryModule() noexcept {
-    return ModuleOfThisCode(GET_MODULE_HANDLE_EX_FLAG_UNCHANGED_REFCOUNT);
-}
-
-HMODULE ReferenceToLibrary() noexcept { return ModuleOfThisCode(0); }
