@@ -1,11 +1,12 @@
 #!/bin/bash
-# Runs the long tests: soak, races, failures of every call, any order of windows, the worst renderer.
+# Runs the long tests: anything in random order, failures of every call, the worst renderer.
 # tools/endurance.sh [short|full] [GTEST_FILTER]
 #   short  some minutes; every change has to pass it
-#   full   the soak for most of an hour, the races for ten minutes, a failure of each single call
-# The filter ("*Soak*", "Races*", "Failures*") selects tests. Each test runs in its own process, with
+#   full   each random profile for ten minutes, a failure of each single call
+# The filter ("*Races*", "Random*", "Failures*") selects tests. Each test runs in its own process, with
 # copies of the programs and its own Wine, so that the tree can be built and tested at the same time.
-# HORIVO_SEED=NUMBER repeats the run that printed this seed.
+# HORIVO_SEED=NUMBER repeats the run that printed this seed; HORIVO_ACTIONS="windows,failures" leaves
+# only these kinds of random action in.
 set -uo pipefail
 cd "$(dirname "${BASH_SOURCE[0]}")/.."
 

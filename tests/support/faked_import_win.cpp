@@ -10,6 +10,19 @@ void* Swap(void** slot, void* replacement) {
     return before;
 }
 
+template <class Act>
+void ForEachImport(HMODULE module, const Act& act) {
+    for (const auto* import = FirstImport(module); import->Name != 0; ++import) {
+        const auto* name = InImage<IMAGE_THUNK_DATA64>(module, import->OriginalFirstThunk);
+        auto* slot = const_cast<void**>(InImage<void*>(module, import->FirstThunk));
+        for (; name->u1.AddressOfData != 0; ++name, ++slot) {
+            if (IMAGE_SNAP_BY_ORDINAL64(name->u1.Ordinal)) continue;
+            const auto at = static_cast<DWORD>(name->u1.AddressOfData);
+            act(InImage<IMAGE_IMPORT_BY_NAME>(module, at)->Name, slot);
+        }
+    }
+}
+
 }  // namespace
 
 DWORD ImageDirectory(HMODULE module, int entry) {
@@ -24,15 +37,22 @@ const IMAGE_IMPORT_DESCRIPTOR* FirstImport(HMODULE module) {
 }
 
 void* ReplaceImport(HMODULE module, std::string_view function, void* replacement) {
-    for (const auto* import = FirstImport(module); import->Name != 0; ++import) {
-        const auto* name = InImage<IMAGE_THUNK_DATA64>(module, import->OriginalFirstThunk);
-        auto* slot = const_cast<void**>(InImage<void*>(module, import->FirstThunk));
-        for (; name->u1.AddressOfData != 0; ++name, ++slot) {
-            if (IMAGE_SNAP_BY_ORDINAL64(name->u1.Ordinal)) continue;
-            const auto at = static_cast<DWORD>(name->u1.AddressOfData);
-            if (function == InImage<IMAGE_IMPORT_BY_NAME>(module, at)->Name)
-                return Swap(slot, replacement);
-        }
-    }
-    return nullptr;
+    void* before = nullptr;
+    ForEachImport(module, [&](std::string_view name, void** slot) {
+        if (name == function) before = Swap(slot, replacement);
+    });
+    return before;
+}
+
+std::vector<std::string> ImportedFunctions(HMODULE module) {
+    std::vector<std::string> names;
+    ForEachImport(module, [&](std::string_view name, void**) { names.emplace_back(name); });
+    return names;
+}
+
+bool IsLoaded(HMODULE module) {
+    HMODULE found = nullptr;
+    return GetModuleHandleExW(GET_MODULE_HANDLE_EX_FLAG_FROM_ADDRESS |
+                                  GET_MODULE_HANDLE_EX_FLAG_UNCHANGED_REFCOUNT,
+                              reinterpret_cast<LPCWSTR>(module), &found) != FALSE;
 }

@@ -41,6 +41,7 @@ template <FunctionName Name, class Result, class... Arguments>
 void Install(HMODULE module, Result(APIENTRY*)(Arguments...),
              Result(APIENTRY* spy)(Arguments...) = &Spy<Name, Result, Arguments...>) {
     void* before = ReplaceImport(module, Name.View(), reinterpret_cast<void*>(spy));
+    ExpectImported(Name.View(), before != nullptr);
     if (before != nullptr)
         real<Name, Result(Arguments...)> =
             reinterpret_cast<Result(APIENTRY*)(Arguments...)>(before);

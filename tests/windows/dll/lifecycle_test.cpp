@@ -2,9 +2,9 @@
 #include <gmock/gmock.h>
 
 #include "image/gdiplus_win.h"
-#include "support/call_ledger_win.h"
 #include "support/faked_import_win.h"
 #include "support/gl_spy_win.h"
+#include "support/import_table_win.h"
 #include "support/map_host_win.h"
 #include "support/resource_count_win.h"
 
@@ -68,11 +68,11 @@ TEST_F(LifecycleTest, WindowsAndLibrariesLeaveNothingBehind) {
     constexpr int kLives = 10;
     for (int i = 0; i < 4; ++i) Live();
     const ResourceCount before = CountResources();
-    const CallLedger ledger(library.module);
+    const ImportLedger ledger(library.module);
     const FakedImport<"GdiplusStartup", decltype(Gdiplus::GdiplusStartup)> starts(library.module);
     const FakedImport<"GdiplusShutdown", decltype(Gdiplus::GdiplusShutdown)> ends(library.module);
     for (int i = 0; i < kLives; ++i) Live();
-    EXPECT_EQ(ledger.Held(), CallLedger::Counts{});
+    EXPECT_EQ(ledger.HeldObjects(), ImportLedger::Counts{});
     EXPECT_EQ(ledger.Made().at("gl context"), 2U * kLives);
     EXPECT_EQ(ledger.Made().at("timer"), 4U * kLives) << "the Sun's, and one more a window";
     EXPECT_EQ(starts.Calls(), kLives);

@@ -2,8 +2,8 @@
 #include <gmock/gmock.h>
 
 #include "support/driven_map_win.h"
-#include "support/failing_imports_win.h"
 #include "support/gl_spy_win.h"
+#include "support/import_table_win.h"
 
 namespace {
 

@@ -5,10 +5,9 @@
 #include <fstream>
 #include <thread>
 
-#include "support/call_ledger_win.h"
-#include "support/failing_imports_win.h"
 #include "support/faked_import_win.h"
 #include "support/gl_spy_win.h"
+#include "support/import_table_win.h"
 #include "support/jpeg_bytes.h"
 #include "support/map_host_win.h"
 
@@ -39,13 +38,13 @@ protected:
     template <FunctionName Name, class Function>
     void ExpectRefusal(Function*, std::uint32_t code) {
         ++reason;
-        const CallLedger ledger(library.module);
+        const ImportLedger ledger(library.module);
         const Failing<Name, Function> failing(library.module);
         EXPECT_EQ(CreateMap(), nullptr) << Name.View();
         EXPECT_EQ(status, code) << Name.View();
         EXPECT_EQ(library.GetLastSysError(), reason) << Name.View();
         EXPECT_EQ(wglGetCurrentContext(), nullptr) << Name.View();
-        EXPECT_EQ(ledger.Held(), CallLedger::Counts{}) << Name.View();
+        EXPECT_EQ(ledger.HeldObjects(), ImportLedger::Counts{}) << Name.View();
     }
     void ExpectWindowLives(HWND window) {
         ASSERT_TRUE(IsWindow(window));

@@ -7,8 +7,8 @@
 
 #include "support/faked_import_win.h"
 #include "support/gl_spy_win.h"
+#include "support/import_table_win.h"
 #include "support/map_host_win.h"
-#include "support/memory_ledger_win.h"
 #include "support/worker_watch_win.h"
 
 namespace {
@@ -256,7 +256,7 @@ TEST_F(WorkerTest, InstallMapTakesItsTurnBehindALoadUnderWay) {
 // ---- Workers that cannot work -----------------------------------------------------------------
 
 TEST_F(WorkerTest, AWorkerThatCannotBeStartedIsReported) {
-    const MemoryLedger memory(library.module);
+    const ImportLedger memory(library.module);
     const HWND window = CreateLoadedMap();
     const HWND other = CreateMap(50, 50);
     SpiedGl().uploads.resize(8);

@@ -1,47 +1,77 @@
 #pragma once
-// What the long runs share: how long they are, where their chance comes from, and the watch over
-// everything that could grow.
+// What the long tests share: how long they run, where their chance comes from, and their host.
 
+#include <atomic>
+#include <chrono>
 #include <cstdint>
-#include <map>
-#include <string>
+#include <cstdio>
+#include <cstdlib>
+#include <string_view>
 #include <vector>
 
-#include "support/call_ledger_win.h"
-#include "support/memory_ledger_win.h"
+#include "support/map_host_win.h"
+#include "support/photo_disk_win.h"
+// shellapi.h needs windows.h before it.
+#include <shellapi.h>
 
-/// HORIVO_ENDURANCE in the environment: "full", "short", or unset, which means short.
-bool IsFullRun();
-/// `full` in a full run, `brief` in a short one.
-int LengthOfRun(int full, int brief);
+/// `full` when HORIVO_ENDURANCE in the environment is "full", else `brief`.
+inline int LengthOfRun(int full, int brief) {
+    const char* form = std::getenv("HORIVO_ENDURANCE");
+    return form != nullptr && std::string_view(form) == "full" ? full : brief;
+}
+
 /// HORIVO_SEED in the environment, else one from the clock. Printed, so that a failure can be
 /// repeated.
-std::uint32_t SeedOfRun();
+inline std::uint32_t SeedOfRun() {
+    const char* wanted = std::getenv("HORIVO_SEED");
+    const auto now = std::chrono::system_clock::now().time_since_epoch().count();
+    const auto seed = static_cast<std::uint32_t>(
+        wanted != nullptr ? std::strtoul(wanted, nullptr, 10) : static_cast<unsigned long>(now));
+    std::printf("HORIVO_SEED=%u repeats this run\n", seed);
+    std::fflush(stdout);
+    return seed;
+}
 
-/// Samples what process and library hold, and judges at the end whether it stayed flat.
-class GrowthWatch {
+/// Chance, for any thread.
+class Dice {
 public:
-    explicit GrowthWatch(const char* name) : name_(name) {}
-    /// Ledgers to ask from now on; null for none.
-    void Follow(const CallLedger* calls, const MemoryLedger* memory) {
-        calls_ = calls;
-        memory_ = memory;
+    std::uint64_t Number() {
+        std::uint64_t x = state_.fetch_add(0x9E3779B97F4A7C15);
+        x = (x ^ (x >> 30)) * 0xBF58476D1CE4E5B9;
+        x = (x ^ (x >> 27)) * 0x94D049BB133111EB;
+        return x ^ (x >> 31);
     }
-    /// @param step  rounds done so far; the library is at rest
-    void Take(int step);
-    /// Prints the samples and fails the test for what grew after the first tenth: all but the
-    /// process's memory as a whole, in which the driver's grows.
-    void ExpectFlat() const { Judge(true); }
-    /// Only prints them: what grows belongs to others.
-    void Print() const { Judge(false); }
+    /// 0 to `count` - 1.
+    int Roll(int count) {
+        return static_cast<int>((Number() >> 2) % static_cast<std::uint64_t>(count));
+    }
+    bool OneIn(int count) { return Roll(count) == 0; }
+    template <class Value, std::size_t Count>
+    const Value& Any(const Value (&values)[Count]) {
+        return values[Roll(static_cast<int>(Count))];
+    }
 
 private:
-    void Judge(bool strict) const;
+    std::atomic<std::uint64_t> state_ = SeedOfRun();
+};
 
-    using Sample = std::map<std::string, double>;
-    const char* name_;
-    const CallLedger* calls_ = nullptr;
-    const MemoryLedger* memory_ = nullptr;
-    std::vector<int> steps_;
-    std::vector<Sample> samples_;
+/// A host with forty cities, photos of one of them, and a hidden window that is asked for them.
+class LongRunTest : public MapHostTest {
+protected:
+    LongRunTest();
+    ~LongRunTest() override;
+
+    /// The picture and the settings of the tests, in an otherwise empty folder.
+    static void PutFiles(int mapWidth);
+    /// A map window; one that was refused says why.
+    HWND Make(int width, int height);
+    /// The host's answer when it is asked to let `window` show photos.
+    virtual LRESULT Consent(HWND /*window*/) { return 1; }
+
+    std::vector<CityRecord> sane;  ///< the cities; a test hands over a copy of them
+    PhotoDisk photos;
+
+private:
+    static LRESULT CALLBACK HiddenProc(HWND window, UINT message, WPARAM wParam, LPARAM lParam);
+    HWND hidden_ = nullptr;
 };
