@@ -16,7 +16,7 @@
 #include <shellapi.h>
 
 class DrivenMapTest : public MapHostTest {
-protected:
+public:
     static constexpr WPARAM kRepeatTimer = 1;
     static constexpr WPARAM kFlightTimer = 2;
     static constexpr WPARAM kHoverTimer = 3;

@@ -114,7 +114,7 @@ TEST_F(WorkerTest, TheWindowDiesUnderItsWorker) {
         Restart();
         // FreeMap waits for a worker that holds the picture.
         DestroyWindow(CreateHeldUp(place));
-        workers.LetGoAtWait(kWorkerEndWaitMs);
+        workers.LetGoAtWait();
         EXPECT_NE(library.FreeMap(), 0U);
         workers.LetGo();
         EXPECT_TRUE(Settle());
@@ -163,7 +163,7 @@ TEST_F(WorkerTest, ASecondFreeMapWaitsForTheWorkerThatTheFirstGaveUpOn) {
     workers.HurryWaits(true);
     library.FreeMap();
     workers.HurryWaits(false);
-    workers.LetGoAtWait(kWorkerEndWaitMs);
+    workers.LetGoAtWait();
     library.FreeMap();
     EXPECT_TRUE(workers.WaitUntilAllLeft());
     Init();
@@ -232,7 +232,7 @@ TEST_F(WorkerTest, ALoadThatOutlivesItsWindowLeavesNoOtherBare) {
 TEST_F(WorkerTest, InstallMapTakesItsTurnBehindALoadUnderWay) {
     CreateHeldUp(At::Decode);
     PutPatternMap(256, 128);
-    workers.LetGoAtWait(kWorkerEndWaitMs);
+    workers.LetGoAtWait();
     // The split of the load that was under way comes before the new load: it finds no picture.
     using Destroy = FakedImport<"DestroyWindow", decltype(DestroyWindow)>;
     const Destroy destroy(library.module, [this](HWND testWindow) {
