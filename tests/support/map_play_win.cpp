@@ -348,7 +348,9 @@ const std::map<std::string, Verb> kVerbs = {
     {"labels", [](auto& m, auto& a) { EXPECT_EQ(m.Labels(), a.Texts()); }},
     {"says",
      [](auto& m, auto& a) {
-         const auto words = m.Look().Words();
+         const SeenOverlay seen = m.Look();
+         const auto words = seen.Words();
+         EXPECT_EQ(seen.openMatrices, 0) << "an empty text leaves its level behind";
          for (const std::string& text : a.Texts())
              EXPECT_TRUE(Holds(words, text)) << text << " not in " << testing::PrintToString(words);
      }},

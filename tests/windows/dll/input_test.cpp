@@ -32,6 +32,8 @@ TEST_F(InputTest, KeysTurnAndZoomTheWayTheyPushAndTheWheelToTheLimits) {
                  {"less than a notch", "wheel -119; repaint; view 40 0"},
                  {"the farthest", "wheel 32767; repaint; view 40 0 -28.5"},
                  {"the nearest", "wheel -32768; repaint; view 40 0 -4.1"},
+                 {"the night moves on, and one more frame follows a change of size",
+                  "runs sun 5000; size 420 310; paint; repaint; paint; no repaint; size 400 300"},
                  {"a held key repeats only where that makes sense",
                   "started any; held key f 5; held key h 5; held key i 5; held key l 5;"
                   "held key insert 5; started 0; opened none; labels none;"

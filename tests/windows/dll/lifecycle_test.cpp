@@ -7,6 +7,8 @@
 #include "support/gl_spy_win.h"
 #include "support/map_host_win.h"
 #include "support/resource_count_win.h"
+// shlobj.h needs windows.h before it.
+#include <shlobj.h>
 
 namespace {
 
@@ -81,6 +83,41 @@ TEST_F(LifecycleTest, WindowsAndLibrariesLeaveNothingBehind) {
     EXPECT_EQ(after.gdiObjects, before.gdiObjects);
     EXPECT_EQ(after.kernelHandles, before.kernelHandles);
     EXPECT_LT(after.privateBytes, before.privateBytes + kMemoryNoise);
+}
+
+TEST_F(LifecycleTest, AWindowIsMadeAsTheHostAsksForIt) {
+    Init();
+    const HWND window = library.CreateMapWindow(host, 30, 70, kWidth, kHeight, nullptr);
+    RECT place = {};
+    GetWindowRect(window, &place);
+    MapWindowPoints(nullptr, host, reinterpret_cast<POINT*>(&place), 2);
+    EXPECT_EQ(place.left, 30);
+    EXPECT_EQ(place.top, 70);
+    EXPECT_EQ(place.right, 30 + kWidth);
+    EXPECT_EQ(place.bottom, 70 + kHeight);
+    wchar_t title[32] = {};
+    GetWindowTextW(window, title, 32);
+    EXPECT_STREQ(title, L"GL Map");
+    EXPECT_EQ(GetWindowLongPtrW(window, GWL_STYLE),
+              WS_CHILD | WS_VISIBLE | WS_CLIPSIBLINGS | WS_CLIPCHILDREN | WS_TABSTOP);
+    EXPECT_EQ(SendMessageW(window, WM_ERASEBKGND, 0, 0), 1) << "erasing would flicker";
+}
+
+TEST_F(LifecycleTest, TheDataFolderMayHaveAnyName) {
+    const std::filesystem::path root =
+        std::filesystem::temp_directory_path() / L"\x0416-\x00E9-\x5730";
+    std::filesystem::create_directories(root / L"Zelmo" / L"Horivo");
+    std::filesystem::copy_file(MapPath(), root / L"Zelmo" / L"Horivo" / L"map.jpg");
+    const FakedImport<"SHGetFolderPathW", decltype(SHGetFolderPathW)> folder(
+        library.module, [&](HWND, int, HANDLE, DWORD, wchar_t* path) {
+            root.wstring().copy(path, MAX_PATH);
+            path[root.wstring().size()] = L'\0';
+            return S_OK;
+        });
+    Init();
+    CreateMap(kWidth, kHeight);
+    EXPECT_TRUE(WaitForTiles());
+    std::filesystem::remove_all(root);
 }
 
 TEST_F(LifecycleTest, WindowsOfAnySizeLiveAndChangeIt) {

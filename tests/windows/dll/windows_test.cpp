@@ -92,6 +92,15 @@ TEST_F(WindowsTest, AWindowLeftWithoutAContextLivesAndComesBack) {
     ExpectAsIfAlone(a, "with a new context");
 }
 
+TEST_F(WindowsTest, AContextOfSmallerTexturesGetsSmallerTiles) {
+    MakeFirst(a);
+    SpiedGl().maxTextureSize = 64;
+    SpiedGl().uploads.clear();
+    Make(b);
+    ASSERT_TRUE(WaitForTiles());
+    for (const SpiedUpload& tile : SpiedGl().uploads) EXPECT_LE(tile.width, 64);
+}
+
 // ---- A host that draws with OpenGL itself -----------------------------------------------------
 
 /// Another part of the program with a context of its own, current on this thread.

@@ -97,7 +97,9 @@ TEST_F(WorkerTest, AWorkerThatCannotBeStartedIsReported) {
         Play("start fails " + start + "; key l; settle; boxes 1; tiles 0; lives");
         EXPECT_GT(repaints, 0) << "the other may say that a picture is being loaded";
         EXPECT_LT(memory.HeldBytes(), 3U * kWidth * kHeight) << "the picture that nobody will cut";
+        repaints = 0;
         Play("key h; settle; tiles 1", "the next load");
+        EXPECT_GT(repaints, 0) << "the other has new tiles too";
     }
     Play("close all; free; left");
     const HMODULE module = std::exchange(library.module, nullptr);
