@@ -24,11 +24,11 @@ std::vector<std::string> Split(const std::string& text, char at) {
 }
 
 const std::map<std::string, int> kKeys = {
-    {"up", VK_UP},         {"down", VK_DOWN},   {"left", VK_LEFT},   {"right", VK_RIGHT},
-    {"home", VK_HOME},     {"clear", VK_CLEAR}, {"plus", VK_ADD},    {"minus", VK_SUBTRACT},
-    {"prior", VK_PRIOR},   {"next", VK_NEXT},   {"insert", VK_INSERT}};
-const std::map<std::string, WPARAM> kTimers = {{"repeat", 1}, {"flight", 2}, {"hover", 3},
-                                               {"sun", 4}};
+    {"up", VK_UP},       {"down", VK_DOWN},   {"left", VK_LEFT},    {"right", VK_RIGHT},
+    {"home", VK_HOME},   {"clear", VK_CLEAR}, {"plus", VK_ADD},     {"minus", VK_SUBTRACT},
+    {"prior", VK_PRIOR}, {"next", VK_NEXT},   {"insert", VK_INSERT}};
+const std::map<std::string, WPARAM> kTimers = {
+    {"repeat", 1}, {"flight", 2}, {"hover", 3}, {"sun", 4}};
 const std::map<std::string, At> kPlaces = {
     {"load", At::LoadLock}, {"decode", At::Decode}, {"split", At::SplitLock}};
 
@@ -98,9 +98,8 @@ std::vector<int> ClickAllPhotos(MapPlay& m) {
     for (std::size_t i = m.Photos().size(), place = 1; place <= i; ++place) {
         m.opened.clear();
         m.Click(m.At("photo" + std::to_string(place)));
-        numbers.push_back(m.opened.size() == 1
-                              ? std::stoi(m.opened[0].substr(m.opened[0].rfind(L'/') + 1))
-                              : -1);
+        numbers.push_back(
+            m.opened.size() == 1 ? std::stoi(m.opened[0].substr(m.opened[0].rfind(L'/') + 1)) : -1);
     }
     m.opened.clear();
     return numbers;

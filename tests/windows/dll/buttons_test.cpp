@@ -88,12 +88,9 @@ TEST_F(ButtonsTest, EachLightsUpAndActsOnceAndAgainWhileItIsHeld) {
     const struct {
         const char* button;  // its lower left pixel
         const char *once, *thrice;
-    } buttons[] = {{"38,6", "39 0", "37 0"},
-                   {"6,38", "40 1", "40 3"},
-                   {"70,38", "40 359", "40 357"},
-                   {"6,70", "40 0 -12.1", "40 0 -11.9"},
-                   {"38,70", "41 0", "43 0"},
-                   {"70,70", "40 0 -12.3", "40 0 -12.5"},
+    } buttons[] = {{"38,6", "39 0", "37 0"},      {"6,38", "40 1", "40 3"},
+                   {"70,38", "40 359", "40 357"}, {"6,70", "40 0 -12.1", "40 0 -11.9"},
+                   {"38,70", "41 0", "43 0"},     {"70,70", "40 0 -12.3", "40 0 -12.5"},
                    {"38,38", nullptr, nullptr}};
     for (const auto& b : buttons) {
         int x = 0;
@@ -103,36 +100,43 @@ TEST_F(ButtonsTest, EachLightsUpAndActsOnceAndAgainWhileItIsHeld) {
         points["end"] = {points["b"].x + 31, points["b"].y - 31};
         points["right"] = {points["b"].x + 32, points["b"].y};
         points["above"] = {points["b"].x, points["b"].y - 32};
-        Play("home; dark b; move b; lit b; move right; dark b; move above; dark b; move end; lit b;"
-             "unpainted; leave; repaint; dark b", b.button);
+        Play(
+            "home; dark b; move b; lit b; move right; dark b; move above; dark b; move end; lit b;"
+            "unpainted; leave; repaint; dark b",
+            b.button);
         if (b.once == nullptr) continue;
         Play(std::string("home; press b; lit b; runs repeat 30; view ") + b.once +
                  "; tick repeat; drag 300,300; tick repeat; view " + b.thrice +
                  "; release 300,300; stops repeat; stops flight; tick repeat; view " + b.thrice,
              b.button);
     }
-    PlayRows("told none; home; key up",
-             {{"released elsewhere", "press p50,50; stops repeat; view 41 0; release 300,300;"
-               "stops flight; view 41 0; dark p50,50"},
-              {"released over another", "press p50,50; drag p50,80; release p50,80; stops flight;"
-               "view 41 0; dark p50,50"},
-              {"pressed elsewhere", "press 300,300; drag p50,50; release p50,50; stops flight; dark p50,50"},
-              {"released over it", "press p50,50; view 41 0; release p69,69; stops flight; view 40 0"}});
+    PlayRows(
+        "told none; home; key up",
+        {{"released elsewhere",
+          "press p50,50; stops repeat; view 41 0; release 300,300;"
+          "stops flight; view 41 0; dark p50,50"},
+         {"released over another",
+          "press p50,50; drag p50,80; release p50,80; stops flight;"
+          "view 41 0; dark p50,50"},
+         {"pressed elsewhere",
+          "press 300,300; drag p50,50; release p50,50; stops flight; dark p50,50"},
+         {"released over it", "press p50,50; view 41 0; release p69,69; stops flight; view 40 0"}});
 }
 
 TEST_F(ButtonsTest, ARepeatBeginsAndGoesOnOnlyWithTheCapture) {
     Open();
-    PlayRows("home",
-             {{"a message box comes up", "press p50,20; runs repeat; mark; lose capture;"
-               "tick repeat; stops repeat; at mark; move 400,300"},
-              {"the next click is a click again", "click 400,200; runs flight"},
-              {"the key comes first", "when key stops repeat; press p50,20; when key; runs repeat;"
-               "release p50,20"},
-              {"somebody takes the capture",
-               "when key take capture; press p50,20; stops repeat; release p50,20"},
-              {"another window comes and goes",
-               "when key passing window; press p50,20; runs repeat; release p50,20"},
-              {"the window goes", "when key close; press p50,20; stops repeat"}});
+    PlayRows("home", {{"a message box comes up",
+                       "press p50,20; runs repeat; mark; lose capture;"
+                       "tick repeat; stops repeat; at mark; move 400,300"},
+                      {"the next click is a click again", "click 400,200; runs flight"},
+                      {"the key comes first",
+                       "when key stops repeat; press p50,20; when key; runs repeat;"
+                       "release p50,20"},
+                      {"somebody takes the capture",
+                       "when key take capture; press p50,20; stops repeat; release p50,20"},
+                      {"another window comes and goes",
+                       "when key passing window; press p50,20; runs repeat; release p50,20"},
+                      {"the window goes", "when key close; press p50,20; stops repeat"}});
 }
 
 TEST_F(ButtonsTest, AddPhotoShowsWhileTheHostAcceptsAndOpensItsPage) {
@@ -141,16 +145,19 @@ TEST_F(ButtonsTest, AddPhotoShowsWhileTheHostAcceptsAndOpensItsPage) {
     Open();
     points["add"] = {kPanelX + 50, 2 * LineHeight() + 12};
     Play("bare add; click add; opened none", "nobody asked the host yet");
-    Play("home; answer 1; city Paris; home; dark add; says not Add a photo; move add; lit add;"
-         "says Add a photo; press add; opened none; release add; opened /add_photo.htm",
-         "on release only");
+    Play(
+        "home; answer 1; city Paris; home; dark add; says not Add a photo; move add; lit add;"
+        "says Add a photo; press add; opened none; release add; opened /add_photo.htm",
+        "on release only");
     library.SetLocalString(HORIVO_TEXT_ADD_PHOTO, std::wstring(400, L'w').c_str());
     Play("move add");
     EXPECT_EQ(Look().PlaceOf(std::string(400, 'w')).first, 0.0)
         << "further left OpenGL would drop it";
     Play("answer 0; city Paris; home; move add; bare add; says not " + std::string(400, 'w'));
-    Play("answer 1; city Paris; home; paint; when opening close; click add;"
-         "opened /add_photo.htm; gone; no timers", "it may go while a page opens");
+    Play(
+        "answer 1; city Paris; home; paint; when opening close; click add;"
+        "opened /add_photo.htm; gone; no timers",
+        "it may go while a page opens");
 }
 
 TEST_F(ButtonsTest, PagingButtonsShowWhereTheyLeadSomewhere) {
@@ -162,18 +169,17 @@ TEST_F(ButtonsTest, PagingButtonsShowWhereTheyLeadSomewhere) {
     points["back"] = {kPanelX + 44, y};
     points["on"] = {kPanelX + 63, y};
     acts["break last"] = [] { fs::resize_file(PhotoDisk::Root() / L"France\\Paris\\1.jpg", 0); };
-    PlayRows("",
-             {{"all fit", "city Lyon; home; bare back; bare on"},
-              {"more than fit", "city Paris; home; bare back; dark on"},
-              {"forward to the last", "click on; dark back; bare on"},
-              {"back", "click back; dark back; dark on"},
-              {"what follows cannot be loaded",
-               "do break last; city Lyon; city Paris; home; bare back; dark on"},
-              {"a page of nothing is taken back", "click on; bare back; bare on"},
-              {"the same place again", "city Paris; home; bare back; bare on"},
-              {"the host has new photos", "photos changed 0; bare back; dark on"},
-              {"a page of nothing once more", "key next; bare back; bare on"},
-              {"another place and back", "city Lyon; city Paris; home; bare back; dark on"}});
+    PlayRows("", {{"all fit", "city Lyon; home; bare back; bare on"},
+                  {"more than fit", "city Paris; home; bare back; dark on"},
+                  {"forward to the last", "click on; dark back; bare on"},
+                  {"back", "click back; dark back; dark on"},
+                  {"what follows cannot be loaded",
+                   "do break last; city Lyon; city Paris; home; bare back; dark on"},
+                  {"a page of nothing is taken back", "click on; bare back; bare on"},
+                  {"the same place again", "city Paris; home; bare back; bare on"},
+                  {"the host has new photos", "photos changed 0; bare back; dark on"},
+                  {"a page of nothing once more", "key next; bare back; bare on"},
+                  {"another place and back", "city Lyon; city Paris; home; bare back; dark on"}});
 }
 
 }  // namespace

@@ -39,10 +39,11 @@ TEST_F(HostMessagesTest, ClickTellsOfTheCityAsksForItsPhotosAndFliesThere) {
 }
 
 TEST_F(HostMessagesTest, HoverAsksAfterHalfASecondOfRestUnlessAnythingHappens) {
-    Play("answer 1; cursor Paris; move Paris; runs hover 500; tick hover; stops hover; asked 1;"
-         "titles Paris | France; tick hover; asked none; rest 42:5; asked -1; titles France;"
-         "told none; move First; stops hover; move 39:-2; stops hover",
-         "once; never for the first city; the parent hears of clicks only");
+    Play(
+        "answer 1; cursor Paris; move Paris; runs hover 500; tick hover; stops hover; asked 1;"
+        "titles Paris | France; tick hover; asked none; rest 42:5; asked -1; titles France;"
+        "told none; move First; stops hover; move 39:-2; stops hover",
+        "once; never for the first city; the parent hears of clicks only");
     Play("click First; asked 0; move 42:3; stops hover", "which a click takes; during a flight");
     PlayRows("home; answer 0; cursor Paris; move Paris; runs hover",
              {{"moved to space", "move space; stops hover"},
@@ -62,10 +63,14 @@ TEST_F(HostMessagesTest, ATimerThatFallsDueDuringAPaintWaitsForTheHostsLoop) {
     const std::string hover = "cursor Paris; key f; move Paris;";  // f: frame after frame
     Play(hover + "due hover; due hover; asked none; queue hover; asked 1; queue none; key f",
          "inside UpdateWindow; twice due before it was heard is once");
-    Play(hover + "due hover; move Paris; queue hover; asked none; runs hover; tick hover; asked 1;"
-                 "key f", "the pointer rests anew since then");
-    Play(hover + "due hover; move Paris; paint; queue none; asked none; runs hover; tick hover;"
-                 "asked 1; due 77; queue 77", "also a timer that the host has set for the window");
+    Play(hover +
+             "due hover; move Paris; queue hover; asked none; runs hover; tick hover; asked 1;"
+             "key f",
+         "the pointer rests anew since then");
+    Play(hover +
+             "due hover; move Paris; paint; queue none; asked none; runs hover; tick hover;"
+             "asked 1; due 77; queue 77",
+         "also a timer that the host has set for the window");
     Play("move Paris");
     {
         const FakedImport<"PostMessageW", decltype(PostMessageW)> full(

@@ -41,7 +41,11 @@ TEST_F(LabelsTest, CitiesNearThePointerStandInAColumnWithTheNearestLevelWithIt) 
     const double y = kOpenHeight - 1 - pointer.y;
     EXPECT_NEAR(seen.PlaceOf("The middle one").second, y, LineHeight()) << "level";
     EXPECT_GT(seen.PlaceOf("Top").second, seen.PlaceOf("The middle one").second);
+    for (std::size_t i = 0; i < 6; ++i)  // name and time of each row: only the nearest is bright
+        EXPECT_NEAR(seen.texts[i].colour[1], i / 2 == 1 ? 0.9 : 0.82, 1e-6) << seen.texts[i].text;
     ASSERT_EQ(seen.dots.size(), 1U);
+    EXPECT_EQ(seen.dots[0].size, 3.5);
+    EXPECT_NEAR(seen.dots[0].colour[1], 0.99, 1e-6) << "green";
     EXPECT_NEAR(seen.dots[0].place.first, pointer.x, 1.0);
     EXPECT_NEAR(seen.dots[0].place.second, y, 1.0);
     for (POINT at = {pointer.x - 6, pointer.y}; at.x < pointer.x + 6; ++at.x) {
@@ -63,8 +67,8 @@ TEST_F(LabelsTest, TimesFollowTheClockAndTheSeason) {
     // A name that fills its field, and a time that Windows cannot write.
     std::fill(std::begin(cities[1].cityName), std::end(cities[1].cityName), L'x');
     std::fill(std::begin(cities[1].countryName), std::end(cities[1].countryName), L'y');
-    const FakedImport<"GetTimeFormatW", decltype(GetTimeFormatW)> failing(library.module,
-                                                                          [](auto...) { return 0; });
+    const FakedImport<"GetTimeFormatW", decltype(GetTimeFormatW)> failing(
+        library.module, [](auto...) { return 0; });
     Play("labels " + std::string(63, 'x') + " | York | Error! | Delhi | Error!");
     points["there"] = (Home(), PixelOf(40.0, 0.1));
     ZoomIn();

@@ -1,7 +1,6 @@
 // Map windows come and go: nothing of them may stay behind, whatever their size.
 #include <gmock/gmock.h>
 
-#include "image/gdiplus_win.h"
 #include "support/call_ledger_win.h"
 #include "support/faked_import_win.h"
 #include "support/gl_spy_win.h"
@@ -71,14 +70,10 @@ TEST_F(LifecycleTest, WindowsAndLibrariesLeaveNothingBehind) {
     for (int i = 0; i < 4; ++i) Live();
     const ResourceCount before = CountResources();
     const CallLedger ledger(library.module);
-    const FakedImport<"GdiplusStartup", decltype(Gdiplus::GdiplusStartup)> starts(library.module);
-    const FakedImport<"GdiplusShutdown", decltype(Gdiplus::GdiplusShutdown)> ends(library.module);
     for (int i = 0; i < kLives; ++i) Live();
     EXPECT_EQ(ledger.Held(), CallLedger::Counts{});
     EXPECT_EQ(ledger.Made().at("gl context"), 2U * kLives);
     EXPECT_EQ(ledger.Made().at("timer"), 4U * kLives) << "the Sun's, and one more a window";
-    EXPECT_EQ(starts.Calls(), kLives);
-    EXPECT_EQ(ends.Calls(), kLives);
     const ResourceCount after = CountResources();
     EXPECT_EQ(after.gdiObjects, before.gdiObjects);
     EXPECT_EQ(after.kernelHandles, before.kernelHandles);

@@ -31,6 +31,10 @@ TEST_F(PhotoPanelTest, PhotosStackNewestFirstEachWithItsOwnPictureTheRightWayUp)
     const SeenOverlay seen = Look();
     const auto drawn = SpiedCalls("glBindTexture");
     EXPECT_EQ(seen.BoxOf(kPanelColour), (SeenRect{kPanelX, 0, 108, kOpenHeight}));
+    EXPECT_GT(seen.PlaceOf("Paris").second, seen.PlaceOf("France").second);
+    EXPECT_GT(seen.PlaceOf("France").second, seen.images.at(0).y + seen.images[0].height);
+    for (std::size_t i = 1; i < seen.images.size(); ++i)
+        EXPECT_GT(seen.images[i - 1].y, seen.images[i].y + seen.images[i].height) << "a gap";
     ASSERT_TRUE(seen.images.size() == 4 && filled.size() == 4 && drawn.size() >= 4);
     EXPECT_TRUE(std::equal(filled.begin(), filled.end(), drawn.end() - 4)) << "another's picture";
     for (std::size_t place = 0; place < 4; ++place) {
@@ -57,11 +61,12 @@ TEST_F(PhotoPanelTest, PagingShowsAllPhotosAndComesBack) {
     photos.PutCity(L"France\\Paris", 40, 64, 32);
     photos.PutCity(L"Italy\\Rome", 17, 64, 32);
     Open();
-    PlayRows("", {{"nothing before the first",
-                   "city Paris; home; key prior; click photo1; opened /40.htm"},
-                  {"a page passes the 16 that are loaded", "key next; click photo1; opened /24.htm"},
-                  {"the rest", "key next; photos 8 7 6 5 4 3 2 1; key next; photos 8 7 6 5 4 3 2 1"},
-                  {"back by as many as fit: the next is the last one there", "key prior"}});
+    PlayRows(
+        "",
+        {{"nothing before the first", "city Paris; home; key prior; click photo1; opened /40.htm"},
+         {"a page passes the 16 that are loaded", "key next; click photo1; opened /24.htm"},
+         {"the rest", "key next; photos 8 7 6 5 4 3 2 1; key next; photos 8 7 6 5 4 3 2 1"},
+         {"back by as many as fit: the next is the last one there", "key prior"}});
     const std::string last = "photo" + std::to_string(Photos().size());
     Play("click " + last + "; opened /9.htm; key prior 10; click photo1; opened /40.htm");
     PlayRows("", {{"the same place keeps its page",
@@ -98,8 +103,10 @@ TEST_F(PhotoPanelTest, WheelOverTheListPages) {
     photos.PutCity(L"France\\Paris", 17, 64, 32);
     photos.PutCity(L"France\\Lyon", 16, 64, 32);
     Open();
-    Play("city Paris; home; move p1,300; wheel -120; stack 1; wheel -60; stack 1; wheel 120;"
-         "move photo2; home; view 40 0", "the globe stands");
+    Play(
+        "city Paris; home; move p1,300; wheel -120; stack 1; wheel -60; stack 1; wheel 120;"
+        "move photo2; home; view 40 0",
+        "the globe stands");
     Play("move p0,300; wheel -120; view 40 0 -12.1; home", "the edge itself is the globe's");
     Play("city Lyon; home; move p50,300; wheel -120; view 40 0 -12.1", "so is a list of one page");
 }
@@ -110,32 +117,37 @@ TEST_F(PhotoPanelTest, PointedPhotoHasItsCaptionAndOpensItsPage) {
     photos.PutIndex(L"France", "2\tParis\t\t\tTower\t/2\n1\tLyon\t\t\t\t/1\n");
     photos.PutIndex(L"France\\Lyon", "1\t\t\tno page\n");
     Open();
-    Play("city Paris; home");
-    PlayRows("",
-             {{"beside the photo, yet right of the edge",
-               "move photo1+-5,30; says photo 2 | Click to enlarge; says not photo 1 | Paris, France"},
-              {"the panel's edge", "move photo1+-6,30; says not Click to enlarge"},
-              {"the lowest row", "move photo1+44,0; says not Click to enlarge"},
-              {"above it", "move photo1+44,1; says Click to enlarge"},
-              {"above the photo", "move photo1+44,64; says not Click to enlarge"},
-              {"the highest row", "move photo1+44,63; says Click to enlarge"},
-              {"the pointer has left", "leave; says not Click to enlarge"},
-              {"lower left", "click photo1+0,0; opened /2.htm"},
-              {"left of it", "click photo1+-1,0; opened none"},
-              {"upper right", "click photo1+95,63; opened /2.htm"},
-              {"right of it", "click photo1+96,63; opened none"},
-              {"above it", "click photo1+0,64; opened none"},
-              {"the gap", "click photo1+0,-1; opened none"},
-              {"the next one's highest row", "click photo1+0,-5; opened /1.htm; stops flight"},
-              {"a drag of the globe", "press 400,300; drag photo1; release photo1; opened none"},
-              {"from another photo", "press photo2; drag photo1; release photo1; opened none"},
-              {"a trembling hand",
-               "home; press photo1; drag photo1+51,34; release photo1+51,34; opened /2.htm"},
-              {"a country's photos name their cities",
-               "home; click 42:5; home; move photo1;"
-               "says Paris, France | Tower | Click to enlarge; move photo2;"
-               "says Lyon, France | Click to enlarge; says not Tower"},
-              {"a photo without a page", "city Lyon; home; click photo1; opened none"}});
+    Play("city Paris; home; move photo1");
+    const POINT pointer = At("photo1");
+    const SeenPlace caption = Look().PlaceOf("photo 2");
+    EXPECT_NEAR(caption.first + WidthOf("photo 2"), kPanelX, 8) << "it ends left of the panel";
+    EXPECT_NEAR(caption.second, kOpenHeight - pointer.y, LineHeight()) << "level with the pointer";
+    PlayRows(
+        "",
+        {{"beside the photo, yet right of the edge",
+          "move photo1+-5,30; says photo 2 | Click to enlarge; says not photo 1 | Paris, France"},
+         {"the panel's edge", "move photo1+-6,30; says not Click to enlarge"},
+         {"the lowest row", "move photo1+44,0; says not Click to enlarge"},
+         {"above it", "move photo1+44,1; says Click to enlarge"},
+         {"above the photo", "move photo1+44,64; says not Click to enlarge"},
+         {"the highest row", "move photo1+44,63; says Click to enlarge"},
+         {"the pointer has left", "leave; says not Click to enlarge"},
+         {"lower left", "click photo1+0,0; opened /2.htm"},
+         {"left of it", "click photo1+-1,0; opened none"},
+         {"upper right", "click photo1+95,63; opened /2.htm"},
+         {"right of it", "click photo1+96,63; opened none"},
+         {"above it", "click photo1+0,64; opened none"},
+         {"the gap", "click photo1+0,-1; opened none"},
+         {"the next one's highest row", "click photo1+0,-5; opened /1.htm; stops flight"},
+         {"a drag of the globe", "press 400,300; drag photo1; release photo1; opened none"},
+         {"from another photo", "press photo2; drag photo1; release photo1; opened none"},
+         {"a trembling hand",
+          "home; press photo1; drag photo1+51,34; release photo1+51,34; opened /2.htm"},
+         {"a country's photos name their cities",
+          "home; click 42:5; home; move photo1;"
+          "says Paris, France | Tower | Click to enlarge; move photo2;"
+          "says Lyon, France | Click to enlarge; says not Tower"},
+         {"a photo without a page", "city Lyon; home; click photo1; opened none"}});
 }
 
 TEST_F(PhotoPanelTest, CountryShowsItsCitiesFromThePlaceThatWasClickedInAnyTable) {
@@ -163,9 +175,10 @@ TEST_F(PhotoPanelTest, CountryShowsItsCitiesFromThePlaceThatWasClickedInAnyTable
               {"while no window lives",
                "close; free; do another table; create b 800 600; move photo1; says Paris, France;"
                "photos 23 21 12 11"}});
-    PlayRows("home", {{"each window's photos are where it shows them",
-                       "create c 300 260; paint; use b; click photo1; opened /23"},
-                      {"far left of the panel", "use c; paint; use b; click 300,300; runs flight"}});
+    PlayRows("home",
+             {{"each window's photos are where it shows them",
+               "create c 300 260; paint; use b; click photo1; opened /23"},
+              {"far left of the panel", "use c; paint; use b; click 300,300; runs flight"}});
 }
 
 TEST_F(PhotoPanelTest, NoTableIsAnEmptyOneWhateverItsCount) {
@@ -173,9 +186,10 @@ TEST_F(PhotoPanelTest, NoTableIsAnEmptyOneWhateverItsCount) {
     const std::pair<CityRecord*, std::int32_t> tables[] = {{nullptr, 5}, {cities.data(), -3}};
     for (const auto& table : tables) {
         acts["take away"] = [&] { library.InitMap(table.first, table.second); };
-        Play("cities; home; zoom; cursor Lyon; move Lyon; runs hover; do take away; tick hover;"
-             "asked none; cities; when asked do take away; click Lyon; asked 1; says not Lyon",
-             "the city is gone");
+        Play(
+            "cities; home; zoom; cursor Lyon; move Lyon; runs hover; do take away; tick hover;"
+            "asked none; cities; when asked do take away; click Lyon; asked 1; says not Lyon",
+            "the city is gone");
     }
 }
 

@@ -56,7 +56,6 @@ protected:
 };
 
 TEST_F(WindowsTest, EachLooksAsIfItWereAloneAndSharesTheTiles) {
-    const FakedImport<"CreateThread", decltype(CreateThread)> threads(library.module);
     MakeFirst(a);
     DestroyWindow(a.window);
     Make(b);
@@ -73,7 +72,6 @@ TEST_F(WindowsTest, EachLooksAsIfItWereAloneAndSharesTheTiles) {
     DestroyWindow(a.window);
     Make(a);
     ExpectAsIfAlone(a, "after one that was told twice of its creation");
-    EXPECT_EQ(threads.Calls(), 2) << "one loads, one cuts";
 }
 
 TEST_F(WindowsTest, AWindowLeftWithoutAContextLivesAndComesBack) {

@@ -31,15 +31,18 @@ TEST_F(WorkerTest, TheWindowDiesUnderItsWorker) {
 TEST_F(WorkerTest, WhatIsFreedUnderAWorkerIsNotTouched) {
     Play("hold load; create a; held; close; free; go; settle; decoded at once 0; cities",
          "nobody would free it any more");
-    Play("hold split; create a; held; restart; create b; inside 1; settle tiles; tiles 1; go;"
-         "settle; key l; settle; tiles 1; boxes 0; restart",
-         "the next window's load is through before the old split gets its turn");
-    Play("hold decode; create a; held; close; hurry; free; patience; cities; create b; go; settle;"
-         "tiles 1; decoded at once 1; restart",
-         "FreeMap gave up: two at once would write into each other's pixels");
-    Play("hold decode; create a; held; close; hurry; free; patience; go at wait; free again; left;"
-         "cities; create b; settle; tiles 1",
-         "a second FreeMap waits for the worker that the first gave up on");
+    Play(
+        "hold split; create a; held; restart; create b; inside 1; settle tiles; tiles 1; go;"
+        "settle; key l; settle; tiles 1; boxes 0; restart",
+        "the next window's load is through before the old split gets its turn");
+    Play(
+        "hold decode; create a; held; close; hurry; free; patience; cities; create b; go; settle;"
+        "tiles 1; decoded at once 1; restart",
+        "FreeMap gave up: two at once would write into each other's pixels");
+    Play(
+        "hold decode; create a; held; close; hurry; free; patience; go at wait; free again; left;"
+        "cities; create b; settle; tiles 1",
+        "a second FreeMap waits for the worker that the first gave up on");
 }
 
 TEST_F(WorkerTest, AHostMayForgetToFreeWhatItUnloads) {
@@ -61,9 +64,10 @@ TEST_F(WorkerTest, AWindowOpenedWhileTheFirstStillLoadsGetsItsTilesToo) {
              "the second load is lost, dies: " + dies);
     }
     Play("boxes 0");
-    Play("restart; create a; settle; tiles 1; create b 50 50; tiles 1; hold split; use a; key l;"
-         "held; go; left; hold decode; use b; key h; held unheard; close; go; settle; tiles 1",
-         "the tiles are there, nobody has been told, and now they are cleared again");
+    Play(
+        "restart; create a; settle; tiles 1; create b 50 50; tiles 1; hold split; use a; key l;"
+        "held; go; left; hold decode; use b; key h; held unheard; close; go; settle; tiles 1",
+        "the tiles are there, nobody has been told, and now they are cleared again");
 }
 
 TEST_F(WorkerTest, InstallMapTakesItsTurnBehindALoadUnderWay) {
@@ -109,31 +113,34 @@ TEST_F(WorkerTest, AWorkerThatCannotBeStartedIsReported) {
 
 TEST_F(WorkerTest, WhoeverWaitsTooLongGivesUpAndTheNextLoadWorks) {
     const std::string next = "settle; unlock; tiles 0; lives; key l; settle; tiles 1; restart;";
-    PlayRows(
-        "hurry",
-        {
-            {"the load", "lock; create a; settle; boxes 0;" + next},
-            {"the split, which alone is reported",
-             "hold split; create a; held; lock; go; settle; boxes 1;" + next},
-            {"the window", "hold split; create a; held; go; left; lock; settle; boxes 0;" + next},
-            {"nobody: a lock left by a dead thread is still a lock and is given back",
-             "lock dies; create a; settle; tiles 1; key l; settle; tiles 1; restart"},
-            {"FreeMap, which never waits for ever", "lock; free; unlock"},
-        });
+    PlayRows("hurry", {
+                          {"the load", "lock; create a; settle; boxes 0;" + next},
+                          {"the split, which alone is reported",
+                           "hold split; create a; held; lock; go; settle; boxes 1;" + next},
+                          {"the window",
+                           "hold split; create a; held; go; left; lock; settle; boxes 0;" + next},
+                          {"nobody: a lock left by a dead thread is still a lock and is given back",
+                           "lock dies; create a; settle; tiles 1; key l; settle; tiles 1; restart"},
+                          {"FreeMap, which never waits for ever", "lock; free; unlock"},
+                      });
 }
 
 TEST_F(WorkerTest, TilesWaitForAContextThatCanBeUsed) {
-    Play("hold split; create a; held; context lost; go; settle; tiles 0; context back;"
-         "lives; tiles 1; lives; tiles 0", "the first picture brings them, once");
+    Play(
+        "hold split; create a; held; context lost; go; settle; tiles 0; context back;"
+        "lives; tiles 1; lives; tiles 0",
+        "the first picture brings them, once");
 }
 
 TEST_F(WorkerTest, MessagesNobodySentDoNoHarm) {
-    Play("hold split; create a; held; key l; inside 1 unheard; stage 1 0; boxes 1; go; settle;"
-         "tiles some; boxes 0; restart",
-         "a failure spares the picture of a newer load that nobody has been told of");
-    Play("hold decode; create a; held; hurry; stage 1 1; tiles 0; go; left; stage 1 1; tiles 0;"
-         "settle; tiles 1; boxes 0; patience",
-         "while the newer load reads, and a whole map must not pass for its first tile");
+    Play(
+        "hold split; create a; held; key l; inside 1 unheard; stage 1 0; boxes 1; go; settle;"
+        "tiles some; boxes 0; restart",
+        "a failure spares the picture of a newer load that nobody has been told of");
+    Play(
+        "hold decode; create a; held; hurry; stage 1 1; tiles 0; go; left; stage 1 1; tiles 0;"
+        "settle; tiles 1; boxes 0; patience",
+        "while the newer load reads, and a whole map must not pass for its first tile");
     for (const std::string stage : {"0", "1", "2", "18446744073709551615", "4294967296"}) {
         Play("use a; stage " + stage + " -1; settle; boxes 0; stage " + stage +
                  " 0; settle; boxes 1; tiles any; passing window; tiles 1",
