@@ -42,7 +42,6 @@ public:
     /// The panel's texts: city above country.
     std::vector<std::string> Titles() { return Look().Words(kPanelX); }
     SeenView LookAtView();
-    void ExpectView(const SeenView& expected, const std::string& why);
     bool TakeRepaintRequest() const;
     /// The client point that shows a place of the globe's front.
     POINT PixelOf(double latitude, double longitude);

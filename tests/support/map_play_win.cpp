@@ -294,7 +294,7 @@ const std::map<std::string, Verb> kVerbs = {
     {"go at wait", [](auto& m, auto&) { m.workers.LetGoAtWait(); }},
     {"hurry", [](auto& m, auto&) { m.workers.HurryWaits(true); }},
     {"patience", [](auto& m, auto&) { m.workers.HurryWaits(false); }},
-    {"settle", [](auto& m, auto&) { EXPECT_TRUE(m.SettleWorkers()); }},
+    {"settle", [](auto& m, auto&) { EXPECT_TRUE(m.Settle(m.workers)); }},
     {"settle tiles", [](auto& m, auto&) { EXPECT_TRUE(m.WaitForTiles()); }},
     {"left", [](auto& m, auto&) { EXPECT_TRUE(m.workers.WaitUntilAllLeft()); }},
     {"inside",  // workers, "inside 1 unheard": without messages
@@ -316,7 +316,7 @@ const std::map<std::string, Verb> kVerbs = {
     {"asked", ExpectAsked},
     {"told", ExpectTold},
     {"opened", ExpectOpened},
-    {"boxes", [](auto& m, auto& a) { EXPECT_EQ(m.TakeBoxes(), a.Number(0)); }},
+    {"boxes", [](auto& m, auto& a) { EXPECT_EQ(std::exchange(m.boxes, 0), a.Number(0)); }},
     {"runs", ExpectRuns},
     {"stops", [](auto& m, auto& a) { EXPECT_FALSE(m.Runs(Meaning(kTimers, a.Word(0)))); }},
     {"no timers", [](auto& m, auto&) { EXPECT_TRUE(m.timers.empty()); }},

@@ -51,7 +51,6 @@ public:
     std::vector<SeenImage> Photos();
     /// The texts of the picture but for the readout of the pointed place.
     std::vector<std::string> Labels();
-    int TakeBoxes() { return std::exchange(boxes, 0); }
     int ClientHeight() const;
     /// The index of a city by name; fails the test when there is none.
     std::size_t IndexOf(const std::string& city) const;
@@ -60,7 +59,6 @@ public:
     std::size_t TakeTileSets();
     /// Another thread takes the picture's lock until the next call with false, or dies with it.
     void HoldLock(bool held, bool dies = false);
-    bool SettleWorkers() { return Settle(workers); }
 
     std::map<std::string, POINT> points;
     std::map<std::string, std::function<void()>> acts;  ///< for "do"

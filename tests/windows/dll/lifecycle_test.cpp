@@ -102,7 +102,7 @@ TEST_F(LifecycleTest, TheDataFolderMayHaveAnyName) {
     const std::filesystem::path root =
         std::filesystem::temp_directory_path() / L"\x0416-\x00E9-\x5730";
     std::filesystem::create_directories(root / L"Zelmo" / L"Horivo");
-    std::filesystem::copy_file(MapPath(), root / L"Zelmo" / L"Horivo" / L"map.jpg");
+    CopyFileW(MapPath().c_str(), (root / L"Zelmo" / L"Horivo" / L"map.jpg").c_str(), FALSE);
     const FakedImport<"SHGetFolderPathW", decltype(SHGetFolderPathW)> folder(
         library.module, [&](HWND, int, HANDLE, DWORD, wchar_t* path) {
             root.wstring().copy(path, MAX_PATH);
@@ -112,7 +112,8 @@ TEST_F(LifecycleTest, TheDataFolderMayHaveAnyName) {
     Init();
     CreateMap(kWidth, kHeight);
     EXPECT_TRUE(WaitForTiles());
-    std::filesystem::remove_all(root);
+    std::error_code ignored;
+    std::filesystem::remove_all(root, ignored);
 }
 
 TEST_F(LifecycleTest, WindowsOfAnySizeLiveAndChangeIt) {
