@@ -111,13 +111,6 @@ SeenView DrivenMapTest::LookAtView() {
     return ViewOfPicture(SpiedGl().calls);
 }
 
-void DrivenMapTest::ExpectView(const SeenView& expected, const std::string& why) {
-    const SeenView view = LookAtView();
-    EXPECT_NEAR(view.tilt, expected.tilt, 1e-3) << why;
-    EXPECT_NEAR(view.spin, expected.spin, 1e-3) << why;
-    EXPECT_NEAR(view.distance, expected.distance, 1e-3) << why;
-}
-
 bool DrivenMapTest::TakeRepaintRequest() const {
     const bool wanted = GetUpdateRect(window, nullptr, FALSE) != FALSE;
     ValidateRect(window, nullptr);

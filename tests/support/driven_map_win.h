@@ -16,7 +16,7 @@
 #include <shellapi.h>
 
 class DrivenMapTest : public MapHostTest {
-protected:
+public:
     static constexpr WPARAM kRepeatTimer = 1;
     static constexpr WPARAM kFlightTimer = 2;
     static constexpr WPARAM kHoverTimer = 3;
@@ -42,7 +42,6 @@ protected:
     /// The panel's texts: city above country.
     std::vector<std::string> Titles() { return Look().Words(kPanelX); }
     SeenView LookAtView();
-    void ExpectView(const SeenView& expected, const std::string& why);
     bool TakeRepaintRequest() const;
     /// The client point that shows a place of the globe's front.
     POINT PixelOf(double latitude, double longitude);

@@ -48,7 +48,7 @@ SYSTEMTIME& FixedClock();
 /// every picture seems to take no time: a loaded machine must not lower the globe's detail in the
 /// middle of a test. The data folder is emptied first; tests put what they need there.
 class MapHostTest : public testing::Test {
-protected:
+public:
     static constexpr std::chrono::seconds kPatience{60};  // a loaded machine is slow, not wrong
 
     MapHostTest();

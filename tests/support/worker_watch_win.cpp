@@ -2,6 +2,7 @@
 
 #include <algorithm>
 #include <string_view>
+#include <utility>
 
 namespace {
 
@@ -69,11 +70,13 @@ int WorkerWatch::Decode(const wchar_t* path, void** bitmap) {
 }
 
 DWORD WorkerWatch::WaitFor(HANDLE handle, DWORD wait) {
-    if (wait == kWorkerWaitMs) {
+    // Waits without an end are those of the C++ runtime, which counts on them.
+    if (wait == INFINITE) return Wait::Real(handle, wait);
+    if (GetCurrentThreadId() != windowThread_) {
         const int number = ++workerWaits_;
         if (number <= 2) Pass(number == 1 ? At::LoadLock : At::SplitLock);
+    } else if (std::exchange(letGoAtWait_, false)) {
+        LetGo();
     }
-    if (wait == letGoAt_) LetGo();
-    // Waits without an end are those of the C++ runtime, which counts on them.
-    return Wait::Real(handle, hurry_ && wait != INFINITE ? 0 : wait);
+    return Wait::Real(handle, hurry_ ? 0 : wait);
 }

@@ -7,9 +7,8 @@
 #include "base/handles_win.h"
 #include "support/faked_import_win.h"
 
-/// Time-outs of the library's waits, by which the tests recognise them, ms.
-inline constexpr DWORD kWorkerWaitMs = 5000;       ///< a worker that waits for the lock
-inline constexpr DWORD kWorkerEndWaitMs = 300000;  ///< FreeMap and InstallMap that wait for workers
+/// Time-out of FreeMap and InstallMap that wait for workers, ms.
+inline constexpr DWORD kWorkerEndWaitMs = 300000;
 
 /// Watches the workers of a module and holds them up where a test wants them.
 class WorkerWatch {
@@ -47,8 +46,8 @@ public:
 
     /// From now on, or no longer, every wait that has an end ends at once, successful or not.
     void HurryWaits(bool hurry) { hurry_ = hurry; }
-    /// The next wait of this many milliseconds lets the held-up workers go first.
-    void LetGoAtWait(DWORD wait) { letGoAt_ = wait; }
+    /// The window thread's next wait lets the held-up workers go first.
+    void LetGoAtWait() { letGoAtWait_ = true; }
 
 private:
     using OpenPicture = FakedImport<"GdipCreateBitmapFromFile", int(const wchar_t*, void**)>;
@@ -69,8 +68,8 @@ private:
     std::atomic<int> decoding_ = 0;
     std::atomic<int> mostDecoding_ = 0;
     std::atomic<bool> hurry_ = false;
-    static constexpr DWORD kNoWait = INFINITE - 1;
-    std::atomic<DWORD> letGoAt_ = kNoWait;
+    const DWORD windowThread_ = GetCurrentThreadId();
+    bool letGoAtWait_ = false;
 
     OpenPicture openPicture_;
     Wait wait_;

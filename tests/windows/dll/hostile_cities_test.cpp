@@ -7,15 +7,14 @@
 #include <random>
 
 #include "base/gl.h"
-#include "support/driven_map_win.h"
-#include "support/gl_spy_win.h"
+#include "support/map_play_win.h"
 
 namespace {
 
 constexpr double kNan = std::numeric_limits<double>::quiet_NaN();
 constexpr double kInfinity = std::numeric_limits<double>::infinity();
 
-class HostileCitiesTest : public DrivenMapTest {
+class HostileCitiesTest : public MapPlay {
 protected:
     HostileCitiesTest() {
         std::memset(&ownZone_, 0xA5, sizeof ownZone_);  // dates, biases, name: no sense
@@ -42,19 +41,14 @@ protected:
 
     /// All that a user and a host may do, and the picture after it.
     void Live() {
-        for (const POINT at : {POINT{400, 300}, POINT{300, 250}, POINT{5, 5}}) {
-            Hover(at);
-            Look();
-            Tick(kHoverTimer);
-            Click(at);
-            Tick(kFlightTimer);
-        }
+        for (const std::string at : {"400,300", "300,250", "5,5"})
+            Play("move " + at + "; paint; tick hover; click " + at + "; tick flight");
         for (const std::size_t index : {std::size_t{0}, cities.size() / 2, cities.size() - 1}) {
             ShowCity(cities[index]);
-            for (int step = 0; step < 3; ++step) Tick(kFlightTimer);
+            Play("tick flight 3");
             SendMessageW(window, HORIVO_MSG_PHOTOS_CHANGED, 0 - index, 1);
         }
-        Tick(kSunTimer);
+        Play("tick sun");
         EXPECT_EQ(Look().openMatrices, 0);
         EXPECT_EQ(glGetError(), GLenum{GL_NO_ERROR});
     }
@@ -92,8 +86,7 @@ TEST_F(HostileCitiesTest, GlobeStaysWhereItIsForCitiesThatAreNowhere) {
         for (const std::string& light : SpiedCalls("glLightfv"))
             EXPECT_EQ(light.find("nan"), std::string::npos) << light;
     }
-    EXPECT_FALSE(Runs(kFlightTimer));
-    ExpectView({-12.2, 40.0, 0.0}, "nothing has moved");
+    Play("stops flight; view 40 0", "nothing has moved");
 }
 
 }  // namespace

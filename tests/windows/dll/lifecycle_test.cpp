@@ -1,12 +1,13 @@
 // Map windows come and go: nothing of them may stay behind, whatever their size.
 #include <gmock/gmock.h>
 
-#include "image/gdiplus_win.h"
 #include "support/faked_import_win.h"
 #include "support/gl_spy_win.h"
 #include "support/import_table_win.h"
 #include "support/map_host_win.h"
 #include "support/resource_count_win.h"
+// shlobj.h needs windows.h before it.
+#include <shlobj.h>
 
 namespace {
 
@@ -69,18 +70,50 @@ TEST_F(LifecycleTest, WindowsAndLibrariesLeaveNothingBehind) {
     for (int i = 0; i < 4; ++i) Live();
     const ResourceCount before = CountResources();
     const ImportLedger ledger(library.module);
-    const FakedImport<"GdiplusStartup", decltype(Gdiplus::GdiplusStartup)> starts(library.module);
-    const FakedImport<"GdiplusShutdown", decltype(Gdiplus::GdiplusShutdown)> ends(library.module);
     for (int i = 0; i < kLives; ++i) Live();
     EXPECT_EQ(ledger.HeldObjects(), ImportLedger::Counts{});
     EXPECT_EQ(ledger.Made().at("gl context"), 2U * kLives);
     EXPECT_EQ(ledger.Made().at("timer"), 4U * kLives) << "the Sun's, and one more a window";
-    EXPECT_EQ(starts.Calls(), kLives);
-    EXPECT_EQ(ends.Calls(), kLives);
     const ResourceCount after = CountResources();
     EXPECT_EQ(after.gdiObjects, before.gdiObjects);
     EXPECT_EQ(after.kernelHandles, before.kernelHandles);
     EXPECT_LT(after.privateBytes, before.privateBytes + kMemoryNoise);
+}
+
+TEST_F(LifecycleTest, AWindowIsMadeAsTheHostAsksForIt) {
+    Init();
+    const HWND window = library.CreateMapWindow(host, 30, 70, kWidth, kHeight, nullptr);
+    RECT place = {};
+    GetWindowRect(window, &place);
+    MapWindowPoints(nullptr, host, reinterpret_cast<POINT*>(&place), 2);
+    EXPECT_EQ(place.left, 30);
+    EXPECT_EQ(place.top, 70);
+    EXPECT_EQ(place.right, 30 + kWidth);
+    EXPECT_EQ(place.bottom, 70 + kHeight);
+    wchar_t title[32] = {};
+    GetWindowTextW(window, title, 32);
+    EXPECT_STREQ(title, L"GL Map");
+    EXPECT_EQ(GetWindowLongPtrW(window, GWL_STYLE),
+              WS_CHILD | WS_VISIBLE | WS_CLIPSIBLINGS | WS_CLIPCHILDREN | WS_TABSTOP);
+    EXPECT_EQ(SendMessageW(window, WM_ERASEBKGND, 0, 0), 1) << "erasing would flicker";
+}
+
+TEST_F(LifecycleTest, TheDataFolderMayHaveAnyName) {
+    const std::filesystem::path root =
+        std::filesystem::temp_directory_path() / L"\x0416-\x00E9-\x5730";
+    std::filesystem::create_directories(root / L"Zelmo" / L"Horivo");
+    CopyFileW(MapPath().c_str(), (root / L"Zelmo" / L"Horivo" / L"map.jpg").c_str(), FALSE);
+    const FakedImport<"SHGetFolderPathW", decltype(SHGetFolderPathW)> folder(
+        library.module, [&](HWND, int, HANDLE, DWORD, wchar_t* path) {
+            root.wstring().copy(path, MAX_PATH);
+            path[root.wstring().size()] = L'\0';
+            return S_OK;
+        });
+    Init();
+    CreateMap(kWidth, kHeight);
+    EXPECT_TRUE(WaitForTiles());
+    std::error_code ignored;
+    std::filesystem::remove_all(root, ignored);
 }
 
 TEST_F(LifecycleTest, WindowsOfAnySizeLiveAndChangeIt) {

@@ -1,18 +1,14 @@
-// The photo panel over real folders: what it shows, how it pages, what it opens.
-#include <gmock/gmock.h>
-
-#include "support/driven_map_win.h"
-#include "support/gl_spy_win.h"
+// The photo panel over real folders: what it shows, how it pages, what it opens; also when the host
+// hands over another table meanwhile.
 #include "support/import_table_win.h"
+#include "support/gdiplus_pictures_win.h"
+#include "support/map_play_win.h"
 
 namespace {
 
-using testing::ElementsAre;
-using testing::IsEmpty;
-
 constexpr SeenColour kPanelColour = {0.0, 0.0, 0.0, 0.33};
 
-class PhotoPanelTest : public DrivenMapTest {
+class PhotoPanelTest : public MapPlay {
 protected:
     PhotoPanelTest() {
         AddCity(L"Paris", L"France", 42.0, 3.0);
@@ -20,156 +16,86 @@ protected:
         AddCity(L"Rome", L"Italy", 36.0, 6.0);
         consent = 1;
     }
-    void Show(std::size_t city) {
-        ShowCity(cities[city]);
-        Home();
-    }
-    void ShowCountry(double latitude = 42.0, double longitude = 5.0) {
-        Click(PixelOf(latitude, longitude));
-        Home();
-    }
-    /// The photos of the picture, from the top.
-    std::vector<SeenImage> Photos() {
-        std::vector<SeenImage> images = Look().images;
-        // A photo that does not fit stands above the window.
-        std::erase_if(images, [](const SeenImage& image) { return image.y >= kOpenHeight; });
-        return images;
-    }
-    /// The number in the page that a click opens, -1 when it opens none.
-    int NumberAt(POINT at) {
-        opened.clear();
-        Click(at);
-        return opened.size() == 1 ? std::stoi(opened[0].substr(opened[0].rfind(L'/') + 1)) : -1;
-    }
-    std::vector<int> Numbers() {
-        std::vector<int> numbers;
-        for (const SeenImage& photo : Photos()) numbers.push_back(NumberAt(MiddleOf(photo)));
-        return numbers;
-    }
-    static POINT Client(double x, double y) {
-        return {static_cast<LONG>(x), kOpenHeight - 1 - static_cast<LONG>(y)};
-    }
-    static POINT MiddleOf(const SeenImage& photo) {
-        return Client(photo.x + photo.width / 2, photo.y + photo.height / 2);
-    }
-    /// The numbers from `first` down to `last`.
-    static std::vector<int> Down(int first, int last) {
-        std::vector<int> numbers;
-        for (int i = first; i >= last; --i) numbers.push_back(i);
-        return numbers;
-    }
 };
 
-TEST_F(PhotoPanelTest, PhotosStackBelowTheTitlesNewestFirst) {
+TEST_F(PhotoPanelTest, PhotosStackNewestFirstEachWithItsOwnPictureTheRightWayUp) {
     photos.PutCity(L"France\\Paris", 4);
     for (int i = 1; i <= 4; ++i) photos.PutPhoto(L"France\\Paris", i, 80 + i, 50 + 10 * i);
     Open();
-    Show(0);
-    const int line = LineHeight();
-    SeenOverlay seen = Look();
+    SpiedGl().calls.clear();
+    SpiedGl().uploads.clear();
+    SpiedGl().keepPixels = SpiedGl().keepCalls = true;
+    ShowCity(cities[0]);
+    const auto filled = SpiedCalls("glBindTexture");
+    Play("home; titles Paris | France; photos 4 3 2 1");
+    const SeenOverlay seen = Look();
+    const auto drawn = SpiedCalls("glBindTexture");
     EXPECT_EQ(seen.BoxOf(kPanelColour), (SeenRect{kPanelX, 0, 108, kOpenHeight}));
-    EXPECT_THAT(seen.Words(kPanelX), ElementsAre("Paris", "France"));
-    double y = kOpenHeight;
-    for (const char* title : {"Paris", "France"}) {
-        const double x = kPanelX + (108 - WidthOf(title)) / 2;
-        EXPECT_EQ(seen.PlaceOf(title), SeenPlace(x, y -= line)) << title;
+    EXPECT_GT(seen.PlaceOf("Paris").second, seen.PlaceOf("France").second);
+    EXPECT_GT(seen.PlaceOf("France").second, seen.images.at(0).y + seen.images[0].height);
+    for (std::size_t i = 1; i < seen.images.size(); ++i)
+        EXPECT_GT(seen.images[i - 1].y, seen.images[i].y + seen.images[i].height) << "a gap";
+    ASSERT_TRUE(seen.images.size() == 4 && filled.size() == 4 && drawn.size() >= 4);
+    EXPECT_TRUE(std::equal(filled.begin(), filled.end(), drawn.end() - 4)) << "another's picture";
+    for (std::size_t place = 0; place < 4; ++place) {
+        const auto file = std::to_wstring(4 - place) + L".jpg";
+        const RgbPicture picture = DecodePicture(PhotoDisk::Root() / L"France\\Paris" / file);
+        const SpiedUpload& upload = SpiedGl().uploads[place];
+        EXPECT_EQ(seen.images[place].width, picture.width);
+        EXPECT_EQ(seen.images[place].height, picture.height);
+        for (const auto& [x, up] : {std::pair(0, 0), {70, 5}, {5, 50}}) {
+            const auto at = [x = x](int width, int row, int bytes) {
+                return static_cast<std::size_t>((row * width + x) * bytes);
+            };
+            const auto* rgb = &picture.pixels[at(picture.width, picture.height - 1 - up, 3)];
+            const auto* rgba = &upload.pixels[at(upload.width, up, 4)];
+            EXPECT_TRUE(std::equal(rgb, rgb + 3, rgba) && rgba[3] == 255) << x << ' ' << up;
+        }
     }
-    const std::vector<SeenImage> stack = Photos();
-    ASSERT_EQ(stack.size(), 4U);
-    y -= 59;
-    for (int number = 4; number >= 1; --number, y -= 4) {
-        const SeenRect& photo = stack[static_cast<std::size_t>(4 - number)];
-        const double x = kPanelX + (108 - (80 + number)) / 2;
-        const double height = 50.0 + 10 * number;
-        y -= height;
-        EXPECT_EQ(photo, (SeenRect{x, y, 80.0 + number, height})) << number;
-    }
-
-    Show(2);  // has no photos: a strip for the titles
-    seen = Look();
-    const double strip = 2 * line + 59;
-    EXPECT_EQ(seen.BoxOf(kPanelColour), (SeenRect{kPanelX, kOpenHeight - strip, 108, strip}));
-    EXPECT_THAT(seen.Words(kPanelX), ElementsAre("Rome", "Italy"));
-    consent = 0;
-    ZoomIn();
-    Hover({kPanelX + 50, 300});
-    EXPECT_TRUE(Runs(kHoverTimer)) << "the empty panel covers no globe";
+    Play("city Rome; home; titles Rome | Italy; stack 0; answer 0; zoom; move p50,299; runs hover",
+         "a strip for the titles: the empty panel covers no globe");
+    EXPECT_LT(Look().BoxOf(kPanelColour).height, 150);
 }
 
 TEST_F(PhotoPanelTest, PagingShowsAllPhotosAndComesBack) {
     photos.PutCity(L"France\\Paris", 40, 64, 32);
-    Open();
-    Show(0);
-    const int room = kOpenHeight - (2 * LineHeight() + 59) - 108;
-    const int fit = (room + 4) / 36;
-    const int back = 8 + room / 36;
-    const struct {
-        const char* why;
-        int key;
-        int first, last;
-    } steps[] = {
-        {"nothing before the first", VK_PRIOR, 40, 41 - fit},
-        {"a page forward passes the 16 that are loaded", VK_NEXT, 24, 25 - fit},
-        {"the rest", VK_NEXT, 8, 1},
-        {"all are shown", VK_NEXT, 8, 1},
-        {"back by as many as fit, each with its gap", VK_PRIOR, back, back - fit + 1},
-    };
-    for (const auto& step : steps) {
-        Key(window, step.key);
-        EXPECT_EQ(Numbers(), Down(step.first, step.last)) << step.why;
-    }
-    for (int i = 0; i < 10; ++i) Key(window, VK_PRIOR);
-    EXPECT_EQ(Numbers().front(), 40);
-    Key(window, VK_NEXT);
-    Show(0);
-    EXPECT_EQ(Numbers().front(), 24) << "the same place keeps its page";
-    Show(2);
-    Show(0);
-    EXPECT_EQ(Numbers().front(), 40) << "another place starts at its first";
-    DestroyWindow(window);
-    window = CreateMap(kOpenWidth, kOpenHeight);
-    Paint(window);
-    EXPECT_EQ(Numbers(), Down(40, 41 - fit)) << "a window made anew shows the same";
-    EXPECT_THAT(Titles(), ElementsAre("Paris", "France"));
-}
-
-TEST_F(PhotoPanelTest, WithoutAContextThePanelChangesAndItsPicturesFollow) {
-    photos.PutCity(L"France\\Paris", 40, 64, 32);
     photos.PutCity(L"Italy\\Rome", 17, 64, 32);
     Open();
-    Show(0);
-    Look();
-    wglMakeCurrent(nullptr, nullptr);
-    {
-        const FakedImport<"wglMakeCurrent", decltype(wglMakeCurrent)> lost(
-            library.module, [](HDC, HGLRC) { return FALSE; });
-        Show(2);
-        Key(window, VK_NEXT);
-        Paint(window);
-    }
+    PlayRows(
+        "",
+        {{"nothing before the first", "city Paris; home; key prior; click photo1; opened /40.htm"},
+         {"a page passes the 16 that are loaded", "key next; click photo1; opened /24.htm"},
+         {"the rest", "key next; photos 8 7 6 5 4 3 2 1; key next; photos 8 7 6 5 4 3 2 1"},
+         {"back by as many as fit: the next is the last one there", "key prior"}});
+    const std::string last = "photo" + std::to_string(Photos().size());
+    Play("click " + last + "; opened /9.htm; key prior 10; click photo1; opened /40.htm");
+    PlayRows("", {{"the same place keeps its page",
+                   "key next; city Paris; home; click photo1; opened /24.htm"},
+                  {"another place starts at its first",
+                   "city Rome; city Paris; home; click photo1; opened /40.htm"},
+                  {"a window made anew shows the same",
+                   "close; create b 800 600; titles Paris | France; click photo1; opened /40.htm"},
+                  {"without a context the panel changes, and its pictures follow",
+                   "home; context lost; city Rome; home; key next; paint; context back"}});
     SpiedGl().uploads.clear();
-    EXPECT_THAT(Titles(), ElementsAre("Rome", "Italy"));
-    EXPECT_EQ(SpiedGl().uploads.size(), 1U) << "the one photo of the second page";
-    EXPECT_EQ(Numbers(), Down(1, 1));
-    EXPECT_EQ(SpiedGl().uploads.size(), 1U) << "once";
+    Play("titles Rome | Italy; photos 1");
+    EXPECT_EQ(SpiedGl().uploads.size(), 1U) << "the one photo of the second page, once";
 }
 
 TEST_F(PhotoPanelTest, PagesTurnAfterACountrysPhotosFoundNoMemory) {
     for (const wchar_t* city : {L"France\\Paris", L"France\\Lyon"}) photos.PutCity(city, 1, 64, 64);
     photos.PutIndex(L"France", "1\tParis\t\t\tp\t/p/1\n1\tLyon\t\t\tl\t/l/1\n");
     Open(kOpenWidth, 280);  // room for one photo
-    const POINT country = PixelOf(42.0, 5.0);
+    points["country"] = PixelOf(42.0, 5.0);
     FailingImports memory(library.module, kMemoryCalls);
     for (int number = 1; number == 1 || memory.Failed() != nullptr; ++number) {
-        ShowCountry();
-        Key(window, VK_NEXT);
+        Play("click country; home; key next");
         memory.FailFrom(number, kAllThatFollow);
-        Click(country);
+        Click(points["country"]);
         memory.Stop();
-        Home();
-        Key(window, VK_PRIOR);
+        Play("home; key prior");
     }
-    ShowCountry();
+    Play("click country; home");
     EXPECT_EQ(Look().images.size(), 2U);
 }
 
@@ -177,140 +103,94 @@ TEST_F(PhotoPanelTest, WheelOverTheListPages) {
     photos.PutCity(L"France\\Paris", 17, 64, 32);
     photos.PutCity(L"France\\Lyon", 16, 64, 32);
     Open();
-    Show(0);
-    Hover({kPanelX + 1, 300});
-    const std::pair<int, bool> turns[] = {{-120, true}, {-60, true}, {120, false}};
-    for (const auto& [delta, onLastPage] : turns) {
-        Wheel(delta);
-        EXPECT_EQ(Numbers() == Down(1, 1), onLastPage) << delta;
-        Hover({kPanelX + 1, 300});
-    }
-    ExpectView({-12.2, 40.0, 0.0}, "the globe stands");
-    Hover({kPanelX, 300});
-    Wheel(-120);
-    ExpectView({-12.1, 40.0, 0.0}, "the edge itself is the globe's");
-    Show(1);
-    Hover({kPanelX + 50, 300});
-    Wheel(-120);
-    ExpectView({-12.1, 40.0, 0.0}, "so is a list of one page");
+    Play(
+        "city Paris; home; move p1,300; wheel -120; stack 1; wheel -60; stack 1; wheel 120;"
+        "move photo2; home; view 40 0",
+        "the globe stands");
+    Play("move p0,300; wheel -120; view 40 0 -12.1; home", "the edge itself is the globe's");
+    Play("city Lyon; home; move p50,300; wheel -120; view 40 0 -12.1", "so is a list of one page");
 }
 
-TEST_F(PhotoPanelTest, PointedPhotoHasItsCaptionBesideThePanel) {
+TEST_F(PhotoPanelTest, PointedPhotoHasItsCaptionAndOpensItsPage) {
     photos.PutCity(L"France\\Paris", 2);
     photos.PutCity(L"France\\Lyon", 1);
     photos.PutIndex(L"France", "2\tParis\t\t\tTower\t/2\n1\tLyon\t\t\t\t/1\n");
-    Open();
-    Show(0);
-    const int line = LineHeight();
-    const std::vector<SeenImage> stack = Photos();
-    ASSERT_EQ(stack.size(), 2U);
-    const auto at = [&](const char* text, double y) {
-        return SeenPlace(kPanelX - 4 - WidthOf(text), y);
-    };
-    const double bottom = stack[0].y;
-    const double middle = bottom + 30;
-    const char* const invitation = "Click to enlarge";
-    Hover(Client(kPanelX + 1, middle));  // beside the photo, yet right of the edge
-    SeenOverlay seen = Look();
-    EXPECT_EQ(seen.PlaceOf("photo 2"), at("photo 2", middle));
-    EXPECT_EQ(seen.PlaceOf(invitation), at(invitation, middle - line));
-    EXPECT_FALSE(seen.Has("Paris, France")) << "the city stands above";
-    EXPECT_FALSE(seen.Has("photo 1"));
-    const struct {
-        const char* why;
-        double x, y;
-        bool shown;
-    } edges[] = {
-        {"the panel's edge", kPanelX, middle, false},
-        {"the lowest row", kPanelX + 50, bottom, false},
-        {"above it", kPanelX + 50, bottom + 1, true},
-        {"above the photo", kPanelX + 50, bottom + 64, false},
-        {"the highest row", kPanelX + 50, bottom + 63, true},
-    };
-    for (const auto& e : edges) {
-        Hover(Client(e.x, e.y));
-        EXPECT_EQ(Look().Has(invitation), e.shown) << e.why;
-    }
-    SendMessageW(window, WM_MOUSELEAVE, 0, 0);
-    EXPECT_FALSE(Look().Has(invitation)) << "the pointer has left";
-
-    ShowCountry();
-    Hover(Client(kPanelX + 50, middle));
-    seen = Look();
-    double y = middle + line / 2;
-    for (const char* text : {"Paris, France", "Tower", invitation}) {
-        EXPECT_EQ(seen.PlaceOf(text), at(text, y)) << text;
-        y -= line;
-    }
-    const double lower = stack[1].y + 30;
-    Hover(Client(kPanelX + 50, lower));
-    seen = Look();
-    EXPECT_EQ(seen.PlaceOf("Lyon, France"), at("Lyon, France", lower + line / 2));
-    EXPECT_EQ(seen.PlaceOf(invitation), at(invitation, lower + line / 2 - line))
-        << "an empty caption takes no line";
-}
-
-TEST_F(PhotoPanelTest, ClickOpensThePageOfThePhotoUnderIt) {
-    photos.PutCity(L"France\\Paris", 2);
-    photos.PutCity(L"France\\Lyon", 1);
     photos.PutIndex(L"France\\Lyon", "1\t\t\tno page\n");
     Open();
-    Show(0);
-    const std::vector<SeenImage> stack = Photos();
-    ASSERT_EQ(stack.size(), 2U);
-    const SeenImage& p = stack[0];
-    const struct {
-        const char* why;
-        double x, y;
-        int number;
-    } cases[] = {
-        {"lower left", p.x, p.y, 2},
-        {"left of it", p.x - 1, p.y, -1},
-        {"upper right", p.x + p.width - 1, p.y + p.height - 1, 2},
-        {"right of it", p.x + p.width, p.y, -1},
-        {"above it", p.x, p.y + p.height, -1},
-        {"the gap", p.x, p.y - 1, -1},
-        {"the next one's highest row", p.x, p.y - 5, 1},
-    };
-    for (const auto& c : cases) EXPECT_EQ(NumberAt(Client(c.x, c.y)), c.number) << c.why;
-    EXPECT_FALSE(Runs(kFlightTimer)) << "the panel covers the globe";
-
-    const POINT upper = MiddleOf(stack[0]);
-    const POINT lower = MiddleOf(stack[1]);
-    const struct {
-        const char* why;
-        POINT from, to;
-        std::size_t pages;
-    } drags[] = {
-        {"a drag of the globe", {400, 300}, upper, 0},
-        {"from another photo", lower, upper, 0},
-        {"a trembling hand", upper, {upper.x + 3, upper.y + 2}, 1},
-    };
-    for (const auto& drag : drags) {
-        opened.clear();
-        Press(drag.from);
-        Drag(drag.to);
-        Release(drag.to);
-        EXPECT_EQ(opened.size(), drag.pages) << drag.why;
-    }
-    Show(1);
-    EXPECT_EQ(NumberAt(upper), -1) << "a photo without a page";
+    Play("city Paris; home; move photo1");
+    const POINT pointer = At("photo1");
+    const SeenPlace caption = Look().PlaceOf("photo 2");
+    EXPECT_NEAR(caption.first + WidthOf("photo 2"), kPanelX, 8) << "it ends left of the panel";
+    EXPECT_NEAR(caption.second, kOpenHeight - pointer.y, LineHeight()) << "level with the pointer";
+    PlayRows(
+        "",
+        {{"beside the photo, yet right of the edge",
+          "move photo1+-5,30; says photo 2 | Click to enlarge; says not photo 1 | Paris, France"},
+         {"the panel's edge", "move photo1+-6,30; says not Click to enlarge"},
+         {"the lowest row", "move photo1+44,0; says not Click to enlarge"},
+         {"above it", "move photo1+44,1; says Click to enlarge"},
+         {"above the photo", "move photo1+44,64; says not Click to enlarge"},
+         {"the highest row", "move photo1+44,63; says Click to enlarge"},
+         {"the pointer has left", "leave; says not Click to enlarge"},
+         {"lower left", "click photo1+0,0; opened /2.htm"},
+         {"left of it", "click photo1+-1,0; opened none"},
+         {"upper right", "click photo1+95,63; opened /2.htm"},
+         {"right of it", "click photo1+96,63; opened none"},
+         {"above it", "click photo1+0,64; opened none"},
+         {"the gap", "click photo1+0,-1; opened none"},
+         {"the next one's highest row", "click photo1+0,-5; opened /1.htm; stops flight"},
+         {"a drag of the globe", "press 400,300; drag photo1; release photo1; opened none"},
+         {"from another photo", "press photo2; drag photo1; release photo1; opened none"},
+         {"a trembling hand",
+          "home; press photo1; drag photo1+51,34; release photo1+51,34; opened /2.htm"},
+         {"a country's photos name their cities",
+          "home; click 42:5; home; move photo1;"
+          "says Paris, France | Tower | Click to enlarge; move photo2;"
+          "says Lyon, France | Click to enlarge; says not Tower"},
+         {"a photo without a page", "city Lyon; home; click photo1; opened none"}});
 }
 
-TEST_F(PhotoPanelTest, CountryShowsItsCitiesFromThePlaceThatWasClicked) {
+TEST_F(PhotoPanelTest, CountryShowsItsCitiesFromThePlaceThatWasClickedInAnyTable) {
     photos.PutCity(L"France\\Paris", 3);
     photos.PutCity(L"France\\Lyon", 2);
     photos.PutIndex(L"France",
                     "1\tLyon\t\t\tl\t/11\n2\tLYON\t\t\tl\t/12\n1\tParis\t\t\tp\t/21\n"
                     "3\tParis\t\t\tp\t/23\n9\tParis\t\t\tmissing\t/29\n1\tRome\t\t\tabroad\t/1\n");
     Open();
-    ShowCountry(42.0, 5.0);
-    EXPECT_THAT(Numbers(), ElementsAre(23, 21, 12, 11)) << "beside Paris";
-    ShowCountry(38.0, -5.0);
-    EXPECT_THAT(Numbers(), ElementsAre(12, 11, 23, 21)) << "beside Lyon";
-    Hover(PixelOf(42.0, 3.0));
-    SendMessageW(window, HORIVO_MSG_PHOTOS_CHANGED, static_cast<WPARAM>(-1), 1);
-    EXPECT_THAT(Numbers(), ElementsAre(12, 11, 23, 21)) << "the pointer's way changes no order";
+    const auto change = [&] {
+        std::reverse(cities.begin(), cities.end());
+        cities.insert(cities.begin(), CityRecord{});
+    };
+    acts["another table"] = [&] {
+        change();
+        Init();
+    };
+    PlayRows("home",
+             {{"beside Lyon", "click 38:-5; home; photos 12 11 23 21"},
+              {"the pointer's way changes no order",
+               "move Paris; photos changed -1; photos 12 11 23 21"},
+              {"beside Paris", "click 42:5; home; photos 23 21 12 11"},
+              {"another order of cities",
+               "do another table; move photo1; says Paris, France; photos 23 21 12 11"},
+              {"while no window lives",
+               "close; free; do another table; create b 800 600; move photo1; says Paris, France;"
+               "photos 23 21 12 11"}});
+    PlayRows("home",
+             {{"each window's photos are where it shows them",
+               "create c 300 260; paint; use b; click photo1; opened /23"},
+              {"far left of the panel", "use c; paint; use b; click 300,300; runs flight"}});
+}
+
+TEST_F(PhotoPanelTest, NoTableIsAnEmptyOneWhateverItsCount) {
+    Open();
+    const std::pair<CityRecord*, std::int32_t> tables[] = {{nullptr, 5}, {cities.data(), -3}};
+    for (const auto& table : tables) {
+        acts["take away"] = [&] { library.InitMap(table.first, table.second); };
+        Play(
+            "cities; home; zoom; cursor Lyon; move Lyon; runs hover; do take away; tick hover;"
+            "asked none; cities; when asked do take away; click Lyon; asked 1; says not Lyon",
+            "the city is gone");
+    }
 }
 
 TEST_F(PhotoPanelTest, HostileNamesShowNothingFromOutsideTheirFolder) {
@@ -327,19 +207,16 @@ TEST_F(PhotoPanelTest, HostileNamesShowNothingFromOutsideTheirFolder) {
     AddCity(L"..\\Spain\\Nice", L"France", 46.0, 3.0);
     Open();
     using Create = FakedImport<"CreateFileW", decltype(CreateFileW)>;
-    const Create files(library.module, [](const wchar_t* path, DWORD access, DWORD share,
-                                          SECURITY_ATTRIBUTES* security, DWORD disposition,
-                                          DWORD flags, HANDLE like) {
+    const Create files(library.module, [](const wchar_t* path, DWORD access, auto... rest) {
         EXPECT_EQ(std::wstring(path).find(L"\\..\\"), std::wstring::npos);
         EXPECT_EQ(access & (GENERIC_WRITE | DELETE), 0U) << "the tree is only read";
-        return Create::Real(path, access, share, security, disposition, flags, like);
+        return Create::Real(path, access, rest...);
     });
     for (std::size_t tricky = 3; tricky < cities.size(); ++tricky) {
-        Show(tricky);
-        EXPECT_THAT(Photos(), IsEmpty()) << tricky;
+        ShowCity(cities[tricky]);
+        Play("home; stack 0", std::to_string(tricky));
     }
-    ShowCountry();
-    EXPECT_THAT(Numbers(), ElementsAre(1));
+    Play("click 42:5; home; photos 1");
 }
 
 TEST_F(PhotoPanelTest, BrokenFilesAreLeftOut) {
@@ -347,20 +224,20 @@ TEST_F(PhotoPanelTest, BrokenFilesAreLeftOut) {
     photos.PutPhoto(L"France\\Paris", 2, 129, 64);
     photos.PutPhoto(L"France\\Paris", 3, 64, 257);
     photos.PutPhoto(L"France\\Paris", 4, 128, 200);
+    photos.PutCity(L"Italy\\Rome", 3);
+    photos.PutPhoto(L"Italy\\Rome", 1, 200, 64);
     const auto folder = PhotoDisk::Root() / L"France\\Paris";
     std::filesystem::resize_file(folder / L"5.jpg", 0);
     std::filesystem::remove(folder / L"6.jpg");
     std::filesystem::create_directory(folder / L"6.jpg");
-    Open();
-    Show(0);
-    EXPECT_THAT(Numbers(), ElementsAre(4, 1));
-
     photos.PutCity(L"France\\Lyon", 2);
     std::string lines = "# no photo\nno number\n";
     for (int i = 1; i < 20000; ++i) lines += "7\tis\tnot\tthere\n";
     photos.PutIndex(L"France\\Lyon", lines + "2\t\t\t\t/2\n1\t\t\t\t/1\n");
-    Show(1);
-    EXPECT_THAT(Numbers(), ElementsAre(2)) << "one line too many";
+    Open();
+    PlayRows("", {{"some", "city Paris; home; photos 4 1"},
+                  {"a page of them is not shown", "city Rome; home; stack 2; key next; stack 2"},
+                  {"one line too many", "city Lyon; home; photos 2"}});
 }
 
 }  // namespace

@@ -59,7 +59,6 @@ protected:
 };
 
 TEST_F(WindowsTest, EachLooksAsIfItWereAloneAndSharesTheTiles) {
-    const FakedImport<"CreateThread", decltype(CreateThread)> threads(library.module);
     MakeFirst(a);
     DestroyWindow(a.window);
     Make(b);
@@ -76,7 +75,6 @@ TEST_F(WindowsTest, EachLooksAsIfItWereAloneAndSharesTheTiles) {
     DestroyWindow(a.window);
     Make(a);
     ExpectAsIfAlone(a, "after one that was told twice of its creation");
-    EXPECT_EQ(threads.Calls(), 2) << "one loads, one cuts";
 }
 
 TEST_F(WindowsTest, PlanetAtAddressesThatEndLikeTheFontsIsMadeAgain) {
@@ -133,6 +131,15 @@ TEST_F(WindowsTest, AWindowLeftWithoutAContextLivesAndComesBack) {
     Key(a.window, VK_HOME);
     Make(b);
     ExpectAsIfAlone(a, "with a new context");
+}
+
+TEST_F(WindowsTest, AContextOfSmallerTexturesGetsSmallerTiles) {
+    MakeFirst(a);
+    SpiedGl().maxTextureSize = 64;
+    SpiedGl().uploads.clear();
+    Make(b);
+    ASSERT_TRUE(WaitForTiles());
+    for (const SpiedUpload& tile : SpiedGl().uploads) EXPECT_LE(tile.width, 64);
 }
 
 // ---- A host that draws with OpenGL itself -----------------------------------------------------

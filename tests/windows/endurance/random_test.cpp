@@ -26,7 +26,7 @@ constexpr SYSTEMTIME kNoonInJuly = {2024, 7, 1, 1, 12, 0, 0, 0};
 constexpr WPARAM kSunTimer = 4;
 constexpr int kMapWidth = 512;
 constexpr std::size_t kTiles = 8;
-constexpr std::size_t kListsOfAMap = 255 + 2;  // the font's codes, body and cities
+constexpr std::size_t kListsOfAMap = 255 + 2 + 1;  // codes, body and cities, one shell
 constexpr const char* kKindNames[] = {"windows", "messages", "detail",   "workers",
                                       "clock",   "tables",   "failures", "unloads"};
 
