@@ -1,10 +1,5 @@
 // Feeds foreign bytes to the reader of photo index files and reads everything that comes out: the
-// limits that the header promises must hold, the folders formed from it must stay in the tree, and
-// an entry that is written down again must be read as the same.
-#include <algorithm>
-#include <cstdint>
-#include <string>
-
+// limits that the header promises must hold, and the folders formed from it must stay in the tree.
 #include "fuzz/check.h"
 #include "photos/photo_index.h"
 #include "photos/photo_link.h"
@@ -30,21 +25,6 @@ bool LiesBelowRoot(WideView folder, int levels) {
     return folder.find(u'\\') == WideView::npos;
 }
 
-void CheckReadAgain(const PhotoIndexEntry& entry, PhotoIndexKind kind) {
-    const WideString all = (kind == PhotoIndexKind::Country ? entry.city : u"-") + u"\t-\t" +
-                           (kind == PhotoIndexKind::Country ? u"-\t" : u"") + entry.caption +
-                           u'\t' + entry.pagePath + u"\tmore\n";
-    if (std::any_of(all.begin(), all.end(), [](HorivoWideChar c) { return c >= 0x80; })) return;
-    const std::string line =
-        std::to_string(entry.photoNumber) + '\t' + std::string(all.begin(), all.end());
-    if (line.size() > kMaxLine || line.find('\x1A') != std::string::npos) return;
-    PhotoIndexReader reader(line, kind);
-    PhotoIndexEntry again;
-    Check(reader.Next(again) && again.photoNumber == entry.photoNumber);
-    Check(again.city == entry.city && again.caption == entry.caption);
-    Check(again.pagePath == entry.pagePath && !reader.Next(again));
-}
-
 void ReadAll(std::string_view bytes, PhotoIndexKind kind) {
     PhotoIndexReader reader(bytes, kind);
     PhotoIndexEntry entry;
@@ -55,7 +35,6 @@ void ReadAll(std::string_view bytes, PhotoIndexKind kind) {
         for (const WideString* text : {&entry.city, &entry.caption, &entry.pagePath}) {
             Check(text->find_first_of(WideView(u"\t\r\n\0", 4)) == WideString::npos);
         }
-        CheckReadAgain(entry, kind);
         if (FormPhotoPath(kRoot, u"Country", entry.city, entry.photoNumber, path)) {
             Check(LiesBelowRoot(path, entry.city.empty() ? 1 : 2));
         }

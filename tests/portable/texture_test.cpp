@@ -1,13 +1,14 @@
-// The map picture: loaded, shrunk, changed pixel by pixel, saved and cut into tiles.
+// Textures: loaded, shrunk, changed pixel by pixel, saved and cut into tiles.
 #include <gmock/gmock.h>
 
-#include <algorithm>
 #include <array>
+#include <random>
 
-#include "image/map_picture.h"
+#include "image/resample.h"
+#include "image/texture_limits.h"
 #include "image/tile_grid.h"
-#include "support/table.h"
-#include "support/texture_pixels.h"
+#include "support/memory_picture.h"
+#include "support/plain_shrink.h"
 
 namespace {
 
@@ -15,50 +16,52 @@ using testing::ElementsAre;
 
 class TextureTest : public testing::Test {
 protected:
-    void TearDown() override {
-        EXPECT_EQ(MemoryPicture::LiveCount(), 0) << "a picture was not destroyed";
-        EXPECT_EQ(MemoryPicture::LockCount(), 0) << "a picture was left locked";
+    ~TextureTest() override {
+        EXPECT_EQ(MemoryPicture::live, 0) << "a picture was not destroyed";
+        EXPECT_EQ(MemoryPicture::locks, 0) << "a picture was left locked";
     }
 };
+
+/// Width, height and those of the buffer.
+std::vector<int> Sizes(const CJpegTexture& texture) {
+    return {texture.GetWidth(), texture.GetHeight(), texture.GetBufferWidth(),
+            texture.GetBufferHeight()};
+}
 
 /// A buffer that shows a 24-bit image in its first columns and rows, bottom row first, and zeros
 /// elsewhere.
 std::vector<int> Showing(const MemoryImage& image, int bufferWidth, int bufferHeight) {
-    std::vector<int> bytes(static_cast<std::size_t>(bufferWidth * bufferHeight * 3));
-    for (int row = 0; row < image.height; ++row) {
-        const auto source = image.bytes.rbegin() + row * image.width * 3;
-        const auto target = bytes.begin() + row * bufferWidth * 3;
-        // Backwards B, G, R become R, G, B, and the last pixel of a row the first one.
-        for (int x = 0; x < image.width; ++x) {
-            std::copy_n(source + x * 3, 3, target + (image.width - 1 - x) * 3);
-        }
+    std::vector<int> bytes(std::size_t(bufferWidth * bufferHeight * 3));
+    for (int i = 0; i < std::ssize(image.bytes); ++i) {
+        const int row = image.height - 1 - i / 3 / image.width;
+        const int pixel = row * bufferWidth + i / 3 % image.width;
+        bytes[std::size_t(pixel * 3 + 2 - i % 3)] = image.bytes[std::size_t(i)];
     }
     return bytes;
 }
 
 TEST_F(TextureTest, LoadPadsTheBufferOrRefusesWhatIsAboveTheLimits) {
-    for (const Row& row : Table("texture_load")) {
-        SCOPED_TRACE(row.why);
-        MemoryImage image = NoiseImage(row.Int(0), row.Int(1));
-        image.bottomUp = image.width % 2 == 0;
+    // Sides, limits, sides of the buffer or 0; without both limits only a multiple of 4.
+    const int cases[][6] = {{1001, 3, 0, 0, 1004, 3},       {30, 5, 64, 0, 32, 5},
+                            {1, 1, 64, 64, 16, 16},         {1500, 17, 2048, 64, 2048, 32},
+                            {1024, 16, 1024, 16, 1024, 16}, {1500, 17, 1024, 64, 0, 0},
+                            {15, 65, 1024, 64, 0, 0},       {16, 16, 1, 1, 16, 16}};
+    for (const auto& [width, height, maxWidth, maxHeight, bufferWidth, bufferHeight] : cases) {
+        MemoryImage image = NoiseImage(width, height);
+        image.bottomUp = width % 2 == 0;
         CJpegTexture texture;
-        const bool fits = row.Int(4) != 0;
-        EXPECT_EQ(LoadImage(texture, image, row.Int(2), row.Int(3)),
-                  fits ? kLoadedUnchanged : kLoadFailed);
-        EXPECT_EQ(texture.GetBufferWidth(), row.Int(4));
-        EXPECT_EQ(texture.GetBufferHeight(), row.Int(5));
-        EXPECT_EQ(texture.GetWidth(), fits ? image.width : 0);
-        EXPECT_TRUE(!fits || Bytes(texture) == Showing(image, row.Int(4), row.Int(5)));
+        EXPECT_EQ(LoadImage(texture, image, maxWidth, maxHeight),
+                  bufferWidth > 0 ? kLoadedUnchanged : kLoadFailed);
+        const bool fits = bufferWidth > 0;
+        EXPECT_THAT(Sizes(texture),
+                    ElementsAre(fits ? width : 0, fits ? height : 0, bufferWidth, bufferHeight));
+        EXPECT_TRUE(!fits || Bytes(texture) == Showing(image, bufferWidth, bufferHeight)) << width;
     }
     CJpegTexture texture;
     MemoryImage grey = NoiseImage(4, 1, kPixelFormat8bppIndexed);
     grey.bytes = {1, 2, 3, 4};
     EXPECT_EQ(LoadImage(texture, grey), kLoadedUnchanged);
     EXPECT_THAT(Bytes(texture), ElementsAre(1, 1, 1, 2, 2, 2, 3, 3, 3, 4, 4, 4));
-    const int conversions = MemoryPicture::ConversionCount();
-    EXPECT_EQ(LoadImage(texture, NoiseImage(129, 8, kPixelFormat8bppIndexed), 128, 256),
-              kLoadFailed);
-    EXPECT_EQ(MemoryPicture::ConversionCount(), conversions) << "a refused picture is not decoded";
 }
 
 TEST_F(TextureTest, AFailedLoadLeavesNothing) {
@@ -73,27 +76,29 @@ TEST_F(TextureTest, AFailedLoadLeavesNothing) {
     CJpegTexture plain;
     CGLTexture fitted;
     for (CJpegTexture* texture : {&plain, static_cast<CJpegTexture*>(&fitted)}) {
-        for (const int limit : {64, 0}) {
-            for (const wchar_t* name : {L"locked", L"strange", L"huge", L"missing", L""}) {
-                ASSERT_EQ(LoadImage(*texture, good), kLoadedUnchanged) << "something to lose";
-                auto picture = *name != 0 ? OpenPicture(name) : nullptr;
-                EXPECT_EQ(texture->Load(std::move(picture), limit, limit), kLoadFailed) << name;
-                EXPECT_THAT(Sizes(*texture), ElementsAre(0, 0, 0, 0)) << name;
-                EXPECT_EQ(texture->GetPixels(), nullptr) << name;
-            }
+        for (const wchar_t* name : {L"locked", L"strange", L"huge", L"missing"}) {
+            ASSERT_EQ(LoadImage(*texture, good), kLoadedUnchanged) << "something to lose";
+            EXPECT_EQ(texture->LoadFromFile(name, 64, 64), kLoadFailed) << name;
+            EXPECT_THAT(Sizes(*texture), ElementsAre(0, 0, 0, 0)) << name;
+            EXPECT_EQ(texture->GetPixels(), nullptr) << name;
         }
         LoadImage(*texture, good);
-        EXPECT_EQ(texture->LoadFromFile(L"missing", 64, 64), kLoadFailed);
+        EXPECT_EQ(texture->Load(nullptr, 0, 0), kLoadFailed);
+        EXPECT_EQ(texture->GetPixels(), nullptr);
     }
 }
 
 TEST_F(TextureTest, TheMapShrinksToPowersOfTwoOrItsLimits) {
-    for (const Row& row : Table("texture_shrink")) {
+    // Sides, limits, result, sides after. Below 8 a side is kept as it is.
+    const int loads[][7] = {{100, 50, 0, 64, 1, 100, 50},     {64, 32, 64, 64, 1, 64, 32},
+                            {100, 33, 1024, 1024, 3, 64, 32}, {100, 70, 32, 16, 3, 32, 16},
+                            {100, 70, 33, 17, 3, 64, 32},     {15, 9, 64, 64, 3, 8, 8},
+                            {40, 7, 64, 64, 3, 40, 7}};
+    for (const auto& [width, height, maxWidth, maxHeight, result, newWidth, newHeight] : loads) {
         CGLTexture texture;
-        const MemoryImage image = NoiseImage(row.Int(0), row.Int(1));
-        EXPECT_EQ(LoadImage(texture, image, row.Int(2), row.Int(3)), row.Int(4)) << row.why;
-        EXPECT_EQ(texture.GetWidth(), row.Int(5)) << row.why;
-        EXPECT_EQ(texture.GetHeight(), row.Int(6)) << row.why;
+        EXPECT_EQ(LoadImage(texture, NoiseImage(width, height), maxWidth, maxHeight), result);
+        EXPECT_EQ(texture.GetWidth(), newWidth) << width;
+        EXPECT_EQ(texture.GetHeight(), newHeight) << width;
     }
     // Width and height limit, width and height after; 100 x 50 before.
     const int fits[][4] = {
@@ -104,9 +109,12 @@ TEST_F(TextureTest, TheMapShrinksToPowersOfTwoOrItsLimits) {
         EXPECT_TRUE(FitToLimits(texture, widthLimit, heightLimit));
         EXPECT_THAT(Sizes(texture), ElementsAre(width, height, width, height));
     }
-    for (const Row& row : Table("scaled_limit")) {
-        EXPECT_EQ(ScaledLimit(row.Int(0), row.Int(1)), row.Int(2)) << row.why;
-    }
+    const int scaled[][3] = {{2048, -3, 256},
+                             {5, -1, 2},
+                             {1 << 30, 1, kHugeSide},
+                             {1, 999'999, kHugeSide},
+                             {kHugeSide, -999'999, 0}};
+    for (const auto& [limit, scaler, is] : scaled) EXPECT_EQ(ScaledLimit(limit, scaler), is);
 }
 
 TEST_F(TextureTest, ALoadThatShrinksGivesTheBytesOfLoadAndRescale) {
@@ -125,12 +133,57 @@ TEST_F(TextureTest, ALoadThatShrinksGivesTheBytesOfLoadAndRescale) {
     }
 }
 
+using Pixels = std::vector<std::uint8_t>;
+
+Pixels Shrink(Pixels block, BlockSize from, BlockSize to) {
+    EXPECT_TRUE(ShrinkPixels(block.data(), from, to));
+    block.resize(to.width * to.height * 3);
+    return block;
+}
+
+TEST(Resample, GivesTheBytesOfThePlainTwoPasses) {
+    const Pixels row = {10, 20, 30, 41, 51, 62, 70, 80, 90, 101, 111, 122};
+    const Pixels half = {20, 30, 40, 85, 95, 106};  // (2 * 10 + 41) / 3 ..., (70 + 101) / 2 ...
+    EXPECT_EQ(Shrink(row, {4, 1}, {2, 1}), half) << "the first pixel counts twice";
+    std::mt19937 random(20240621);
+    const auto upTo = [&](int limit) { return static_cast<int>(random() % unsigned(limit)) + 1; };
+    // Sides before and after; the first ones have products of more than 32 bits.
+    std::vector<std::array<int, 4>> cases = {{65535, 3, 65534, 2}, {3, 65535, 2, 65534}};
+    for (int i = 0; i < 1500; ++i) {
+        // Any sides, and those that are at most halved: these have the fast path.
+        const int width = upTo(i % 3 == 0 ? 300 : 80);
+        const int height = upTo(i % 5 == 0 ? 200 : 40);
+        cases.push_back(
+            {width, height, i % 7 == 0 ? width : upTo(width), i % 11 == 0 ? height : upTo(height)});
+        if (i % 2 == 0) cases.back()[2] = std::max({1, width / 2, width - upTo(width / 2 + 1)});
+    }
+    for (const auto& [width, height, newWidth, newHeight] : cases) {
+        const Pixels noise = NoiseImage(width, height).bytes;
+        ASSERT_TRUE(Shrink(noise, {std::size_t(width), std::size_t(height)},
+                           {std::size_t(newWidth), std::size_t(newHeight)}) ==
+                    PlainShrink(noise, width, height, newWidth, newHeight))
+            << width << " x " << height << " to " << newWidth << " x " << newHeight;
+    }
+}
+
+TEST(Resample, DividesExactlyOnBothSidesOfEachQuotient) {
+    for (const std::size_t size : {2, 3, 6, 254, 4094, 4095, 4096, 65534, 65536}) {
+        for (const int quotient : {1, 2, 100, 200, 255}) {
+            Pixels line(size * 3, static_cast<std::uint8_t>(quotient));
+            for (int less = 0; less < 2; ++less, --line.back()) {
+                EXPECT_EQ(Shrink(line, {size, 1}, {1, 1})[2], quotient - less) << size << " pixels";
+                EXPECT_EQ(Shrink(line, {1, size}, {1, 1})[2], quotient - less) << size << " rows";
+            }
+        }
+    }
+}
+
 TEST_F(TextureTest, RescaleTakesInThePaddingAndSizesMeanWhatTheySay) {
     CJpegTexture texture;
     LoadImage(texture, NoiseImage(30, 20));
     const std::vector<int> before = Bytes(texture);
     const int wrong[][2] = {{0, 5}, {5, 0}, {31, 5}, {5, 21}};
-    for (const auto& size : wrong) EXPECT_FALSE(texture.Rescale(size[0], size[1])) << size[0];
+    for (const auto& [width, height] : wrong) EXPECT_FALSE(texture.Rescale(width, height));
     EXPECT_EQ(Bytes(texture), before);
     texture.ConvertToRgba(1);
     EXPECT_FALSE(texture.Rescale(8, 8)) << "4 bytes a pixel";
@@ -139,7 +192,7 @@ TEST_F(TextureTest, RescaleTakesInThePaddingAndSizesMeanWhatTheySay) {
     LoadImage(texture, white);  // a buffer of 4
     EXPECT_TRUE(texture.Rescale(2, 1));
     EXPECT_THAT(Bytes(texture), ElementsAre(240, 240, 240, 120, 120, 120)) << "half padding";
-    for (const int width : {6, 1026, 2, 1024, 1, 7}) {
+    for (const int width : {6, 1026, 2, 1024, 7}) {
         LoadImage(texture, NoiseImage(width, 32));
         EXPECT_EQ(texture.HasBorder(), width == 6 || width == 1026) << width;
         EXPECT_FALSE(texture.IsPowerOfTwoSize()) << "no height is enough";
@@ -154,16 +207,14 @@ TEST_F(TextureTest, WithoutMemoryOrPixelsEachOperationKeepsItsPromise) {
     EXPECT_EQ(copy.GetPixels(), nullptr);
     EXPECT_EQ(copy.GetWidth(), kHugeSide) << "a copy keeps its numbers";
     EXPECT_FALSE(texture.ConvertToRgba(1));
-    EXPECT_EQ(texture.GetBytesPerPixel(), 3) << "a widening changes nothing";
-    EXPECT_NE(texture.GetPixels(), nullptr);
+    EXPECT_TRUE(texture.GetBytesPerPixel() == 3 && texture.GetPixels() != nullptr);
     texture.ClaimBuffer(4, 4);
     EXPECT_FALSE(texture.PadBuffer(kHugeSide, kHugeSide) || texture.SwapRedBlue());
     EXPECT_EQ(texture.GetPixels(), nullptr);
     EXPECT_THAT(Sizes(texture), ElementsAre(0, 0, 0, 0));
     CGLTexture empty;
     EXPECT_FALSE(empty.ConvertToRgba(1) || empty.SwapRedBlue() || empty.SaveJpeg(L"map.jpg", 85));
-    EXPECT_FALSE(empty.Rescale(1, 1) || empty.PadBuffer(16, 16));
-    EXPECT_FALSE(FitToLimits(empty, 64, 64) || empty.MakePowerOfTwo());
+    EXPECT_FALSE(empty.Rescale(1, 1) || empty.PadBuffer(16, 16) || FitToLimits(empty, 64, 64));
     empty.ReplaceByBrightness(0, 255, 1);
 }
 
@@ -201,9 +252,6 @@ TEST(TexturePixels, ChangeByTheirPackedValueAndKeepTheirOddities) {
         {"the alpha is no part of the brightness 2, 5, 8, 11",
          [](CJpegTexture& t) { t.ConvertToRgba(99), t.ReplaceByBrightness(5, 8, 0x01020304); },
          {1, 2, 3, 99, 4, 3, 2, 1, 4, 3, 2, 1, 10, 11, 12, 99}},
-        {"red and blue",
-         [](CJpegTexture& t) { t.SwapRedBlue(); },
-         {3, 2, 1, 6, 5, 4, 9, 8, 7, 12, 11, 10}},
         {"the last quarter of a 4-byte row is spared",
          [](CJpegTexture& t) { t.ConvertToRgba(0), t.SwapRedBlue(); },
          {3, 2, 1, 0, 6, 5, 4, 0, 9, 8, 7, 0, 10, 11, 12, 0}},
@@ -216,7 +264,6 @@ TEST(TexturePixels, ChangeByTheirPackedValueAndKeepTheirOddities) {
 }
 
 TEST(TexturePixels, AreSavedWithoutPaddingFromTheTopAndStay) {
-    PictureFiles().clear();
     CJpegTexture texture = Counting(3, 2);  // a buffer of 4 x 2
     const CJpegTexture& same = texture;
     texture = same;
@@ -230,14 +277,13 @@ TEST(TexturePixels, AreSavedWithoutPaddingFromTheTopAndStay) {
     EXPECT_TRUE(std::equal(before.begin(), before.begin() + 9, Bytes(texture).begin() + 12));
 }
 
-/// Up to 8 tiles; the first one can claim sizes.
+/// Eight tiles; the first one is the map and can claim sizes.
 struct Grid {
     Claimed<CGLTexture> map;
     std::array<CGLTexture, 7> others;
-    std::array<CGLTexture*, 8> tiles;
+    std::array<CGLTexture*, 8> tiles = {&map};
 
     Grid(int width, int height) {
-        tiles[0] = &map;
         for (std::size_t i = 0; i < others.size(); ++i) tiles[i + 1] = &others[i];
         // What the others hold must go.
         for (CGLTexture* tile : tiles) LoadImage(*tile, NoiseImage(width, height));
@@ -254,7 +300,7 @@ void Halve(CGLTexture* const* tiles, std::ptrdiff_t count, std::ptrdiff_t half, 
 }
 
 TEST(TileGrid, GivesTheTilesOfRepeatedHalving) {
-    const int cases[][4] = {{64, 32, 4, 2}, {1001, 503, 4, 2}, {40, 27, 2, 4}, {28, 3, 8, 1}};
+    const int cases[][4] = {{64, 32, 4, 2}, {1001, 503, 4, 2}, {40, 27, 2, 4}};
     for (const auto& [width, height, columns, rows] : cases) {
         Grid grid(width, height);
         ASSERT_TRUE(grid.Split(columns, rows));
@@ -271,14 +317,9 @@ TEST(TileGrid, GivesTheTilesOfRepeatedHalving) {
 }
 
 TEST(TileGrid, LeavesTheMapWholeWithoutMemoryAndNothingWhenATileWouldBeEmpty) {
-    for (const auto& [width, height, columns, rows] : {std::array{64, 1, 4, 2}, {1, 64, 8, 1}}) {
-        Grid grid(width, height);
-        EXPECT_FALSE(grid.Split(columns, rows));
-        for (const CGLTexture& tile : grid.others) {
-            EXPECT_THAT(Sizes(tile), ElementsAre(0, 0, 0, 0)) << width;
-        }
-        EXPECT_EQ(grid.map.GetPixels() == nullptr, height == 1) << "cut already, or still whole";
-    }
+    Grid flat(64, 1);
+    EXPECT_FALSE(flat.Split(4, 2));
+    for (const CGLTexture* tile : flat.tiles) EXPECT_EQ(tile->GetPixels(), nullptr);
     Grid grid(8, 4);
     const std::vector<int> whole = Bytes(grid.map);
     EXPECT_FALSE(grid.map.Split(grid.map, true)) << "into itself";
@@ -289,28 +330,6 @@ TEST(TileGrid, LeavesTheMapWholeWithoutMemoryAndNothingWhenATileWouldBeEmpty) {
     EXPECT_EQ(Bytes(grid.map), whole);
     grid.map.Clear(true);
     EXPECT_FALSE(grid.Split(4, 2)) << "nothing to split";
-}
-
-TEST(MapPicture, SplitsOnceAndWithinItsLimits) {
-    PictureFiles()[L"data/map.jpg"] = NoiseImage(256, 128);
-    MapPicture picture;
-    TextureLimits limits;
-    limits.maxTextureSize = 256;
-    EXPECT_EQ(picture.Load(limits, L""), kLoadFailed) << "not from the current folder";
-    EXPECT_FALSE(picture.Split(limits)) << "nothing loaded";
-    EXPECT_EQ(picture.Load(limits, L"data/"), kLoadedUnchanged);
-    EXPECT_FALSE(picture.HasAllTiles());
-    limits.texScalerX = -1;  // 128 x 128 with a limit of 256: only the width is above
-    limits.texScalerY = -1;
-    limits.textureLimit = 256;
-    for (int round = 0; round < 2; ++round) {
-        EXPECT_TRUE(picture.Split(limits) && picture.HasAllTiles());
-        EXPECT_THAT(Sizes(picture.MapTexture()), ElementsAre(32, 64, 32, 64)) << round;
-    }
-    EXPECT_TRUE(picture.TilesFit(64) && !picture.TilesFit(63));
-    EXPECT_EQ(picture.Load(limits, L"missing/"), kLoadFailed);
-    EXPECT_EQ(picture.Stage(), PictureStage::Empty);
-    EXPECT_FALSE(picture.HasAllTiles());
 }
 
 }  // namespace

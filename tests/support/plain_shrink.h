@@ -1,7 +1,6 @@
 #pragma once
 // The box filter written down plainly, as the reference for the fast one.
 
-#include <cstddef>
 #include <cstdint>
 #include <utility>
 #include <vector>
@@ -20,8 +19,7 @@ inline void PlainLine(const std::uint8_t* source, std::uint8_t* target, std::ptr
         const std::ptrdiff_t next = (i + 1) * to / from;
         if (next == std::exchange(box, next)) continue;
         for (int c = 0; c < 3; ++c) {
-            target[c] = static_cast<std::uint8_t>(sums[c] / count);
-            sums[c] = 0;
+            target[c] = static_cast<std::uint8_t>(std::exchange(sums[c], 0) / count);
         }
         count = 0;
         target += targetStep;
