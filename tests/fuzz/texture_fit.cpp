@@ -32,7 +32,6 @@ MemoryImage PictureOf(Settings& settings, const std::uint8_t* data, std::size_t 
     const int kind = settings.Byte();
     MemoryImage image = NoiseImage(std::min(width, most), std::min(height, most),
                                    kind % 2 == 0 ? kPixelFormat24bppRgb : kPixelFormat8bppIndexed);
-    image.bottomUp = kind / 2 % 2 != 0;
     image.lockable = kind / 4 != 0;
     image.convertible = kind / 4 != 1;
     std::copy_n(data, std::min(size, image.bytes.size()), image.bytes.begin());
@@ -46,8 +45,7 @@ void CheckSplit(CGLTexture (&tiles)[8], int columns) {
     const std::vector<int> whole = Bytes(tiles[0]);
     const int wholeRow = tiles[0].GetBufferWidth() * 3;
     // A side that cannot be halved evenly loses its last line: nothing to put together then.
-    const bool even =
-        tiles[0].GetBufferWidth() % columns == 0 && tiles[0].GetBufferHeight() % kRows == 0;
+    const bool even = wholeRow % columns == 0 && tiles[0].GetBufferHeight() % kRows == 0;
     if (!SplitIntoGrid(pointers, columns, kRows) || !even) return;
     std::size_t bytes = 0;
     for (int tile = 0; tile < columns * kRows; ++tile) {
@@ -55,9 +53,11 @@ void CheckSplit(CGLTexture (&tiles)[8], int columns) {
         bytes += part.size();
         const int row = tiles[tile].GetBufferWidth() * 3;
         const int height = tiles[tile].GetBufferHeight();
-        auto source = whole.begin() + tile / columns * height * wholeRow + tile % columns * row;
-        for (int y = 0; y < height; ++y, source += y < height ? wholeRow : 0) {
-            Check(std::equal(source, source + row, part.begin() + y * row));
+        const auto source =
+            whole.begin() + tile / columns * height * wholeRow + tile % columns * row;
+        for (int y = 0; y < height; ++y) {
+            const auto line = part.begin() + y * row;
+            Check(std::equal(line, line + row, source + y * wholeRow));
         }
     }
     Check(bytes == whole.size());

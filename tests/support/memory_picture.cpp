@@ -24,17 +24,14 @@ MemoryPicture::MemoryPicture(MemoryImage file) : image(std::move(file)) {
     const auto rowCount = static_cast<std::size_t>(image.height);
     rows_.assign((rowBytes + kPadding) * rowCount, 0xEE);
     for (std::size_t row = 0; row < rowCount; ++row) {
-        const std::size_t place = image.bottomUp ? rowCount - 1 - row : row;
-        std::memcpy(&rows_[place * (rowBytes + kPadding)], &image.bytes[row * rowBytes], rowBytes);
+        std::memcpy(&rows_[row * (rowBytes + kPadding)], &image.bytes[row * rowBytes], rowBytes);
     }
 }
 
 PixelRows MemoryPicture::LockForReading() {
     if (!image.lockable) return {};
     ++locks;
-    const std::ptrdiff_t stride = std::ssize(rows_) / image.height;
-    if (image.bottomUp) return {&*rows_.end() - stride, -stride};
-    return {rows_.data(), stride};
+    return {rows_.data(), std::ssize(rows_) / image.height};
 }
 
 std::map<std::wstring, MemoryImage>& PictureFiles() {

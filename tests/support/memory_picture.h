@@ -20,7 +20,6 @@ struct MemoryImage {
     bool readable = true;
     bool lockable = true;
     bool convertible = true;
-    bool bottomUp = false;  ///< locked rows lie the other way round: the stride is negative
 };
 
 std::int32_t BytesPerPixel(std::int32_t format);
