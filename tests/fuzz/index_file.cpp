@@ -26,9 +26,8 @@ void ReadAll(std::string_view bytes, PhotoIndexKind kind) {
     while (reader.Next(entry)) {
         Check(entry.photoNumber >= 0);
         Check(entry.city.size() + entry.caption.size() + entry.pagePath.size() <= kMaxLine);
-        for (const WideString* text : {&entry.city, &entry.caption, &entry.pagePath}) {
+        for (const WideString* text : {&entry.city, &entry.caption, &entry.pagePath})
             Check(text->find_first_of(WideView(u"\t\r\n\0", 4)) == WideString::npos);
-        }
         if (FormPhotoPath(kRoot, u"Country", entry.city, entry.photoNumber, path))
             CheckBelowRoot(path, entry.city.empty() ? 1 : 2);
         if (FormPhotoFolder(kRoot, entry.caption, {}, path)) CheckBelowRoot(path, 1);

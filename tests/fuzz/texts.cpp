@@ -42,9 +42,8 @@ extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size
     if (size < 2 || size > 1U << 16U) return 0;
     const std::size_t step = data[0] % 2 == 0 ? 1 : 2;
     Text text;
-    for (std::size_t i = 1; i + step <= size; i += step) {
+    for (std::size_t i = 1; i + step <= size; i += step)
         text.push_back(static_cast<HorivoWideChar>(data[i] | (step == 1 ? 0 : data[i + 1] << 8)));
-    }
     const std::wstring line(text.begin(), text.end());
     const std::wstring folder = FolderOfCommandLine(line);
     Check(folder.empty() || (folder.size() <= 259 && folder.back() == L'\\'));

@@ -53,9 +53,8 @@ TEST(JpegHeader, FindsTheFrameBehindTheSegmentsBeforeItAndRefusesWhatIsNoJpeg) {
     }
     const std::string whole = kStart + Segment('\xE0', 5) + Segment('\xDB', 6) + kProgressive;
     EXPECT_EQ(Read(whole), (Found{5400, 2700, 3}));
-    for (std::size_t end = 0; end < whole.size(); ++end) {
+    for (std::size_t end = 0; end < whole.size(); ++end)
         EXPECT_EQ(Read(whole.substr(0, end)), kRefused) << "cut after " << end;
-    }
 }
 
 TEST(MapPictureCheck, RefusesSmallGreyAndWhatNeedsMoreThanAThirdOfTheMemory) {
@@ -71,9 +70,8 @@ TEST(MapPictureCheck, RefusesSmallGreyAndWhatNeedsMoreThanAThirdOfTheMemory) {
         {{65535, 65535, 4}, 1024 * kGigabyte, HORIVO_OK},
         {{32768, 32768, 4}, kGigabyte, HORIVO_BAD_PICTURE},
     };
-    for (const auto& [size, memory, verdict] : cases) {
+    for (const auto& [size, memory, verdict] : cases)
         EXPECT_EQ(CheckMapPicture(size, memory), verdict) << size.width << "x" << size.height;
-    }
     EXPECT_EQ(CheckMapPicture({}, kGigabyte), HORIVO_BAD_PICTURE);
 }
 

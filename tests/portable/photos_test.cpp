@@ -28,11 +28,10 @@ auto Read(const std::string& bytes, PhotoIndexKind kind = PhotoIndexKind::City) 
 }
 
 TEST(PhotoIndex, FindsTheColumnsOfBothKindsAndEndsTextsLinesAndFiles) {
-    const auto ofCity = FieldsAre(12, u"", u"Old harbour", u"/12.htm");
-    const auto ofLyon = FieldsAre(12, u"Lyon", u"Old harbour", u"/12.htm");
-    EXPECT_THAT(Read("12\tx\ty\tOld harbour\t/12.htm\tmore\n"), ElementsAre(ofCity));
-    EXPECT_THAT(Read("12\tLyon\tx\ty\tOld harbour\t/12.htm\r\n", PhotoIndexKind::Country),
-                ElementsAre(ofLyon));
+    EXPECT_THAT(Read("12\tx\ty\tOld harbour\t/12.htm\tmore\n"),
+                ElementsAre(FieldsAre(12, u"", u"Old harbour", u"/12.htm")));
+    EXPECT_THAT(Read("12\tLyon\tx\ty\tport\t/12.htm\r\n", PhotoIndexKind::Country),
+                ElementsAre(FieldsAre(12, u"Lyon", u"port", u"/12.htm")));
     EXPECT_THAT(Read("# 1\n;2\n\n\r\n5\ta\tb\tcaption\rjunk\tpath\n6\ta\tb\tlast\0junk\n4"s),
                 ElementsAre(FieldsAre(5, u"", u"caption", u""), FieldsAre(6, u"", u"last", u""),
                             FieldsAre(4, u"", u"", u"")));
@@ -47,8 +46,7 @@ TEST(PhotoIndex, FindsTheColumnsOfBothKindsAndEndsTextsLinesAndFiles) {
 
 TEST(PhotoIndex, ReadsTenDigitsOfNumbersThatAreNotNegative) {
     const std::pair<const char*, int> cases[] = {{"  42", 42},
-                                                 {"+42", 42},
-                                                 {"42nd street", 42},
+                                                 {"+42nd street", 42},
                                                  {"123456789012", 1234567890},
                                                  {"9999999999", 2147483647},
                                                  {"-0", 0}};
@@ -76,8 +74,6 @@ TEST(PlaceName, FormsFoldersInsideTheTreeOnly) {
               u"abcdefgbc \u00E3\u042F");
     EXPECT_EQ(CleanPlaceName(u"St. York: (NY)", Spaces::Underscore), u"St._York_(NY)");
     WideString path;
-    ASSERT_TRUE(FormPhotoFolder(kRoot, u"France", u"", path));
-    EXPECT_EQ(path, u"C:\\Data\\France\\");
     ASSERT_TRUE(FormPhotoPath(kRoot, u"France", u"Aix/en", 12, path));
     EXPECT_EQ(path, u"C:\\Data\\France\\Aixen\\12.jpg");
     // Windows drops dots and blanks from the end of a name.
@@ -126,9 +122,8 @@ TEST(PhotoPaging, GoesForwardToPhotosThatAreThereAndBackAsFarAsThereIsRoom) {
     // First, shown, photos, first of the next page: 16 further, where there is one.
     const int next[][4] = {{0, 5, 40, 16}, {32, 8, 40, 32}, {0, 16, 17, 16},
                            {0, 16, 16, 0}, {0, 0, 3, 2},    {2147483647, 16, 20, 2147483647}};
-    for (const auto& [first, shown, count, then] : next) {
+    for (const auto& [first, shown, count, then] : next)
         EXPECT_EQ(NextFirstShown({first, shown, count}), then) << first << " of " << count;
-    }
     EXPECT_FALSE(HasNextPhotos({16, 5, 40, 32})) << "none of the next page can be loaded";
     EXPECT_EQ(NextFirstShown({8, 5, 40, 32}), 24) << "some of it may be";
     EXPECT_EQ(PreviousFirstShown(20, std::vector(4, 80), 240), 17) << "an exact fit still fits";
@@ -136,8 +131,7 @@ TEST(PhotoPaging, GoesForwardToPhotosThatAreThereAndBackAsFarAsThereIsRoom) {
     EXPECT_EQ(PreviousFirstShown(30, std::vector(19, 9), 5000), 14) << "a page at most";
     EXPECT_EQ(PreviousFirstShown(40, std::array{80, 0, 0, 80, 90}, 160), 36) << "not shown";
     EXPECT_EQ(PreviousFirstShown(1, std::vector(3, 10), 500), 0);
-    EXPECT_FALSE(HasPreviousPhotos({0, 16, 20}) || HasPreviousPhotos({4, 0, 0}));
-    EXPECT_TRUE(HasPreviousPhotos({4, 16, 20}));
+    EXPECT_TRUE(HasPreviousPhotos({4, 16, 20}) && !HasPreviousPhotos({0, 16, 20}));
 }
 
 TEST(PhotoStack, EndsWithTheFirstPhotoThatHasNoRoom) {
@@ -200,8 +194,8 @@ TEST_F(PhotoPanelTest, TurnsPagesOfPhotosFromNearAndNewToFarAndOld) {
     EXPECT_EQ(panel_.HitTestPhoto(336, 514), 17);
     for (const auto& [x, y] : {std::pair{346, 515}, {335, 514}, {356, 514}})
         EXPECT_EQ(panel_.HitTestPhoto(x, y), -1);
-    EXPECT_TRUE(panel_.IsWheelOverPanel(293) && !panel_.IsWheelOverPanel(292));
-    EXPECT_TRUE(panel_.IsHoverOverPanel(292) && !panel_.IsClickOnPanel(292));
+    EXPECT_TRUE(panel_.IsWheelOverPanel(293) && panel_.IsHoverOverPanel(292));
+    EXPECT_FALSE(panel_.IsWheelOverPanel(292) || panel_.IsClickOnPanel(292));
     cities_[1].distanceSq = 0.5;  // the pointer moves: the order stays while pages are turned
     ASSERT_TRUE(panel_.PageForward());
     panel_.BuildPhotoPanel(Cities(), PhotoSource::Disk);

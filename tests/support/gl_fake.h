@@ -17,8 +17,6 @@ struct GlState {
     int uploads = 0;
     int failingList = 0;  ///< number of the glNewList whose recording fails, from 1
     int newLists = 0;
-    int failingQuadric = 0;  ///< number of the gluNewQuadric that gets no memory, from 1
-    int quadrics = 0;
     std::map<GLuint, std::vector<double>> lists;  ///< radii of the spheres in lists not deleted
     GLuint openList = 0;
     std::vector<double> spheres;     ///< radii of what was drawn, from lists and directly

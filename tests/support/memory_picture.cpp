@@ -23,9 +23,8 @@ MemoryPicture::MemoryPicture(MemoryImage file) : image(std::move(file)) {
     const auto rowBytes = static_cast<std::size_t>(image.width * BytesPerPixel(image.format));
     const auto rowCount = static_cast<std::size_t>(image.height);
     rows_.assign((rowBytes + kPadding) * rowCount, 0xEE);
-    for (std::size_t row = 0; row < rowCount; ++row) {
+    for (std::size_t row = 0; row < rowCount; ++row)
         std::memcpy(&rows_[row * (rowBytes + kPadding)], &image.bytes[row * rowBytes], rowBytes);
-    }
 }
 
 PixelRows MemoryPicture::LockForReading() {
