@@ -1,10 +1,8 @@
 #!/usr/bin/env python3
 """Writes tests/data/zones_2022.tsv: what the tz database says about the time zones of Windows.
 
-The table has groups of "minutes ahead of UTC at noon UTC of 15 January 2022, minutes on 15 July,
-zones"; '|' ends a group, ';' stands between zones. One city of assets/cities.tsv stands for each
-zone. Zones whose law has changed since 2022 are left out: the table of Wine 8, under which the tests
-run, knows no later law.
+One city of assets/cities.tsv stands for each zone. Zones whose law has changed since 2022 are left
+out: the table of Wine 8, under which the tests run, knows no later law.
 """
 import collections
 import datetime
@@ -14,7 +12,6 @@ import zoneinfo
 ROOT = pathlib.Path(__file__).resolve().parent.parent
 YEAR = 2022
 NEWER_YEAR = 2025
-LINE_LENGTH = 100
 WINDOWS_ZONE, TZ_ZONE = 4, 5  # columns of assets/cities.tsv
 
 
@@ -38,14 +35,10 @@ def main():
         if offsets(tz_zone, YEAR) == offsets(tz_zone, NEWER_YEAR):
             keys[offsets(tz_zone, YEAR)].append(key)
     with open(ROOT / "tests/data/zones_2022.tsv", "w", encoding="utf-8", newline="\n") as table:
-        line = ""
+        table.write("# Minutes ahead of UTC by the tz database at noon UTC of 15 January and 15 July"
+                    " 2022, zones of Windows.\n")
         for (january, july), names in sorted(keys.items()):
-            group = f"{january} {july} {';'.join(names)}|"
-            if line and len(line + group) > LINE_LENGTH:
-                table.write(line + "\n")
-                line = ""
-            line += group
-        table.write(line + "\n")
+            table.write(f"{january}\t{july}\t{';'.join(names)}\n")
 
 
 if __name__ == "__main__":

@@ -25,8 +25,7 @@ CityRecord TestCity(double latitude, double longitude, double x, double y, doubl
     city.latitude = latitude;
     city.longitude = longitude;
     city.nearest = city.inRange = 0xEE;
-    const double point[] = {x, y, z, 1.0};
-    std::copy(std::begin(point), std::end(point), city.markerPoint);
+    std::ranges::copy(std::array{x, y, z, 1.0}, city.markerPoint);
     return city;
 }
 

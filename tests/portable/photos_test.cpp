@@ -45,12 +45,9 @@ TEST(PhotoIndex, FindsTheColumnsOfBothKindsAndEndsTextsLinesAndFiles) {
 }
 
 TEST(PhotoIndex, ReadsTenDigitsOfNumbersThatAreNotNegative) {
-    const std::pair<const char*, int> cases[] = {{"  42", 42},
-                                                 {"+42nd street", 42},
-                                                 {"123456789012", 1234567890},
-                                                 {"9999999999", 2147483647},
-                                                 {"-0", 0}};
-    for (const auto& [field, number] : cases) EXPECT_EQ(Read(field).at(0).photoNumber, number);
+    const char* const fields[] = {"  42", "+42nd street", "123456789012", "9999999999", "-0"};
+    const int numbers[] = {42, 42, 1234567890, 2147483647, 0};
+    for (int i = 0; i < 5; ++i) EXPECT_EQ(Read(fields[i]).at(0).photoNumber, numbers[i]);
     for (const char* none : {"-1", "twelve", "          7"}) EXPECT_TRUE(Read(none).empty());
 }
 
@@ -140,8 +137,7 @@ TEST(PhotoStack, EndsWithTheFirstPhotoThatHasNoRoom) {
     EXPECT_EQ(stack.Place(200), 207);
     EXPECT_EQ(PhotoStack(stack).Place(203), 0) << "down to the last pixel";
     EXPECT_TRUE(stack.Place(204) == 600 && stack.Place(10) == 600) << "above the window";
-    EXPECT_EQ(CaptionX(100, 97), 0) << "OpenGL draws nothing of a line that begins left of 0";
-    EXPECT_EQ(TitleX(700, 120), 704) << "a title wider than the panel";
+    EXPECT_TRUE(CaptionX(100, 97) == 0 && TitleX(700, 120) == 704) << "wide texts";
 }
 
 TEST(PhotoLink, NeverLeavesTheSiteAndIsCutAt511Characters) {
@@ -169,12 +165,12 @@ protected:
         for (int i = 1; i <= 18; ++i) AddPhoto(i == 18 ? "Far" : "Near", i);
         panel_.Resize({400, 600, 13});
     }
-    static std::wstring PathOf(const std::string& city, int number) {
-        return L"C:\\Data\\Land\\" + std::wstring(city.begin(), city.end()) + L"\\" +
-               std::to_wstring(number) + L".jpg";
+    static std::wstring PathOf(int number, const std::string& city = "Near") {
+        const std::string path = "C:\\Data\\Land\\" + city + '\\' + std::to_string(number) + ".jpg";
+        return {path.begin(), path.end()};
     }
     static void AddPhoto(const std::string& city, int number) {
-        PictureFiles()[PathOf(city, number)] = NoiseImage(20, 40);
+        PictureFiles()[PathOf(number, city)] = NoiseImage(20, 40);
         indexFiles[u"C:\\Data\\Land\\index.tsv"] +=
             std::to_string(number) + '\t' + city + "\t\t\t" + std::string(200, 'c') + "\tp\n";
     }
@@ -188,7 +184,6 @@ protected:
 TEST_F(PhotoPanelTest, TurnsPagesOfPhotosFromNearAndNewToFarAndOld) {
     panel_.ShowPlace(Cities(), u"Land", u"");
     EXPECT_TRUE(panel_.GetPage().count == 18 && panel_.GetPage().shown == 9);
-    EXPECT_EQ(NumberAtTop(), 17);
     EXPECT_EQ(panel_.FindPhotoAt(346, 514)->caption.size(), 99U);
     // The topmost pixel of the first photo, the one above it, and both sides.
     EXPECT_EQ(panel_.HitTestPhoto(336, 514), 17);
@@ -208,9 +203,9 @@ TEST_F(PhotoPanelTest, TurnsPagesOfPhotosFromNearAndNewToFarAndOld) {
 }
 
 TEST_F(PhotoPanelTest, LeavesOutWhatIsNoPhotoTooLargeOrOfNoCity) {
-    PictureFiles()[PathOf("Near", 17)] = NoiseImage(129, 8);
-    PictureFiles()[PathOf("Near", 16)].readable = false;
-    PictureFiles().erase(PathOf("Near", 15));
+    PictureFiles()[PathOf(17)] = NoiseImage(129, 8);
+    PictureFiles()[PathOf(16)].readable = false;
+    PictureFiles().erase(PathOf(15));
     AddPhoto("Nowhere", 19);
     panel_.ShowPlace(Cities(), u"Land", u"");
     EXPECT_EQ(NumberAtTop(), 14);
@@ -218,8 +213,8 @@ TEST_F(PhotoPanelTest, LeavesOutWhatIsNoPhotoTooLargeOrOfNoCity) {
     panel_.UploadPhotos();
     EXPECT_EQ(Gl().uploads, 15) << "each once";
     panel_.DeleteTextures();
-    EXPECT_TRUE(Gl().textures.empty());
-    PictureFiles().erase(PathOf("Near", 14));
+    EXPECT_EQ(Gl().textures.size(), 0U);
+    PictureFiles().erase(PathOf(14));
     panel_.ShowPlace(Cities(), u"Land", u"");
     EXPECT_FALSE(panel_.IsWheelOverPanel(399)) << "a single page";
     panel_.ShowPlace(Cities(), u"..", u"");
@@ -234,12 +229,10 @@ bool PhotoFileExists(const WideString& path) noexcept {
     return PictureFiles().contains(ToWstring(path));
 }
 bool ReadPhotoIndex(const WideString& path, std::string& bytes) {
-    bytes = indexFiles[path];
-    return !bytes.empty();
+    return !(bytes = indexFiles[path]).empty();
 }
 bool ReadPhotoSize(const WideString& path, std::int32_t& width, std::int32_t& height) noexcept {
     const MemoryImage& image = PictureFiles()[ToWstring(path)];
-    width = image.width;
-    height = image.height;
+    std::tie(width, height) = std::tie(image.width, image.height);
     return image.readable;
 }

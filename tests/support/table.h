@@ -12,7 +12,6 @@ struct Row {
     std::vector<std::string> cells;
 
     const std::string& Text(std::size_t i) const { return cells.at(i); }
-    double Real(std::size_t i) const { return std::strtod(cells.at(i).c_str(), nullptr); }
     int Int(std::size_t i) const { return std::stoi(cells.at(i)); }
     std::uint64_t Big(std::size_t i) const { return std::stoull(cells.at(i)); }
 };

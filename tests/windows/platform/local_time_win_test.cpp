@@ -83,8 +83,9 @@ TEST_F(LocalTimeTest, ZonesKeepTheTimeOfTheTzDatabase) {
     const auto zones = std::make_unique<TimeZoneTable>();
     int count = 0;
     std::ifstream file(HORIVO_TEST_DATA "/zones_2022.tsv");
-    for (std::string group; std::getline(file, group, '|');) {
-        std::istringstream row(group);
+    for (std::string line; std::getline(file, line);) {
+        if (line.starts_with('#')) continue;
+        std::istringstream row(line);
         int january = 0;
         int july = 0;
         row >> january >> july >> std::ws;
