@@ -74,14 +74,12 @@ TEST(PlaceName, FormsFoldersInsideTheTreeOnly) {
     ASSERT_TRUE(FormPhotoPath(kRoot, u"France", u"Aix/en", 12, path));
     EXPECT_EQ(path, u"C:\\Data\\France\\Aixen\\12.jpg");
     // Windows drops dots and blanks from the end of a name.
-    const WideView cases[][3] = {
-        {u"", u"France", u"Paris"}, {kRoot, u"", u"Paris"},       {kRoot, u"..", u"Paris"},
-        {kRoot, u"..\\..", u""},    {kRoot, u"France", u" . . "}, {kRoot, u"France", u"\\:/"},
-    };
+    const WideView cases[][3] = {{u"", u"France", u"Paris"},   {kRoot, u"", u"Paris"},
+                                 {kRoot, u"..", u"Paris"},     {kRoot, u"..\\..", u""},
+                                 {kRoot, u"France", u" . . "}, {kRoot, u"France", u"\\:/"}};
     for (const auto& [root, country, city] : cases) {
         path = u"left over";
-        EXPECT_FALSE(FormPhotoFolder(root, country, city, path));
-        EXPECT_TRUE(path.empty());
+        EXPECT_TRUE(!FormPhotoFolder(root, country, city, path) && path.empty());
     }
     // Of 260 characters, none: root, name and backslash; then "7.jpg".
     const WideString longest(259 - kRoot.size() - 1, u'x');

@@ -76,17 +76,15 @@ TEST(UnitWords, FollowTheRulesOfALanguageAndKeepWhatStandsBeforeAFault) {
     for (int i = 1; i <= 100; ++i) hundredAndOne += u",7";
     const std::tuple<WideString, std::uint32_t, WideString, int> cases[] = {
         {russian, 11, u"дней", 13},
-        {russian, 1, u"день", 13},
         {russian, 1094, u"дня", 13},                // the last two digits decide
         {u";1 day", 1, u"d", 0},                    // ranges without a default
         {u"x;1,5-7,9 y", 6, u"y", 3},               // a list goes on behind a comma
-        {u"x;0-99 y;5 z", 5, u"z", 2},              // the last range that fits wins
+        {u"x;0-99 y;5 z", 5, u"z", 2},              // the last range wins
         {u"x;1,5-3 y", 1, u"y", 1},                 // a turned range ends the list,
         {u"x;1,100 y;2 z", 2, u"z", 2},             // so does a number too large,
         {u"x;1,4294967301 y", 1, u"y", 1},          // also one that 32 bits would take for 5,
         {u"x;1-9 y;2,a z;3 z", 2, u"x", 2},         // a letter in the list ends the table
         {u"x; y;2 z", 2, u"z", 1},                  // a word without ranges
-        {u"x;1", 1, u"x", 1},                       // ranges without a word
         {u"x;1 ;2 z", 1, u"", 2},                   // an empty word is a word
         {hundredAndOne + u" y;8 z", 8, u"x", 100},  // no room for ranges of a further group,
         {hundredAndOne + u" y;8 z", 0, u"y", 100},  // but for those before
@@ -110,17 +108,17 @@ TEST(UnitWords, FollowTheRulesOfALanguageAndKeepWhatStandsBeforeAFault) {
 TEST(FolderOfCommandLine, IsWhatStandsBeforeTheLastBackslashAndFitsAPath) {
     // Arguments behind the quote do not count, unquoted ones do; a name needs a folder.
     const std::wstring longest = std::wstring(258, L'd') + L"\\";
-    const std::wstring cases[][2] = {{L"\"C:\\a b\\c.exe\" x\\y", L"C:\\a b\\"},
-                                     {L"\"C:\\a b\\c.exe", L"C:\\a b\\"},
-                                     {L"C:\\a\\b.exe \"d\\e\"", L"C:\\a\\b.exe \"d\\"},
-                                     {L"\"clock.exe\" C:\\a\\b", L""},
-                                     {L"\"", L""},
-                                     {L"\\clock.exe", L""},
-                                     {L"\"\\clock.exe\"", L""},
-                                     {L"\\a\\clock.exe", L"\\a\\"},
-                                     {L" \"C:\\a\\b\"", L" \"C:\\a\\"},
-                                     {longest + L"clock.exe", longest},
-                                     {L"d" + longest + L"clock.exe", L""}};
+    const std::pair<std::wstring, std::wstring> cases[] = {
+        {LR"("C:\a b\c.exe" x\y)", L"C:\\a b\\"},
+        {LR"("C:\a b\c.exe)", L"C:\\a b\\"},
+        {LR"(C:\b.exe "d\e")", LR"(C:\b.exe "d\)"},
+        {LR"( "C:\a\b")", LR"( "C:\a\)"},
+        {LR"("clock.exe" C:\a\b)", L""},
+        {L"\"", L""},
+        {LR"(\clock.exe)", L""},
+        {LR"("\clock.exe")", L""},
+        {longest + L"clock.exe", longest},
+        {L"d" + longest + L"clock.exe", L""}};
     for (const auto& [line, folder] : cases) EXPECT_EQ(FolderOfCommandLine(line), folder);
 }
 
