@@ -17,3 +17,12 @@ void StoreText(HorivoWideChar* field, std::wstring_view text, std::size_t maxCha
 inline std::wstring_view ViewOf(const HorivoWideChar* text) noexcept {
     return text != nullptr ? std::wstring_view(text) : std::wstring_view();
 }
+
+/// A number as a key of a language file.
+struct NumberKey {
+    static constexpr std::size_t kCapacity = 16;  // characters; 32-bit numbers need at most 12
+    explicit NumberKey(std::int32_t number) noexcept {
+        std::swprintf(text, kCapacity, L"%d", number);
+    }
+    wchar_t text[kCapacity];
+};

@@ -45,7 +45,7 @@ public:
     /// newest load and no other load has filled the picture since `failed` started. The caller
     /// holds the scene mutex.
     /// @param stage  the present stage of the map picture
-    bool LeavesTextures(LoadNumber failed, PictureStage stage) const noexcept;
+    bool MustClearTextures(LoadNumber failed, PictureStage stage) const noexcept;
 
     /// Whether the picture of this load was cleared before it was split, because a newer load
     /// replaces it. A split without a picture is then not a failure. Any thread that holds the

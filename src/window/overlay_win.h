@@ -6,7 +6,7 @@
 #include "photos/photo_panel.h"
 #include "window/gl_resources_win.h"
 #include "window/host_data.h"
-#include "window/map_window_win.h"
+#include "window/live_windows_win.h"
 #include "window/pointer_state.h"
 
 /// Selects which photos are shown: the photos of a city, or the photos of its country.

@@ -51,7 +51,7 @@ TEST(LoadTracker, OnlyTheNewestFailureClearsAndNoOtherLoadsPicture) {
         Play(loads, c.script);
         const LoadNumber failed = std::max(loads.Find(&kWindows[0], LoadState::Failed),
                                            loads.Find(&kWindows[1], LoadState::Failed));
-        EXPECT_EQ(loads.LeavesTextures(failed, c.stage), c.clears) << c.why;
+        EXPECT_EQ(loads.MustClearTextures(failed, c.stage), c.clears) << c.why;
     }
 }
 

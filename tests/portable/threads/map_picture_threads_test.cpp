@@ -60,7 +60,7 @@ unsigned Attach(Shared& shared) {
 /// What the window does when a failure is reported.
 void ClearAfter(Shared& shared, LoadNumber failed) {
     const std::lock_guard hold(shared.mutex);
-    if (shared.loads.LeavesTextures(failed, shared.picture.Stage()))
+    if (shared.loads.MustClearTextures(failed, shared.picture.Stage()))
         shared.picture.ClearTiles(false);
 }
 
