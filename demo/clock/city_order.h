@@ -9,9 +9,16 @@
 #include "data/city_file.h"
 
 /// How well a city matches a search; the best value is first. Among cities whose names begin with
-/// the search text, those that stand for a time zone are better known and come first: "par" lists
-/// Paris before Paramaribo.
-enum class Fit { ZoneBegins, ZoneInCountryBegins, NameBegins, NameContains, Country, None };
+/// the search text, the city that represents a time zone is better known and comes first: "par"
+/// lists Paris before Paramaribo.
+enum class Fit {
+    ZoneBegins,           ///< the name begins with the text; the city represents its time zone
+    ZoneInCountryBegins,  ///< likewise; it represents its time zone within its country only
+    NameBegins,
+    NameContains,
+    Country,  ///< only a name of its country matches
+    None,
+};
 
 /// One row of the list.
 struct CityRow {

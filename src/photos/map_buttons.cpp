@@ -79,6 +79,10 @@ float ShownAt(bool shown, std::int32_t y) noexcept {
 
 }  // namespace
 
+bool ActsOnRelease(std::int32_t key) noexcept {
+    return key == kKeyHome || key == kKeyPrior || key == kKeyNext || key == kKeyInsert;
+}
+
 void MapButtons::CreateButtons(const std::uint8_t* sheet) {
     DestroyButtons();
     if (sheet == nullptr) return;

@@ -22,6 +22,10 @@ struct ButtonLayout {
     bool offerPhotos = false;       ///< show the photos button, because the host allows photos
 };
 
+/// Whether a button acts when it is released. All other buttons act when they are pressed, and
+/// again while they are held. @param key  id of the button; 0 and other keys give false
+bool ActsOnRelease(std::int32_t key) noexcept;
+
 /// The buttons and the texture that they share. The id of a button is the virtual-key code of the
 /// key that has the same effect. Window thread. The OpenGL context must be current while buttons
 /// are created, drawn or deleted.

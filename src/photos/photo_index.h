@@ -11,7 +11,7 @@ enum class PhotoIndexKind { City, Country };
 /// One photo of an index.
 struct PhotoIndexEntry {
     std::int32_t photoNumber = 0;  ///< 0 or above
-    WideString city;               ///< empty in the index of a city
+    WideString city;               ///< empty for PhotoIndexKind::City, whose lines name no city
     WideString caption;
     WideString pagePath;
 };

@@ -9,8 +9,8 @@ class CSphere;
 
 /// What `MeasureGlobe` finds about the limb, the visible edge of the globe.
 struct GlobeMeasure {
-    std::int32_t diameter = 0;       ///< pixels along the equator
-    std::int32_t longitudeSpan = 0;  ///< width of the visible cap along the equator, degrees
+    std::int32_t diameter = 0;       ///< width of the globe in the window, pixels
+    std::int32_t longitudeSpan = 0;  ///< degrees of longitude visible at the equator, untilted
     double limbDepth = 0.0;  ///< z of the limb in camera space; visible points have a larger z
 };
 

@@ -20,7 +20,9 @@ public:
     MapLoader(SharedPicture& shared, const HostData& host) noexcept
         : shared_(shared), host_(host) {}
 
-    /// Starts a load for `window`, which gets kStageDoneMessage at the end of the load.
+    /// Starts a load for `window`, which gets kStageDoneMessage at the end of the load. A load that
+    /// waits too long for the scene mutex, or that FreeMap has made obsolete, ends without a
+    /// message.
     void StartLoad(HWND window);
     /// Starts the split of the picture that was loaded for `window`.
     void StartSplit(HWND window);

@@ -64,7 +64,7 @@ public:
     /// Makes `place` the anchor of a drag. Without a place (the press was beside the globe),
     /// removes the anchor, so that the drag does not turn the globe.
     /// @param view   the view now
-    /// @param place  the grabbed point in the view's frame, degrees
+    /// @param place  the grabbed point, as PickInView returns it
     void BeginDrag(const ViewAngles& view, const std::optional<LatLon>& place) noexcept;
     bool IsAnchored() const noexcept { return anchored_; }
     /// Notes that the pointer is at `point` while the button is held. Windows also sends
@@ -74,7 +74,7 @@ public:
     /// Whether the pointer has moved since the button went down.
     bool WasDragged() const noexcept { return dragged_; }
     /// Returns the view that moves the grabbed point to the pointer. Call this function only while
-    /// IsAnchored is true. @param place  the point under the pointer in the view's frame, degrees
+    /// IsAnchored is true. @param place  the point under the pointer, as PickInView returns it
     ViewAngles DragTo(const LatLon& place) const noexcept;
 
 private:

@@ -43,10 +43,6 @@ PressedPhoto PhotoAt(const PhotoPanel& panel, const WindowPoint& point) noexcept
     return photo != nullptr ? PressedPhoto{photo->cityIndex, photo->photoNumber} : PressedPhoto{};
 }
 
-bool ActsOnRelease(std::int32_t key) noexcept {
-    return key == VK_HOME || key == VK_PRIOR || key == VK_NEXT || key == VK_INSERT;
-}
-
 void PressButton(HWND window, std::int32_t key) {
     SendMessageW(window, WM_KEYDOWN, static_cast<WPARAM>(key), 0);
 }
