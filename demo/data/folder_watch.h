@@ -43,7 +43,7 @@ private:
         std::wstring path;         ///< relative to the photo tree
         std::int32_t signedIndex;  ///< of its city or country
         std::int32_t photos;       ///< photos that the file listed when it was last read
-        FILETIME written;          ///< file time when it was last read; 0: there was no file
+        FILETIME written;          ///< last-write time of the content that was read; 0: no file
     };
 
     void ListIndexFiles();

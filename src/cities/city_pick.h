@@ -6,7 +6,8 @@
 #include "cities/city_table.h"
 #include "math/vector4.h"
 
-/// Largest distance from a city's marker to a place that counts as near, globe units.
+/// Largest distance from a city's marker to a place that counts as near, scene units. The radius of
+/// the globe is 3.
 inline constexpr double kCityReach = 0.02;
 /// Largest number of cities that one search returns or counts.
 inline constexpr std::int32_t kMaxCitiesNear = 200;
@@ -14,7 +15,7 @@ inline constexpr std::int32_t kMaxCitiesNear = 200;
 /// Sets `inRange` of the cities within `radius` of `point` and `nearest` of the nearest city;
 /// clears both flags of all other cities.
 /// @param point     in the globe's frame
-/// @param radius    globe units
+/// @param radius    scene units
 /// @param out       gets the cities in range in table order. When it is null, the function writes
 ///                  `distanceSq` of every city with a position instead
 /// @param capacity  entries in `out`, and the largest value of `count`

@@ -208,7 +208,8 @@ std::int32_t CompareMarkers(const CityRecord& a, const CityRecord& b, double ref
     const double keyB = rawB - reference;
     if (keyB > keyA) return 1;
     if (keyA > keyB) return -1;
-    // Deliberate: here the city with the larger y comes last, in the opposite order to the above.
+    // The subtraction rounds, so different y can give equal keys. Deliberate: then the city with
+    // the larger y comes last, in the opposite order to the above.
     if (rawA > rawB) return 1;
     return rawB > rawA ? -1 : 0;
 }

@@ -81,8 +81,8 @@ std::uint32_t FindLocaleForAbbrev(const HorivoWideChar* abbrev) noexcept {
     const auto parameter = reinterpret_cast<LPARAM>(&search);
     // Under Wine, the enumeration of the language groups lasts a quarter of a second, so the code
     // enumerates the groups only when a locale with this abbreviation exists. The enumeration of
-    // the locales, which is fast, checks this first. No locale has the abbreviation "en", with
-    // which every host starts.
+    // the locales, which is fast, checks this first. Every host starts with "en", which no locale
+    // has as its abbreviation, so no start waits for the groups.
     EnumSystemLocalesEx(CompareLocaleName, LOCALE_ALL, parameter, nullptr);
     if (search.exists) EnumSystemLanguageGroupsW(SearchGroup, LGRPID_INSTALLED, parameter);
     return search.found;

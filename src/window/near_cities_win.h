@@ -17,7 +17,7 @@ public:
 
     /// Finds the cities near `place`, for the labels of this frame. Allocates nothing.
     void Find(const CityTable& cities, const CVector4& place) noexcept;
-    /// Draws the labels. Needs the flat projection in window pixels.
+    /// Draws the labels. The projection must map to window pixels, y upward.
     void DrawLabels(const CGeoPoint& pointed, const GlResources& gl) noexcept;
 
 private:

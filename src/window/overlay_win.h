@@ -33,7 +33,7 @@ public:
     /// Uploads photos that were loaded while the context could not be made current. The context
     /// must be current now.
     void UploadWaitingPhotos() noexcept { panel_.UploadPhotos(); }
-    /// Draws panel and buttons. Needs the flat projection in window pixels.
+    /// Draws panel and buttons. The projection must map to window pixels, y upward.
     void Draw(const CGeoPoint& pointed, std::int32_t width, std::int32_t height);
 
     /// Asks the host whether the photos may be shown. Stores the answer, because the add-photo
