@@ -11,8 +11,7 @@
 namespace {
 
 constexpr wchar_t kFileName[] = L"buttons.png";
-constexpr DWORD kPathCapacity =
-    32768;  // characters, terminator included; no Windows path is longer
+constexpr DWORD kPathCapacity = 32768;  // characters with terminator; longest path of Windows
 
 constexpr std::int32_t kSheetBitsPerPixel = 32;
 constexpr std::size_t kSheetBytesPerPixel = kSheetBitsPerPixel / 8;

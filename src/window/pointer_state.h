@@ -25,10 +25,10 @@ struct PressedPhoto {
     bool operator==(const PressedPhoto&) const = default;
 };
 
-/// The place under the pointer, and what the left button was pressed on.
+/// The place under the pointer, and what the left mouse button was pressed on.
 class PointerState {
 public:
-    /// The pointer position and the place under it.
+    /// The pointer position and the pointed place: the place that PickAt or PointAt stored last.
     const CGeoPoint& GeoPoint() const noexcept { return geoPoint_; }
     WindowPoint Position() const noexcept { return {geoPoint_.mouseX, geoPoint_.mouseY}; }
 

@@ -11,8 +11,8 @@ std::uint32_t RegisterMapClass(CallResults& results) noexcept;
 /// Unregisters the class. @return false when the class was not registered or is still in use
 bool UnregisterMapClass() noexcept;
 
-/// Position, size, style and parent of a window to be created. Pixels. `parent` is null for a
-/// top-level window.
+/// Position, size, style and parent of a window to be created. Pixels in the client area of
+/// `parent`. For a top-level window `parent` is null, and the position is that on the screen.
 struct WindowRequest {
     std::int32_t x, y, width, height;
     DWORD style;
