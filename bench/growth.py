@@ -48,7 +48,7 @@ def frames(name, heading, cases):
 
 
 def first_pictures(sizes):
-    """Writes a line for each size: megapixels of the window and peak of memory at the first picture."""
+    """Writes a line for each size: megapixels of the window, peak of memory at the first picture."""
     lines = ["# megapixels peak_mib"]
     for width, height in sizes:
         peak = windows(FIRST_PICTURE, width, height)[-1]["peak_mib"]
