@@ -5,8 +5,8 @@
 #include "window/level_of_detail.h"
 #include "window/shared_picture_win.h"
 
-/// Uploads the tiles to the planet. The caller must hold the scene mutex, and the context must be
-/// current. @return 0 or a GL error
+/// Uploads the tiles to the planet. The caller must hold the mutex of the picture, and the context
+/// must be current. @return 0 or a GL error
 std::uint32_t AttachTiles(SharedPicture& shared, const GlResources& gl);
 
 /// Uploads the tiles, if all tiles are in memory, none is too large for this OpenGL, and no worker

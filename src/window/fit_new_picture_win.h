@@ -28,6 +28,6 @@ private:
 /// Loads, splits and uploads the picture, and halves the size limit until the tiles fit. Saves the
 /// picture in its file when the picture had to be shrunk. The window thread does no other
 /// work on pixels of the map. Runs while InstallMap creates its hidden window. The caller must hold
-/// the scene mutex, if there is one, and the context must be current.
+/// the mutex of the picture, if there is one, and the context must be current.
 void RunInstallSelfTest(SharedPicture& shared, const GlResources& gl,
                         const std::wstring& dataDirectory);

@@ -26,7 +26,8 @@ public:
         : context_(extensions_, lastSysError) {}
 
     /// Creates the context for the DC of the window, makes the lists of the font, and stores the
-    /// texture limit of OpenGL in `picture`. @return HORIVO_OK or an OpenGL set-up code
+    /// texture limit of OpenGL in `picture`. @return HORIVO_OK or an OpenGL set-up code of
+    /// horivo_map.h
     std::uint32_t CreateContext(const MapWindow& entry, SharedPicture& picture);
     void DestroyContext() noexcept { context_.Destroy(); }
     CGLContext& Context() noexcept { return context_; }

@@ -15,7 +15,7 @@ inline constexpr std::int32_t kMeasuredFrames = 3;
 enum class TuneOutcome : std::uint8_t {
     Idle,          ///< nothing more to do
     AnotherFrame,  ///< the measurement needs another frame
-    Coarser,  ///< too slow: the factor has been doubled, and the caller must apply the new factor
+    Coarser,       ///< frames were too slow: the factor was doubled, and the caller must apply it
 };
 
 /// The detail factor, its mesh, and the measurement. Window thread.

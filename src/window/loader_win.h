@@ -21,9 +21,8 @@ public:
         : shared_(shared), host_(host) {}
 
     /// Starts a load for `window`, which gets kStageDoneMessage at the end of the load. Without a
-    /// mutex, starts nothing. A load that
-    /// waits too long for the scene mutex, or that FreeMap has made obsolete, ends without a
-    /// message.
+    /// scene mutex, starts nothing. A load that waits too long for this mutex, or that FreeMap has
+    /// made obsolete, ends without a message.
     void StartLoad(HWND window);
     /// Starts the split of the picture that was loaded for `window`.
     void StartSplit(HWND window);

@@ -20,7 +20,7 @@ struct WindowRequest {
 };
 
 /// Creates a map window.
-/// @param results  out: when the window is refused, CreateStatus is an OpenGL set-up code, or it is
-///                 HORIVO_OK and LastSysError returns the reason
+/// @param results  out: when the window is refused, CreateStatus is an OpenGL set-up code of
+///                 horivo_map.h, or it is HORIVO_OK and LastSysError returns the reason
 /// @return null when the window is refused
 HWND MakeMapWindow(CallResults& results, const WindowRequest& request) noexcept;
