@@ -22,7 +22,8 @@ from pathlib import Path
 
 ROOT = Path(__file__).resolve().parent.parent
 
-# Lowest first. A row may name only rows above it, so that there is no circle of folders.
+# The folders of src, each with the other folders that it may include. The lowest layer stands first.
+# A row may name only folders of earlier rows, so that there is no circle of folders.
 FOLDERS = {
     "base": "",
     "math": "base",
@@ -175,7 +176,8 @@ def check_deliberate():
 
 
 def check_named_files():
-    """Names of sources and scripts in `backticks`, with their folder, with that below src, or bare."""
+    """Checks the names of sources and scripts that documents have in `backticks`. A name may stand
+    alone, or with some or all of its folders."""
     known = set()
     for path in ROOT.glob("*/**/*.*"):
         if (parts := path.relative_to(ROOT).parts)[0] != "build":

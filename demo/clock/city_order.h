@@ -13,10 +13,10 @@
 /// lists Paris before Paramaribo.
 enum class Fit {
     ZoneBegins,           ///< the name begins with the text; the city represents its time zone
-    ZoneInCountryBegins,  ///< likewise; it represents its time zone within its country only
+    ZoneInCountryBegins,  ///< the same, but it represents its zone within its country only
     NameBegins,
     NameContains,
-    Country,  ///< only a name of its country matches
+    Country,  ///< no name of the city contains the text, but a name of its country does
     None,
 };
 

@@ -22,7 +22,7 @@ namespace {
 
 constexpr wchar_t kClass[] = L"Horivo sample host";
 constexpr DWORD kStyle = WS_OVERLAPPEDWINDOW | WS_CLIPCHILDREN;
-constexpr UINT kClockMs = 1000;  // period of the clock timer, the longest delay of a new minute
+constexpr UINT kClockMs = 1000;  // period of the clock timer; a new minute shows that late at most
 // Default size of the map, pixels at 96 dots per inch.
 constexpr int kMapWidth = 800;
 constexpr int kMapHeight = 640;

@@ -108,7 +108,7 @@ LRESULT OnPaint(HWND window, WPARAM, LPARAM) {
         // stay on the screen.
         more = entry->NoteShownSize(width, height);
         // Deliberate: TimeFrame gets the duration of the painting, not the time since the last
-        // frame.
+        // frame. So the frame rate in the status lines ignores the time between frames.
         more = TimeFrame(map, window, GetTickCount() - start) || more;
     }
     if (!map.view.ShowsFrameRate() && !more) return 0;

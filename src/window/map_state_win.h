@@ -26,9 +26,12 @@
 /// parameters. A function that needs four parts or more may have MapState as a parameter; its
 /// comment then names the parts.
 ///
-/// Three mutable statics are not in MapState: the common folder and the administrative switches,
-/// which belong to the host services, and the number of users of GDI+, which belongs to
-/// GdiplusSession. The data of the C++ runtime is in stack_guard_win.cpp and
+/// The comment on each member names the thread or the lock that guards the member. The window
+/// thread is the thread that owns the map windows.
+///
+/// Three mutable statics are not in MapState: the path of the common application data folder and
+/// the administrative switches, which belong to the host services, and the number of users of GDI+,
+/// which belongs to GdiplusSession. The data of the C++ runtime is in stack_guard_win.cpp and
 /// exception_memory_win.cpp.
 struct MapState {
     HostData host;                            ///< window thread
@@ -42,7 +45,7 @@ struct MapState {
     Hover hover;                              ///< window thread
     ButtonRepeat repeat;                      ///< window thread
     LiveWindows windows;                      ///< window thread
-    SharedPicture textures;                   ///< picture: its mutex; the rest: see SharedPicture
+    SharedPicture textures;                   ///< its mutex guards the picture; see SharedPicture
     MapLoader loader{textures, host};         ///< window thread; its workers use only `textures`
     GlResources gl{results.SysErrorSlot()};   ///< window thread; GL needs the current context
     Overlay overlay{host, gl, windows};       ///< window thread; GL needs the current context

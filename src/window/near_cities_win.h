@@ -8,11 +8,11 @@
 #include "render/geo_point.h"
 #include "window/gl_resources_win.h"
 
-/// Finds the cities near the pointed place and draws their labels.
+/// Finds the cities near the place under the pointer and draws their labels.
 class NearCities {
 public:
-    /// @param zones  time zones by number, for cities that have only a number; must outlive this
-    ///               object
+    /// @param zones  time zones by number, for cities whose record has only the number of the zone;
+    ///               must outlive this object
     explicit NearCities(TimeZoneTable& zones) noexcept : clock_(zones) {}
 
     /// Finds the cities near `place`, for the labels of this frame. Allocates nothing.

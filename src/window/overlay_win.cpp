@@ -115,7 +115,7 @@ void Overlay::ShowNextPage(HWND window) {
     if (!panel_.PageForward()) return;
     ReloadPhotos(window);
     if (panel_.HasThumbnails()) return;
-    // No photo of the next page could be loaded: show the previous page again and offer no next
+    // No photo of the next page could be loaded: show the page from before again and offer no next
     // page.
     panel_.RejectPage(before);
     ReloadPhotos(window);

@@ -37,10 +37,14 @@ public:
     void Draw(const CGeoPoint& pointed, std::int32_t width, std::int32_t height);
 
     /// Asks the host whether the photos may be shown. Stores the answer, because the add-photo
-    /// button is shown only when the host has agreed. @return the answer
+    /// button is shown only when the host has agreed.
+    /// @param signedIndex  index of the city, or the negated index of the nearest city when the
+    ///                     pointer is on no city
+    /// @return the answer
     bool AskHost(HWND window, std::int32_t signedIndex);
     /// Asks the host and, when the host agrees, shows the photos of a city or of its country. Does
     /// nothing for an index outside the table and for a window that is not live.
+    /// @param signedIndex  as for AskHost
     void OfferPhotos(HWND window, std::int32_t signedIndex, PhotosOf whose);
     /// Reads the photos of the panel again, because the host has reported new photos. Offers all
     /// pages again, also the pages that could not be loaded before.

@@ -25,10 +25,10 @@ struct PressedPhoto {
     bool operator==(const PressedPhoto&) const = default;
 };
 
-/// The place under the pointer, and what the left button was pressed on.
+/// The place under the pointer, and what the left mouse button was pressed on.
 class PointerState {
 public:
-    /// The pointer position and the place under it.
+    /// The pointer position and the pointed place: the place that PickAt or PointAt stored last.
     const CGeoPoint& GeoPoint() const noexcept { return geoPoint_; }
     WindowPoint Position() const noexcept { return {geoPoint_.mouseX, geoPoint_.mouseY}; }
 
@@ -56,7 +56,7 @@ public:
     void HoldPhoto(const PressedPhoto& photo) noexcept { pressedPhoto_ = photo; }
     void HoldKey(std::int32_t key) noexcept { pressedKey_ = key; }
     const PressedPhoto& HeldPhoto() const noexcept { return pressedPhoto_; }
-    /// Virtual-key code of the overlay button that is held; 0: none.
+    /// Virtual-key code of the button over the map that the mouse holds down; 0: none.
     std::int32_t HeldKey() const noexcept { return pressedKey_; }
     /// Forgets the press, because the button was released or the window has lost the mouse capture.
     void ForgetPress() noexcept;

@@ -27,8 +27,9 @@ void ArmLeaveTracking(PointerState& pointer, HWND window) noexcept {
     TrackMouseEvent(&track);
 }
 
-/// Starts the hover, which offers the photos of the nearest city if the pointer rests at `point`.
-/// Needs MapState because it uses the panel, the cities, the pointer and the hover.
+/// Starts the hover. If the pointer rests at `point`, the hover offers the photos of the city
+/// there, or of the country of the nearest city. Needs MapState because it uses the panel, the
+/// cities, the pointer and the hover.
 void HoverAt(MapState& map, HWND window, const WindowPoint& point) noexcept {
     if (map.overlay.Panel().IsHoverOverPanel(point.x)) return;
     const CityPick pick = PickCity(map.host.Cities(), map.pointer.GeoPoint().globePoint);

@@ -83,8 +83,8 @@ bool RepickAt(CGeoPoint& geoPoint, const CScene& scene, const CSphere& sphere, s
 }
 
 ViewAngles DragView(const DragAnchor& press, double latitude, double longitude) noexcept {
-    // Deliberate: at exactly 270 degrees a drag treats the globe as upright, TurnView as upside
-    // down.
+    // Deliberate: at a tilt of exactly 270 degrees, a drag treats the globe as upright, TurnView as
+    // upside down.
     const int quadrant = static_cast<int>(press.view.tilt / kQuadrantDeg);
     const bool upsideDown = quadrant == 1 || quadrant == 2;
     const double turn = upsideDown ? press.longitude - longitude : longitude - press.longitude;
