@@ -340,6 +340,13 @@ void HostWindow::StorePlace() const {
     WINDOWPLACEMENT placement{};
     placement.length = sizeof placement;
     if (!GetWindowPlacement(handle_, &placement)) return;
+    // Windows counts rcNormalPosition from the corner of the work area. With a taskbar at the upper or
+    // the left edge, this is not the corner of the screen.
+    MONITORINFO monitor{};
+    monitor.cbSize = sizeof monitor;
+    GetMonitorInfoW(MonitorFromWindow(handle_, MONITOR_DEFAULTTONEAREST), &monitor);
+    OffsetRect(&placement.rcNormalPosition, monitor.rcWork.left - monitor.rcMonitor.left,
+               monitor.rcWork.top - monitor.rcMonitor.top);
     data_.settings.place = placement.rcNormalPosition;
     data_.settings.maximized = IsZoomed(handle_) != FALSE;
     data_.settings.sortColumn = static_cast<int>(list_.SortColumn());
