@@ -340,8 +340,8 @@ void HostWindow::StorePlace() const {
     WINDOWPLACEMENT placement{};
     placement.length = sizeof placement;
     if (!GetWindowPlacement(handle_, &placement)) return;
-    // Windows counts rcNormalPosition from the corner of the work area. With a taskbar at the upper or
-    // the left edge, this is not the corner of the screen.
+    // Windows counts rcNormalPosition from the corner of the work area. With a taskbar at the upper
+    // or the left edge, this is not the corner of the screen.
     MONITORINFO monitor{};
     monitor.cbSize = sizeof monitor;
     GetMonitorInfoW(MonitorFromWindow(handle_, MONITOR_DEFAULTTONEAREST), &monitor);
