@@ -26,8 +26,8 @@ struct TextureSizes {
 ///
 /// `pixels`: bufferHeight rows of bufferWidth x bytesPerPixel bytes, tightly packed, bottom row
 /// first, bytes R, G, B[, A]. The picture is the first `width` pixels of rows 0 to height - 1; all
-/// bytes outside the picture are 0 after a load. A packed pixel is a number with
-/// byte 0 of the pixel in bits 0 to 7, byte 1 in bits 8 to 15 and so on.
+/// bytes outside the picture are 0 after a load. A packed pixel is a number with byte 0 of the
+/// pixel in bits 0 to 7, byte 1 in bits 8 to 15 and so on.
 /// The class has no lock. No function throws.
 class CJpegTexture {
 public:

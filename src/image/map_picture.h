@@ -42,8 +42,8 @@ public:
     bool Split(const TextureLimits& limits) noexcept;
 
     /// Shrinks the loaded picture by FitToLimits.
-    /// @return whether the picture should be saved: the result of FitToLimits; false when no
-    /// picture is loaded
+    /// @return whether the picture should be saved: true also when it had the right size already;
+    /// false when no picture is loaded or the shrinking failed
     bool Fit(const TextureLimits& limits) noexcept;
 
     /// Frees the map texture and sets its sizes to 0.
