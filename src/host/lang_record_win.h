@@ -20,7 +20,8 @@ inline std::wstring_view ViewOf(const HorivoWideChar* text) noexcept {
 
 /// A number as a key of a language file.
 struct NumberKey {
-    static constexpr std::size_t kCapacity = 16;  // characters; 32-bit numbers need at most 12
+    // characters; a 32-bit number with its terminator needs at most 12
+    static constexpr std::size_t kCapacity = 16;
     explicit NumberKey(std::int32_t number) noexcept {
         std::swprintf(text, kCapacity, L"%d", number);
     }

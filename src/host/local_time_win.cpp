@@ -18,7 +18,7 @@ bool SameZone(const DYNAMIC_TIME_ZONE_INFORMATION& a,
     return std::memcmp(&a, &b, kBytes) == 0;
 }
 
-/// The bias and the dates in the record itself.
+/// The rules that the record itself contains: its bias and its dates of daylight saving.
 TIME_ZONE_INFORMATION OwnRules(const DYNAMIC_TIME_ZONE_INFORMATION& zone) noexcept {
     TIME_ZONE_INFORMATION rules = {};
     rules.Bias = zone.Bias;
@@ -30,7 +30,8 @@ TIME_ZONE_INFORMATION OwnRules(const DYNAMIC_TIME_ZONE_INFORMATION& zone) noexce
 }
 
 TIME_ZONE_INFORMATION ReadRules(const DYNAMIC_TIME_ZONE_INFORMATION& zone, WORD year) noexcept {
-    DYNAMIC_TIME_ZONE_INFORMATION copy = zone;  // the function below takes no const record
+    // GetTimeZoneInformationForYear takes no const record.
+    DYNAMIC_TIME_ZONE_INFORMATION copy = zone;
     // The key name in a host's record may lack its terminator.
     copy.TimeZoneKeyName[std::size(copy.TimeZoneKeyName) - 1] = L'\0';
     TIME_ZONE_INFORMATION rules = {};

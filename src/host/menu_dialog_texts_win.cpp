@@ -13,7 +13,7 @@ constexpr DWORD kControlTextChars = 2047;
 constexpr DWORD kMenuTextChars = 255;
 
 constexpr UINT kOpensSubmenu = 0xFFFFFFFF;  // GetMenuItemID's result for an item with a submenu
-// The value of a control without an identifier: a dialog template stores -1 in 16 bits.
+// Identifier of a control that has none: a dialog template stores -1 in 16 bits.
 constexpr std::int32_t kNoControlId16 = 0xFFFF;
 constexpr int kClassNameCapacity = 32;  // characters; enough for "Button" and "Static"
 
@@ -51,7 +51,8 @@ BOOL CALLBACK LocalizeControl(HWND control, LPARAM parameter) noexcept {
     return TRUE;
 }
 
-/// Sets the text of one menu item. @return whether the language files have a text for it
+/// Sets the text of one menu item. @return whether the text was set; false when the language files
+/// have no text for `key`
 bool LocalizeItem(HMENU menu, UINT position, const wchar_t* key, const wchar_t* section) noexcept {
     wchar_t text[kMenuTextChars + 1];
     if (!ReadText(section, key, text, kMenuTextChars + 1)) return false;
