@@ -55,8 +55,8 @@ private:
     static LRESULT CALLBACK HiddenProc(HWND window, UINT message, WPARAM wParam, LPARAM lParam);
     void CreateHiddenWindow();
     void OnTimer(UINT_PTR timer);
-    /// Handles the message that the time zones have been read: shows the local times and, if the
-    /// program may show photos, begins to watch the photos.
+    /// Handles the message that the time zones have been read, the last step of the start: shows
+    /// the local times. If the program may show photos, also begins to watch for new photos.
     void OnZonesRead();
     void SendPhotosChanged(std::int32_t signedIndex, std::int32_t newPhotos);
     void Dispatch(MSG& message);

@@ -21,8 +21,8 @@ double SnapToPixel(double coordinate) noexcept;
 /// higher on the screen and comes first.
 /// @param reference  window pixels; subtracted from both y before the comparison
 /// @return 1 when `b` comes first, -1 when `a` comes first, 0 when both y are equal
-/// Deliberate: when the subtraction makes two different y equal, the city with the larger y comes
-/// last.
+/// Deliberate: when rounding in the subtraction makes two different y equal, the order is the
+/// opposite: the city with the larger y comes last.
 std::int32_t CompareMarkers(const CityRecord& a, const CityRecord& b, double reference) noexcept;
 
 /// Draws one row for each city of `entries` that has a position. The rows have the order of the

@@ -40,9 +40,10 @@ TIME_ZONE_INFORMATION ReadRules(const DYNAMIC_TIME_ZONE_INFORMATION& zone, WORD 
     return OwnRules(zone);
 }
 
-/// The earliest year that any place on Earth can have at `utc`. No local time differs from UTC by a
-/// whole day, so the result is the previous year only on New Year's Day.
-WORD EndingYear(const SYSTEMTIME& utc) noexcept {
+/// Returns the earliest local year that is possible at `utc`. On 1 January UTC this is the previous
+/// year, because some zones are up to 12 hours behind UTC; on all other days it is the year of
+/// `utc`.
+WORD EarliestYear(const SYSTEMTIME& utc) noexcept {
     const bool newYearsDay = utc.wMonth == 1 && utc.wDay == 1 && utc.wYear > 0;
     return newYearsDay ? static_cast<WORD>(utc.wYear - 1) : utc.wYear;
 }
@@ -75,13 +76,13 @@ const TIME_ZONE_INFORMATION& ZoneRuleCache::ForYear(const DYNAMIC_TIME_ZONE_INFO
 
 bool UtcToZoneTime(const SYSTEMTIME& utc, const DYNAMIC_TIME_ZONE_INFORMATION& zone,
                    ZoneRuleCache& rules, SYSTEMTIME& local) noexcept {
-    const WORD endingYear = EndingYear(utc);
+    const WORD earliestYear = EarliestYear(utc);
     SYSTEMTIME old;
-    if (!SystemTimeToTzSpecificLocalTime(&rules.ForYear(zone, endingYear), &utc, &old)) {
+    if (!SystemTimeToTzSpecificLocalTime(&rules.ForYear(zone, earliestYear), &utc, &old)) {
         return false;
     }
     local = old;
-    if (old.wYear <= endingYear) return true;
+    if (old.wYear <= earliestYear) return true;
     // By the rules of the old year, the new year has begun in this zone, so the rules of the new
     // year apply. But when the zone changes its bias at this midnight, the new rules may give a
     // time in the old year again: then `local` keeps the result of the old rules.

@@ -13,7 +13,7 @@ class CScene;
 /// origin is the centre of the globe, too, but its axes are those of the camera. ViewAngles
 /// describes tilt and spin.
 struct CGeoPoint {
-    bool valid = false;       ///< the pointer is in the window; WM_MOUSELEAVE was requested
+    bool valid = false;       ///< the pointer is inside the window
     std::int32_t mouseX = 0;  ///< window pixels, from the left edge
     std::int32_t mouseY = 0;  ///< window pixels, from the bottom upward
     double latitudeDeg = 0.0;

@@ -1,6 +1,10 @@
 #include "window/frame_win.h"
 
+#include <array>
+
 #include "base/gl.h"
+#include "cities/city_pick.h"
+#include "globe/city_labels.h"
 #include "render/current_context_win.h"
 #include "window/attach_tiles_win.h"
 #include "window/load_results_win.h"
@@ -56,12 +60,16 @@ void DrawStatus(const MapState& map) {
 void DrawFrame(MapState& map, HDC dc, std::int32_t width, std::int32_t height) {
     const CGeoPoint& pointed = map.pointer.GeoPoint();
     map.gl.Scene().Resize(width, height);
-    map.nearCities.Find(map.host.Cities(), pointed.globePoint);
+    std::array<CityRecord*, kMaxCitiesNear> cities = {};
+    std::int32_t count = 0;
+    FindCitiesNear(map.host.Cities(), pointed.globePoint, kCityReach, cities.data(), kMaxCitiesNear,
+                   count);
     glClearColor(0.0F, 0.0F, 0.0F, 0.0F);
     map.gl.PlaceLampOver(pointed.globePoint);
     map.gl.Scene().Draw();
     BeginFlatPass(width, height);
-    map.nearCities.DrawLabels(pointed, map.gl);
+    RenderCityLabels(cities.data(), count, pointed, map.gl.Scene(), map.gl.Font(),
+                     map.gl.Globe().limbDepth, map.cityClock);
     DrawStatus(map);
     map.overlay.Draw(pointed, width, height);
     EndFlatPass();

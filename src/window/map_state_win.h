@@ -2,6 +2,7 @@
 
 #include <memory>
 
+#include "cities/city_clock_win.h"
 #include "horivo_host.h"
 #include "image/gdiplus_session_win.h"
 #include "window/button_repeat_win.h"
@@ -15,7 +16,6 @@
 #include "window/live_windows_win.h"
 #include "window/loader_win.h"
 #include "window/map_settings.h"
-#include "window/near_cities_win.h"
 #include "window/overlay_win.h"
 #include "window/pointer_state.h"
 #include "window/shared_picture_win.h"
@@ -50,7 +50,7 @@ struct MapState {
     GlResources gl{results.SysErrorSlot()};   ///< window thread; GL needs the current context
     Overlay overlay{host, gl, windows};       ///< window thread; GL needs the current context
     TimeZoneTable zones;                      ///< window thread; city records point to its entries
-    NearCities nearCities{zones};             ///< window thread
+    SystemCityClock cityClock{zones};         ///< window thread
     std::unique_ptr<GdiplusSession> gdiplus;  ///< window thread; null before InitMap, after FreeMap
     bool errorBoxShown = false;  ///< window thread; "Can not load textures." is on screen
 };

@@ -5,7 +5,7 @@
 
 #include "cities/city_lookup.h"
 #include "cities/city_pick.h"
-#include "photos/button_sheet_win.h"
+#include "photos/button_file_win.h"
 #include "render/current_context_win.h"
 #include "window/host_notice_win.h"
 

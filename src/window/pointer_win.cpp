@@ -3,10 +3,10 @@
 #include <windowsx.h>
 
 #include "cities/city_pick.h"
-#include "photos/photo_page_win.h"
+#include "photos/photo_web_page_win.h"
 #include "window/drag_win.h"
+#include "window/globe_pick_win.h"
 #include "window/host_notice_win.h"
-#include "window/pick_win.h"
 #include "window/view_change_win.h"
 #include "window/view_control.h"
 

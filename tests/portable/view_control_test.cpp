@@ -11,6 +11,7 @@
 #include "render/sphere.h"
 #include "support/table.h"
 #include "window/flight_path.h"
+#include "window/globe_pick.h"
 
 namespace {
 

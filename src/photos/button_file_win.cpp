@@ -1,4 +1,4 @@
-#include "photos/button_sheet_win.h"
+#include "photos/button_file_win.h"
 
 #include <cstring>
 #include <memory>
