@@ -2,103 +2,53 @@
 #include "data/folder_watch.h"
 
 #include <gmock/gmock.h>
-#include <gtest/gtest.h>
 
-#include <filesystem>
 #include <fstream>
-#include <optional>
-#include <string>
-#include <utility>
-#include <vector>
 
+#include "data/city_file.h"
 #include "data/photo_tree.h"
+#include "support/temporary_folder_win.h"
 
 namespace {
 
-using testing::ElementsAre;
-using testing::IsEmpty;
 using testing::Pair;
 
-constexpr DWORD kPatienceMs = 10000;
-
-CityRecord MakeCity(const wchar_t* name, const wchar_t* country) {
-    CityRecord city{};
-    lstrcpynW(city.cityName, name, 64);
-    lstrcpynW(city.countryName, country, 64);
-    return city;
-}
-
-class FolderWatchTest : public testing::Test {
-protected:
-    FolderWatchTest() {
-        Write(L"France\\Paris\\index.tsv", "# remark\nparis-1\t1\n");
-        Write(L"France\\index.tsv", "france-1\t1\n");
-        watch_.emplace(
-            folder_.wstring() + L"\\", cities_,
-            [this](std::int32_t city, std::int32_t count) { told_.emplace_back(city, count); });
-    }
-    ~FolderWatchTest() override {
-        watch_.reset();
-        std::error_code ignored;
-        std::filesystem::remove_all(folder_, ignored);
-    }
-
-    void Write(const std::wstring& path, const char* text) {
-        std::filesystem::create_directories((folder_ / path).parent_path());
-        std::ofstream(folder_ / path, std::ios::binary | std::ios::app) << text;
-    }
-
-    const std::filesystem::path folder_ = std::filesystem::temp_directory_path() /
-                                          (L"horivo-watch-" + std::to_wstring(GetTickCount64()));
-    const std::vector<CityRecord> cities_ = {MakeCity(L"Zurich", L"Switzerland"),
-                                             MakeCity(L"Paris", L"France"),
-                                             MakeCity(L"Lyon", L"France")};
-    std::vector<std::pair<std::int32_t, std::int32_t>> told_;
-    std::optional<FolderWatch> watch_;
-};
-
-TEST_F(FolderWatchTest, NewPhotosAreToldByCityOrCountry) {
-    const auto toldAfter = [this](const wchar_t* path, const char* text) {
-        told_.clear();
-        Write(path, text);
-        watch_->CheckAll();
-        return told_;
+TEST(FolderWatch, TellsNewPhotosByCityOrCountry) {
+    const TemporaryFolder folder;
+    const auto cities =
+        ReadCities(L"Zurich\tSwitzerland\t1\t1\nParis\tFrance\t1\t1\nLyon\tFrance\t1\t1\n");
+    std::vector<std::pair<int, int>> told;
+    const auto tell = [&](std::int32_t city, std::int32_t count) {
+        told.emplace_back(city, count);
     };
-    EXPECT_THAT(toldAfter(L"France\\Paris\\index.tsv", "paris-2\t1\nparis-3\t1\n"),
-                ElementsAre(Pair(1, 2)));
-    EXPECT_THAT(toldAfter(L"France\\index.tsv", "france-2\t1\n"), ElementsAre(Pair(-1, 1)));
-    EXPECT_THAT(toldAfter(L"France\\Lyon\\index.tsv", "lyon-1\t1\n"), ElementsAre(Pair(2, 1)))
-        << "a city that had none";
-    EXPECT_THAT(toldAfter(L"France\\Paris\\index.tsv", "# another remark\n"), IsEmpty());
-    EXPECT_THAT(toldAfter(L"Elsewhere\\index.tsv", "x\t1\n"), IsEmpty());
-    std::filesystem::remove(folder_ / L"France\\index.tsv");
-    EXPECT_THAT(toldAfter(L"France\\Paris\\paris-9.jpg", "no index"), IsEmpty()) << "lost photos";
-    EXPECT_THAT(toldAfter(L"France\\index.tsv", "france-1\t1\n"), ElementsAre(Pair(-1, 1)))
-        << "one that comes back counts again";
-}
-
-TEST_F(FolderWatchTest, EveryChangeSetsTheEventAnew) {
+    const auto write = [&](const char* path, const char* text) {
+        std::filesystem::create_directories((folder.path / path).parent_path());
+        std::ofstream(folder.path / path, std::ios::app) << text;
+    };
+    write("France\\Paris\\index.tsv", "# remark\nparis-1\t1\n");
+    FolderWatch watch(folder.path.wstring() + L"\\", cities, tell);
     for (int i = 0; i < 3; ++i) {
-        Write(L"note.txt", "nothing that counts");
-        ASSERT_EQ(WaitForSingleObject(watch_->Event(), kPatienceMs), WAIT_OBJECT_0);
-        watch_->ReadChanges();
+        write("note.txt", "nothing that counts");
+        ASSERT_EQ(WaitForSingleObject(watch.Event(), 10000), WAIT_OBJECT_0) << "set anew";
+        watch.ReadChanges();
     }
-    EXPECT_THAT(told_, IsEmpty());
+    write("France\\Paris\\index.tsv", "paris-2\t1\nparis-3\t1\n");
+    write("France\\index.tsv", "france-1\t1\n");
+    write("France\\Lyon\\index.tsv", "lyon-1\t1\n");
+    watch.CheckAll();
+    write("France\\Paris\\index.tsv", "# another remark\n");
+    std::filesystem::remove(folder.path / "France\\index.tsv");
+    watch.CheckAll();
+    EXPECT_THAT(told, testing::UnorderedElementsAre(Pair(1, 2), Pair(-1, 1), Pair(2, 1)));
+    EXPECT_EQ(FolderWatch(L"C:\\no such folder\\", cities, tell).Event(), nullptr);
 }
 
-TEST(FolderWatchAlone, AMissingTreeIsNotWatched) {
-    const std::vector<CityRecord> cities;
-    const FolderWatch watch(L"C:\\no such folder\\", cities, [](std::int32_t, std::int32_t) {});
-    EXPECT_EQ(watch.Event(), nullptr);
-}
-
-TEST(PhotoTreeTest, NamesThatLeadOutOfTheTreeFormNoPath) {
-    EXPECT_EQ(CityIndexPath(MakeCity(L"Paris", L"France")), L"France\\Paris\\index.tsv");
-    EXPECT_EQ(CityIndexPath(MakeCity(L"St/..\\John", L"A:B?")), L"AB\\St..John\\index.tsv");
-    for (const wchar_t* name : {L"", L"..", L". .", L"\\\\", L" "}) {
-        EXPECT_EQ(CityIndexPath(MakeCity(name, L"France")), L"");
-        EXPECT_EQ(CountryIndexPath(MakeCity(L"Paris", name)), L"");
+TEST(PhotoTree, NamesThatLeadOutOfTheTreeFormNoPath) {
+    for (const wchar_t* name : {L"..", L". .", L"\\\\", L" "}) {
+        const auto city = ReadCities(L"Paris\t" + std::wstring(name) + L"\t1\t1")[0];
+        EXPECT_EQ(CityIndexPath(city) + CountryIndexPath(city), L"");
     }
+    EXPECT_EQ(CityIndexPath(ReadCities(L"St/..\\John\tA:B?\t1\t1")[0]), L"AB\\St..John\\index.tsv");
 }
 
 }  // namespace
