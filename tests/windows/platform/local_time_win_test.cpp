@@ -4,7 +4,6 @@
 #include <chrono>
 #include <cstdio>
 #include <fstream>
-#include <map>
 #include <memory>
 #include <sstream>
 #include <string>
@@ -19,38 +18,32 @@ using Zone = DYNAMIC_TIME_ZONE_INFORMATION;
 using ReadZone =
     FakedImport<"EnumDynamicTimeZoneInformation", decltype(EnumDynamicTimeZoneInformation)>;
 
-/// The public number of a zone, 0 for none.
-std::uint32_t NumberOf(const std::wstring& windowsKey) {
-#define HORIVO_TEST_ZONE(number, key) {L##key, number},
-    static const std::map<std::wstring, std::uint32_t> numbers = {
-        HORIVO_TIME_ZONES(HORIVO_TEST_ZONE)};
-#undef HORIVO_TEST_ZONE
-    const auto found = numbers.find(windowsKey);
-    return found == numbers.end() ? 0 : found->second;
-}
+#define HORIVO_TEST_KEY(number, key) L##key,
+constexpr const wchar_t* kKeys[] = {HORIVO_TIME_ZONES(HORIVO_TEST_KEY)};
+#undef HORIVO_TEST_KEY
 
 TEST(TimeZones, EveryOneOfTheSystemHasANumberAndFindsItself) {
-    // Hosts have stored these: a name put in between would move all that follow.
-    EXPECT_EQ(NumberOf(L"AUS Central Standard Time"), 1U);
-    EXPECT_EQ(NumberOf(L"Yukon Standard Time"), 141U);
+    // Hosts have stored the numbers: a name put in between would move all that follow.
+    EXPECT_STREQ(kKeys[0], L"AUS Central Standard Time");
+    EXPECT_STREQ(kKeys[140], L"Yukon Standard Time");
     const ReadZone damagedFirst(GetModuleHandleW(nullptr), [](DWORD index, Zone* zone) -> DWORD {
         return index == 0 ? ERROR_BADKEY : ReadZone::Real(index - 1, zone);
     });
     const auto table = std::make_unique<TimeZoneTable>();
     Zone zone;
     DWORD count = 0;
-    for (; ReadZone::Real(count, &zone) == ERROR_SUCCESS; ++count) {
-        const Zone* found = table->Find(NumberOf(zone.TimeZoneKeyName));
-        ASSERT_NE(found, nullptr) << count;
-        EXPECT_STREQ(found->TimeZoneKeyName, zone.TimeZoneKeyName);
-        EXPECT_EQ(found->Bias, zone.Bias);
-        EXPECT_TRUE(table->Owns(found));
-    }
+    while (ReadZone::Real(count, &zone) == ERROR_SUCCESS) ++count;
     EXPECT_GE(count, 130U);
-    for (const std::uint32_t id : {0U, kTimeZoneCount + 1, 0xFFFFFFFFU})
-        EXPECT_EQ(table->Find(id), nullptr) << id;
-    EXPECT_FALSE(table->Owns(table->Find(1) - 1));
-    EXPECT_FALSE(table->Owns(table->Find(1) + kTimeZoneCount));
+    for (std::uint32_t id = 1; id <= kTimeZoneCount; ++id) {
+        const Zone* found = table->Find(id);
+        if (found == nullptr) continue;
+        EXPECT_STREQ(found->TimeZoneKeyName, kKeys[id - 1]);
+        EXPECT_TRUE(table->Owns(found));
+        --count;
+    }
+    EXPECT_EQ(count, 0U) << "zones of the system that cannot be found";
+    EXPECT_TRUE(table->Find(0) == nullptr && table->Find(kTimeZoneCount + 1) == nullptr);
+    EXPECT_FALSE(table->Owns(table->Find(1) - 1) || table->Owns(table->Find(1) + kTimeZoneCount));
 }
 
 /// The rules that the system has for a name, else those of central Europe.
@@ -96,7 +89,6 @@ TEST(LocalTime, IsThatOfTheTzDatabaseAndReadsTheRulesOfAYearOnce) {
             std::getline(row, line, L'\t');
             std::wistringstream keys(row ? line : L"");
             for (std::wstring key; std::getline(keys, key, L';'); ++count) {
-                ASSERT_NE(NumberOf(key), 0U) << key;
                 const Zone zone = ZoneOf(key);
                 EXPECT_EQ(OffsetOf(zone, "2022-01-15T12:00", *rules), offset + januaryMore) << key;
                 EXPECT_EQ(OffsetOf(zone, "2022-07-15T12:00", *rules), offset + julyMore) << key;
@@ -120,7 +112,6 @@ TEST(LocalTime, ChangesOfLawAndOfTheSeasonComeAtTheirMinute) {
         {ZoneOf(L"Sao Tome Standard Time"), "2019-01-01T00:59", "2019-01-01T01:00", 60, 0},
         {ZoneOf(L"Samoa Standard Time"), "2021-04-03T13:59", "2021-04-03T14:00", 840, 780},
         {ZoneOf(L"Lord Howe Standard Time"), "2022-04-02T14:59", "2022-04-02T15:00", 660, 630},
-        {ZoneOf(L"South Sudan Standard Time"), "2021-01-31T20:59", "2021-01-31T21:00", 180, 120},
         {ZoneOf(L"Russian Standard Time", true), "2014-07-15T12:00", "2015-07-15T12:00", 120, 120},
         {ZoneOf(std::wstring(128, L'x')), "2014-07-15T12:00", "2015-07-15T12:00", 120, 120},
         {ZoneOf(L""), "2024-03-31T00:59", "2024-03-31T01:00", 60, 120},
