@@ -9,7 +9,6 @@
 struct TemporaryFolder {
     TemporaryFolder() { std::filesystem::create_directories(path); }
     TemporaryFolder(const TemporaryFolder&) = delete;
-    TemporaryFolder& operator=(const TemporaryFolder&) = delete;
     ~TemporaryFolder() {
         std::error_code ignored;
         std::filesystem::remove_all(path, ignored);

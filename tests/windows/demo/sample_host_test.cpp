@@ -93,9 +93,9 @@ TEST(Settings, WhatIsWrittenIsReadAgain) {
     EXPECT_TRUE(read.maximized && !read.sortDescending && !read.alwaysOnTop);
     EXPECT_EQ(read.sortColumn, 4) << "the last that there is";
     WriteSettings(before);
-    RECT place{90000, -9000, 90800, -8400};
-    EXPECT_TRUE(FitToScreen(place) && place.right == GetSystemMetrics(SM_CXSCREEN));
-    EXPECT_TRUE(place.top == 0 && place.bottom == 600 && place.right - place.left == 800);
+    RECT lost{90000, -9000, 90800, -8400};
+    const RECT corner{GetSystemMetrics(SM_CXSCREEN) - 800, 0, GetSystemMetrics(SM_CXSCREEN), 600};
+    EXPECT_TRUE(FitToScreen(lost) && EqualRect(&lost, &corner));
 }
 
 TEST(HostWindow, PressesTheMapsKeysFollowsTheScalingAndKeepsItsPlace) {
@@ -111,13 +111,12 @@ TEST(HostWindow, PressesTheMapsKeysFollowsTheScalingAndKeepsItsPlace) {
         ASSERT_TRUE(app.OpenWindow(status)) << status;
         const HWND window = app.windows[0]->Handle();
         std::vector<WPARAM> pressed;
+        const auto note = [&](HWND to, UINT message, WPARAM key, LPARAM lParam) {
+            if (message == WM_KEYDOWN && to == app.windows[0]->Map()) pressed.push_back(key);
+            return Sending::Real(to, message, key, lParam);
+        };
         {
-            const Sending notesKeys(GetModuleHandleW(nullptr),
-                                    [&](HWND to, UINT message, WPARAM wParam, LPARAM lParam) {
-                                        if (message == WM_KEYDOWN && to == app.windows[0]->Map())
-                                            pressed.push_back(wParam);
-                                        return Sending::Real(to, message, wParam, lParam);
-                                    });
+            const Sending noted(GetModuleHandleW(nullptr), note);
             for (WPARAM command = IDM_HOME_VIEW; command <= IDM_INFORMATION; ++command)
                 SendMessageW(window, WM_COMMAND, command, 0);
         }
