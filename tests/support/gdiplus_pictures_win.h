@@ -12,7 +12,7 @@ struct RgbPicture {
     std::vector<std::uint8_t> pixels;
 };
 
-/// Writes a colourful pattern that is different everywhere as a JPEG file.
+/// Writes a colourful pattern as a JPEG file: red grows from 0 to 255 downward, green to the right.
 void SavePatternJpeg(const std::filesystem::path& path, int width, int height, int quality);
 
 /// Writes a PNG of a GDI+ pixel format that is clear but for its first pixel: R 10, G 20, B 30.

@@ -3,106 +3,89 @@
 #include <algorithm>
 #include <cmath>
 
-#include "support/gl_spy_win.h"
-
 namespace {
-
-constexpr double kPoints = 0.0;  // primitives of glBegin
-constexpr double kQuads = 7.0;
 
 /// Follows the calls of the flat layer.
 struct OverlayReader {
-    void Read(const std::string& call, const std::vector<std::string>& words) {
-        const std::string name = call.substr(0, call.find(' '));
-        const std::vector<double> numbers = SpiedNumbers(call);
-        if (name.starts_with("glColor")) {
-            colour[3] = 1.0;
-            std::copy(numbers.begin(), numbers.end(), colour.begin());
-        } else if (name == "glPushMatrix") {
+    void Read(const GlCall& call, const std::vector<std::string>& words) {
+        const std::vector<double>& n = call.numbers;
+        if (call.name.starts_with("glColor")) {
+            pen.colour[3] = 1.0;
+            std::copy(n.begin(), n.end(), pen.colour.begin());
+        } else if (call.name == "glPushMatrix") {
             origins.push_back(origins.back());
-        } else if (name == "glPopMatrix") {
+        } else if (call.name == "glPopMatrix") {
             origins.pop_back();
-        } else if (name == "glTranslatef") {
-            origins.back().first += numbers[0];
-            origins.back().second += numbers[1];
-        } else if (name == "glRasterPos3f") {
-            raster = {numbers[0], numbers[1]};
-        } else if (name == "glCallLists") {
-            seen.texts.push_back({words.at(seen.texts.size()), raster, colour});
-        } else if (name == "glPointSize") {
-            pointSize = numbers[0];
-        } else if (name == "glBegin") {
-            primitive = numbers[0];
+        } else if (call.name == "glTranslatef") {
+            origins.back().x += n[0];
+            origins.back().y += n[1];
+        } else if (call.name == "glRasterPos3f") {
+            pen.x = n[0];
+            pen.y = n[1];
+        } else if (call.name == "glCallLists") {
+            pen.text = words.at(seen.texts.size());
+            seen.texts.push_back(pen);
+        } else if (call.name == "glPointSize") {
+            pointSize = n[0];
+        } else if (call.name == "glBegin") {
+            primitive = static_cast<GLenum>(n[0]);
             vertices.clear();
-            corners.clear();
-        } else if (name == "glTexCoord2d") {
-            corners.emplace_back(numbers[0], numbers[1]);
-        } else if (name.starts_with("glVertex")) {
-            vertices.emplace_back(numbers[0] + origins.back().first,
-                                  numbers[1] + origins.back().second);
-        } else if (name == "glEnd") {
+            lowestT.clear();
+        } else if (call.name == "glTexCoord2d") {
+            lowestT.push_back(n[1]);
+        } else if (call.name.starts_with("glVertex")) {
+            vertices.push_back({n[0] + origins.back().x, n[1] + origins.back().y});
+        } else if (call.name == "glEnd") {
             EndShape();
         }
     }
     void EndShape() {
-        if (primitive == kPoints) {
-            for (const SeenPlace& place : vertices) seen.dots.push_back({place, pointSize, colour});
-        }
-        if (primitive != kQuads || vertices.size() != 4) return;
-        const auto& [x, y] = vertices[0];
-        const SeenRect rect = {x, y, vertices[2].first - x, vertices[2].second - y};
-        if (corners.empty()) {
-            seen.boxes.emplace_back(rect, colour);
-        } else {
-            seen.images.push_back({rect, corners[0].first, corners[0].second});
-        }
+        SeenItem shape = vertices.at(0);
+        shape.colour = pen.colour;
+        shape.width = pointSize;
+        if (primitive == GL_POINTS) seen.dots.push_back(shape);
+        if (primitive != GL_QUADS || vertices.size() != 4) return;
+        shape.width = vertices[2].x - shape.x;
+        shape.height = vertices[2].y - shape.y;
+        if (!lowestT.empty()) shape.t = lowestT[0];
+        (lowestT.empty() ? seen.boxes : seen.images).push_back(shape);
     }
 
     SeenOverlay seen;
-    SeenPlace raster;
-    std::vector<SeenPlace> origins = {{}};
-    SeenColour colour = {};
-    std::vector<SeenPlace> vertices;
-    std::vector<SeenPlace> corners;  ///< in the texture
-    double primitive = -1.0;
+    SeenItem pen;
+    std::vector<SeenItem> origins = {{0.0, 0.0}};
+    std::vector<SeenItem> vertices;
+    std::vector<double> lowestT;
+    GLenum primitive = GL_POINTS;
     double pointSize = 1.0;
 };
-
-bool SameColour(const SeenColour& a, const SeenColour& b) {
-    return std::equal(a.begin(), a.end(), b.begin(),
-                      [](double x, double y) { return std::abs(x - y) < 1e-6; });
-}
 
 }  // namespace
 
 std::vector<std::string> SeenOverlay::Words(double left) const {
     std::vector<std::string> words;
-    for (const SeenText& text : texts) {
-        if (text.place.first >= left) words.push_back(text.text);
-    }
+    for (const SeenItem& text : texts)
+        if (text.x >= left) words.push_back(text.text);
     return words;
 }
 
-SeenPlace SeenOverlay::PlaceOf(const std::string& word) const {
+SeenItem SeenOverlay::PlaceOf(const std::string& word) const {
     const auto found = std::find_if(texts.rbegin(), texts.rend(),
-                                    [&](const SeenText& text) { return text.text == word; });
-    return found == texts.rend() ? kNowhere : found->place;
+                                    [&](const SeenItem& text) { return text.text == word; });
+    return found == texts.rend() ? SeenItem{} : *found;
 }
 
-SeenRect SeenOverlay::BoxOf(const SeenColour& colour) const {
-    const auto found = std::find_if(boxes.begin(), boxes.end(), [&](const auto& box) {
-        return SameColour(box.second, colour);
-    });
-    return found == boxes.end() ? SeenRect{} : found->first;
+SeenItem SeenOverlay::BoxOf(double alpha) const {
+    const auto found = std::ranges::find_if(
+        boxes, [=](const SeenItem& box) { return std::abs(box.colour[3] - alpha) < 1e-6; });
+    return found == boxes.end() ? SeenItem{} : *found;
 }
 
-SeenOverlay OverlayOfPicture(const std::vector<std::string>& calls,
+SeenOverlay OverlayOfPicture(const std::vector<GlCall>& calls,
                              const std::vector<std::string>& texts) {
     OverlayReader reader;
-    const auto flat = std::find_if(calls.begin(), calls.end(), [](const std::string& call) {
-        return call.starts_with("gluOrtho2D ");
-    });
-    std::for_each(flat, calls.end(), [&](const std::string& call) { reader.Read(call, texts); });
+    const auto flat = std::ranges::find(calls, "gluOrtho2D", &GlCall::name);
+    std::for_each(flat, calls.end(), [&](const GlCall& call) { reader.Read(call, texts); });
     reader.seen.openMatrices = static_cast<int>(reader.origins.size()) - 1;
     return reader.seen;
 }
