@@ -71,38 +71,35 @@ TEST_F(StatusTextTest, SlowPicturesLowerTheDetailStepByStep) {
 }
 
 TEST_F(StatusTextTest, SettingsReachTheWindow) {
-    const struct {
-        const char* settings;
-        const char* line;
-        GLint textureSize = 128;  ///< what GL answers
-    } cases[] = {
-        {"lag_factor=2\r\n", "per. factor: 200%, atmo layers: 5, slices: 180, stacks 90,"},
-        {"lag_factor=99\r\ntexScalerX=-9\r\n",
+    const std::tuple<const char*, GLint, const char*> cases[] = {
+        {"lag_factor=99\r\ntexScalerX=-9\r\n", 128,
          "per. factor: 800%, atmo layers: 1, slices: 36, stacks 30, "
          "texture size 16x32(max 512x256)"},
-        {"texScalerX=9\r\ntexScalerY=-9\r\n", "per. factor: 800%"},    // what is missing stays
-        {"lag_factor=-9\r\n", "texture size 64x16(max 512x256)", -1},  // GL gives no answer
+        {"texScalerX=9\r\n", 128, "per. factor: 800%"},  // what is missing stays
+        {"", -1, "(max 512x256)"},                       // OpenGL does not answer
     };
-    for (const auto& c : cases) {
-        SpiedGl().maxTextureSize = c.textureSize;
-        PutSettings(c.settings);
+    for (const auto& [settings, textureSize, line] : cases) {
+        SpiedGl().maxTextureSize = textureSize;
+        PutSettings(settings);
         Play("close; free again; open; key i");
-        EXPECT_THAT(Labels(), Contains(HasSubstr(c.line))) << c.settings;
+        EXPECT_THAT(Labels(), Contains(HasSubstr(line)));
         Key(window, 'I');
     }
 }
 
 TEST_F(StatusTextTest, WordsAreDrawnAndStandApartByTheirSpacesInEveryLanguage) {
-    std::map<std::string, float> advances;
+    std::map<std::string, double> advances;
     using CallLists = FakedImport<"glCallLists", decltype(glCallLists)>;
     const CallLists measure(library.module, [&](GLsizei count, GLenum type, const GLvoid* codes) {
-        GLfloat from[4] = {};
-        GLfloat to[4] = {};
-        glGetFloatv(GL_CURRENT_RASTER_POSITION, from);
+        const auto place = [] {
+            GLdouble x[4] = {};
+            glGetDoublev(GL_CURRENT_RASTER_POSITION, x);
+            return x[0];
+        };
+        const double from = place();
         CallLists::Real(count, type, codes);
-        glGetFloatv(GL_CURRENT_RASTER_POSITION, to);
-        advances[{static_cast<const char*>(codes), static_cast<std::size_t>(count)}] =
-            to[0] - from[0];
+        advances[std::string(static_cast<const char*>(codes), static_cast<std::size_t>(count))] =
+            place() - from;
     });
     std::wstring said;  // the code page of the user's language; nothing when Windows does not say
     const FakedImport<"GetLocaleInfoW", decltype(GetLocaleInfoW)> locale(
@@ -120,10 +117,11 @@ TEST_F(StatusTextTest, WordsAreDrawnAndStandApartByTheirSpacesInEveryLanguage) {
         for (const std::string text : {"Renderer: ", ", Version: "})
             EXPECT_NEAR(advances[text], WidthOf(text), WidthOf(" ")) << text;
         Key(window, 'I');
-        GLint depths[2] = {};
-        glGetIntegerv(GL_MODELVIEW_STACK_DEPTH, &depths[0]);
-        glGetIntegerv(GL_PROJECTION_STACK_DEPTH, &depths[1]);
-        EXPECT_EQ(depths[0] + depths[1], 2) << "building the lists leaves no matrix behind";
+        for (const GLenum stack : {GL_MODELVIEW_STACK_DEPTH, GL_PROJECTION_STACK_DEPTH}) {
+            GLint depth = 0;
+            glGetIntegerv(stack, &depth);
+            EXPECT_EQ(depth, 1) << "building the lists leaves no matrix behind";
+        }
         EXPECT_EQ(glGetError(), GLenum{GL_NO_ERROR});
     }
 }
