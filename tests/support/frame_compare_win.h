@@ -22,9 +22,9 @@ inline int DifferentPixels(const SpiedFrame& a, const SpiedFrame& b) {
     return different;
 }
 
-/// Whether an upload shows the part of a pattern (SavePatternJpeg) of this size whose lower left
-/// corner is `left`, `bottom`, by the red and green of its corners. All are parts of the pattern,
-/// which may fill only the lower left of the upload.
+/// Whether an upload shows the part of a pattern (gdiplus_pictures_win.h) of this size whose lower
+/// left corner is `left`, `bottom`, by its corners. All are parts of the pattern, which may fill
+/// only the lower left of the upload.
 inline bool ShowsPattern(const SpiedUpload& upload, double left, double bottom, double width,
                          double height) {
     constexpr double kMiss = 24.0;  // JPEG, and pixels that became one
@@ -34,7 +34,7 @@ inline bool ShowsPattern(const SpiedUpload& upload, double left, double bottom, 
             const auto* pixel = upload.pixels.data() + bytes * (y * upload.width + x);
             const double green = 255.0 * (left + width * (x + 0.5) / upload.width);
             const double red = 255.0 * (1.0 - bottom - height * (y + 0.5) / upload.height);
-            if (std::abs(pixel[1] - green) + std::abs(pixel[0] - red) > kMiss) return false;
+            if (std::hypot(pixel[0] - red, pixel[1] - green, pixel[2]) > kMiss) return false;
             if (bytes == 4 && pixel[3] != 255) return false;
         }
     }

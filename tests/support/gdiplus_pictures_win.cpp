@@ -21,30 +21,30 @@ struct GdiplusScope {
     ULONG_PTR token = 0;
 };
 
-}  // namespace
-
-void SavePatternJpeg(const std::filesystem::path& path, int width, int height, int quality) {
+void SavePattern(const std::filesystem::path& path, int width, int height, int format,
+                 const CLSID& encoder, ULONG quality) {
     const GdiplusScope gdiplus;
-    Gdiplus::Bitmap bitmap(width, height, PixelFormat24bppRGB);
+    Gdiplus::Bitmap bitmap(width, height, format);
     for (int y = 0; y < height; ++y) {
         for (int x = 0; x < width; ++x) {
             bitmap.SetPixel(
-                x, y,
-                {static_cast<BYTE>(y * 255 / height), static_cast<BYTE>(x * 255 / width),
-                 static_cast<BYTE>((x * 5 + y * 3) / 8)});
+                x, y, {static_cast<BYTE>(y * 255 / height), static_cast<BYTE>(x * 255 / width), 0});
         }
     }
-    auto value = static_cast<ULONG>(quality);
     const Gdiplus::EncoderParameters parameters = {
-        1, {{Gdiplus::EncoderQuality, 1, Gdiplus::EncoderParameterValueTypeLong, &value}}};
-    bitmap.Save(path.c_str(), &kJpegEncoder, &parameters);
+        1, {{Gdiplus::EncoderQuality, 1, Gdiplus::EncoderParameterValueTypeLong, &quality}}};
+    bitmap.Save(path.c_str(), &encoder, &parameters);
 }
 
-void SaveMarkedPng(const std::filesystem::path& path, int width, int height, int format) {
-    const GdiplusScope gdiplus;
-    Gdiplus::Bitmap bitmap(width, height, format);
-    bitmap.SetPixel(0, 0, {255, 10, 20, 30});
-    bitmap.Save(path.c_str(), &kPngEncoder, nullptr);
+}  // namespace
+
+void SavePatternJpeg(const std::filesystem::path& path, int width, int height, int quality) {
+    SavePattern(path, width, height, PixelFormat24bppRGB, kJpegEncoder,
+                static_cast<ULONG>(quality));
+}
+
+void SavePatternPng(const std::filesystem::path& path, int width, int height, int format) {
+    SavePattern(path, width, height, format, kPngEncoder, 100);
 }
 
 RgbPicture DecodePicture(const std::filesystem::path& path) {

@@ -40,9 +40,7 @@ void Install(HMODULE module, Result(APIENTRY*)(Arguments...),
              Result(APIENTRY* spy)(Arguments...) = &Spy<Name, Result, Arguments...>) {
     void* before = ReplaceImport(module, Name.View(), reinterpret_cast<void*>(spy));
     ExpectImported(Name.View(), before != nullptr);
-    if (before != nullptr)
-        real<Name, Result(Arguments...)> =
-            reinterpret_cast<Result(APIENTRY*)(Arguments...)>(before);
+    real<Name, Result(Arguments...)> = reinterpret_cast<Result(APIENTRY*)(Arguments...)>(before);
 }
 
 template <FunctionName... Names, class... Functions>
@@ -56,12 +54,9 @@ void APIENTRY SpyTexImage2D(GLenum target, GLint level, GLint internalFormat, GL
                             GLsizei height, GLint border, GLenum format, GLenum type,
                             const GLvoid* pixels) {
     SpiedUpload upload{internalFormat, width, height, border, format, {}};
-    if (SpiedGl().keepPixels && pixels != nullptr) {
-        const std::size_t size = static_cast<std::size_t>(width) *
-                                 static_cast<std::size_t>(height) * (format == GL_RGBA ? 4U : 3U);
-        const auto* bytes = static_cast<const unsigned char*>(pixels);
-        upload.pixels.assign(bytes, bytes + size);
-    }
+    const auto* bytes = static_cast<const unsigned char*>(pixels);
+    if (SpiedGl().keepPixels && pixels != nullptr)
+        upload.pixels.assign(bytes, bytes + width * height * (format == GL_RGBA ? 4 : 3));
     SpiedGl().uploads.push_back(std::move(upload));
     Record("glTexImage2D", target, level, internalFormat, width, height, border, format, type);
     const GLsizei limit = SpiedGl().refuseAbove;
@@ -75,9 +70,8 @@ void APIENTRY SpyTexImage2D(GLenum target, GLint level, GLint internalFormat, GL
 
 void APIENTRY SpyCallLists(GLsizei count, GLenum type, const GLvoid* names) {
     Record("glCallLists", count, type);
-    if (SpiedGl().keepTexts && count > 0 && type == GL_UNSIGNED_BYTE)
-        SpiedGl().texts.emplace_back(static_cast<const char*>(names),
-                                     static_cast<std::size_t>(count));
+    if (SpiedGl().keepTexts)
+        SpiedGl().texts.emplace_back(static_cast<const char*>(names), static_cast<GLuint>(count));
     real<"glCallLists", decltype(glCallLists)>(count, type, names);
 }
 

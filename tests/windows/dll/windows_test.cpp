@@ -66,92 +66,76 @@ TEST_F(WindowsTest, AContextOfSmallerTexturesGetsSmallerTiles) {
     for (const SpiedUpload& tile : SpiedGl().uploads) EXPECT_LE(tile.width, 64);
 }
 
-/// Another part of the program with a context of its own, current on this thread.
-class ForeignContext {
-public:
-    ForeignContext() {
+/// Another part of the program has a context of its own, current on this thread.
+class ForeignContextTest : public WindowsTest {
+protected:
+    ForeignContextTest() {
         PIXELFORMATDESCRIPTOR wanted = {};
         wanted.nSize = sizeof wanted;
         wanted.dwFlags = PFD_DRAW_TO_WINDOW | PFD_SUPPORT_OPENGL | PFD_DOUBLEBUFFER;
         SetPixelFormat(dc_, ChoosePixelFormat(dc_, &wanted), &wanted);
         context = wglCreateContext(dc_);
         wglMakeCurrent(dc_, context);
-        GLuint textures[8] = {};  // with the names of the map's
-        glGenTextures(8, textures);
-        for (const GLuint texture : textures) glBindTexture(GL_TEXTURE_2D, texture);
-        bound_ = static_cast<GLint>(textures[7]);
+        for (GLuint texture = 1; texture <= kTextures; ++texture)  // named like the map's
+            glBindTexture(GL_TEXTURE_2D, texture);
         glMatrixMode(GL_TEXTURE);
+        AddCity(L"Paris", L"France", 20.0, 20.0);
+        Init();
     }
-    ForeignContext(const ForeignContext&) = delete;
-    ForeignContext& operator=(const ForeignContext&) = delete;
-    ~ForeignContext() {
+    ~ForeignContextTest() override {
         wglMakeCurrent(nullptr, nullptr);
         wglDeleteContext(context);
         DestroyWindow(window_);
     }
 
-    void ExpectUntouched(const std::string& after) const {
-        EXPECT_TRUE(wglGetCurrentContext() == context && wglGetCurrentDC() == dc_) << after;
-        if (wglGetCurrentContext() != context) wglMakeCurrent(dc_, context);
-        GLint mode = 0;
-        GLint bound = 0;
-        glGetIntegerv(GL_MATRIX_MODE, &mode);
-        glGetIntegerv(GL_TEXTURE_BINDING_2D, &bound);
-        EXPECT_EQ(mode, GL_TEXTURE) << after;
-        EXPECT_EQ(bound, bound_) << after << ": deleted";
-        EXPECT_EQ(glGetError(), GLenum{GL_NO_ERROR}) << after;
+    /// Plays each action alone and looks at the foreign context after it.
+    void PlayBeside(std::initializer_list<const char*> actions) {
+        for (const char* action : actions) {
+            Play(action);
+            EXPECT_TRUE(wglGetCurrentContext() == context && wglGetCurrentDC() == dc_) << action;
+            wglMakeCurrent(dc_, context);
+            GLint mode = 0;
+            GLint bound = 0;
+            glGetIntegerv(GL_MATRIX_MODE, &mode);
+            glGetIntegerv(GL_TEXTURE_BINDING_2D, &bound);
+            EXPECT_TRUE(mode == GL_TEXTURE && bound == kTextures) << action;
+            EXPECT_EQ(glGetError(), GLenum{GL_NO_ERROR}) << action;
+        }
+    }
+    /// What may come to a window.
+    void PlayAll() {
+        PlayBeside({"size 100 80", "paint", "press 60,50", "release 60,50", "key l", "key h",
+                    "key i", "key next", "tick repeat", "tick flight", "tick hover", "tick sun",
+                    "stage 1 1", "city Paris", "wheel 120", "photos changed 0", "paint"});
     }
 
     HGLRC context = nullptr;
 
 private:
-    HWND window_ = CreateWindowW(L"static", L"foreign", WS_POPUP, 0, 0, 64, 64, nullptr, nullptr,
-                                 nullptr, nullptr);
+    static constexpr GLint kTextures = 8;
+    HWND window_ =
+        CreateWindowW(L"static", L"", WS_POPUP, 0, 0, 64, 64, nullptr, nullptr, nullptr, nullptr);
     HDC dc_ = GetDC(window_);
-    GLint bound_ = 0;
-};
-
-class ForeignContextTest : public WindowsTest {
-protected:
-    /// Plays each action alone and looks at the foreign context after it.
-    void PlayBeside(const ForeignContext& foreign, std::initializer_list<const char*> actions) {
-        for (const char* action : actions) {
-            Play(action);
-            foreign.ExpectUntouched(action);
-        }
-    }
-    /// What may come to a window.
-    void PlayAll(const ForeignContext& foreign) {
-        PlayBeside(foreign,
-                   {"size 100 80", "paint", "press 60,50", "release 60,50", "key l", "key h",
-                    "key i", "key next", "tick repeat", "tick flight", "tick hover", "tick sun",
-                    "stage 1 1", "city Paris", "wheel 120", "photos changed 0", "paint"});
-    }
 };
 
 TEST_F(ForeignContextTest, ItIsCurrentAgainAfterEveryMessage) {
-    AddCity(L"Paris", L"France", 20.0, 20.0);
-    Init();
-    const ForeignContext foreign;
-    PlayBeside(foreign, {"create a", "settle"});
-    PlayAll(foreign);
-    PlayBeside(foreign, {"create b"});
-    PlayAll(foreign);
-    PlayBeside(foreign, {"refused window", "settle", "close", "install", "use a", "close",
-                         "refused window"});
+    PlayBeside({"create a", "settle"});
+    PlayAll();
+    PlayBeside({"create b"});
+    PlayAll();
+    PlayBeside(
+        {"refused window", "settle", "close", "install", "use a", "close", "refused window"});
 }
 
 TEST_F(ForeignContextTest, NothingReachesItWhenTheMapsOwnCannotBeUsed) {
     Play("create a; settle; create b");
-    wglMakeCurrent(nullptr, nullptr);
-    const ForeignContext foreign;
-    using Hook = FakedImport<"wglMakeCurrent", decltype(wglMakeCurrent), ForeignContext>;
-    const Hook onlyForeign(library.module, [&](HDC dc, HGLRC context) {
-        return context == nullptr || context == foreign.context ? Hook::Real(dc, context) : FALSE;
+    using Hook = FakedImport<"wglMakeCurrent", decltype(wglMakeCurrent), ForeignContextTest>;
+    const Hook onlyForeign(library.module, [&](HDC dc, HGLRC wanted) {
+        return wanted == nullptr || wanted == context ? Hook::Real(dc, wanted) : FALSE;
     });
-    PlayAll(foreign);
+    PlayAll();
     EXPECT_EQ(CreateMap(), nullptr);
-    PlayBeside(foreign, {"close", "use a", "close"});
+    PlayBeside({"close", "use a", "close"});
 }
 
 }  // namespace
