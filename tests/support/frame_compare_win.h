@@ -14,10 +14,10 @@ inline int DifferentPixels(const SpiedFrame& a, const SpiedFrame& b) {
     if (a.width != b.width || a.height != b.height) return std::numeric_limits<int>::max();
     int different = 0;
     for (std::size_t i = 0; i < a.pixels.size(); i += 3) {
-        bool differs = false;
-        for (std::size_t c = i; c < i + 3; ++c)
-            differs = differs || std::abs(a.pixels[c] - b.pixels[c]) > kShade;
-        if (differs) ++different;
+        const auto differs = [&](std::size_t c) {
+            return std::abs(a.pixels[c] - b.pixels[c]) > kShade;
+        };
+        different += differs(i) || differs(i + 1) || differs(i + 2);
     }
     return different;
 }

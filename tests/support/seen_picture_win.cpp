@@ -8,6 +8,7 @@
 namespace {
 
 constexpr double kGlobeRadius = 3.0;
+constexpr double kFovYDeg = 30.0;
 
 double Radians(double degrees) { return degrees * std::numbers::pi / 180.0; }
 
@@ -72,19 +73,16 @@ SeenItem LastOf(const std::vector<SeenItem>& items, const auto& holds) {
 
 SeenView ViewOfPicture(const std::vector<GlCall>& calls) {
     SeenView view;
-    auto call = calls.begin();
     const auto clear = std::ranges::find(calls.rbegin(), calls.rend(), "glClear", &GlCall::name);
-    for (; call != clear.base(); ++call) {
-        if (call->name == "gluPerspective") view.fovY = call->numbers[0];
-        if (call->name != "glViewport") continue;
-        view.width = call->numbers[2];
-        view.height = call->numbers[3];
-    }
-    // The camera's transform comes first; a turn by nothing is left out.
-    call = std::ranges::find(call, calls.end(), "glTranslatef", &GlCall::name);
-    if (call != calls.end()) view.distance = call++->numbers[2];
-    for (; call != calls.end() && call->name == "glRotated"; ++call)
+    auto call = std::ranges::find(clear.base(), calls.end(), "glTranslatef", &GlCall::name);
+    if (call == calls.end()) return view;
+    view.distance = call++->numbers[2];
+    // A turn by nothing is left out.
+    for (; call->name == "glRotated"; ++call)
         (call->numbers[1] != 0.0 ? view.tilt : view.spin) = call->numbers[0];
+    call = std::ranges::find(call, calls.end(), "gluOrtho2D", &GlCall::name);
+    view.width = call->numbers[1];
+    view.height = call->numbers[3];
     return view;
 }
 
@@ -95,7 +93,7 @@ POINT PixelOfPlace(const SeenView& view, double latitudeDeg, double longitudeDeg
     Turn(z, y, latitudeDeg);
     Turn(z, x, longitudeDeg + view.spin);
     Turn(y, z, view.tilt);
-    const double scale = view.height / 2.0 / std::tan(Radians(view.fovY / 2.0));
+    const double scale = view.height / 2.0 / std::tan(Radians(kFovYDeg / 2.0));
     const double depth = -(view.distance + z);
     const double right = view.width / 2.0 + x / depth * scale;
     const double up = view.height / 2.0 + y / depth * scale;

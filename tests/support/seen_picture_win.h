@@ -13,7 +13,6 @@ struct SeenView {
     double distance = 0.0;  ///< scene units, negative
     double tilt = 0.0;      ///< degrees
     double spin = 0.0;      ///< degrees
-    double fovY = 0.0;      ///< degrees
     double width = 0.0;     ///< pixels
     double height = 0.0;    ///< pixels
 };

@@ -98,12 +98,12 @@ TEST_F(OverlayTest, PointedPhotoHasItsCaptionAndOpensItsPage) {
          {"the lowest row, the one above it, and the pointer leaves",
           "move photo1+44,0; says not Click to enlarge; move photo1+44,1; says Click to enlarge;"
           "leave; says not Click to enlarge"},
-         {"lower left", "click photo1+0,0; opened /2.htm; click photo1+-1,0; opened none"},
-         {"upper right", "click photo1+95,63; opened /2.htm; click photo1+96,63; opened none"},
-         {"the next one's highest row", "click photo1+0,-5; opened /1.htm; stops flight"},
+         {"its corners",
+          "click photo1+0,0; opened /2.htm; click photo1+-1,0; opened none;"
+          "click photo1+95,63; opened /2.htm; click photo1+96,63; opened none; stops flight"},
          {"from elsewhere", "press photo2; drag photo1; release photo1; opened none"},
          {"a trembling hand",
-          "home; press photo1; drag photo1+51,34; release photo1+51,34; opened /2.htm"},
+          "press photo1; drag photo1+51,34; release photo1+51,34; opened /2.htm"},
          {"a country's photos name their cities",
           "home; click 42:5; home; move photo1;"
           "says Paris, France | Tower | Click to enlarge; move photo2;"
@@ -135,7 +135,7 @@ TEST_F(OverlayTest, CountryShowsItsCitiesFromThePlaceThatWasClickedInAnyTable) {
                "photos 23 21 12 11"},
               {"each window's photos are where it shows them",
                "create c 300 260; paint; use b; click photo1; opened /23"},
-              {"far left of the panel", "use c; paint; use b; click 300,300; runs flight"}});
+              {"far left of it", "use c; paint; use b; click 300,300; runs flight"}});
 }
 
 TEST_F(OverlayTest, HostileNamesAndBrokenFilesShowNothing) {
@@ -148,10 +148,6 @@ TEST_F(OverlayTest, HostileNamesAndBrokenFilesShowNothing) {
     for (const char* city : {"..", ".", ". .", "Paris\\..", "..\\Spain\\Nice"})
         lines += std::string("1\t") + city + "\t\t\ttrap\t/3\n";
     photos.PutIndex(L"France", lines);
-    photos.PutCity(L"France\\Lyon", 2);
-    lines = "# no photo\nno number\n";
-    for (int i = 1; i < 20000; ++i) lines += "7\tis\tnot\tthere\n";
-    photos.PutIndex(L"France\\Lyon", lines + "2\t\t\t\t/2\n1\t\t\t\t/1\n");
     // A host may take its names from anywhere too.
     AddCity(L"..", L"France", 43.0, 3.0);
     AddCity(L"..", L".. ", 45.0, 3.0);
@@ -161,7 +157,6 @@ TEST_F(OverlayTest, HostileNamesAndBrokenFilesShowNothing) {
     const FakedImport<"GdipSetSmoothingMode", int(void*, int)> smooth(library.module, fails);
     const FakedImport<"GdipSetPixelOffsetMode", int(void*, int)> offset(library.module, fails);
     PlayRows("", {{"broken", "city Paris; home; photos 2 1"},
-                  {"one line too many", "city Lyon; home; photos 2"},
                   {"a country", "click 42:5; home; photos 1"},
                   {"a city", "city ../France; home; stack 0"},
                   {"a country of that name", "city ../.. ; home; stack 0"}});
@@ -195,33 +190,27 @@ private:
 TEST_F(ButtonsTest, OnlyAFittingSheetBesideTheProgramMakesButtons) {
     const fs::path before = fs::current_path();
     fs::current_path(folder);
-    const std::wstring there = commandLine;
+    const std::wstring named = commandLine;
     const std::wstring beside = (folder / L"host.exe").wstring();
-    const struct {
-        const char* why;
-        int width, height, format;
-        std::wstring commandLine, program;
-        bool found;
-    } cases[] = {
-        {"no picture", 0, 0, PixelFormat32bppARGB, there, L"", false},
-        {"24 bits", 128, 256, PixelFormat24bppRGB, there, L"", false},
-        {"too wide", 256, 256, PixelFormat32bppARGB, there, L"", false},
-        {"too low", 128, 255, PixelFormat32bppARGB, there, L"", false},
-        {"fits, named by the command line", 128, 256, PixelFormat32bppARGB, there, L"", true},
-        {"beside the program", 128, 256, PixelFormat32bppARGB, L"host.exe", beside, true},
-        {"no path", 128, 256, PixelFormat32bppARGB, L".\\host.exe", L"host.exe", false},
-    };
+    using Case = std::tuple<int, int, int, std::wstring, std::wstring, bool>;
     SpiedGl().keepPixels = true;
-    for (const auto& c : cases) {
+    for (const auto& [width, height, format, line, path, found] : {
+             Case{0, 0, PixelFormat32bppARGB, named, L"", false},  // no picture
+             {128, 256, PixelFormat24bppRGB, named, L"", false},
+             {256, 256, PixelFormat32bppARGB, named, L"", false},
+             {128, 255, PixelFormat32bppARGB, named, L"", false},
+             {128, 256, PixelFormat32bppARGB, named, L"", true},
+             {128, 256, PixelFormat32bppARGB, L"host.exe", beside, true},
+             {128, 256, PixelFormat32bppARGB, L".\\host.exe", L"host.exe", false},
+         }) {
         fs::remove(sheet);
-        SavePatternPng(sheet, c.width, c.height, c.format);
-        commandLine = c.commandLine;
-        program = c.program;
-        Play(c.found ? "open; dark p50,20; press p50,20; runs repeat; release p50,20; close"
-                     : "open; bare p50,20; press p50,20; stops repeat; release p50,20; close",
-             c.why);
+        SavePatternPng(sheet, width, height, format);
+        commandLine = line;
+        program = path;
+        Play(found ? "open; dark p50,20; press p50,20; runs repeat; release p50,20; close"
+                   : "open; bare p50,20; press p50,20; stops repeat; release p50,20; close");
         const SpiedUpload& upload = SpiedGl().uploads.back();
-        EXPECT_EQ(c.found, ShowsPattern(upload, 0.0, 0.0, 1.0, 1.0) && upload.internalFormat == 4);
+        EXPECT_EQ(found, ShowsPattern(upload, 0.0, 0.0, 1.0, 1.0) && upload.internalFormat == 4);
     }
     fs::current_path(before);
 }
@@ -235,16 +224,11 @@ TEST_F(ButtonsTest, EachLightsUpAndActsOnceAndAgainWhileItIsHeld) {
                    {70, 38, "40 359", "40 357"}, {6, 70, "40 0 -12.1", "40 0 -11.9"},
                    {38, 70, "41 0", "43 0"},     {70, 70, "40 0 -12.3", "40 0 -12.5"}};
     for (const auto& [x, y, once, thrice] : buttons) {
-        const LONG left = kPanelX + x;
-        const LONG bottom = kOpenHeight - 1 - y;
-        points = {{"b", {left, bottom}},
-                  {"end", {left + 31, bottom - 31}},
-                  {"right", {left + 32, bottom}},
-                  {"above", {left, bottom - 32}}};
+        points["b"] = {kPanelX + x, kOpenHeight - 1 - y};
         const std::string at = std::string("view ") + thrice;
         Play(
-            "home; dark b; move b; lit b; move right; dark b; move above; dark b; move end; lit b;"
-            "unpainted; leave; repaint; dark b; press b; lit b; runs repeat 30; view " +
+            "home; dark b; move b; lit b; unpainted; leave; repaint; dark b; press b; lit b;"
+            "runs repeat 30; view " +
                 std::string(once) + "; tick repeat; drag 300,300; tick repeat;" + at +
                 "; release 300,300; stops repeat; stops flight; tick repeat;" + at,
             once);
@@ -252,8 +236,6 @@ TEST_F(ButtonsTest, EachLightsUpAndActsOnceAndAgainWhileItIsHeld) {
     PlayRows("told none; home; key up",
              {{"released over another",
                "press p50,50; drag p50,80; release p50,80; stops flight; view 41 0; dark p50,50"},
-              {"pressed elsewhere",
-               "press 300,300; drag p50,50; release p50,50; stops flight; dark p50,50"},
               {"home acts when it is released over it",
                "press p50,50; view 41 0; release p69,69; stops flight; view 40 0"}});
 }

