@@ -9,6 +9,7 @@
 #include "math/angles.h"
 #include "render/sphere.h"
 #include "window/flight_path.h"
+#include "window/globe_pick.h"
 #include "window/level_of_detail.h"
 #include "window/map_settings.h"
 #include "window/pointer_state.h"

@@ -10,8 +10,7 @@
 #include "support/faked_import_win.h"
 #include "support/map_host_win.h"
 #include "support/photo_disk_win.h"
-#include "support/seen_overlay_win.h"
-#include "support/seen_view_win.h"
+#include "support/seen_picture_win.h"
 // shellapi.h needs windows.h before it.
 #include <shellapi.h>
 

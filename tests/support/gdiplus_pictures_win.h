@@ -12,11 +12,11 @@ struct RgbPicture {
     std::vector<std::uint8_t> pixels;
 };
 
-/// Writes a colourful pattern that is different everywhere as a JPEG file.
+/// Writes a pattern whose red grows from 0 to 255 downward and its green to the right.
 void SavePatternJpeg(const std::filesystem::path& path, int width, int height, int quality);
 
-/// Writes a PNG of a GDI+ pixel format that is clear but for its first pixel: R 10, G 20, B 30.
-void SaveMarkedPng(const std::filesystem::path& path, int width, int height, int format);
+/// The same in a GDI+ pixel format, opaque.
+void SavePatternPng(const std::filesystem::path& path, int width, int height, int format);
 
 /// Decodes a file; empty when it cannot be read.
 RgbPicture DecodePicture(const std::filesystem::path& path);

@@ -34,7 +34,7 @@ TEST(MapPictureThreads, LoadsSplitsAndFreesMeetWithoutARace) {
             attached += Bytes(*picture.Tiles()[7]).size();
             picture.ClearTiles(true);
         }
-        loads.LeavesTextures(load, PictureStage::Empty);
+        loads.MustClearTextures(load, PictureStage::Empty);
         loader.join();
         splitter.join();
     }

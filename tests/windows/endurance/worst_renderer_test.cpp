@@ -6,7 +6,6 @@
 
 #include "support/driven_map_win.h"
 #include "support/gdiplus_pictures_win.h"
-#include "support/gl_listing_win.h"
 #include "support/gl_spy_win.h"
 
 namespace {
@@ -62,8 +61,8 @@ TEST_F(WorstRendererTest, MapIsShrunkToFitAndAllWorks) {
     EXPECT_THAT(SpiedGl().uploads, Each(testing::Field(&SpiedUpload::width, kLargestTexture / 4)));
     ExpectOldUploadsOnly();
     // Neither clamp mode, nor a property that came with an extension.
-    for (const std::string& call : SpiedCalls("glTexParameteri")) {
-        EXPECT_THAT(SpiedNumbers(call)[1],
+    for (const GlCall& call : SpiedCalls("glTexParameteri")) {
+        EXPECT_THAT(call.numbers[1],
                     testing::AnyOf(GL_TEXTURE_MIN_FILTER, GL_TEXTURE_MAG_FILTER));
     }
     EXPECT_THAT(SpiedCalls("glLightModeli"), testing::IsEmpty()) << "separate specular colour";
