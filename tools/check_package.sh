@@ -100,14 +100,15 @@ END
 }
 
 # Runs a host on a machine without the library's data folder: run_host FOLDER PROGRAM TITLE CHECK
-# A window with this title must appear; hosts show it only after CreateMapWindow has succeeded. CHECK
+# Its files are beside it, not in the current folder. A window with this title must appear; hosts show it only after CreateMapWindow has succeeded. CHECK
 # must succeed while the host runs, and the host must end with exit code 0. Its clock shows noon on a
 # day in June, in Lagos: the world clock starts above Africa.
 run_host() {
     local data="$WINEPREFIX/drive_c/ProgramData/Zelmo" host window='' status=0
     say "running $2 in $1"
     rm -rf "$data"
-    (cd "$1" && TZ=Africa/Lagos DONT_FAKE_MONOTONIC=1 exec faketime -f "@2026-06-21 12:00:00" wine "$2") &
+    (cd / && TZ=Africa/Lagos DONT_FAKE_MONOTONIC=1 exec faketime -f "@2026-06-21 12:00:00" \
+        wine "$1/$2") &
     host=$!
     for _ in $(seq 120); do
         window=$(xdotool search --onlyvisible --name "^$3\$" 2>/dev/null || true)
@@ -128,8 +129,21 @@ run_host() {
     wait $host || status=$?
     [ $status -eq 0 ] || { echo "after closing, the host ended with $status"; return 1; }
 }
-run_host "$work/cpp" globe.exe 'My globe' 'sleep 3'  # no check of the map: Wine does not show it there
-run_host "$work/c" globe.exe 'My globe' 'sleep 3'
+# Starts a host whose map.jpg is a text. It must end with exit code 2 and leave no picture behind.
+refuse_picture() {
+    local status=0
+    say "starting the host in $1 with a bad picture"
+    echo "a text" >"$1/map.jpg"
+    wine "$1/globe.exe" || status=$?
+    cp "$package/bin/map.jpg" "$1"
+    [ $status -eq 2 ] || { echo "the host ended with $status"; return 1; }
+    [ -z "$(ls "$WINEPREFIX/drive_c/ProgramData/Zelmo/Horivo")" ]
+}
+for language in cpp c; do
+    run_host "$work/$language" globe.exe 'My globe' 'sleep 3'  # Wine does not show the globe there
+    rm -rf "$WINEPREFIX/drive_c/ProgramData/Zelmo"
+    refuse_picture "$work/$language"
+done
 run_host "$package/bin" horivo_demo.exe '.* - Horivo World Clock' check_map
 [ -s "$WINEPREFIX/drive_c/ProgramData/Zelmo/City Photos/France/Paris/index.tsv" ] ||
     { echo "the sample photos were not copied"; exit 1; }
