@@ -11,8 +11,8 @@ mkdir output pictures 2>nul
 set runs=0
 
 echo The check opens windows and moves the pointer: please leave mouse and keyboard alone.
-echo On a fast machine it takes some ten minutes. If a program hangs, the last line of report.txt
-echo names it: end it in the Task Manager, the check goes on.
+echo If a program hangs, the last line of report.txt names it: end it in the Task Manager, and the
+echo check goes on.
 
 rem The tests write into the library's folders, so the files of an installed host are moved aside.
 set data="%ProgramData%\Zelmo"
@@ -25,8 +25,9 @@ if errorlevel 1 goto :half_stopped
 call :say "== This machine"
 >>report.txt ver
 call :say "processor: %PROCESSOR_IDENTIFIER%, %NUMBER_OF_PROCESSORS% cores"
-call :run renderer bench\renderer.exe
->>report.txt type output\%runs%.txt
+rem Wine: the first program with a window starts a process that keeps the output of this program open.
+bench\renderer.exe >nul 2>nul
+call :measure renderer
 
 call :say "== Tests"
 for %%p in (tests\*_tests.exe) do call :test_program %%p
