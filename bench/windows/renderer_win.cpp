@@ -14,7 +14,8 @@ int wmain() {
         std::printf("no OpenGL, system error %u\n", lastSysError);
         return 1;
     }
-    for (const GLenum name : {GL_VENDOR, GL_RENDERER, GL_VERSION}) {
+    constexpr GLenum kNames[] = {GL_VENDOR, GL_RENDERER, GL_VERSION};
+    for (const GLenum name : kNames) {
         std::printf("%s\n", reinterpret_cast<const char*>(glGetString(name)));
     }
     GLint largest = 0;
