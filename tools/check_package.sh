@@ -144,9 +144,10 @@ END
 }
 
 # Runs a host on a machine without the library's data folder: run_host FOLDER PROGRAM TITLE CHECK
-# Its files are beside it, not in the current folder. A window with this title must appear; hosts show it only after CreateMapWindow has succeeded. CHECK
-# must succeed while the host runs, and the host must end with exit code 0. Its clock shows noon on a
-# day in June, in Lagos: the world clock starts above Africa.
+# Its files are beside it, not in the current folder. A window with this title must appear; hosts show
+# it only after CreateMapWindow has succeeded. CHECK must succeed while the host runs, and the host must
+# end with exit code 0. Its clock shows noon on a day in June, in Lagos: the world clock starts above
+# Africa.
 run_host() {
     local data="$WINEPREFIX/drive_c/ProgramData/Zelmo" host window='' status=0
     say "running $2 in $1"
