@@ -7,8 +7,12 @@ cmake_minimum_required(VERSION 3.21)
 
 # Why this build cannot use the package. CMake shows the reason when find_package fails.
 set(horivo_map_refusal "")
-string(JOIN " " horivo_map_processor "${CMAKE_SYSTEM_PROCESSOR}"
-       "${CMAKE_C_COMPILER_ARCHITECTURE_ID}" "${CMAKE_CXX_COMPILER_ARCHITECTURE_ID}")
+# On Windows for ARM, CMAKE_SYSTEM_PROCESSOR may be that of the machine. Microsoft's compiler knows its
+# target.
+set(horivo_map_processor "${CMAKE_C_COMPILER_ARCHITECTURE_ID}${CMAKE_CXX_COMPILER_ARCHITECTURE_ID}")
+if(NOT horivo_map_processor)
+  set(horivo_map_processor "${CMAKE_SYSTEM_PROCESSOR}")
+endif()
 if(NOT WIN32)
   set(horivo_map_refusal "horivo_map.dll is for Windows; this build is for ${CMAKE_SYSTEM_NAME}")
 elseif(CMAKE_SIZEOF_VOID_P EQUAL 4)
