@@ -1,7 +1,7 @@
 #!/bin/bash
 # Uses the ZIP as the author of a host would: tools/check_package.sh [ZIP]
-# Unpacks it into a temporary folder and builds the hosts of examples/ against it: C++ and C with
-# find_package, C++ also in every other way of the host guide, as written there, C# with Mono's
+# Unpacks the ZIP into a temporary folder and builds the hosts of examples/ against it: C++ and C
+# with find_package, C++ also in every other way of the host guide, as written there, C# with Mono's
 # compiler. Then runs the hosts in C++ and C, and the sample host, whose map must show a lit globe.
 set -euo pipefail
 cd "$(dirname "${BASH_SOURCE[0]}")/.."
@@ -146,8 +146,8 @@ END
 # Runs a host on a machine without the library's data folder: run_host FOLDER PROGRAM TITLE CHECK
 # Its files are beside it, not in the current folder. A window with this title must appear; hosts show
 # it only after CreateMapWindow has succeeded. CHECK must succeed while the host runs, and the host must
-# end with exit code 0. Its clock shows noon on a day in June, in Lagos: the world clock starts above
-# Africa.
+# end with exit code 0. For the host it is noon on a day in June in Lagos, so that the world clock starts
+# above Africa, in daylight.
 run_host() {
     local data="$WINEPREFIX/drive_c/ProgramData/Zelmo" host window='' status=0
     say "running $2 in $1"
