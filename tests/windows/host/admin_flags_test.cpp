@@ -17,7 +17,7 @@ UniqueRegistryKey CreateKey(HKEY parent, const wchar_t* path) {
 
 /// The flags while the policy key has this one value; without a name, while there is no key.
 std::uint32_t FlagsWith(const wchar_t* name, DWORD type, const std::vector<BYTE>& data) {
-    RegDeleteTreeW(HKEY_LOCAL_MACHINE, L"Software");
+    RegDeleteTreeW(HKEY_LOCAL_MACHINE, L"Software\\Zelmo");
     if (name != nullptr) {
         const auto key = CreateKey(HKEY_LOCAL_MACHINE, L"Software\\Zelmo\\Horivo");
         const auto size = static_cast<DWORD>(data.size());
@@ -33,7 +33,9 @@ TEST(AdminFlags, AreSetByFourBytesThatAreNotZero) {
     const std::wstring path =
         L"Software\\HorivoAdminFlagsTest" + std::to_wstring(GetCurrentProcessId());
     const UniqueRegistryKey root = CreateKey(HKEY_CURRENT_USER, path.c_str());
-    RegOverridePredefKey(HKEY_LOCAL_MACHINE, root.get());
+    // Otherwise the test would change the settings of the machine.
+    ASSERT_TRUE(root != nullptr &&
+                RegOverridePredefKey(HKEY_LOCAL_MACHINE, root.get()) == ERROR_SUCCESS);
     std::uint32_t bit = 1;
     for (const wchar_t* name : {L"no_updates", L"no_news", L"no_photos", L"no_preferences",
                                 L"no_time_table", L"logging"}) {
