@@ -21,21 +21,20 @@ DWORD WINAPI TellNextTick() {
     return ++tick;
 }
 
-template <class Function>
-void Resolve(HMODULE module, const char* name, Function& function) {
-    function = reinterpret_cast<Function>(reinterpret_cast<void*>(GetProcAddress(module, name)));
-}
-
 }  // namespace
 
 void MapLibrary::Load() {
     module = LoadLibraryW(L"horivo_map.dll");
-    Resolve(module, "InitMap", InitMap);
-    Resolve(module, "SetLocalString", SetLocalString);
-    Resolve(module, "CreateMapWindow", CreateMapWindow);
-    Resolve(module, "InstallMap", InstallMap);
-    Resolve(module, "FreeMap", FreeMap);
-    Resolve(module, "GetLastSysError", GetLastSysError);
+    const auto resolve = [this]<class Function>(const char* name, Function& function) {
+        function =
+            reinterpret_cast<Function>(reinterpret_cast<void*>(GetProcAddress(module, name)));
+    };
+    resolve("InitMap", InitMap);
+    resolve("SetLocalString", SetLocalString);
+    resolve("CreateMapWindow", CreateMapWindow);
+    resolve("InstallMap", InstallMap);
+    resolve("FreeMap", FreeMap);
+    resolve("GetLastSysError", GetLastSysError);
 }
 
 void MapLibrary::Unload() {
@@ -60,7 +59,8 @@ MapHostTest::MapHostTest() {
     // Wine: without a window manager a window that one would frame, or an active one, takes two
     // seconds to go.
     host = CreateWindowW(kHostClass, L"host", WS_POPUP, 20, 20, 900, 700, nullptr, nullptr,
-                         windowClass.hInstance, this);
+                         windowClass.hInstance, nullptr);
+    SetWindowLongPtrW(host, GWLP_USERDATA, reinterpret_cast<LONG_PTR>(this));
     ShowWindow(host, SW_SHOWNA);
 }
 
@@ -71,20 +71,17 @@ void MapHostTest::Watch() const {
 }
 
 MapHostTest::~MapHostTest() {
-    if (host != nullptr) DestroyWindow(host);
+    DestroyWindow(host);
     if (library.module != nullptr) library.FreeMap();
     UnregisterClassW(kHostClass, GetModuleHandleW(nullptr));
 }
 
 LRESULT CALLBACK MapHostTest::HostProc(HWND window, UINT message, WPARAM wParam, LPARAM lParam) {
-    if (message == WM_NCCREATE) {
-        const auto* create = reinterpret_cast<const CREATESTRUCTW*>(lParam);
-        SetWindowLongPtrW(window, GWLP_USERDATA,
-                          reinterpret_cast<LONG_PTR>(create->lpCreateParams));
-    }
     auto* test = reinterpret_cast<MapHostTest*>(GetWindowLongPtrW(window, GWLP_USERDATA));
-    if (test != nullptr && message == HORIVO_MSG_CITY)
-        test->messages.push_back({message, wParam, lParam});
+    if (test != nullptr && message == HORIVO_MSG_CITY) {
+        EXPECT_EQ(lParam, reinterpret_cast<LPARAM>(&test->cities[wParam]));
+        test->heard += ' ' + std::to_string(wParam);
+    }
     return DefWindowProcW(window, message, wParam, lParam);
 }
 
@@ -95,9 +92,6 @@ std::filesystem::path MapHostTest::DataFolder() {
 }
 
 void MapHostTest::EmptyDataFolder() {
-    std::filesystem::create_directories(DataFolder());
-    for (const auto& file : std::filesystem::directory_iterator(DataFolder()))
-        SetFileAttributesW(file.path().c_str(), FILE_ATTRIBUTE_NORMAL);
     std::filesystem::remove_all(DataFolder());
     std::filesystem::create_directories(DataFolder());
 }
@@ -154,9 +148,9 @@ bool MapHostTest::WaitForTiles(std::size_t uploads) {
 
 bool MapHostTest::Settle(const WorkerWatch& workers) {
     int started = -1;
-    while (started != workers.Started()) {
-        started = workers.Started();
-        if (!PumpUntil([&] { return workers.HaveAllLeft(); })) return false;
+    while (started != workers.started) {
+        started = workers.started;
+        if (!PumpUntil([&] { return workers.Inside() == 0; })) return false;
         PumpPending();
     }
     return true;

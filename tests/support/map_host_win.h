@@ -16,8 +16,7 @@
 class WorkerWatch;
 
 /// The loaded DLL and its six functions.
-class MapLibrary {
-public:
+struct MapLibrary {
     MapLibrary() { Load(); }
     MapLibrary(const MapLibrary&) = delete;
     MapLibrary& operator=(const MapLibrary&) = delete;
@@ -32,13 +31,6 @@ public:
     decltype(&::InstallMap) InstallMap = nullptr;
     decltype(&::FreeMap) FreeMap = nullptr;
     decltype(&::GetLastSysError) GetLastSysError = nullptr;
-};
-
-/// A message that the host's window got.
-struct HostMessage {
-    UINT message = 0;
-    WPARAM wParam = 0;
-    LPARAM lParam = 0;
 };
 
 /// What GetSystemTime answers to the library; a test moves it as it likes.
@@ -83,13 +75,12 @@ public:
     static bool Settle(const WorkerWatch& workers);
     /// Paints at once.
     static void Paint(HWND window);
-    /// Presses and releases a key.
     static void Key(HWND window, int key);
 
     MapLibrary library;
     std::vector<CityRecord> cities;
     HWND host = nullptr;
-    std::vector<HostMessage> messages;  ///< HORIVO_MSG_CITY to the parent
+    std::string heard;                  ///< indices of the cities that the host window has heard of
     std::uint32_t status = 0xFFFFFFFF;  ///< of the last CreateMap
 
 private:

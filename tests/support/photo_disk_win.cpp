@@ -1,20 +1,13 @@
 #include "support/photo_disk_win.h"
 
-#include "base/windows_types.h"
-// shlobj.h needs windows.h before it.
-#include <shlobj.h>
-
 #include <fstream>
 
 #include "support/gdiplus_pictures_win.h"
+#include "support/map_host_win.h"
 
 namespace fs = std::filesystem;
 
-fs::path PhotoDisk::Root() {
-    wchar_t folder[MAX_PATH] = {};
-    SHGetFolderPathW(nullptr, CSIDL_COMMON_APPDATA, nullptr, 0, folder);
-    return fs::path(folder) / L"Zelmo" / L"City Photos";
-}
+fs::path PhotoDisk::Root() { return MapHostTest::DataFolder().parent_path() / L"City Photos"; }
 
 void PhotoDisk::Empty() {
     std::error_code ignored;

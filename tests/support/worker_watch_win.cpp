@@ -1,7 +1,6 @@
 #include "support/worker_watch_win.h"
 
 #include <algorithm>
-#include <string_view>
 #include <utility>
 
 namespace {
@@ -15,11 +14,11 @@ bool HasEnded(const UniqueHandle& thread, DWORD patience) {
 }  // namespace
 
 WorkerWatch::WorkerWatch(HMODULE module)
-    : openPicture_(module,
-                   [this](const wchar_t* path, void** bitmap) { return Decode(path, bitmap); }),
-      wait_(module, [this](HANDLE handle, DWORD wait) { return WaitFor(handle, wait); }),
+    : openPicture_(module, [this](auto... arguments) { return Decode(arguments...); }),
+      wait_(module, [this](auto... arguments) { return WaitFor(arguments...); }),
       start_(module, [this](auto... arguments) -> HANDLE {
-          if (++starts_ == failAt_) return nullptr;
+          ++started;
+          if (failingStart > 0 && --failingStart == 0) return nullptr;
           HANDLE thread = Start::Real(arguments...);
           threads_.push_back(DuplicateOf(thread));
           return thread;
@@ -30,7 +29,7 @@ WorkerWatch::~WorkerWatch() {
     WaitUntilAllLeft();
 }
 
-void WorkerWatch::HoldUp(At place) {
+void WorkerWatch::HoldUp(int place) {
     ResetEvent(open_.get());
     ResetEvent(heldUp_.get());
     workerWaits_ = 0;
@@ -38,11 +37,11 @@ void WorkerWatch::HoldUp(At place) {
 }
 
 void WorkerWatch::LetGo() {
-    place_ = At::Nowhere;
+    place_ = kNowhere;
     SetEvent(open_.get());
 }
 
-void WorkerWatch::Pass(At place) {
+void WorkerWatch::Pass(int place) {
     if (place_ != place) return;
     SetEvent(heldUp_.get());
     WaitForSingleObject(open_.get(), kPatienceMs);
@@ -61,9 +60,8 @@ bool WorkerWatch::WaitUntilAllLeft() const {
 
 int WorkerWatch::Decode(const wchar_t* path, void** bitmap) {
     if (!std::wstring_view(path).ends_with(L"map.jpg")) return OpenPicture::Real(path, bitmap);
-    const int now = ++decoding_;
-    if (now > mostDecoding_) mostDecoding_ = now;
-    Pass(At::Decode);
+    mostDecoding = std::max<int>(mostDecoding, ++decoding_);
+    Pass(kDecode);
     const int status = OpenPicture::Real(path, bitmap);
     --decoding_;
     return status;
@@ -74,9 +72,11 @@ DWORD WorkerWatch::WaitFor(HANDLE handle, DWORD wait) {
     if (wait == INFINITE) return Wait::Real(handle, wait);
     if (GetCurrentThreadId() != windowThread_) {
         const int number = ++workerWaits_;
-        if (number <= 2) Pass(number == 1 ? At::LoadLock : At::SplitLock);
-    } else if (std::exchange(letGoAtWait_, false)) {
+        if (number <= 2) Pass(number == 1 ? kLoadLock : kSplitLock);
+    } else if (std::exchange(letGoAtWait, false)) {
         LetGo();
     }
-    return Wait::Real(handle, hurry_ ? 0 : wait);
+    if (waits == kVain) return WAIT_TIMEOUT;
+    const DWORD result = Wait::Real(handle, waits == kPatient ? wait : 0);
+    return waits == kOrphaned && result == WAIT_OBJECT_0 ? WAIT_ABANDONED : result;
 }

@@ -1,15 +1,14 @@
 // What the exports answer when things go wrong or come in the wrong order.
 #include <gmock/gmock.h>
+// shlobj.h needs windows.h before it, which gmock.h brings.
 #include <shlobj.h>
 
 #include <fstream>
 #include <thread>
 
-#include "support/faked_import_win.h"
-#include "support/gl_spy_win.h"
 #include "support/import_table_win.h"
 #include "support/jpeg_bytes.h"
-#include "support/map_host_win.h"
+#include "support/map_play_win.h"
 
 namespace {
 
@@ -19,72 +18,49 @@ DWORD reason = 4321;  // a system error that nobody else reports; another for ea
 template <FunctionName Name, class Function>
 class Failing;
 template <FunctionName Name, class Result, class... Arguments>
-struct Failing<Name, Result(Arguments...)> : FakedImport<Name, Result(Arguments...)> {
+struct Failing<Name, Result(Arguments...)> : FakedImport<Name, Result(Arguments...), DWORD> {
     explicit Failing(HMODULE module)
-        : FakedImport<Name, Result(Arguments...)>(module, [](Arguments...) {
+        : FakedImport<Name, Result(Arguments...), DWORD>(module, [](Arguments...) {
               SetLastError(reason);
               return Result{};
           }) {}
 };
 
-class ResultCodesTest : public MapHostTest {
+class ResultCodesTest : public MapPlay {
 protected:
-    ResultCodesTest() {
-        SpiedGl().keepCalls = false;
-        PutPatternMap(64, 32);
-    }
-
-    /// Creates a window while one function of Windows fails.
+    /// Creates a window, or tests a picture, while one function of Windows fails.
     template <FunctionName Name, class Function>
-    void ExpectRefusal(Function*, std::uint32_t code) {
-        ++reason;
+    void ExpectRefusal(Function*, std::uint32_t code, std::uint32_t installCode = 0) {
         const ImportLedger ledger(library.module);
         const Failing<Name, Function> failing(library.module);
+        ++reason;
         EXPECT_EQ(CreateMap(), nullptr) << Name.View();
         EXPECT_EQ(status, code) << Name.View();
         EXPECT_EQ(library.GetLastSysError(), reason) << Name.View();
         EXPECT_EQ(wglGetCurrentContext(), nullptr) << Name.View();
+        ++reason;
+        EXPECT_EQ(library.InstallMap(), installCode != 0 ? installCode : code) << Name.View();
+        EXPECT_EQ(library.GetLastSysError(), reason) << Name.View();
         EXPECT_EQ(ledger.HeldObjects(), ImportLedger::Counts{}) << Name.View();
     }
-    void ExpectWindowLives(HWND window) {
-        ASSERT_TRUE(IsWindow(window));
-        const int before = SpiedGl().frames;
-        Paint(window);
-        EXPECT_EQ(SpiedGl().frames, before + 1);
-    }
-
-    int boxes = 0;
-    std::function<void()> whileBoxIsOpen = [] {};
-
-private:
-    FakedImport<"MessageBoxW", decltype(MessageBoxW)> fakeBox_{
-        library.module, [this](HWND owner, LPCWSTR text, LPCWSTR caption, UINT style) {
-            ++boxes;
-            EXPECT_EQ(owner, host);
-            EXPECT_STREQ(text,
-                         L"Can not load textures.\n Check for the \"map.jpg\" presence or make it "
-                         L"smaller.");
-            EXPECT_STREQ(caption, L"Error");
-            EXPECT_EQ(style, UINT{MB_ICONERROR});
-            whileBoxIsOpen();
-            return IDOK;
-        }};
 };
 
 TEST_F(ResultCodesTest, RefusedWindowsSayWhyAndLeaveNothingBehind) {
     Init();
+    library.InstallMap();  // makes what is made once
     ExpectRefusal<"ChoosePixelFormat">(ChoosePixelFormat, HORIVO_NO_PIXEL_FORMAT);
     ExpectRefusal<"SetPixelFormat">(SetPixelFormat, HORIVO_PIXEL_FORMAT_REFUSED);
     ExpectRefusal<"wglMakeCurrent">(wglMakeCurrent, HORIVO_CONTEXT_FAILED);
     ExpectRefusal<"wglCreateContext">(wglCreateContext, HORIVO_CONTEXT_FAILED);
-    EXPECT_EQ(GetWindow(host, GW_CHILD), nullptr);
+    ExpectRefusal<"CreateWindowExW">(CreateWindowExW, HORIVO_OK, HORIVO_CLASS_FAILED);
     EXPECT_EQ(library.CreateMapWindow(nullptr, 0, 0, 100, 100, &status), nullptr)
         << "a child needs a parent";
-    EXPECT_EQ(status, HORIVO_OK) << "an old code is not repeated";
     const DWORD answer = library.GetLastSysError();
     EXPECT_TRUE(answer != 0 && answer != reason) << answer;
-    ExpectWindowLives(library.CreateMapWindow(host, 0, 0, 200, 100, nullptr));
+    Play("install; create a; lives; settle; boxes 0");
     EXPECT_EQ(library.GetLastSysError(), answer) << "success does not wipe the last error";
+    const FailingImports text(library.module, kTextCalls);
+    Play("create b; lives; close all", "what is asked about languages and fonts fails later");
 }
 
 TEST_F(ResultCodesTest, CallsBeforeInitAndAfterFreeAreRefused) {
@@ -104,32 +80,29 @@ TEST_F(ResultCodesTest, CallsBeforeInitAndAfterFreeAreRefused) {
     expectRefusals("before InitMap", HORIVO_COPY_FAILED);  // no folder is known yet
     EXPECT_EQ(library.GetLastSysError(), DWORD{ERROR_PATH_NOT_FOUND});
     EXPECT_EQ(library.InitMap(nullptr, 5), HORIVO_OK) << "a host without cities";
-    ExpectWindowLives(CreateMap());
-    DestroyWindow(GetWindow(host, GW_CHILD));
-    EXPECT_NE(library.FreeMap(), 0U);
+    Play("create a; lives; close; free");
     expectRefusals("after FreeMap", HORIVO_CLASS_FAILED);
     EXPECT_EQ(Init(), HORIVO_OK) << "a library that was freed starts again";
-    ExpectWindowLives(CreateMap());
+    Play("create a; lives");
 }
 
 TEST_F(ResultCodesTest, SecondInitReplacesTheCitiesAndReportsTheClass) {
-    CityRecord first = {};
-    first.latitude = first.longitude = 10.0;
-    CityRecord second = first;
     {
         const Failing<"RegisterClassExW", decltype(RegisterClassExW)> failing(library.module);
         EXPECT_EQ(Init(), HORIVO_CLASS_FAILED);
         EXPECT_EQ(library.GetLastSysError(), reason);
         library.FreeMap();
     }
+    AddCity(L"", L"", 10.0, 10.0);
+    AddCity(L"", L"", 10.0, 10.0);
     const FakedImport<"CreateMutexW", decltype(CreateMutexW)> mutexes(library.module);
-    EXPECT_EQ(library.InitMap(&first, 1), HORIVO_OK);
-    EXPECT_EQ(library.InitMap(&second, 1), HORIVO_CLASS_FAILED);
+    EXPECT_EQ(library.InitMap(&cities[0], 1), HORIVO_OK);
+    EXPECT_EQ(library.InitMap(&cities[1], 1), HORIVO_CLASS_FAILED);
     EXPECT_EQ(library.GetLastSysError(), DWORD{ERROR_CLASS_ALREADY_EXISTS});
     EXPECT_EQ(mutexes.Calls(), 1) << "a second lock would leak the first";
-    ExpectWindowLives(CreateMap());
-    EXPECT_EQ(first.markerPoint[3], 0.0) << "no longer the library's";
-    EXPECT_EQ(second.markerPoint[3], 1.0);
+    Play("create a; lives");
+    EXPECT_EQ(cities[0].markerPoint[3], 0.0) << "no longer the library's";
+    EXPECT_EQ(cities[1].markerPoint[3], 1.0);
 }
 
 TEST_F(ResultCodesTest, WithoutAnyMemoryCallsAreRefusedOnEveryThreadAndALifeFollows) {
@@ -142,7 +115,6 @@ TEST_F(ResultCodesTest, WithoutAnyMemoryCallsAreRefusedOnEveryThreadAndALifeFoll
     expectRefusal();
     std::thread(expectRefusal).join();  // another thread's first exception
     memory.Stop();
-    EXPECT_EQ(library.GetLastSysError(), DWORD{ERROR_NOT_ENOUGH_MEMORY}) << "asked too late";
     EXPECT_EQ(Init(), HORIVO_OK);
     memory.FailFrom(1, kAllThatFollow);
     expectRefusal();
@@ -152,62 +124,37 @@ TEST_F(ResultCodesTest, WithoutAnyMemoryCallsAreRefusedOnEveryThreadAndALifeFoll
     EXPECT_EQ(library.GetLastSysError(), DWORD{ERROR_NOT_ENOUGH_MEMORY});
     EXPECT_EQ(library.InstallMap(), HORIVO_BAD_PICTURE);
     memory.Stop();
-    ExpectWindowLives(CreateMap());
+    Play("create a; lives");
 }
 
 TEST_F(ResultCodesTest, WithoutALockNothingLoadsAndNothingFails) {
     const Failing<"CreateMutexW", decltype(CreateMutexW)> none(library.module);
-    const FakedImport<"CreateThread", decltype(CreateThread)> threads(library.module);
     EXPECT_EQ(Init(), HORIVO_OK);
-    const HWND window = CreateMap();
-    EXPECT_EQ(library.InstallMap(), HORIVO_OK) << "the self-test needs no lock";
-    EXPECT_EQ(SpiedGl().uploads.size(), 8U);
-    ExpectWindowLives(window);
-    EXPECT_EQ(threads.Calls(), 0);
-    DestroyWindow(window);
-    EXPECT_NE(library.FreeMap(), 0U) << "the class is unregistered";
+    Play("create a; install; tiles 1; lives; started 0; close; free",
+         "the self-test needs no lock; the class is unregistered");
 }
 
 TEST_F(ResultCodesTest, WithoutADataFolderTheWindowStillLives) {
     const FakedImport<"SHGetFolderPathW", decltype(SHGetFolderPathW)> none(
-        library.module, [](HWND, int, HANDLE, DWORD, LPWSTR) -> HRESULT { return E_FAIL; });
+        library.module, [](auto...) { return E_FAIL; });
     EXPECT_EQ(Init(), HORIVO_OK);
     EXPECT_EQ(library.InstallMap(), HORIVO_COPY_FAILED);
     EXPECT_EQ(library.GetLastSysError(), DWORD{ERROR_PATH_NOT_FOUND});
-    const HWND window = CreateMap();
-    ExpectWindowLives(window);
-    // A host may do away with the window while the user still reads.
-    whileBoxIsOpen = [=] { DestroyWindow(window); };
-    ASSERT_TRUE(PumpUntil([this] { return boxes != 0; }));
-    PumpPending();
-    EXPECT_FALSE(IsWindow(window));
-    EXPECT_NE(library.FreeMap(), 0U);
+    Play("create a; lives; when box close; settle; when box; gone; free",
+         "a host may do away with the window while the user still reads");
 }
 
 TEST_F(ResultCodesTest, MapThatCannotBeLoadedShowsOneBoxAndABareGlobe) {
     Init();
     SpiedGl().keepFrame = true;
     for (const std::string& picture : {std::string(), JpegHeaderBytes(64, 32, 3)}) {
-        boxes = 0;
         std::filesystem::remove(MapPath());
         if (!picture.empty()) std::ofstream(MapPath(), std::ios::binary) << picture;
-        const HWND window = CreateMap();
-        // Further loads that fail while the user still reads must not pile up boxes.
-        whileBoxIsOpen = [=] {
-            SendMessageW(window, WM_USER + 1, 0, FALSE);
-            SendMessageW(window, WM_USER + 1, 1, FALSE);
-        };
-        ASSERT_TRUE(PumpUntil([this] { return boxes != 0; })) << picture;
-        PumpPending();
-        EXPECT_EQ(boxes, 1) << picture;
-        ExpectWindowLives(window);
-        EXPECT_TRUE(SpiedGl().uploads.empty()) << picture;
-        const unsigned char* middle = SpiedGl().frame.At(200, 150);
+        Play("create a; when box stage 0 0; settle; boxes 1; tiles 0; lives",
+             "further loads that fail while the user still reads must not pile up boxes");
+        const unsigned char* middle = SpiedGl().frame.At(80, 60);
         EXPECT_GT(middle[0] + middle[1] + middle[2], 0) << picture << ": no globe to be seen";
-        whileBoxIsOpen = [] {};
-        Key(window, 'L');
-        EXPECT_TRUE(PumpUntil([this] { return boxes == 2; })) << "asked again, told again";
-        DestroyWindow(window);
+        Play("key h; settle; boxes 1; close", "asked again, told again");
     }
 }
 

@@ -4,7 +4,7 @@
 
 #include <bit>
 
-#include "support/driven_map_win.h"
+#include "support/map_play_win.h"
 #include "support/gdiplus_pictures_win.h"
 #include "support/gl_listing_win.h"
 #include "support/gl_spy_win.h"
@@ -20,7 +20,7 @@ using testing::StartsWith;
 constexpr GLsizei kLargestTexture = 1024;
 constexpr int kAssetWidth = 4096;
 
-class WorstRendererTest : public DrivenMapTest {
+class WorstRendererTest : public MapPlay {
 protected:
     WorstRendererTest() {
         SpiedGl().maxTextureSize = kLargestTexture;
