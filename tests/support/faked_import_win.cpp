@@ -50,9 +50,4 @@ std::vector<std::string> ImportedFunctions(HMODULE module) {
     return names;
 }
 
-bool IsLoaded(HMODULE module) {
-    HMODULE found = nullptr;
-    return GetModuleHandleExW(GET_MODULE_HANDLE_EX_FLAG_FROM_ADDRESS |
-                                  GET_MODULE_HANDLE_EX_FLAG_UNCHANGED_REFCOUNT,
-                              reinterpret_cast<LPCWSTR>(module), &found) != FALSE;
-}
+bool IsLoaded(HMODULE module) { return GetModuleHandleW(L"horivo_map.dll") == module; }

@@ -288,13 +288,6 @@ const std::map<std::string, Verb> kVerbs = {
 
 }  // namespace
 
-MapPlay::MapPlay() {
-    FixedClock() = {2024, 7, 1, 1, 12, 0, 0, 0};
-    SpiedGl().keepCalls = false;
-    PutPatternMap(64, 32);
-    PutSettings("lag_factor=8\r\n");  // a coarse globe: quick pictures
-}
-
 void MapPlay::Play(const std::string& actions, const std::string& why) {
     int place = 0;
     for (const std::string& action : Split(actions, ';')) {
@@ -312,77 +305,6 @@ void MapPlay::Play(const std::string& actions, const std::string& why) {
 
 void MapPlay::PlayRows(const std::string& first, std::initializer_list<Row> rows) {
     for (const Row& row : rows) Play(first + ';' + row.actions, row.why);
-}
-
-CityRecord& MapPlay::AddCity(const std::wstring& name, const std::wstring& country, double latitude,
-                             double longitude, std::uint32_t zone) {
-    CityRecord& city = cities.emplace_back();
-    name.copy(city.cityName, 63);
-    country.copy(city.countryName, 63);
-    city.latitude = latitude;
-    city.longitude = longitude;
-    city.timeZoneId = zone;
-    return city;
-}
-
-void MapPlay::Open(int width, int height) {
-    Init();
-    SpiedGl().uploads.clear();
-    window = CreateMap(width, height);
-    ASSERT_NE(window, nullptr);
-    ASSERT_TRUE(WaitForTiles());
-    PumpPending();
-    Paint(window);
-}
-
-void MapPlay::CloseAll() {
-    while (const HWND child = GetWindow(host, GW_CHILD)) DestroyWindow(child);
-}
-
-void MapPlay::Come(const std::string& moment) {
-    if (const auto act = std::exchange(moments[moment], nullptr)) act();
-}
-
-void MapPlay::Click(POINT at) {
-    Pointer(WM_LBUTTONDOWN, MK_LBUTTON, at);
-    Pointer(WM_LBUTTONUP, 0, at);
-}
-
-SeenOverlay MapPlay::Look() {
-    GlSpyRecord& record = SpiedGl();
-    record.calls.clear();
-    record.texts.clear();
-    record.keepCalls = record.keepTexts = true;
-    Paint(window);
-    record.keepCalls = record.keepTexts = false;
-    return OverlayOfPicture(record.calls, record.texts);
-}
-
-SeenView MapPlay::LookAtView() {
-    Look();
-    return ViewOfPicture(SpiedGl().calls);
-}
-
-std::vector<SeenImage> MapPlay::Photos() {
-    std::vector<SeenImage> images = Look().images;
-    // A photo that does not fit stands above the window. Buttons have another size.
-    std::erase_if(images, [&](const SeenImage& image) {
-        return image.y >= ClientHeight() || image.y < 0 || image.width <= 32 || image.t != 0;
-    });
-    return images;
-}
-
-std::vector<std::string> MapPlay::Labels() {
-    std::vector<std::string> words = Look().Words();
-    std::erase_if(words, [](const std::string& word) { return word.starts_with("Lat "); });
-    return words;
-}
-
-SIZE MapPlay::SizeOf(const std::string& text) const {
-    SIZE size = {};
-    const WindowDc dc(window);  // its own: the font is in it
-    GetTextExtentPoint32A(dc.Get(), text.c_str(), static_cast<int>(text.size()), &size);
-    return size;
 }
 
 POINT MapPlay::At(const std::string& word) {
@@ -407,19 +329,4 @@ POINT MapPlay::At(const std::string& word) {
     }
     ADD_FAILURE() << "no point '" << word << "'";
     return {};
-}
-
-int MapPlay::ClientHeight() const {
-    RECT client = {};
-    GetClientRect(window, &client);
-    return client.bottom;
-}
-
-std::size_t MapPlay::TakeTileSets() {
-    const std::vector<SpiedUpload> uploads = std::exchange(SpiedGl().uploads, {});
-    EXPECT_EQ(uploads.size() % 8, 0U);
-    if (rightTiles.empty()) rightTiles = uploads;
-    for (std::size_t i = 0; i < uploads.size(); ++i)
-        EXPECT_TRUE(uploads[i].pixels == rightTiles[i % 8].pixels) << "tile " << i % 8;
-    return uploads.size() / 8;
 }

@@ -34,7 +34,12 @@ public:
     static constexpr int kOpenHeight = 600;
     static constexpr int kPanelX = kOpenWidth - 108;
 
-    MapPlay();
+    MapPlay() {
+        FixedClock() = {2024, 7, 1, 1, 12, 0, 0, 0};
+        SpiedGl().keepCalls = false;
+        PutPatternMap(64, 32);
+        PutSettings("lag_factor=8\r\n");  // a coarse globe: quick pictures
+    }
     ~MapPlay() override { CloseAll(); }
 
     /// Plays actions that are parted by semicolons.
@@ -44,10 +49,28 @@ public:
 
     /// Appends a city; its zone is a HORIVO_TIME_ZONES number. Only before Open.
     CityRecord& AddCity(const std::wstring& name, const std::wstring& country, double latitude,
-                        double longitude, std::uint32_t zone = 0);
+                        double longitude, std::uint32_t zone = 0) {
+        CityRecord& city = cities.emplace_back();
+        name.copy(city.cityName, 63);
+        country.copy(city.countryName, 63);
+        city.latitude = latitude;
+        city.longitude = longitude;
+        city.timeZoneId = zone;
+        return city;
+    }
     /// Hands the cities over and makes the window, with its map.
-    void Open(int width = kOpenWidth, int height = kOpenHeight);
-    void CloseAll();
+    void Open(int width = kOpenWidth, int height = kOpenHeight) {
+        Init();
+        SpiedGl().uploads.clear();
+        window = CreateMap(width, height);
+        ASSERT_NE(window, nullptr);
+        ASSERT_TRUE(WaitForTiles());
+        PumpPending();
+        Paint(window);
+    }
+    void CloseAll() {
+        while (const HWND child = GetWindow(host, GW_CHILD)) DestroyWindow(child);
+    }
     LRESULT Send(UINT message, WPARAM wParam, LPARAM lParam) const {
         return SendMessageW(window, message, wParam, lParam);
     }
@@ -56,7 +79,10 @@ public:
         Send(message, buttons, MAKELPARAM(at.x, at.y));
     }
     void Hover(POINT at) { Pointer(WM_MOUSEMOVE, 0, at); }
-    void Click(POINT at);
+    void Click(POINT at) {
+        Pointer(WM_LBUTTONDOWN, MK_LBUTTON, at);
+        Pointer(WM_LBUTTONUP, 0, at);
+    }
     /// Zooms as near as it goes: 0.03 degrees a pixel in the middle of the globe.
     void ZoomIn() const { Send(WM_MOUSEWHEEL, MAKEWPARAM(0, -32760), 0); }
     /// Ends a flight; back to the view of the start.
@@ -69,14 +95,41 @@ public:
     }
 
     /// Paints and reads what was painted.
-    SeenOverlay Look();
-    SeenView LookAtView();
+    SeenOverlay Look() {
+        GlSpyRecord& record = SpiedGl();
+        record.calls.clear();
+        record.texts.clear();
+        record.keepCalls = record.keepTexts = true;
+        Paint(window);
+        record.keepCalls = record.keepTexts = false;
+        return OverlayOfPicture(record.calls, record.texts);
+    }
+    SeenView LookAtView() {
+        Look();
+        return ViewOfPicture(SpiedGl().calls);
+    }
     /// The photos of the picture, from the top.
-    std::vector<SeenImage> Photos();
+    std::vector<SeenImage> Photos() {
+        std::vector<SeenImage> images = Look().images;
+        // A photo that does not fit stands above the window. Buttons have another size.
+        std::erase_if(images, [&](const SeenImage& image) {
+            return image.y >= ClientHeight() || image.y < 0 || image.width <= 32 || image.t != 0;
+        });
+        return images;
+    }
     /// The texts of the picture but for the readout of the pointed place.
-    std::vector<std::string> Labels();
+    std::vector<std::string> Labels() {
+        std::vector<std::string> words = Look().Words();
+        std::erase_if(words, [](const std::string& word) { return word.starts_with("Lat "); });
+        return words;
+    }
     /// Size of a text in the map's font, pixels.
-    SIZE SizeOf(const std::string& text) const;
+    SIZE SizeOf(const std::string& text) const {
+        SIZE size = {};
+        const WindowDc dc(window);  // its own: the font is in it
+        GetTextExtentPoint32A(dc.Get(), text.c_str(), static_cast<int>(text.size()), &size);
+        return size;
+    }
     int WidthOf(const std::string& text) const { return static_cast<int>(SizeOf(text).cx); }
     int LineHeight() const { return static_cast<int>(SizeOf("M").cy); }
     /// The client point that shows a place of the globe's front.
@@ -88,10 +141,21 @@ public:
     /// the second photo from the top, "photo2+0,63" a pixel from its lower left corner; else the
     /// name of a point in `points` or of a city.
     POINT At(const std::string& word);
-    int ClientHeight() const;
+    int ClientHeight() const {
+        RECT client = {};
+        GetClientRect(window, &client);
+        return client.bottom;
+    }
     /// Checks the tiles uploaded since the last look against those of the first set, pixel by pixel
     /// where they are kept. @return the number of sets
-    std::size_t TakeTileSets();
+    std::size_t TakeTileSets() {
+        const std::vector<SpiedUpload> uploads = std::exchange(SpiedGl().uploads, {});
+        EXPECT_EQ(uploads.size() % 8, 0U);
+        if (rightTiles.empty()) rightTiles = uploads;
+        for (std::size_t i = 0; i < uploads.size(); ++i)
+            EXPECT_TRUE(uploads[i].pixels == rightTiles[i % 8].pixels) << "tile " << i % 8;
+        return uploads.size() / 8;
+    }
 
     HWND window = nullptr;
     std::map<std::string, HWND> windows;  ///< for "create" and "use"
@@ -112,7 +176,9 @@ public:
 
 private:
     /// Does what a test has put there for this moment, once.
-    void Come(const std::string& moment);
+    void Come(const std::string& moment) {
+        if (const auto act = std::exchange(moments[moment], nullptr)) act();
+    }
 
     /// Stands for the host's hidden window: nothing but its name and answer of the host's hidden
     /// window is looked at.

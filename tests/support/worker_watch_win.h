@@ -1,7 +1,9 @@
 #pragma once
 // The DLL's worker threads: where they are, how long they take, when they have left.
 
+#include <algorithm>
 #include <atomic>
+#include <utility>
 #include <vector>
 
 #include "base/handles_win.h"
@@ -20,20 +22,42 @@ public:
     /// in vain; at once, and as if whoever had the lock had died.
     enum Waits { kPatient, kHurried, kVain, kOrphaned };
 
-    explicit WorkerWatch(HMODULE module);
+    explicit WorkerWatch(HMODULE module)
+        : openPicture_(module, [this](auto... arguments) { return Decode(arguments...); }),
+          wait_(module, [this](HANDLE handle, DWORD wait) { return WaitFor(handle, wait); }),
+          start_(module, [this](auto... arguments) { return StartThread(arguments...); }) {}
     WorkerWatch(const WorkerWatch&) = delete;
     WorkerWatch& operator=(const WorkerWatch&) = delete;
     /// Lets all go and waits for them.
-    ~WorkerWatch();
+    ~WorkerWatch() {
+        LetGo();
+        WaitUntilAllLeft();
+    }
 
-    void HoldUp(int place);
-    void LetGo();
+    void HoldUp(int place) {
+        ResetEvent(open_.get());
+        ResetEvent(heldUp_.get());
+        workerWaits_ = 0;
+        place_ = place;
+    }
+    void LetGo() {
+        place_ = kNowhere;
+        SetEvent(open_.get());
+    }
     /// Whether a worker stands at the place.
     bool IsHeldUp() const { return WaitForSingleObject(heldUp_.get(), 0) == WAIT_OBJECT_0; }
     /// Workers that have not left yet.
-    int Inside() const;
+    int Inside() const {
+        // Long runs count handles: those of threads that have ended must not pile up here.
+        std::erase_if(threads_, [](const UniqueHandle& thread) { return HasEnded(thread, 0); });
+        return static_cast<int>(threads_.size());
+    }
     /// Waits for the threads themselves; false when one stays.
-    bool WaitUntilAllLeft() const;
+    bool WaitUntilAllLeft() const {
+        return std::all_of(threads_.begin(), threads_.end(), [](const UniqueHandle& thread) {
+            return HasEnded(thread, kPatienceMs);
+        });
+    }
 
     int started = 0;                    ///< workers that the module tried to start
     int failingStart = 0;               ///< which of the next starts fails; 1 is the next
@@ -42,13 +66,44 @@ public:
     bool letGoAtWait = false;  ///< the window thread's next wait lets the held-up workers go first
 
 private:
-    using OpenPicture = FakedImport<"GdipCreateBitmapFromFile", int(const wchar_t*, void**)>;
-    using Wait = FakedImport<"WaitForSingleObject", decltype(WaitForSingleObject)>;
-    using Start = FakedImport<"CreateThread", decltype(CreateThread)>;
-
-    void Pass(int place);
-    int Decode(const wchar_t* path, void** bitmap);
-    DWORD WaitFor(HANDLE handle, DWORD wait);
+    static constexpr DWORD kPatienceMs = 60000;
+    static bool HasEnded(const UniqueHandle& thread, DWORD patience) {
+        return WaitForSingleObject(thread.get(), patience) == WAIT_OBJECT_0;
+    }
+    void Pass(int place) {
+        if (place_ != place) return;
+        SetEvent(heldUp_.get());
+        WaitForSingleObject(open_.get(), kPatienceMs);
+    }
+    int Decode(const wchar_t* path, void** bitmap) {
+        const bool map = std::wstring_view(path).ends_with(L"map.jpg");
+        if (map) mostDecoding = std::max<int>(mostDecoding, ++decoding_);
+        if (map) Pass(kDecode);
+        const int status = decltype(openPicture_)::Real(path, bitmap);
+        if (map) --decoding_;
+        return status;
+    }
+    DWORD WaitFor(HANDLE handle, DWORD wait) {
+        // Waits without an end are those of the C++ runtime, which counts on them.
+        if (wait == INFINITE) return decltype(wait_)::Real(handle, wait);
+        if (GetCurrentThreadId() == windowThread_) {
+            if (std::exchange(letGoAtWait, false)) LetGo();
+        } else {
+            const int number = ++workerWaits_;
+            if (number <= 2) Pass(number == 1 ? kLoadLock : kSplitLock);
+        }
+        if (waits == kVain) return WAIT_TIMEOUT;
+        const DWORD result = decltype(wait_)::Real(handle, waits == kPatient ? wait : 0);
+        return waits == kOrphaned && result == WAIT_OBJECT_0 ? WAIT_ABANDONED : result;
+    }
+    template <class... Arguments>
+    HANDLE StartThread(Arguments... arguments) {
+        ++started;
+        if (failingStart > 0 && --failingStart == 0) return nullptr;
+        HANDLE thread = decltype(start_)::Real(arguments...);
+        threads_.push_back(DuplicateOf(thread));
+        return thread;
+    }
 
     const UniqueHandle heldUp_{CreateEventW(nullptr, TRUE, FALSE, nullptr)};
     const UniqueHandle open_{CreateEventW(nullptr, TRUE, FALSE, nullptr)};
@@ -57,7 +112,7 @@ private:
     std::atomic<int> workerWaits_ = 0;
     std::atomic<int> decoding_ = 0;
     const DWORD windowThread_ = GetCurrentThreadId();
-    OpenPicture openPicture_;
-    Wait wait_;
-    Start start_;
+    FakedImport<"GdipCreateBitmapFromFile", int(const wchar_t*, void**)> openPicture_;
+    FakedImport<"WaitForSingleObject", decltype(WaitForSingleObject)> wait_;
+    FakedImport<"CreateThread", decltype(CreateThread)> start_;
 };
