@@ -6,28 +6,17 @@
 // Verbs act or expect; the table in the source says what each does. A failure names the line, the
 // action in it and why it matters.
 
-#include <functional>
-#include <initializer_list>
 #include <map>
-#include <string>
-#include <utility>
-#include <vector>
 
-#include "support/gl_spy_win.h"
-#include "support/map_host_win.h"
 #include "support/photo_disk_win.h"
 #include "support/seen_overlay_win.h"
 #include "support/seen_view_win.h"
-#include "support/worker_watch_win.h"
 // shellapi.h needs windows.h before it.
 #include <shellapi.h>
 
 class MapPlay : public MapHostTest {
 public:
-    struct Row {
-        const char* why;
-        std::string actions;
-    };
+    using Rows = std::initializer_list<std::pair<std::string, std::string>>;  ///< why, actions
     static constexpr WPARAM kFlightTimer = 2;
     static constexpr WPARAM kSunTimer = 4;
     static constexpr int kOpenWidth = 800;  ///< of the window, where a test says nothing
@@ -45,7 +34,7 @@ public:
     /// Plays actions that are parted by semicolons.
     void Play(const std::string& actions, const std::string& why = "");
     /// Plays each row behind `first`.
-    void PlayRows(const std::string& first, std::initializer_list<Row> rows);
+    void PlayRows(const std::string& first, Rows rows);
 
     /// Appends a city; its zone is a HORIVO_TIME_ZONES number. Only before Open.
     CityRecord& AddCity(const std::wstring& name, const std::wstring& country, double latitude,
@@ -63,7 +52,6 @@ public:
         Init();
         SpiedGl().uploads.clear();
         window = CreateMap(width, height);
-        ASSERT_NE(window, nullptr);
         ASSERT_TRUE(WaitForTiles());
         PumpPending();
         Paint(window);
@@ -71,9 +59,7 @@ public:
     void CloseAll() {
         while (const HWND child = GetWindow(host, GW_CHILD)) DestroyWindow(child);
     }
-    LRESULT Send(UINT message, WPARAM wParam, LPARAM lParam) const {
-        return SendMessageW(window, message, wParam, lParam);
-    }
+    void Send(UINT message, WPARAM w, LPARAM l) const { SendMessageW(window, message, w, l); }
     void Pointer(UINT message, WPARAM buttons, POINT at) {
         cursor = at;
         Send(message, buttons, MAKELPARAM(at.x, at.y));
@@ -90,9 +76,7 @@ public:
     /// Lets a timer of the window come round once, whether it runs or not.
     void Tick(WPARAM timer) const { Send(WM_TIMER, timer, 0); }
     /// The host's request.
-    void ShowCity(const CityRecord& city) const {
-        Send(HORIVO_MSG_CITY, 0, reinterpret_cast<LPARAM>(&city));
-    }
+    void ShowCity(const CityRecord& city) const { Send(32968, 0, reinterpret_cast<LPARAM>(&city)); }
 
     /// Paints and reads what was painted.
     SeenOverlay Look() {
@@ -133,9 +117,7 @@ public:
     int WidthOf(const std::string& text) const { return static_cast<int>(SizeOf(text).cx); }
     int LineHeight() const { return static_cast<int>(SizeOf("M").cy); }
     /// The client point that shows a place of the globe's front.
-    POINT PixelOf(double latitude, double longitude) {
-        return PixelOfPlace(LookAtView(), latitude, longitude);
-    }
+    POINT PixelOf(double lat, double lon) { return PixelOfPlace(LookAtView(), lat, lon); }
     /// What a word says: "x,y" is a client point, "px,y" is counted from the panel's left edge and
     /// the window's bottom, "40:-0.2" shows a latitude and a longitude, "photo2" is the middle of
     /// the second photo from the top, "photo2+0,63" a pixel from its lower left corner; else the
@@ -160,14 +142,14 @@ public:
     HWND window = nullptr;
     std::map<std::string, HWND> windows;  ///< for "create" and "use"
     std::map<std::string, POINT> points;
-    std::map<std::string, std::function<void()>> acts;     ///< for "do"
-    std::map<std::string, std::function<void()>> moments;  ///< what happens once then; for "when"
-    std::map<UINT_PTR, UINT> timers;                       ///< that run, with their periods in ms
-    POINT cursor = {};                                     ///< client point of the cursor
-    LRESULT consent = 0;                                   ///< answer of the host's hidden window
-    std::string asked;                                     ///< indices that it was asked about
-    std::vector<std::wstring> opened;  ///< pages that were handed to the browser, in order
-    int boxes = 0;                     ///< shown since the last look
+    std::map<std::string, std::function<void()>> acts;  ///< for "do", and once for "when"
+    std::map<UINT_PTR, UINT> timers;                    ///< that run, with their periods in ms
+    POINT cursor = {};                                  ///< client point of the cursor
+    LRESULT consent = 0;                                ///< answer of the host's hidden window
+    std::string asked;                                  ///< indices that it was asked about
+    std::string told;                                   ///< those of which its parent heard
+    std::string opened;  ///< the ends of pages that were handed to the browser
+    int boxes = 0;       ///< shown since the last look
     bool contextLost = false;
     SeenView marked;  ///< the view of "mark"
     std::vector<SpiedUpload> rightTiles;
@@ -177,11 +159,10 @@ public:
 private:
     /// Does what a test has put there for this moment, once.
     void Come(const std::string& moment) {
-        if (const auto act = std::exchange(moments[moment], nullptr)) act();
+        if (const auto act = std::exchange(acts[moment], nullptr)) act();
     }
 
-    /// Stands for the host's hidden window: nothing but its name and answer of the host's hidden
-    /// window is looked at.
+    /// Stands for the host's hidden window: only its name and its answer are looked at.
     static inline const HWND kHidden = reinterpret_cast<HWND>(std::uintptr_t{0x5A5A});
     FakedImport<"SetTimer", decltype(SetTimer)> setTimer_{
         library.module, [this](HWND, UINT_PTR id, UINT period, TIMERPROC) {
@@ -193,41 +174,40 @@ private:
     FakedImport<"GetCursorPos", decltype(GetCursorPos)> getCursorPos_{
         library.module, [this](POINT* at) { return ClientToScreen(window, &(*at = cursor)); }};
     FakedImport<"FindWindowW", decltype(FindWindowW)> findWindow_{
-        library.module, [this](const std::wstring& name, const wchar_t* title) {
-            const bool right = name == L"zhv_MainHidden" && title == nullptr;
-            return right ? kHidden : nullptr;
+        library.module, [](auto* name, auto*) {
+            EXPECT_STREQ(name, L"zhv_MainHidden");
+            return kHidden;
         }};
     FakedImport<"SendMessageW", decltype(SendMessageW)> sendMessage_{
         library.module, [this](HWND to, UINT message, WPARAM wParam, LPARAM lParam) {
+            const std::string index = ' ' + std::to_string(static_cast<int>(wParam));
             if (to == kHidden) {
-                EXPECT_EQ(message, UINT{HORIVO_MSG_MAY_SHOW_PHOTOS});
-                EXPECT_EQ(lParam, reinterpret_cast<LPARAM>(window));
-                asked += ' ' + std::to_string(static_cast<int>(wParam));
+                EXPECT_TRUE(message == 32978 && lParam == reinterpret_cast<LPARAM>(window));
+                asked += index;
                 Come("asked");
                 return consent;
             }
             if (to == window && message == WM_KEYDOWN) Come("key");
             const LRESULT answer = decltype(sendMessage_)::Real(to, message, wParam, lParam);
-            if (to == host) Come("told");
+            if (to != host) return answer;
+            EXPECT_TRUE(message == 32968 && lParam == reinterpret_cast<LPARAM>(&cities[wParam]));
+            told += index;
+            Come("told");
             return answer;
         }};
     FakedImport<"ShellExecuteW", decltype(ShellExecuteW)> shellExecute_{
         library.module,
-        [this](HWND, auto* verb, const std::wstring& page, auto*, auto* folder, INT show) {
-            EXPECT_STREQ(verb, L"open");
+        [this](HWND, std::wstring verb, std::wstring page, auto*, std::wstring folder, int show) {
+            EXPECT_TRUE(verb == L"open" && folder == L".\\" && show == SW_SHOWNORMAL);
             EXPECT_TRUE(page.starts_with(L"https://"));
-            EXPECT_STREQ(folder, L".\\");
-            EXPECT_EQ(show, SW_SHOWNORMAL);
-            opened.push_back(page);
+            opened += ' ' + std::string(page.begin() + page.rfind(L'/'), page.end());
             Come("opening");
             return HINSTANCE{};
         }};
     FakedImport<"MessageBoxW", decltype(MessageBoxW)> messageBox_{
-        library.module, [this](HWND owner, const std::wstring& text, auto* title, UINT style) {
-            EXPECT_EQ(owner, host);
+        library.module, [this](HWND owner, std::wstring text, std::wstring title, UINT style) {
+            EXPECT_TRUE(owner == host && title == L"Error" && style == MB_ICONERROR);
             EXPECT_TRUE(text.starts_with(L"Can not load textures.\n Check for the \"map.jpg\""));
-            EXPECT_STREQ(title, L"Error");
-            EXPECT_EQ(style, UINT{MB_ICONERROR});
             ++boxes;
             Come("box");
             return IDOK;

@@ -9,8 +9,6 @@
 class PhotoDisk {
 public:
     PhotoDisk() { Empty(); }
-    PhotoDisk(const PhotoDisk&) = delete;
-    PhotoDisk& operator=(const PhotoDisk&) = delete;
     ~PhotoDisk() { Empty(); }
 
     static std::filesystem::path Root() {

@@ -26,12 +26,10 @@ public:
         : openPicture_(module, [this](auto... arguments) { return Decode(arguments...); }),
           wait_(module, [this](HANDLE handle, DWORD wait) { return WaitFor(handle, wait); }),
           start_(module, [this](auto... arguments) { return StartThread(arguments...); }) {}
-    WorkerWatch(const WorkerWatch&) = delete;
-    WorkerWatch& operator=(const WorkerWatch&) = delete;
     /// Lets all go and waits for them.
     ~WorkerWatch() {
         LetGo();
-        WaitUntilAllLeft();
+        while (Inside() > 0) Sleep(1);
     }
 
     void HoldUp(int place) {
@@ -49,16 +47,11 @@ public:
     /// Workers that have not left yet.
     int Inside() const {
         // Long runs count handles: those of threads that have ended must not pile up here.
-        std::erase_if(threads_, [](const UniqueHandle& thread) { return HasEnded(thread, 0); });
+        std::erase_if(threads_, [](const UniqueHandle& thread) {
+            return WaitForSingleObject(thread.get(), 0) == WAIT_OBJECT_0;
+        });
         return static_cast<int>(threads_.size());
     }
-    /// Waits for the threads themselves; false when one stays.
-    bool WaitUntilAllLeft() const {
-        return std::all_of(threads_.begin(), threads_.end(), [](const UniqueHandle& thread) {
-            return HasEnded(thread, kPatienceMs);
-        });
-    }
-
     int started = 0;                    ///< workers that the module tried to start
     int failingStart = 0;               ///< which of the next starts fails; 1 is the next
     std::atomic<int> mostDecoding = 0;  ///< workers that ever decoded at the same time
@@ -66,14 +59,10 @@ public:
     bool letGoAtWait = false;  ///< the window thread's next wait lets the held-up workers go first
 
 private:
-    static constexpr DWORD kPatienceMs = 60000;
-    static bool HasEnded(const UniqueHandle& thread, DWORD patience) {
-        return WaitForSingleObject(thread.get(), patience) == WAIT_OBJECT_0;
-    }
     void Pass(int place) {
         if (place_ != place) return;
         SetEvent(heldUp_.get());
-        WaitForSingleObject(open_.get(), kPatienceMs);
+        WaitForSingleObject(open_.get(), 60000);
     }
     int Decode(const wchar_t* path, void** bitmap) {
         const bool map = std::wstring_view(path).ends_with(L"map.jpg");

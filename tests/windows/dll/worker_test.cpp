@@ -7,13 +7,10 @@
 
 namespace {
 
-constexpr int kWidth = 512;  // of the picture, pixels
-constexpr int kHeight = 256;
-
 class WorkerTest : public MapPlay {
 protected:
     WorkerTest() {
-        PutPatternMap(kWidth, kHeight);
+        PutPatternMap(512, 256);
         PutSettings("lag_factor=2\r\n");  // two steps of detail on each side
         Init();
         SpiedGl().keepPixels = true;
@@ -21,36 +18,30 @@ protected:
 };
 
 TEST_F(WorkerTest, WhatDiesOrIsFreedUnderAWorkerIsNotTouched) {
+    Play("hold load; create a; held; close; free; go; settle; decoded at once 0; cities",
+         "nobody would free any more what is decoded now");
     for (const std::string place : {"load", "decode", "split"}) {
         Play("hold " + place + "; create a; held; close; go; settle; tiles 0; restart", place);
         Play("hold " + place + "; create a; held; close; go at wait; free; go; settle; cities",
              "FreeMap waits for a worker that holds the picture: " + place);
     }
     Play("boxes 0; create a; settle; tiles 1; restart");
-    Play(
-        "hold split; create a; held; restart; create b; inside 1; settle tiles; tiles 1; go;"
-        "settle; key l; settle; tiles 1; boxes 0; restart",
-        "the next window's load is through before the old split gets its turn");
-    Play(
-        "hold decode; create a; held; close; wait hurried; free; wait patient; cities; create b;"
-        "go; settle; tiles 1; decoded at once 1; restart",
-        "FreeMap gave up: two at once would write into each other's pixels");
-    Play(
-        "hold decode; create a; held; close; wait hurried; free; wait patient; go at wait;"
-        "free again; left; cities; create b; settle; tiles 1",
-        "a second FreeMap waits for the worker that the first gave up on");
-}
-
-TEST_F(WorkerTest, AFreedLibraryDecodesNoMore) {
-    Play("hold load; create a; held; close; free; go; settle; decoded at once 0; cities",
-         "nobody would free it any more");
+    PlayRows("", {{"the next window's load is through before the old split gets its turn",
+                   "hold split; create a; held; restart; create b; inside 1; settle tiles; tiles 1;"
+                   "go; settle; key l; settle; tiles 1; boxes 0; restart"},
+                  {"FreeMap gave up: two at once would write into each other's pixels",
+                   "hold decode; create a; held; close; wait hurried; free; wait patient; cities;"
+                   "create b; go; settle; tiles 1; decoded at once 1; restart"},
+                  {"a second FreeMap waits for the worker that the first gave up on",
+                   "hold decode; create a; held; close; wait hurried; free; wait patient;"
+                   "go at wait; free again; inside 0 unheard; cities; create b; settle; tiles 1"}});
 }
 
 TEST_F(WorkerTest, AHostMayForgetToFreeWhatItUnloads) {
     Play("hold split; create a; held; close");
     library.Unload();
     EXPECT_NE(GetModuleHandleW(L"horivo_map.dll"), nullptr);
-    Play("go; left");
+    Play("go; inside 0 unheard");
     EXPECT_EQ(GetModuleHandleW(L"horivo_map.dll"), nullptr);
 }
 
@@ -66,23 +57,15 @@ TEST_F(WorkerTest, AWindowOpenedWhileTheFirstStillLoadsGetsItsTilesToo) {
     }
     Play(
         "restart; create a; settle; tiles 1; create b 50 50; tiles 1; hold split; use a; key l;"
-        "held; go; left; hold decode; use b; key h; held unheard; close; go; settle; tiles 1",
+        "held; go; inside 0 unheard; hold decode; use b; key h; held unheard; close; go; settle; "
+        "tiles 1",
         "the tiles are there, nobody has been told, and now they are cleared again");
 }
 
 TEST_F(WorkerTest, InstallMapTakesItsTurnBehindALoadUnderWay) {
     Play("hold decode; create a; held; go at wait");
     PutPatternMap(256, 128);
-    // The split of the load that was under way comes before the new load: it finds no picture.
-    using Destroy = FakedImport<"DestroyWindow", decltype(DestroyWindow)>;
-    const Destroy destroy(library.module, [this](HWND testWindow) {
-        workers.HoldUp(WorkerWatch::kLoadLock);
-        return Destroy::Real(testWindow);
-    });
-    Play("install; tiles 1; held unheard; started any", "the test window's");
-    EXPECT_TRUE(PumpUntil([&] { return workers.started > 0 && workers.Inside() == 1; }));
-    Play("go; settle; tiles some; decoded at once 1; boxes 0",
-         "the live window shows the new picture");
+    Play("install; settle; tiles some; decoded at once 1; boxes 0", "the live window has it, too");
     EXPECT_EQ(rightTiles[0].width, 64);
 }
 
@@ -97,12 +80,12 @@ TEST_F(WorkerTest, AWorkerThatCannotBeStartedIsReported) {
     });
     for (const std::string start : {"1", "2"}) {
         Play("start fails " + start + "; key l; settle; boxes 1; tiles 0; lives");
-        EXPECT_LT(memory.HeldBytes(), 3U * kWidth * kHeight) << "the picture that nobody will cut";
+        EXPECT_LT(memory.HeldBytes(), 3U * 512 * 256) << "the picture that nobody will cut";
         EXPECT_EQ(repainted.erase(windows["b"]), 1U) << "it may say that a picture is being loaded";
         Play("key h; settle; tiles 1", "the next load");
         EXPECT_EQ(repainted.erase(windows["b"]), 1U) << "it has new tiles too";
     }
-    Play("close all; free; left");
+    Play("close all; free; inside 0 unheard");
     FreeLibrary(std::exchange(library.module, nullptr));
     EXPECT_EQ(GetModuleHandleW(L"horivo_map.dll"), nullptr) << "a worker that never was uses it";
 }
@@ -114,28 +97,24 @@ TEST_F(WorkerTest, WhoeverWaitsTooLongGivesUpAndTheNextLoadWorks) {
         {{"the load", "wait vain; create a; settle; boxes 0;" + next},
          {"the split, which alone is reported",
           "hold split; create a; held; wait vain; go; settle; boxes 1;" + next},
-         {"the window", "hold split; create a; held; go; left; wait vain; settle; boxes 0;" + next},
+         {"the window",
+          "hold split; create a; held; go; inside 0 unheard; wait vain; settle; boxes 0;" + next},
          {"nobody: a lock left by a dead thread is still a lock and is given back",
           "wait orphaned; create a; settle; tiles 1; key l; settle; tiles 1; restart"},
          {"FreeMap, which never waits for ever", "wait vain; free"}});
 }
 
-TEST_F(WorkerTest, TilesWaitForAContextThatCanBeUsed) {
-    Play(
-        "hold split; create a; held; context lost; go; settle; tiles 0; context back;"
-        "lives; tiles 1; lives; tiles 0",
-        "the first picture brings them, once");
-}
-
 TEST_F(WorkerTest, MessagesNobodySentDoNoHarm) {
-    Play(
-        "hold split; create a; held; key l; inside 1 unheard; stage 1 0; boxes 1; go; settle;"
-        "tiles some; boxes 0; restart",
-        "a failure spares the picture of a newer load that nobody has been told of");
-    Play(
-        "hold decode; create a; held; wait hurried; stage 1 1; tiles 0; go; left; stage 1 1;"
-        "tiles 0; settle; tiles 1; boxes 0; wait patient",
-        "while the newer load reads, and a whole map must not pass for its first tile");
+    PlayRows(
+        "", {{"tiles wait for a context that can be used",
+              "hold split; create a; held; context lost; go; settle; tiles 0; context back;"
+              "lives; tiles 1; lives; tiles 0; restart"},
+             {"a failure spares the picture of a newer load that nobody has been told of",
+              "hold split; create a; held; key l; inside 1 unheard; stage 1 0; boxes 1; go;"
+              "settle; tiles some; boxes 0; restart"},
+             {"while the newer load reads, and a whole map must not pass for its first tile",
+              "hold decode; create a; held; wait hurried; stage 1 1; tiles 0; go; inside 0 unheard;"
+              "stage 1 1; tiles 0; settle; tiles 1; boxes 0; wait patient"}});
     for (const std::string stage : {"0", "1", "2", "-1", "4294967296"}) {
         Play("stage " + stage + " -1; settle; boxes 0; stage " + stage +
                  " 0; settle; boxes 1; tiles any; passing window; tiles 1",
@@ -149,12 +128,11 @@ TEST_F(WorkerTest, AMessageAfterTheWindowsDestructionDoesNothing) {
                                  WM_MOUSELEAVE,  WM_TIMER,        WM_KEYDOWN,
                                  WM_USER + 1,    HORIVO_MSG_CITY, HORIVO_MSG_PHOTOS_CHANGED,
                                  WM_DESTROY};
-    Play("create other; settle; tiles 1");
-    for (const std::string alsoDies : {"", "use other; close"}) {
-        Play("create a");
-        const HWND dead = window;
-        const auto proc = reinterpret_cast<WNDPROC>(GetWindowLongPtrW(window, GWLP_WNDPROC));
-        Play("close; settle; started any;" + alsoDies);
+    Play("create a");
+    const HWND dead = window;
+    const auto proc = reinterpret_cast<WNDPROC>(GetWindowLongPtrW(window, GWLP_WNDPROC));
+    for (const std::string other : {"create b; settle", "close"}) {
+        Play("close; settle; started any;" + other + "; started any");
         for (const UINT late : lateMessages) {
             for (const WPARAM wParam : {0, 1, 2, 3, 4, VK_LEFT, VK_HOME, int{'L'}, int{'I'}})
                 CallWindowProcW(proc, dead, late, wParam, MAKELPARAM(80, 60));

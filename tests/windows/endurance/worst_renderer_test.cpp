@@ -28,7 +28,7 @@ protected:
         AddCity(L"Paris", L"France", 42.0, 3.0, 30);
         photos.PutCity(L"France\\Paris", 2, 96, 64);
         consent = 1;
-        PutAssetMap();
+        PutPatternMap(kAssetWidth, kAssetWidth / 2);
     }
     /// What OpenGL 1.1 knows: sizes that are powers of two, the formats of its time.
     static void ExpectOldUploadsOnly() {
