@@ -4,7 +4,7 @@
 
 #include <bit>
 
-#include "support/driven_map_win.h"
+#include "support/map_play_win.h"
 #include "support/gdiplus_pictures_win.h"
 #include "support/gl_spy_win.h"
 
@@ -19,7 +19,7 @@ using testing::StartsWith;
 constexpr GLsizei kLargestTexture = 1024;
 constexpr int kAssetWidth = 4096;
 
-class WorstRendererTest : public DrivenMapTest {
+class WorstRendererTest : public MapPlay {
 protected:
     WorstRendererTest() {
         SpiedGl().maxTextureSize = kLargestTexture;
@@ -27,7 +27,7 @@ protected:
         AddCity(L"Paris", L"France", 42.0, 3.0, 30);
         photos.PutCity(L"France\\Paris", 2, 96, 64);
         consent = 1;
-        PutAssetMap();
+        PutPatternMap(kAssetWidth, kAssetWidth / 2);
     }
     /// What OpenGL 1.1 knows: sizes that are powers of two, the formats of its time.
     static void ExpectOldUploadsOnly() {
