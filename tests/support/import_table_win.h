@@ -1,12 +1,10 @@
 #pragma once
-// What the library's calls of Windows and OpenGL make, take back, and how they fail: one table of
-// its imports, asked by the ledger of what it holds and by the failures that tests put in.
+// What the library's calls of Windows and OpenGL make and take back, and how they fail: one table of
+// its imports for the ledger of what it holds and for the failures that tests put in.
 
 #include <cstddef>
 #include <map>
-#include <memory>
 #include <string>
-#include <vector>
 
 #include "base/windows_types.h"
 
@@ -22,9 +20,6 @@ enum FailingCalls : unsigned {
     kMemoryCalls = 128,    ///< all by which the library gets memory
     kRefusingCalls = 256,  ///< those that decide whether a window is made
 };
-
-/// The imports of `module` whose names say that they make something and that the table lacks.
-std::vector<std::string> MakersNotInTable(HMODULE module);
 
 /// Books what a module makes and gives back, by pairing its calls: what grows here is the module's
 /// own doing, not Windows' or a driver's, and Wine counts few of these truly. One at a time.
@@ -53,7 +48,7 @@ private:
 inline constexpr int kAllThatFollow = 1 << 30;
 
 /// Counts the calls of some families and lets some of them fail without being made, whatever their
-/// arguments. One at a time. The module has to be at rest when this goes.
+/// arguments. One at a time.
 class FailingImports {
 public:
     /// @param families  sum of FailingCalls
