@@ -1,6 +1,6 @@
 #pragma once
-// What the library's calls of Windows and OpenGL make and take back, and how they fail: one table of
-// its imports for the ledger of what it holds and for the failures that tests put in.
+// What the library's calls of Windows and OpenGL make and take back, and how they fail: one table
+// of its imports for the ledger of what it holds and for the failures that tests put in.
 
 #include <cstddef>
 #include <map>
@@ -29,7 +29,6 @@ public:
 
     explicit ImportLedger(HMODULE module);
     ImportLedger(const ImportLedger&) = delete;
-    ImportLedger& operator=(const ImportLedger&) = delete;
     ~ImportLedger();
 
     /// What was made since the ledger began and not given back, by kind; kinds with none left out.
@@ -42,7 +41,7 @@ public:
     const Counts& Made() const;
 
 private:
-    HMODULE module_;
+    const HMODULE module_;
 };
 
 inline constexpr int kAllThatFollow = 1 << 30;
@@ -54,7 +53,6 @@ public:
     /// @param families  sum of FailingCalls
     FailingImports(HMODULE module, unsigned families);
     FailingImports(const FailingImports&) = delete;
-    FailingImports& operator=(const FailingImports&) = delete;
     ~FailingImports();
 
     /// The call of this number, counted from now on from 1, fails, and `count` - 1 more after it.
@@ -67,6 +65,6 @@ public:
     const char* Failed() const;
 
 private:
-    HMODULE module_;
-    unsigned families_;
+    const HMODULE module_;
+    const unsigned families_;
 };

@@ -1,32 +1,15 @@
 #include "long_run.h"
 
-#include <chrono>
 #include <cstdio>
-#include <cstdlib>
-#include <string_view>
 
 #include "support/gl_spy_win.h"
 
-int LengthOfRun(int full, int brief) {
-    const char* form = std::getenv("HORIVO_ENDURANCE");
-    return form != nullptr && std::string_view(form) == "full" ? full : brief;
-}
-
-std::uint32_t SeedOfRun() {
+std::uint64_t SeedOfRun() {
     const char* wanted = std::getenv("HORIVO_SEED");
-    const auto now = std::chrono::system_clock::now().time_since_epoch().count();
-    const auto seed = static_cast<std::uint32_t>(
-        wanted != nullptr ? std::strtoul(wanted, nullptr, 10) : static_cast<unsigned long>(now));
-    std::printf("HORIVO_SEED=%u repeats this run\n", seed);
+    const auto seed = wanted != nullptr ? std::strtoul(wanted, nullptr, 10) : GetTickCount();
+    std::printf("HORIVO_SEED=%lu repeats this run\n", seed);
     std::fflush(stdout);
-    return seed;
-}
-
-std::uint64_t Dice::Number() {
-    std::uint64_t x = state_.fetch_add(0x9E3779B97F4A7C15);
-    x = (x ^ (x >> 30)) * 0xBF58476D1CE4E5B9;
-    x = (x ^ (x >> 27)) * 0x94D049BB133111EB;
-    return x ^ (x >> 31);
+    return std::uint64_t{seed} << 32;  // the states of two runs shall not meet
 }
 
 WatchedLibrary::WatchedLibrary(HMODULE module, Dice& dice, const std::atomic<bool>& slow)
@@ -43,9 +26,7 @@ WatchedLibrary::WatchedLibrary(HMODULE module, Dice& dice, const std::atomic<boo
       }) {}
 
 void WatchedLibrary::Dawdle() {
-    const int roll = slow_ ? dice_.Roll(8) : 7;
-    if (roll < 3) Sleep(0);
-    if (roll == 3) Sleep(static_cast<DWORD>(dice_.Roll(15)));
+    if (slow_) Sleep(static_cast<DWORD>(dice_.OneIn(8) ? dice_.Roll(15) : 0));
 }
 
 DWORD WatchedLibrary::WaitFor(HANDLE handle, DWORD wait) {
@@ -107,12 +88,9 @@ HWND LongRunTest::Make(int width, int height) {
     library.CreateMapWindow(nullptr, 0, 0, 9, 9, &status);  // refused for another reason
     const DWORD before = library.GetLastSysError();
     const HWND made = CreateMap(width, height);
-    if (made != nullptr) {
-        EXPECT_EQ(status, HORIVO_OK);
-    } else if (before != ERROR_CLASS_DOES_NOT_EXIST && before != ERROR_CANNOT_FIND_WND_CLASS) {
-        EXPECT_NE(library.GetLastSysError(), before);
-        EXPECT_TRUE(status == HORIVO_OK ||
-                    (status >= HORIVO_NO_PIXEL_FORMAT && status <= HORIVO_CONTEXT_FAILED));
-    }
+    const bool unsure =
+        before == ERROR_CLASS_DOES_NOT_EXIST || before == ERROR_CANNOT_FIND_WND_CLASS;
+    EXPECT_TRUE(made != nullptr || unsure || library.GetLastSysError() != before) << before;
+    EXPECT_TRUE(made == nullptr || status == HORIVO_OK) << status;
     return made;
 }

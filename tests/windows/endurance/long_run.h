@@ -4,7 +4,9 @@
 
 #include <atomic>
 #include <cstdint>
+#include <cstdlib>
 #include <optional>
+#include <random>
 #include <vector>
 
 #include "support/import_table_win.h"
@@ -14,16 +16,16 @@
 // shellapi.h needs windows.h before it.
 #include <shellapi.h>
 
-/// `full` when HORIVO_ENDURANCE in the environment is "full", else `brief`.
-int LengthOfRun(int full, int brief);
+/// Whether HORIVO_FULL_RUN stands in the environment: the run is to last long.
+inline const bool kIsFullRun = std::getenv("HORIVO_FULL_RUN") != nullptr;
 /// HORIVO_SEED in the environment, else one from the clock. Printed, so that a failure can be
 /// repeated.
-std::uint32_t SeedOfRun();
+std::uint64_t SeedOfRun();
 
 /// Chance, for any thread.
 class Dice {
 public:
-    std::uint64_t Number();
+    std::uint64_t Number() { return std::mt19937_64(state_++)(); }
     /// 0 to `count` - 1.
     int Roll(int count) { return static_cast<int>((Number() >> 2) % static_cast<unsigned>(count)); }
     bool OneIn(int count) { return Roll(count) == 0; }
