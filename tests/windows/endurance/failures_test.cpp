@@ -42,6 +42,7 @@ protected:
         Paint(window);
         const std::uint32_t install = library.InstallMap();
         const HWND second = Make(64, 48);
+        Rest();
         const int frames = SpiedGl().frames;
         Paint(second);
         if (why.empty()) {
@@ -52,10 +53,9 @@ protected:
             EXPECT_TRUE(init == HORIVO_OK && install == HORIVO_OK) << why;
             EXPECT_TRUE(window != nullptr && second != nullptr) << why;
             EXPECT_EQ(SpiedGl().frames, frames + 1) << why;
-            const auto& uploads = SpiedGl().uploads;
-            const auto tiles = std::count_if(
-                uploads.begin(), uploads.end(),
-                [](const SpiedUpload& upload) { return upload.width == kMapWidth / 4; });
+            std::size_t tiles = 0;
+            for (const SpiedUpload& upload : SpiedGl().uploads)
+                if (upload.width == kMapWidth / 4) ++tiles;
             EXPECT_TRUE(tiles >= 16 && tiles % 8 == 0) << why << ": " << tiles << " tiles";
         }
         DestroyAll();
@@ -76,7 +76,8 @@ protected:
             Live("");
             if (failing.Failed() == nullptr) break;
             const std::string why = failing.Failed() + (", call " + std::to_string(number));
-            EXPECT_LE(watched->boxes.Calls() - boxes, 4) << why;
+            const int told = watched->boxes.Calls() - boxes;
+            EXPECT_TRUE(told <= 4 && (told > 0 || !why.starts_with("CreateThread"))) << why;
             failing.FailFrom(0, 0);
             Live(why);
             if (held.empty()) {
