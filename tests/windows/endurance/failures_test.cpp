@@ -17,7 +17,6 @@ protected:
         PutFiles(mapWidth);
         SpiedGl().uploads.clear();
         const std::uint32_t init = Init();
-        library.SetLocalString(HORIVO_TEXT_ADD_PHOTO, L"Add a photo");
         const HWND window = Make(64, 48);
         const auto send = [&](UINT message, WPARAM wParam, LPARAM lParam) {
             SendMessageW(window, message, wParam, lParam);

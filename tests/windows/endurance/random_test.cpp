@@ -122,6 +122,10 @@ private:
         history_ += ' ' + std::to_string(place) + ' ' + chosen->name;
         quietSeconds_ = 0;
         chosen->act(slots_[place]);
+        if (GetWindow(host, GW_CHILD) != nullptr) return;
+        auto held = watched->ledger.Held();
+        for (const char* kind : {"gl context", "gl list", "gl texture", "glu quadric", "dc"})
+            EXPECT_EQ(held[kind], 0U) << kind << " without a window after" << history_;
     }
 
     /// A window is refused only where a call has failed.
@@ -133,13 +137,13 @@ private:
 
     /// A message of the user, the host, a worker or anybody, often with numbers of sense.
     void SendAnything(HWND window) {
-        constexpr UINT kAll[] = {
-            WM_MOUSEMOVE,     WM_MOUSEMOVE,    WM_MOUSEMOVE,      WM_LBUTTONDOWN,
-            WM_LBUTTONUP,     WM_RBUTTONDOWN,  WM_LBUTTONDBLCLK,  WM_MOUSELEAVE,
-            WM_MOUSEWHEEL,    WM_KEYDOWN,      WM_KEYDOWN,        WM_KEYDOWN,
-            WM_DISPLAYCHANGE, HORIVO_MSG_CITY, WM_TIMER,          WM_TIMER,
-            WM_CREATE,        WM_SIZE,         WM_SETCURSOR,      WM_USER + 1,
-            WM_ERASEBKGND,    WM_KILLFOCUS,    WM_CAPTURECHANGED, HORIVO_MSG_PHOTOS_CHANGED};
+        constexpr UINT kAll[] = {WM_MOUSEMOVE,     WM_MOUSEMOVE,     WM_LBUTTONDOWN,
+                                 WM_LBUTTONUP,     WM_RBUTTONDOWN,   WM_MOUSEWHEEL,
+                                 WM_MOUSELEAVE,    WM_LBUTTONDBLCLK, WM_KEYDOWN,
+                                 WM_KEYDOWN,       WM_TIMER,         WM_TIMER,
+                                 WM_DISPLAYCHANGE, HORIVO_MSG_CITY,  WM_SIZE,
+                                 WM_SETCURSOR,     WM_CREATE,        HORIVO_MSG_PHOTOS_CHANGED,
+                                 WM_ERASEBKGND,    WM_USER + 1};
         constexpr int kKeys[] = {VK_LEFT, VK_RIGHT,    VK_UP,    VK_DOWN, VK_HOME,   VK_CLEAR,
                                  VK_ADD,  VK_SUBTRACT, VK_PRIOR, VK_NEXT, VK_INSERT, 'I'};
         const UINT message = dice.Any(kAll);
@@ -147,8 +151,8 @@ private:
         if (dice.OneIn(4)) wParam = dice.Number();
         LPARAM lParam = MAKELPARAM(dice.Roll(250), dice.Roll(250));
         if (message != WM_SIZE && dice.OneIn(4)) lParam = static_cast<LPARAM>(dice.Number());
-        const auto city = static_cast<std::size_t>(dice.Roll(static_cast<int>(sane.size())));
-        if (message == HORIVO_MSG_CITY) lParam = reinterpret_cast<LPARAM>(&sane[city]);
+        const CityRecord* city = &sane[dice.Number() % sane.size()];
+        if (message == HORIVO_MSG_CITY) lParam = reinterpret_cast<LPARAM>(city);
         if (message == WM_TIMER) FixedClock().wHour = static_cast<WORD>(dice.Roll(24));
         SendMessageW(window, message, wParam, lParam);
     }
@@ -181,7 +185,6 @@ private:
         } else {
             Act(kinds_ & ~(kFailures | kUnloads));
         }
-        failing.Stop();
         if (failing.Failed() != nullptr) history_ += std::string(" (") + failing.Failed() + ')';
     }
 
@@ -207,12 +210,11 @@ private:
         unharmed_ = true;
     }
 
-    /// The start view at noon in July, with the pointer beside the middle.
+    /// The start view at noon in July.
     static SpiedFrame StartView(const Slot& slot) {
         Key(slot.window, VK_HOME);
         FixedClock() = {2024, 7, 1, 1, 12, 0, 0, 0};
         SendMessageW(slot.window, WM_TIMER, 4, 0);  // the Sun moves
-        SendMessageW(slot.window, WM_MOUSEMOVE, 0, MAKELPARAM(slot.width / 2 + 9, slot.height / 3));
         SpiedGl().keepFrame = true;
         Paint(slot.window);
         Paint(slot.window);
@@ -241,13 +243,11 @@ private:
         }
         auto held = watched->ledger.Held();
         EXPECT_EQ(held["reference to the library"], 0U) << history_;
-        if (!unharmed_ && !IsExact()) return;
-        EXPECT_EQ(held["gl context"], living > 0 ? 1U : 0U) << history_;
+        if (living == 0 || (!unharmed_ && !IsExact())) return;
+        EXPECT_EQ(held["gl context"], 1U) << history_;
         EXPECT_EQ(held["dc"], living) << history_;
-        const bool tiled = living == 0 || held["gl texture"] >= kTiles;
-        EXPECT_TRUE(tiled || (kinds_ & kWorkers) != 0) << "a bare globe after" << history_;
-        if (!IsExact()) return;
-        EXPECT_EQ(held["gl list"], living > 0 ? listsOfOne_ : 0) << history_;
+        EXPECT_TRUE(held["gl texture"] >= kTiles || (kinds_ & kWorkers) != 0) << history_;
+        EXPECT_TRUE(!IsExact() || held["gl list"] == listsOfOne_) << history_;
     }
 
     /// Every set of tiles was whole and right, and nothing is left.
@@ -274,6 +274,7 @@ private:
         SpiedGl().uploads.clear();
         ASSERT_EQ(Init(), HORIVO_OK) << history_;
         for (Slot& slot : slots_) {
+            if (&slot != slots_ && !slot.alone.pixels.empty()) continue;
             MakeWindow(slot);
             Rest();
             SendMessageW(slot.window, HORIVO_MSG_CITY, 0, reinterpret_cast<LPARAM>(cities.data()));
