@@ -25,10 +25,6 @@ WatchedLibrary::WatchedLibrary(HMODULE module, Dice& dice, const std::atomic<boo
           return Post::Real(arguments...);
       }) {}
 
-void WatchedLibrary::Dawdle() {
-    if (slow_) Sleep(static_cast<DWORD>(dice_.OneIn(8) ? dice_.Roll(15) : 0));
-}
-
 DWORD WatchedLibrary::WaitFor(HANDLE handle, DWORD wait) {
     Dawdle();
     // Waits of minutes become moments, so that giving up is tried as well as waiting.

@@ -53,7 +53,9 @@ public:
 
 private:
     /// Mostly no time at all, sometimes some milliseconds.
-    void Dawdle();
+    void Dawdle() {
+        if (slow_) Sleep(static_cast<DWORD>(dice_.OneIn(8) ? dice_.Roll(15) : 0));
+    }
     DWORD WaitFor(HANDLE handle, DWORD wait);
 
     using Wait = Hook<"WaitForSingleObject", decltype(WaitForSingleObject)>;

@@ -37,6 +37,7 @@ protected:
         const ULONGLONG end = GetTickCount64() + (kIsFullRun ? 600000 : 20000);
         while (GetTickCount64() < end && !HasFailure()) {
             LiveOnce();
+            if (HasFailure()) return;
             history_.clear();
             resting_ = false;
             slow = (kinds & kWorkers) != 0;
