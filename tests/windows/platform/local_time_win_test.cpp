@@ -129,7 +129,9 @@ TEST(LocalTime, ChangesOfLawAndOfTheSeasonComeAtTheirMinute) {
     wchar_t text[kTimeTextChars];
     FormatShortTime({2022, 1, 0, 2, 7, 8, 9, 0}, text);
     EXPECT_EQ(std::wstring(text).find(L"09"), std::wstring::npos) << "no seconds";
-    FormatShortTime({2022, 13, 0, 2, 25, 8, 9, 0}, text);
+    SYSTEMTIME noTime = {2022, 13, 0, 2, 25, 8, 9, 0};
+    EXPECT_FALSE(UtcToZoneTime(noTime, zone, *rules, noTime));
+    FormatShortTime(noTime, text);
     EXPECT_STREQ(text, L"Error!");
 }
 
