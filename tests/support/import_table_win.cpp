@@ -69,6 +69,9 @@ void Lists(const char* kind, Word, const Words& words) {
     for (GLuint i = 0; i < static_cast<GLuint>(words[Count]); ++i)
         Act(kind, static_cast<GLuint>(words[First]) + i);
 }
+void FontMade(const char* kind, Word result, const Words& words) {
+    if (static_cast<BOOL>(result) != FALSE) Lists<Enter, 3, 2>(kind, result, words);
+}
 /// What has a number of 32 bits as its first argument.
 template <auto Act>
 void First(const char* kind, Word, const Words& words) {
@@ -88,7 +91,6 @@ struct Booking {
 
 constexpr Booking kBookings[] = {
     {"heap block", "malloc calloc realloc", Made, "free realloc", Taken<0>},
-    {"global block", "GlobalAlloc", Made, "GlobalFree", Taken<0>},
     {"gdi+ block", "GdipAlloc", Made, "GdipFree", Taken<0>},
     {"use of gdi+", "GdiplusStartup", MadeAt<0, 0>, "GdiplusShutdown", Taken<0>},
     {"gdi+ object", "GdipCreateBitmapFromFile GdipCloneImage GdipGetImageGraphicsContext",
@@ -97,8 +99,7 @@ constexpr Booking kBookings[] = {
     {"gl context", "wglCreateContext", Made, "wglDeleteContext", Taken<0>},
     // A list that is recorded anew is still one list.
     {"gl list", "glNewList", First<Enter>, "glNewList", First<Strike>},
-    {"gl list", "wglUseFontBitmapsW", Lists<Enter, 3, 2>, "wglUseFontBitmapsW",
-     Lists<Strike, 3, 2>},
+    {"gl list", "wglUseFontBitmapsW", FontMade, "wglUseFontBitmapsW", Lists<Strike, 3, 2>},
     {"gl list", "", nullptr, "glDeleteLists", Lists<Strike, 0, 1>},
     {"gl texture", "glGenTextures", Textures<Enter>, "glDeleteTextures", Textures<Strike>},
     {"glu quadric", "gluNewQuadric", Made, "gluDeleteQuadric", Taken<0>},

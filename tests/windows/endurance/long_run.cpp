@@ -7,8 +7,7 @@
 std::uint64_t SeedOfRun() {
     const char* wanted = std::getenv("HORIVO_SEED");
     const auto seed = wanted != nullptr ? std::strtoul(wanted, nullptr, 10) : GetTickCount();
-    std::printf("HORIVO_SEED=%lu repeats this run\n", seed);
-    std::fflush(stdout);
+    std::fprintf(stderr, "HORIVO_SEED=%lu repeats this run\n", seed);
     return std::uint64_t{seed} << 32;  // the states of two runs shall not meet
 }
 
