@@ -208,11 +208,9 @@ TEST_F(CityLabelsTest, StandInTheOrderOfTheirHeights) {
     const double cases[][4] = {{20, 10, 0, -1},  {10, 20, 100, 1},  {10, 10, 5, 0},
                                {2, 1, 1e300, 1}, {1, 2, 1e300, -1}, {kNaN, 1, 0, 0}};
     for (const auto& [heightA, heightB, reference, order] : cases) {
-        CityRecord a{};
-        CityRecord b{};
-        a.windowPoint[1] = heightA;
-        b.windowPoint[1] = heightB;
-        EXPECT_EQ(CompareMarkers(a, b, reference), order) << heightA << " and " << heightB;
+        CityRecord records[2] = {};
+        std::tie(records[0].windowPoint[1], records[1].windowPoint[1]) = std::tie(heightA, heightB);
+        EXPECT_EQ(CompareMarkers(records[0], records[1], reference), order) << heightA;
     }
 }
 

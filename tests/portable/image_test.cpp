@@ -358,7 +358,8 @@ TEST(LoadTracker, OnlyTheNewestFailureClearsAndNoOtherLoadsPicture) {
                                            loads.Find(&kWindows[1], LoadState::Failed));
         EXPECT_EQ(loads.MustClearTextures(failed, PictureStage::Loaded), clears) << script;
     }
-    EXPECT_TRUE(Played("A B 1+ 2-").MustClearTextures(2, PictureStage::Empty)) << "that is gone too";
+    EXPECT_TRUE(Played("A B 1+ 2-").MustClearTextures(2, PictureStage::Empty))
+        << "that is gone too";
     const Played loads("A 1+ B");
     EXPECT_TRUE(loads.IsSuperseded(1, PictureStage::Empty)) << "load 2 cleared the picture";
     EXPECT_FALSE(loads.IsSuperseded(2, PictureStage::Empty)) << "nothing newer comes";

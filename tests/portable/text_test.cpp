@@ -34,8 +34,8 @@ TEST(WideText, ReadsWellFormedUtf8OnlyAndCutsBetweenCharacters) {
 /// Reads `length` characters of `text` in a block of exactly that size, so that the sanitizer sees
 /// each step over the end; below 0: the whole text with its terminator.
 WideString Unescaped(const WideString& text, std::int32_t length) {
-    std::vector<HorivoWideChar> block(text.begin(), text.end());
-    block.resize(length < 0 ? text.size() + 1 : std::size_t(length));
+    const std::size_t size = length < 0 ? text.size() + 1 : std::size_t(length);
+    std::vector<HorivoWideChar> block(text.data(), text.data() + size);
     const auto end = std::size_t(Unescape(block.data(), length));
     EXPECT_TRUE(end == block.size() || block.at(end) == u'\0');
     return {block.data(), end};
