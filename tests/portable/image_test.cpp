@@ -227,8 +227,7 @@ TEST(TexturePixels, AreSavedWithoutPaddingFromTheTopAndStay) {
     EXPECT_THAT(PictureFiles()[L"saved"].bytes,
                 ElementsAre(3, 2, 1, 6, 5, 4, 9, 8, 7, 12, 11, 10, 15, 14, 13, 18, 17, 16));
     EXPECT_EQ(Bytes(texture), before);
-    // More room is at the right and below the picture.
-    ASSERT_TRUE(texture.PadBuffer(4, 3));
+    ASSERT_TRUE(texture.PadBuffer(4, 3));  // more room below the picture
     EXPECT_TRUE(std::equal(before.begin(), before.begin() + 9, Bytes(texture).begin() + 12));
 }
 
