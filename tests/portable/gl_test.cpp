@@ -169,8 +169,8 @@ TEST_F(PlanetTest, FailureOfAnyUploadLeavesNoTextureBehind) {
     }
     Gl().errors = {GL_INVALID_ENUM, GL_STACK_UNDERFLOW};
     EXPECT_EQ(Upload(), 0U) << "older errors are not blamed on a tile";
-    Gl().errors.resize(9999, GL_INVALID_OPERATION);
-    EXPECT_EQ(Upload(), GLenum{GL_INVALID_OPERATION}) << "the context is lost";
+    Gl().errors.resize(9999, GL_INVALID_OPERATION);  // the context is lost
+    EXPECT_EQ(Upload(), GLenum{GL_INVALID_OPERATION});
 }
 
 TEST_F(PlanetTest, ShellsAreRecordedOnceAndAgainWhereTheDetailDiffersOrTheListFailed) {

@@ -227,8 +227,7 @@ TEST(TexturePixels, AreSavedWithoutPaddingFromTheTopAndStay) {
     EXPECT_THAT(PictureFiles()[L"saved"].bytes,
                 ElementsAre(3, 2, 1, 6, 5, 4, 9, 8, 7, 12, 11, 10, 15, 14, 13, 18, 17, 16));
     EXPECT_EQ(Bytes(texture), before);
-    // More room is at the right and below the picture.
-    ASSERT_TRUE(texture.PadBuffer(4, 3));
+    ASSERT_TRUE(texture.PadBuffer(4, 3));  // more room below the picture
     EXPECT_TRUE(std::equal(before.begin(), before.begin() + 9, Bytes(texture).begin() + 12));
 }
 
@@ -358,7 +357,8 @@ TEST(LoadTracker, OnlyTheNewestFailureClearsAndNoOtherLoadsPicture) {
                                            loads.Find(&kWindows[1], LoadState::Failed));
         EXPECT_EQ(loads.MustClearTextures(failed, PictureStage::Loaded), clears) << script;
     }
-    EXPECT_TRUE(Played("A B 1+ 2-").MustClearTextures(2, PictureStage::Empty)) << "that is gone too";
+    EXPECT_TRUE(Played("A B 1+ 2-").MustClearTextures(2, PictureStage::Empty))
+        << "that is gone too";
     const Played loads("A 1+ B");
     EXPECT_TRUE(loads.IsSuperseded(1, PictureStage::Empty)) << "load 2 cleared the picture";
     EXPECT_FALSE(loads.IsSuperseded(2, PictureStage::Empty)) << "nothing newer comes";

@@ -34,8 +34,8 @@ TEST(WideText, ReadsWellFormedUtf8OnlyAndCutsBetweenCharacters) {
 /// Reads `length` characters of `text` in a block of exactly that size, so that the sanitizer sees
 /// each step over the end; below 0: the whole text with its terminator.
 WideString Unescaped(const WideString& text, std::int32_t length) {
-    std::vector<HorivoWideChar> block(text.begin(), text.end());
-    block.resize(length < 0 ? text.size() + 1 : std::size_t(length));
+    const std::size_t size = length < 0 ? text.size() + 1 : std::size_t(length);
+    std::vector<HorivoWideChar> block(text.data(), text.data() + size);
     const auto end = std::size_t(Unescape(block.data(), length));
     EXPECT_TRUE(end == block.size() || block.at(end) == u'\0');
     return {block.data(), end};
@@ -77,14 +77,12 @@ TEST(UnitWords, FollowTheRulesOfALanguageAndKeepWhatStandsBeforeAFault) {
     const std::tuple<WideString, std::uint32_t, WideString, int> cases[] = {
         {russian, 11, u"дней", 13},
         {russian, 1094, u"дня", 13},                // the last two digits decide
-        {u";1 day", 1, u"d", 0},                    // ranges without a default
         {u"x;1,5-7,9 y", 6, u"y", 3},               // a list goes on behind a comma
         {u"x;0-99 y;5 z", 5, u"z", 2},              // the last range wins
         {u"x;1,5-3 y", 1, u"y", 1},                 // a turned range ends the list,
         {u"x;1,100 y;2 z", 2, u"z", 2},             // so does a number too large,
         {u"x;1,4294967301 y", 1, u"y", 1},          // also one that 32 bits would take for 5,
         {u"x;1-9 y;2,a z;3 z", 2, u"x", 2},         // a letter in the list ends the table
-        {u"x; y;2 z", 2, u"z", 1},                  // a word without ranges
         {u"x;1 ;2 z", 1, u"", 2},                   // an empty word is a word
         {hundredAndOne + u" y;8 z", 8, u"x", 100},  // no room for ranges of a further group,
         {hundredAndOne + u" y;8 z", 0, u"y", 100},  // but for those before
@@ -138,7 +136,6 @@ TEST(FormatLatLong, FoldsBehindThePolesAndKeepsTheSideOfMinutes) {
         {0.5, -0.5, "Lat  0*30'N  Long   0*30'W"},
         {90, 10, "Lat 90*00'N  Long 170*00'W"},   // the North Pole counts as beyond itself,
         {-90, 10, "Lat 90*00'S  Long  10*00'E"},  // the South Pole does not
-        {-95, 10, "Lat 85*00'S  Long 170*00'W"},
         {10, 180.02, "Lat 10*00'N  Long 179*59'W"},
         {51.4999, -0.1199, "Lat 51*29'N  Long   0*07'W"},  // cut, not rounded
         {-0.01, -0.01, "Lat  0*00'N  Long   0*00'E"},      // less than a minute has no side
