@@ -4,10 +4,10 @@
 
 #include <bit>
 
-#include "support/map_play_win.h"
 #include "support/gdiplus_pictures_win.h"
 #include "support/gl_listing_win.h"
 #include "support/gl_spy_win.h"
+#include "support/map_play_win.h"
 
 namespace {
 
