@@ -134,10 +134,7 @@ void Await(const Arguments& a, const std::function<bool()>& done) {
     EXPECT_TRUE(MapPlay::PumpUntil(done));
 }
 
-constexpr LPARAM kHeldBit = LPARAM{1} << 30;
-
-using Verb = void (*)(MapPlay& m, const Arguments& a);
-const std::map<std::string, Verb> kVerbs = {
+const std::map<std::string, void (*)(MapPlay& m, const Arguments& a)> kVerbs = {
     // The pointer. Points are written as MapPlay::At has them.
     {"move", [](auto& m, auto& a) { m.Hover(m.At(a.rest)); }},
     {"drag", [](auto& m, auto& a) { m.Pointer(WM_MOUSEMOVE, MK_LBUTTON, m.At(a.rest)); }},
@@ -150,7 +147,8 @@ const std::map<std::string, Verb> kVerbs = {
     {"zoom", [](auto& m, auto&) { m.ZoomIn(); }},
     // Keys, "key up 3" is three presses; timers, "tick flight 3"; what Windows sends.
     {"key", [](auto& m, auto& a) { PressKeys(m, a, 1); }},
-    {"held key", [](auto& m, auto& a) { PressKeys(m, a, kHeldBit | 1); }},
+    // Bit 30 says that the key was down before.
+    {"held key", [](auto& m, auto& a) { PressKeys(m, a, 0x40000001); }},
     {"home", [](auto& m, auto&) { m.Home(); }},
     {"tick",
      [](auto& m, auto& a) {
@@ -169,7 +167,7 @@ const std::map<std::string, Verb> kVerbs = {
          m.ShowCity(city);
      }},
     // Signed index, number of new photos.
-    {"photos changed", [](auto& m, auto& a) { m.Send(32979, a.Long(0), a.Long(1, 1)); }},
+    {"photos changed", [](auto& m, auto& a) { m.Send(m.kNewPhotos, a.Long(0), a.Long(1, 1)); }},
     {"answer", [](auto& m, auto& a) { m.consent = a.Long(0); }},
     {"when", When},
     {"do", [](auto& m, auto& a) { m.acts.at(a.rest)(); }},
@@ -211,7 +209,7 @@ const std::map<std::string, Verb> kVerbs = {
     {"stage", [](auto& m, auto& a) { m.Send(WM_USER + 1, a.Long(0), a.Int(1)); }},
     // What is expected. Lists end what they compare: the next "asked" sees what came since.
     {"asked", [](auto& m, auto& a) { ExpectList(m.asked, a); }},
-    {"told", [](auto& m, auto& a) { ExpectList(m.told, a); }},
+    {"told", [](auto& m, auto& a) { ExpectList(m.heard, a); }},
     {"opened", [](auto& m, auto& a) { ExpectList(m.opened, a); }},
     // And its period in ms.
     {"runs",

@@ -17,6 +17,8 @@
 class MapPlay : public MapHostTest {
 public:
     using Rows = std::initializer_list<std::pair<std::string, std::string>>;  ///< why, actions
+    // Numbers that hosts were built with.
+    enum Message : UINT { kCity = 32968, kMayShow = 32978, kNewPhotos = 32979 };
     static constexpr WPARAM kFlightTimer = 2;
     static constexpr WPARAM kSunTimer = 4;
     static constexpr int kOpenWidth = 800;  ///< of the window, where a test says nothing
@@ -76,7 +78,7 @@ public:
     /// Lets a timer of the window come round once, whether it runs or not.
     void Tick(WPARAM timer) const { Send(WM_TIMER, timer, 0); }
     /// The host's request.
-    void ShowCity(const CityRecord& city) const { Send(32968, 0, reinterpret_cast<LPARAM>(&city)); }
+    void ShowCity(const CityRecord& city) const { Send(kCity, 0, reinterpret_cast<LPARAM>(&city)); }
 
     /// Paints and reads what was painted.
     SeenOverlay Look() {
@@ -147,7 +149,7 @@ public:
     POINT cursor = {};                                  ///< client point of the cursor
     LRESULT consent = 0;                                ///< answer of the host's hidden window
     std::string asked;                                  ///< indices that it was asked about
-    std::string told;                                   ///< those of which its parent heard
+    std::string heard;                                  ///< those of which its parent heard
     std::string opened;  ///< the ends of pages that were handed to the browser
     int boxes = 0;       ///< shown since the last look
     bool contextLost = false;
@@ -182,7 +184,7 @@ private:
         library.module, [this](HWND to, UINT message, WPARAM wParam, LPARAM lParam) {
             const std::string index = ' ' + std::to_string(static_cast<int>(wParam));
             if (to == kHidden) {
-                EXPECT_TRUE(message == 32978 && lParam == reinterpret_cast<LPARAM>(window));
+                EXPECT_TRUE(message == kMayShow && lParam == reinterpret_cast<LPARAM>(window));
                 asked += index;
                 Come("asked");
                 return consent;
@@ -190,8 +192,8 @@ private:
             if (to == window && message == WM_KEYDOWN) Come("key");
             const LRESULT answer = decltype(sendMessage_)::Real(to, message, wParam, lParam);
             if (to != host) return answer;
-            EXPECT_TRUE(message == 32968 && lParam == reinterpret_cast<LPARAM>(&cities[wParam]));
-            told += index;
+            EXPECT_TRUE(message == kCity && lParam == reinterpret_cast<LPARAM>(&cities[wParam]));
+            heard += index;
             Come("told");
             return answer;
         }};

@@ -70,7 +70,7 @@ TEST_F(HostMessagesTest, HostsRequestFliesToTheCityAndAsksForItsPhotos) {
         {
             {"by both names, whatever the case", "city pARIS/fRANCE; asked 1; fly; view 42 -3"},
             {"by name alone, and the host may read at once",
-             "city Twin; asked 2; do read; says Twin"},
+             "move Paris; city Twin; asked 2; do read; says Twin"},
             {"twin by country", "city Twin/Malta; asked 3; fly; view 36 -12"},
             {"the first", "city First; asked 0; fly; view 40 0.2"},
             {"unknown", "city Atlantis; asked none; stops flight"},

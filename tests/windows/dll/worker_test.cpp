@@ -1,7 +1,5 @@
 // Worker threads that take their time: whatever happens to window, library and picture meanwhile,
 // nothing is harmed and one right set of tiles comes out in the end.
-#include <set>
-
 #include "support/import_table_win.h"
 #include "support/map_play_win.h"
 
@@ -72,12 +70,12 @@ TEST_F(WorkerTest, InstallMapTakesItsTurnBehindALoadUnderWay) {
 TEST_F(WorkerTest, AWorkerThatCannotBeStartedIsReported) {
     const ImportLedger memory(library.module);
     Play("create b 50 50; settle; create a; tiles 2");
-    std::set<HWND> repainted;
-    using Invalidate = FakedImport<"InvalidateRect", decltype(InvalidateRect)>;
-    const Invalidate invalidate(library.module, [&](HWND which, const RECT* part, BOOL erase) {
-        repainted.insert(which);
-        return Invalidate::Real(which, part, erase);
-    });
+    std::map<HWND, int> repainted;
+    const FakedImport<"InvalidateRect", decltype(InvalidateRect)> invalidate(
+        library.module, [&](HWND which, const RECT* part, BOOL erase) {
+            ++repainted[which];
+            return decltype(invalidate)::Real(which, part, erase);
+        });
     for (const std::string start : {"1", "2"}) {
         Play("start fails " + start + "; key l; settle; boxes 1; tiles 0; lives");
         EXPECT_LT(memory.HeldBytes(), 3U * 512 * 256) << "the picture that nobody will cut";
