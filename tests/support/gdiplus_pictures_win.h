@@ -5,6 +5,8 @@
 #include <filesystem>
 #include <vector>
 
+#include "image/gdiplus_win.h"
+
 /// A decoded picture: rows from the top, bytes R, G, B, no padding.
 struct RgbPicture {
     int width = 0;
@@ -12,11 +14,11 @@ struct RgbPicture {
     std::vector<std::uint8_t> pixels;
 };
 
-/// Writes a pattern whose red grows from 0 to 255 downward and its green to the right.
-void SavePatternJpeg(const std::filesystem::path& path, int width, int height, int quality);
-
-/// The same in a GDI+ pixel format, opaque.
-void SavePatternPng(const std::filesystem::path& path, int width, int height, int format);
+/// Writes a pattern whose red grows from 0 to 255 downward and its green to the right, as a PNG or
+/// a JPEG file by the name. @param quality  of a JPEG
+/// @param format  of GDI+
+void SavePattern(const std::filesystem::path& path, int width, int height, ULONG quality = 100,
+                 int format = PixelFormat24bppRGB);
 
 /// Decodes a file; empty when it cannot be read.
 RgbPicture DecodePicture(const std::filesystem::path& path);

@@ -12,7 +12,6 @@
 namespace {
 
 constexpr wchar_t kHostClass[] = L"horivo test host";
-constexpr int kJpegQuality = 100;
 
 void WINAPI TellFixedTime(SYSTEMTIME* time) { *time = FixedClock(); }
 
@@ -109,7 +108,7 @@ void MapHostTest::PutAssetMap() {
 }
 
 void MapHostTest::PutPatternMap(int width, int height) {
-    SavePatternJpeg(MapPath(), width, height, kJpegQuality);
+    SavePattern(MapPath(), width, height);
 }
 
 void MapHostTest::PutSettings(const std::string& text) {

@@ -1,6 +1,5 @@
 // What lies flat over the globe at its right: the photo panel over real folders, what it shows, how
 // it pages, what it opens; the buttons, which sheets serve, how a button looks, when it acts.
-#include "image/gdiplus_win.h"
 #include "support/frame_compare_win.h"
 #include "support/gdiplus_pictures_win.h"
 #include "support/map_play_win.h"
@@ -41,8 +40,6 @@ TEST_F(OverlayTest, PhotosStackNewestFirstEachWithItsOwnPictureTheRightWayUp) {
     for (std::size_t i = 0; i < 4; ++i) {
         const SeenImage& image = seen.images[i];
         EXPECT_EQ(image.x + image.width / 2, kPanelX + 54) << "also wider than the panel";
-        EXPECT_EQ(image.width, 128 - 16 * static_cast<int>(i));
-        EXPECT_EQ(image.height, 80 - 8 * static_cast<int>(i));
         EXPECT_LT(image.y + image.height, ceiling) << "a gap";
         ceiling = image.y;
         const SpiedUpload& upload = SpiedGl().uploads[i];
@@ -143,14 +140,14 @@ TEST_F(OverlayTest, HostileNamesAndBrokenFilesShowNothing) {
     photos.PutCity(L"France\\Paris", 3);
     const auto folder = PhotoDisk::Root() / L"France\\Paris";
     fs::resize_file(folder / L"3.jpg", 0);
-    SavePatternPng(folder / L"2.jpg", 96, 64, PixelFormat32bppARGB);
+    SavePattern(folder / L"2.png", 96, 64, 100, PixelFormat32bppARGB);
+    fs::rename(folder / L"2.png", folder / L"2.jpg");
     std::string lines = "1\tParis\t\t\tgood\t/1\n";
     for (const char* city : {"..", ".", ". .", "Paris\\..", "..\\Spain\\Nice"})
         lines += std::string("1\t") + city + "\t\t\ttrap\t/3\n";
     photos.PutIndex(L"France", lines);
     // A host may take its names from anywhere too.
     AddCity(L"..", L"France", 43.0, 3.0);
-    AddCity(L"..", L".. ", 45.0, 3.0);
     Open();
     // A photo that has to be converted is shown also where its quality cannot be chosen.
     const auto fails = [](auto...) { return 1; };
@@ -158,22 +155,20 @@ TEST_F(OverlayTest, HostileNamesAndBrokenFilesShowNothing) {
     const FakedImport<"GdipSetPixelOffsetMode", int(void*, int)> offset(library.module, fails);
     PlayRows("", {{"broken", "city Paris; home; photos 2 1"},
                   {"a country", "click 42:5; home; photos 1"},
-                  {"a city", "city ../France; home; stack 0"},
-                  {"a country of that name", "city ../.. ; home; stack 0"}});
+                  {"a city of the host's", "city ../France; home; stack 0"}});
 }
 
 /// A window whose host's program stands in a folder of the test's own.
 class ButtonsTest : public OverlayTest {
 protected:
-    const fs::path folder = fs::temp_directory_path() /
-                            (L"horivo-\x0416-\x00E9-" + std::to_wstring(GetCurrentProcessId()));
+    const fs::path folder = fs::temp_directory_path() / L"horivo-\x0416-\x00E9";
     const fs::path sheet = folder / "buttons.png";
     std::wstring commandLine = L"\"" + (folder / L"host.exe").wstring() + L"\" -x";
     std::wstring program;  ///< where it looks second
 
     ButtonsTest() {
         fs::create_directories(folder);
-        SavePatternPng(sheet, 128, 256, PixelFormat32bppARGB);
+        SavePattern(sheet, 128, 256, 100, PixelFormat32bppARGB);
         consent = 0;
     }
     ~ButtonsTest() override { fs::remove_all(folder); }
@@ -195,16 +190,14 @@ TEST_F(ButtonsTest, OnlyAFittingSheetBesideTheProgramMakesButtons) {
     using Case = std::tuple<int, int, int, std::wstring, std::wstring, bool>;
     SpiedGl().keepPixels = true;
     for (const auto& [width, height, format, line, path, found] : {
-             Case{0, 0, PixelFormat32bppARGB, named, L"", false},  // no picture
-             {128, 256, PixelFormat24bppRGB, named, L"", false},
+             Case{128, 256, PixelFormat24bppRGB, named, L"", false},
              {256, 256, PixelFormat32bppARGB, named, L"", false},
              {128, 255, PixelFormat32bppARGB, named, L"", false},
              {128, 256, PixelFormat32bppARGB, named, L"", true},
              {128, 256, PixelFormat32bppARGB, L"host.exe", beside, true},
              {128, 256, PixelFormat32bppARGB, L".\\host.exe", L"host.exe", false},
          }) {
-        fs::remove(sheet);
-        SavePatternPng(sheet, width, height, format);
+        SavePattern(sheet, width, height, 100, format);
         commandLine = line;
         program = path;
         Play(found ? "open; dark p50,20; press p50,20; runs repeat; release p50,20; close"
@@ -257,12 +250,11 @@ TEST_F(ButtonsTest, ARepeatBeginsAndGoesOnOnlyWithTheCapture) {
 }
 
 TEST_F(ButtonsTest, AddPhotoShowsWhileTheHostAcceptsAndOpensItsPage) {
-    const std::wstring hint(400, L'w');
-    library.SetLocalString(HORIVO_TEXT_ADD_PHOTO, hint.c_str());
+    const std::string said(400, 'w');
+    library.SetLocalString(HORIVO_TEXT_ADD_PHOTO, std::wstring(400, L'w').c_str());
     library.SetLocalString(HORIVO_TEXT_ADD_PHOTO, nullptr);  // changes nothing
     Open();
     points["add"] = {kPanelX + 50, 2 * LineHeight() + 12};
-    const std::string said(hint.begin(), hint.end());
     PlayRows("", {{"nobody asked the host yet", "bare add; click add; opened none"},
                   {"the host agrees", "home; answer 1; city Paris; home; dark add; says not " +
                                           said + "; move add; lit add; says " + said},
