@@ -21,8 +21,8 @@ struct GdiplusScope {
 
 }  // namespace
 
-void SavePattern(const std::filesystem::path& path, int width, int height, ULONG quality,
-                 int format) {
+void SavePattern(const std::filesystem::path& path, int width, int height, int format,
+                 ULONG quality) {
     const GdiplusScope gdiplus;
     Gdiplus::Bitmap bitmap(width, height, format);
     for (int i = 0; i < width * height; ++i) {

@@ -12,6 +12,7 @@
 namespace {
 
 constexpr wchar_t kHostClass[] = L"horivo test host";
+constexpr int kJpegQuality = 100;
 
 void WINAPI TellFixedTime(SYSTEMTIME* time) { *time = FixedClock(); }
 
@@ -108,7 +109,7 @@ void MapHostTest::PutAssetMap() {
 }
 
 void MapHostTest::PutPatternMap(int width, int height) {
-    SavePattern(MapPath(), width, height);
+    SavePatternJpeg(MapPath(), width, height, kJpegQuality);
 }
 
 void MapHostTest::PutSettings(const std::string& text) {

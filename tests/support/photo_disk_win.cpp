@@ -24,7 +24,7 @@ void PhotoDisk::Empty() {
 void PhotoDisk::PutPhoto(const std::wstring& place, int number, int width, int height) {
     constexpr int kQuality = 80;
     fs::create_directories(Root() / place);
-    SavePattern(Root() / place / (std::to_wstring(number) + L".jpg"), width, height, kQuality);
+    SavePatternJpeg(Root() / place / (std::to_wstring(number) + L".jpg"), width, height, kQuality);
 }
 
 void PhotoDisk::PutIndex(const std::wstring& place, std::string_view bytes) {

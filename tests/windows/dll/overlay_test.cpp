@@ -140,7 +140,7 @@ TEST_F(OverlayTest, HostileNamesAndBrokenFilesShowNothing) {
     photos.PutCity(L"France\\Paris", 3);
     const auto folder = PhotoDisk::Root() / L"France\\Paris";
     fs::resize_file(folder / L"3.jpg", 0);
-    SavePattern(folder / L"2.png", 96, 64, 100, PixelFormat32bppARGB);
+    SavePattern(folder / L"2.png", 96, 64, PixelFormat32bppARGB);
     fs::rename(folder / L"2.png", folder / L"2.jpg");
     std::string lines = "1\tParis\t\t\tgood\t/1\n";
     for (const char* city : {"..", ".", ". .", "Paris\\..", "..\\Spain\\Nice"})
@@ -168,7 +168,7 @@ protected:
 
     ButtonsTest() {
         fs::create_directories(folder);
-        SavePattern(sheet, 128, 256, 100, PixelFormat32bppARGB);
+        SavePattern(sheet, 128, 256, PixelFormat32bppARGB);
         consent = 0;
     }
     ~ButtonsTest() override { fs::remove_all(folder); }
@@ -197,7 +197,7 @@ TEST_F(ButtonsTest, OnlyAFittingSheetBesideTheProgramMakesButtons) {
              {128, 256, PixelFormat32bppARGB, L"host.exe", beside, true},
              {128, 256, PixelFormat32bppARGB, L".\\host.exe", L"host.exe", false},
          }) {
-        SavePattern(sheet, width, height, 100, format);
+        SavePattern(sheet, width, height, format);
         commandLine = line;
         program = path;
         Play(found ? "open; dark p50,20; press p50,20; runs repeat; release p50,20; close"
