@@ -26,10 +26,11 @@ def windows(program, *arguments):
 
 
 def frame(width, height, labels, cities):
-    """Milliseconds of the quickest frame and of the library's own part, peak of memory in MiB."""
+    """Milliseconds of the quickest frame and of its work outside OpenGL, peak of memory in MiB."""
     lines = {line["name"]: line
              for line in windows(FRAME, width, height, labels, cities, FRAME_BUDGET_MS)}
-    # With very many cities, one or two others are near the middle of the window, too.
+    # There may be one or two labels more: with very many cities, some of those that are spread over
+    # the globe are near the middle of the window, too.
     if lines["frame/labels"]["value"] < labels:
         raise RuntimeError(f"{lines['frame/labels']['value']} labels instead of {labels}")
     return (lines["frame"]["best_ms"], lines["frame_outside_gl/own_best"]["value"],
@@ -37,7 +38,7 @@ def frame(width, height, labels, cities):
 
 
 def frames(name, heading, cases):
-    """One line a case: what grows, then the three figures of its frame."""
+    """Writes a line for each case: the amount that grows, then the three figures of the frame."""
     lines = [f"# {heading} frame_ms own_ms peak_mib"]
     for amount, case in cases:
         figures = frame(*case)
@@ -47,7 +48,7 @@ def frames(name, heading, cases):
 
 
 def first_pictures(sizes):
-    """One line a size: megapixels of the window and the peak of memory at the first picture."""
+    """Writes a line for each size: megapixels of the window, peak of memory at the first picture."""
     lines = ["# megapixels peak_mib"]
     for width, height in sizes:
         peak = windows(FIRST_PICTURE, width, height)[-1]["peak_mib"]

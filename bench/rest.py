@@ -14,10 +14,10 @@ ROOT = Path(__file__).resolve().parent.parent
 PROGRAM = ROOT / "build/bench-mingw/bin/rest.exe"
 COMPILE_BENCH = ROOT / "build/bench-mingw/bin/bench/compile_bench.exe"
 SETTINGS = Path(os.environ["WINEPREFIX"]) / "drive_c/ProgramData/Zelmo/Horivo/horivo.ini"
-BOUNDS = {100: 0.3, 800: 0.2}  # % of a core, by detail
-LOOKS = 10000
+BOUNDS = {100: 0.3, 800: 0.2}  # by detail factor: the most that a rest may take, % of a core
+LOOKS = 10000                  # looks at the clock, see compile_bench_win.cpp
 GROWTH_NOISE_MIB = 4.0         # by which two runs of the same program differ
-PERCENT_PER_STEP = 100         # the setting of the detail counts whole times the basic detail
+PERCENT_PER_STEP = 100         # lag_factor in horivo.ini is in hundreds of percent
 
 
 def process_seconds(pid):
@@ -30,7 +30,7 @@ def thread_times(pid):
     """By thread: name, seconds of processor time, waits."""
     times = {}
     for task in Path(f"/proc/{pid}/task").iterdir():
-        with contextlib.suppress(FileNotFoundError, ProcessLookupError):  # it has just ended
+        with contextlib.suppress(FileNotFoundError, ProcessLookupError):  # the thread has just ended
             name = (task / "comm").read_text().strip()
             nanoseconds = int((task / "schedstat").read_text().split()[0])
             waits = next(int(line.split()[1])
@@ -41,8 +41,8 @@ def thread_times(pid):
 
 
 def rest(detail, seconds):
-    """Lets the program rest. @return processor time and thread times before and after; by message
-    how often it came, and with "/ms" behind it how long it took"""
+    """Lets the program rest. @return (processor time, thread times) before the rest; the same after
+    the rest; by "NAME" of a message how often it came, by "NAME/ms" how long its handling took"""
     SETTINGS.write_text(f"[map]\r\nlag_factor={detail // PERCENT_PER_STEP}\r\n")
     times = []
     messages = {}
@@ -83,14 +83,15 @@ def report(detail, seconds):
 
 
 def growth(mode, detail):
-    """MiB that many looks at the clock, or replays of one, add to a process."""
+    """MiB that LOOKS looks at the clock (mode "growth") or replays of one (mode "bare") add."""
     return json.loads(subprocess.run(["wine", COMPILE_BENCH, mode, str(detail), str(LOOKS)],
                                      check=True, stdout=subprocess.PIPE,
                                      stderr=subprocess.DEVNULL, text=True).stdout)["value"]
 
 
 def report_growth(detail):
-    """Prints the growth. @return whether the library adds nothing to what the driver loses"""
+    """Prints the growth. @return whether a process with the library grows no more than one that only
+    replays the OpenGL calls, so that the driver alone causes the growth"""
     library, bare = growth("growth", detail), growth("bare", detail)
     holds = library <= bare + GROWTH_NOISE_MIB
     print(f"\n{LOOKS} looks at detail {detail}: the process grows by {library:.1f} MiB, a bare one by "

@@ -23,8 +23,10 @@ MIB = 1024.0 * 1024.0
 LARGE_HALVED_MIB = 4096 * 2048 * 3 / MIB  # what the 8192 x 4096 map shrinks to
 PAIRS = 15
 PEAK_RUNS = 5
-SHORT_SLACK = 1.5  # what a busy machine may add to a time; memory and counts get no slack
-SHORT_TRIES = 3    # the best counts
+# In the short run, targets of time are looser by this factor, because the machine may be busy.
+# Targets of memory and of counts are not.
+SHORT_SLACK = 1.5
+SHORT_TRIES = 3  # tries for each step of the short run; the best one counts
 REPORT = ROOT / "docs/performance.md"
 TABLE_BEGIN = "<!-- table: bench/run.sh --record -->\n"
 TABLE_END = "<!-- end of table -->\n"
@@ -47,12 +49,13 @@ def run_native(program, which="."):
 
 def run_windows(program, *arguments):
     """The lines that a program under Wine printed."""
-    command = ["wine", WINDOWS / program, *map(str, arguments)]  # the folder yields to a full path
+    # When `program` is a full path, WINDOWS / program is that path.
+    command = ["wine", WINDOWS / program, *map(str, arguments)]
     run = subprocess.run(command, check=False, stdout=subprocess.PIPE, stderr=subprocess.DEVNULL,
                          text=True, timeout=300)
     lines = [json.loads(line) for line in run.stdout.splitlines() if line.startswith("{")]
-    # Wine's server kills a program that is slow to end, which counts as no failure: it has said
-    # what it had to say.
+    # Wine's server kills a program that is slow to end. This is no failure, because the program has
+    # printed its figures before.
     if not lines or run.returncode not in (0, -signal.SIGKILL):
         raise RuntimeError(f"{program} ended with {run.returncode} after {len(lines)} figures")
     return lines
@@ -78,7 +81,7 @@ def library_alone():
 
 
 def world_clock():
-    """The whole sample host; its window, not the map in it, has the size of the others."""
+    """The whole sample host. The size is that of its window; the map in the window is smaller."""
     return first_picture(WORLD_CLOCK, 1920, 1080)
 
 
@@ -135,7 +138,7 @@ def full_steps():
 
 
 def short_steps():
-    """Name, function and table of each step of the short run."""
+    """Name, measuring function and row function of each step of the short run."""
     return [
         ("image pipeline", lambda: run_native("image_pipeline_bench",
                                           "^(rescale_halved|load|load_shrink|split)/8192"),
@@ -166,7 +169,7 @@ def measure():
 
 
 def measure_short():
-    """Table of the short run: of each step the try that misses least."""
+    """Table of the short run: of each step the try that misses the fewest targets."""
     table = Table()
     for name, step, rows in short_steps():
         best = None
@@ -212,13 +215,13 @@ class Table:
                  f"at most {most} x the baseline's time", pair["ratio"] <= most)
 
     def value(self, operation, figure, most, unit):
-        # Blocks are rounded up by the heap: the third digit decides, not the sixth.
+        # Compares three digits after the point only, because the heap rounds the sizes of blocks up.
         self.row(operation, "", "", f"{figure:.3f}", f"at most {most} {unit}",
                  round(figure, 3) <= most)
 
 
 def of(figures, operation):
-    """Figures of a operation by the last part of the name, in the order of measuring."""
+    """Pairs (X, figure) for the figures that are named OPERATION/X, in the order of measuring."""
     return [(name.split("/")[1], figure) for name, figure in figures.items()
             if name.split("/")[0] == operation and name.count("/") == 1]
 
@@ -242,7 +245,7 @@ def image_rows(table, figures):
 
 
 def slow_image_rows(table, figures):
-    """What takes too long for the short run."""
+    """Rows of the image pipeline that take too long for the short run."""
     table.speed("Rescale, 10800 x 5400 to 8192 x 4096", figures["rescale_ratio/10800"], 0.20)
     table.speed("the same against the straightforward form (3 pairs)",
                 figures["rescale_plain/10800"], 10, "x its speed")
@@ -266,7 +269,7 @@ def compile_rows(table, figures):
 
 def frame_rows(table, figures):
     table.time(f"Frame, {figures['frame/labels']['value']:.0f} labels", figures["frame"], 1.03)
-    # The median, or the best of all frames where the machine may be busy.
+    # The full run uses the median, the short run the best of all frames: its machine may be busy.
     own = "own" if table.slack == 1.0 else "own_best"
     table.value("its time outside GL", figures[f"frame_outside_gl/{own}"]["value"],
                 round(0.1 * table.slack, 3), "ms")

@@ -11,8 +11,8 @@
 #include "window/program.h"
 #include "windows_api.h"
 
-/// Starts the services of horivo_host.h. Create this object first: the rest of the program uses
-/// them.
+/// Starts the services of horivo_host.h. Create this object first: the rest of the program uses the
+/// services.
 class HostServices {
 public:
     HostServices();
@@ -24,7 +24,8 @@ public:
 /// The running program: its data, its windows and its message loop. Only the main thread uses it.
 class HostApp : public Program {
 public:
-    /// Reads settings and cities, chooses the language and creates the hidden window.
+    /// Reads settings and cities, chooses the language and creates the hidden window, to which the
+    /// maps send HORIVO_MSG_MAY_SHOW_PHOTOS.
     HostApp();
     HostApp(const HostApp&) = delete;
     HostApp& operator=(const HostApp&) = delete;
@@ -37,7 +38,8 @@ public:
     bool OpenWindow(std::uint32_t& status);
     void OpenAnother(HWND asker) override;
     void CloseAll() override;
-    /// Deletes `window`, and ends the message loop when it was the last window.
+    /// Deletes `window`, and ends the message loop when it was the last window. Does nothing for a
+    /// window whose Open has failed.
     void Forget(HostWindow* window) override;
     void ChooseLanguage(const Language& choice) override;
 
@@ -53,7 +55,8 @@ private:
     static LRESULT CALLBACK HiddenProc(HWND window, UINT message, WPARAM wParam, LPARAM lParam);
     void CreateHiddenWindow();
     void OnTimer(UINT_PTR timer);
-    /// Shows the local times and begins to watch the photos, once the time zones have been read.
+    /// Handles the message that the time zones have been read, the last step of the start: shows
+    /// the local times. If the program may show photos, also begins to watch for new photos.
     void OnZonesRead();
     void SendPhotosChanged(std::int32_t signedIndex, std::int32_t newPhotos);
     void Dispatch(MSG& message);

@@ -38,9 +38,9 @@ void InstallMapPicture() {
 }
 
 void RepairMapPicture(HWND owner) {
-    // Removes the pristine copy of the old picture, because InstallMap copies the new picture only
-    // when there is no pristine copy. Renames the first copy that it removes, because this copy may
-    // be the user's own picture; deletes later copies.
+    // InstallMap copies the new picture only when there is no pristine copy, so the old pristine
+    // copy must go. The first repair renames it, because it may be the user's own picture. A later
+    // repair finds that name taken and deletes the copy.
     const std::wstring pristine = MapFolder() + L"map0.jpg";
     if (!MoveFileW(pristine.c_str(), (MapFolder() + L"map0 before repair.jpg").c_str())) {
         DeleteFileW(pristine.c_str());

@@ -23,13 +23,16 @@
 #define IDS_LIST_LABEL 32    // the name of the list for screen readers
 #define IDS_NOTHING_FOUND 33
 
-#define IDS_STATUS_CITIES 40      // %1 number of cities
-#define IDS_STATUS_CITIES_OF 41   // %1 cities found, %2 all cities
-#define IDS_STATUS_UTC 44         // %1 time of day
-#define IDS_STATUS_DIFFERENCE 45  // %1 number, %2 unit word of the difference from here
+#define IDS_STATUS_CITIES 40     // %1 number of cities
+#define IDS_STATUS_CITIES_OF 41  // %1 cities found, %2 all cities
+#define IDS_STATUS_UTC 44        // %1 time of day
+// Difference between the selected city's local time and that of this computer: %1 first number with
+// its sign, %2 the text behind it ("hours", "hours 30 minutes").
+#define IDS_STATUS_DIFFERENCE 45
 
 // Message texts, at most 128 characters.
-#define IDS_NO_PICTURE 62  // %1 data folder; also in IDS_MAP_PICTURE_BAD and _UNFIT
+// %1 in IDS_NO_PICTURE, IDS_MAP_PICTURE_BAD and IDS_MAP_PICTURE_UNFIT: the library's data folder.
+#define IDS_NO_PICTURE 62
 #define IDS_NO_CITIES 63
 #define IDS_FOLDER_FAILED 64
 #define IDS_MAP_WINDOW_REFUSED 65

@@ -290,9 +290,10 @@ typedef struct CityRecord {
     double markerPoint[4]; /**< out: x, y, z, 1 on the globe of radius 3, lifted by 1.0001 */
     double windowPoint[4]; /**< out: last projection of the marker, window pixels, y upward */
     double distanceSq;     /**< out: squared distance to the place last pointed at, clicked or
-                              shown by HORIVO_MSG_CITY, globe units. When a country is chosen, its
-                              photos are sorted by this value, those of the nearest city first */
-    unsigned char inRange; /**< out: 1 while the city is at most 0.02 globe units from the place of
+                              shown by HORIVO_MSG_CITY, where the radius of the globe is 3. When a
+                              country is chosen, its photos are sorted by this value, those of the
+                              nearest city first */
+    unsigned char inRange; /**< out: 1 while the city is at most 0.02 (42 km) from the place of
                               distanceSq */
     unsigned char nearest; /**< out: 1 for the one city nearest to the place of distanceSq */
     unsigned char tail[6]; /**< not read, not written */

@@ -1,8 +1,8 @@
 #!/bin/bash
 # Uses the ZIP as the author of a host would: tools/check_package.sh [ZIP]
-# Unpacks it into a temporary folder and builds the hosts of examples/ against it: C++ and C with
-# find_package, C++ also with the library's sources in the same build, C# with Mono's compiler. Then
-# runs the hosts in C++ and C, and the sample host, whose map must show a lit globe.
+# Unpacks the ZIP into a temporary folder and builds the hosts of examples/ against it: C++ and C
+# with find_package, C++ also with the library's sources in the same build, C# with Mono's compiler.
+# Then runs the hosts in C++ and C, and the sample host, whose map must show a lit globe.
 set -euo pipefail
 cd "$(dirname "${BASH_SOURCE[0]}")/.."
 root=$PWD
@@ -101,8 +101,8 @@ END
 
 # Runs a host on a machine without the library's data folder: run_host FOLDER PROGRAM TITLE CHECK
 # A window with this title must appear; hosts show it only after CreateMapWindow has succeeded. CHECK
-# must succeed while the host runs, and the host must end with exit code 0. Its clock shows noon on a
-# day in June, in Lagos: the world clock starts above Africa.
+# must succeed while the host runs, and the host must end with exit code 0. For the host it is noon
+# on a day in June in Lagos, so that the world clock starts above Africa, in daylight.
 run_host() {
     local data="$WINEPREFIX/drive_c/ProgramData/Zelmo" host window='' status=0
     say "running $2 in $1"

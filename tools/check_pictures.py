@@ -20,7 +20,7 @@ STEP = 2        # pixels; measuring every second pixel of every second row is en
 INNER = 0.95    # share of the radius that is measured, without the air around the globe
 CORNER = 60, 30  # pixels, width and height of the upper corners; the lower ones have text and buttons
 PANEL = 108     # pixels; width of the column on the right with photos and buttons
-SIZES = ["800x600", "2560x1440"]  # of the tour through windows of several sizes
+SIZES = ["800x600", "2560x1440"]  # of the map, pixels, in the part "sizes" of the tour
 
 WHITE = (255, 255, 255)
 NEAREST_LABEL = (255, 230, 51)
@@ -103,7 +103,8 @@ def check_text_beside_panel(top, bottom):
 
 
 def check_plus(lit):
-    """Checks the plus button: its ground is dark, or blue under the pointer; the plus is light."""
+    """Checks the plus button: the plus is light; its ground is blue under the pointer (`lit`), else
+    dark."""
     def check(picture):
         left, top = picture.width - PANEL + 6, picture.height - 102
         blue = picture.pixel(left + 6, top + 8)[2]
@@ -152,7 +153,7 @@ def check_day_and_night(day, night):
 
 
 def check_land(picture):
-    """Africa and Europe at noon."""
+    """Checks a picture of Africa and Europe at noon for land."""
     land = Surface(picture).land
     demand(land > 0.2, f"the surface shows {land:.0%} land")
 

@@ -9,6 +9,7 @@
 - Every header compiles alone: _win headers for Windows, the others natively. When a source of the
   same kind includes a header first, every build proves that; this script compiles the others.
 - docs/architecture.md lists the same files under "Deliberate oddities" as have `// Deliberate:` marks.
+- Every source file, test or script that a document names exists.
 
 Prints each offending line and exits non-zero when there is one.
 """
@@ -21,7 +22,8 @@ from pathlib import Path
 
 ROOT = Path(__file__).resolve().parent.parent
 
-# Lowest first. A row may name only rows above it, so that there is no circle of folders.
+# The folders of src, each with the other folders that it may include. The lowest layer stands first.
+# A row may name only folders of earlier rows, so that there is no circle of folders.
 FOLDERS = {
     "base": "",
     "math": "base",
@@ -37,6 +39,7 @@ FOLDERS = {
 HOSTS = {"demo": ["demo"], "tour": ["tour", "demo"], "examples": ["examples"]}
 WINDOWS_TYPES = "src/base/windows_types.h"
 PORTABLE_SYSTEM_HEADERS = {"GL/gl.h", "GL/glu.h", "emmintrin.h", "xmmintrin.h"}
+NAMED_FILE = re.compile(r"`((?:[\w.-]+/)*[\w-]+\.(?:cpp|h|py|sh|cs|rc|tsv))`")
 INCLUDE = re.compile(r'\s*#\s*include\s*([<"])([^>"]+)[>"]')
 NATIVE = ["c++"]
 WINDOWS = ["x86_64-w64-mingw32-g++-posix", "-DUNICODE", "-D_UNICODE", "-D_WIN32_WINNT=0x0A00"]
@@ -172,12 +175,27 @@ def check_deliberate():
         faults.append(f"src/{name}: {lacks}")
 
 
+def check_named_files():
+    """Checks the names of sources and scripts that documents have in `backticks`. A name may stand
+    alone, or with some or all of its folders."""
+    known = set()
+    for path in ROOT.glob("*/**/*.*"):
+        if (parts := path.relative_to(ROOT).parts)[0] != "build":
+            known.update("/".join(parts[start:]) for start in range(len(parts)))
+    for document in [*ROOT.glob("*.md"), *ROOT.glob("docs/*.md")]:
+        for number, line in enumerate(document.read_text(encoding="utf-8").splitlines(), 1):
+            for name in NAMED_FILE.findall(line):
+                if name not in known and not (ROOT / name).exists():
+                    faults.append(f"{document.relative_to(ROOT)}:{number}: no file {name}")
+
+
 def main():
     check_folders()
     check_public_headers()
     check_units()
     check_headers()
     check_deliberate()
+    check_named_files()
     for line in faults:
         print(line)
     print(f"Tree: {len(faults)} fault(s)" if faults else "Tree: clean")

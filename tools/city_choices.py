@@ -3,8 +3,8 @@
 Territories have their ISO 3166 codes.
 """
 
-# Well-known towns that are below all LIMITS, by their English names. Where a country has several
-# towns of one name, the largest is meant.
+# Well-known towns that make_city_data.py adds although they reach none of its LIMITS, by their
+# English names. Where a country has several towns of one name, the largest is meant.
 WANTED = {
     "AU": "Alice Springs, Cairns, Gold Coast",
     "BA": "Mostar",
@@ -104,10 +104,12 @@ ENGLISH = {
     "VN": {"Ho Chi Minh City": "Ho Chi Minh"},
     "VU": {"Port-Vila": "Port Vila"},
 }
-# Countries without their own time zone.
+# Countries that have no time zone of their own in the tz database, so that no row there gives their
+# name.
 COUNTRIES = {"XK": "Kosovo"}
-# Other names that people type: former ones, short ones, those of the place itself; by territory and
-# English name, without a name for the territory itself. The source's names in ENGLISH come to them.
+# Other names that people type: former names, short names, names in the language of the place. By
+# territory and English name; the empty name means the territory itself. make_city_data.py adds the
+# GeoNames names that ENGLISH replaces.
 OTHER_NAMES = {
     "AE": {"": "UAE, Emirates"},
     "AT": {"Vienna": "Wien"},

@@ -91,7 +91,8 @@ class Cldr:
         self._territories = {self._oldest[zone]: entry["_territory"]
                              for entry in entries for zone in entry["_type"].split()
                              if entry["_territory"] not in ("001", "ZZ")}
-        # The first zone of each entry stands for it; 001 is the world.
+        # An entry has the tz zones of a Windows zone in a territory; the first one stands for all.
+        # Territory 001 is the world: its entry stands for the whole Windows zone.
         first = {entry["_type"].split()[0]: "country" for entry in entries}
         first |= {entry["_type"]: "zone" for entry in entries if entry["_territory"] == "001"}
         self._stands_for = {self._oldest[zone]: part for zone, part in first.items()}
@@ -132,7 +133,7 @@ class GeoNames:
                 self._texts[path.parts[-3]] = gettext.GNUTranslations(file)
 
     def name(self, number, language):
-        """Empty when there is none."""
+        """The name of a place in a language; empty when there is none."""
         name = self._texts[language].gettext(number)
         return "" if name == number else name
 
@@ -194,7 +195,7 @@ def add_towns(rows, towns, countries):
 
 
 def other_names(countries):
-    """Names that are neither English nor of one of the languages, by country and English name."""
+    """Other names that people type, by country and English name; without a city: of the country."""
     others = collections.defaultdict(list)
     for territory, names in OTHER_NAMES.items():
         for city, texts in names.items():

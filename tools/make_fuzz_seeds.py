@@ -14,7 +14,7 @@ def utf16(text):
 
 
 def jpeg(*segments, frame=0xC0, width=5400, height=2700, components=3):
-    """A start marker, segments of (marker, payload), and a frame header."""
+    """The start of a JPEG file: start marker, segments of (marker, payload), and frame header."""
     bytes_ = b"\xff\xd8"
     for marker, payload in segments:
         bytes_ += bytes([0xFF, marker]) + struct.pack(">H", len(payload) + 2) + payload
@@ -22,7 +22,7 @@ def jpeg(*segments, frame=0xC0, width=5400, height=2700, components=3):
 
 
 def texture(width, height, kind=8, limits=(0, 0), scalers=0x80, fit=(512, 512), columns=2):
-    """The settings of texture_fit and a little noise."""
+    """An input of the fuzzer texture_fit: its settings, then a few bytes of noise."""
     words = struct.pack(">BHHB", 0, width, height, kind) + struct.pack(">HH", *limits)
     return words + bytes([scalers]) + struct.pack(">HHBB", *fit, columns, 0) + bytes(range(64))
 

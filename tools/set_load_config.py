@@ -11,7 +11,7 @@ import sys
 SYMBOL = "_load_config_used"
 LOAD_CONFIG = 10  # index in the table of data directories
 # Offsets and sizes in the PE format, bytes.
-HEADERS_POINTER = 0x3C  # where the offset of the PE headers is stored
+HEADERS_POINTER = 0x3C  # where the file stores the offset of its PE headers
 SECTION_COUNT = 6  # in the PE headers
 FILE_HEADER_SIZE = 24  # with the signature; the optional header follows
 SECTION_HEADER_SIZE = 40

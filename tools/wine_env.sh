@@ -99,7 +99,7 @@ wine_env_settle_windows() {
     cp /usr/share/wine/fonts/{tahoma,marlett}.ttf "$WINEPREFIX/drive_c/windows/Fonts/"
     local fonts='HKLM\Software\Microsoft\Windows NT\CurrentVersion\FontLink\SystemLink'
     wine reg add "$fonts" /v Tahoma /t REG_MULTI_SZ /d 'VL-PGothic-Regular.ttf,VL PGothic' /f
-    # Input fields ask for these by name.
+    # Input fields ask for these fonts by name.
     for font in 'MS PGothic' SimSun; do
         wine reg add 'HKCU\Software\Wine\Fonts\Replacements' /v "$font" /d 'VL PGothic' /f
     done

@@ -140,8 +140,8 @@ private:
         PumpMessages(kSettleMs);
     }
 
-    /// Presses a key in the window with the focus. Calls TakeKey itself, because the tour does not
-    /// run the message loop of HostApp, which calls it.
+    /// Presses a key in the window with the focus. Calls HostWindow::TakeKey, because the tour does
+    /// not run the message loop of HostApp, which otherwise calls TakeKey.
     void Press(WPARAM key) {
         MSG press{};
         press.hwnd = GetFocus();

@@ -6,12 +6,12 @@
 
 namespace {
 
-constexpr int kNearNotches = 45;  // of the wheel; the globe is then larger than the window
-constexpr int kFarNotches = 100;  // of the wheel; more than the map zooms out
+constexpr int kNearNotches = 45;  // notches of the wheel; the globe is then larger than the window
+constexpr int kFarNotches = 100;  // notches of the wheel; more than the map zooms out
 constexpr double kObliquityDeg = 23.44;
 constexpr double kDaysPerYear = 365.25;
 constexpr double kDaysPerMonth = kDaysPerYear / 12.0;
-constexpr double kSolsticeDays = 10.0;  // from the December solstice to the new year
+constexpr double kSolsticeDays = 10.0;  // days from the December solstice to the new year
 constexpr double kDegreesPerHour = 15.0;
 
 /// The city nearest to the point where the Sun is overhead now or, with `night`, to the opposite

@@ -40,7 +40,7 @@ void ResizeMap(const HostWindow& window, SIZE size) {
 }
 
 /// Takes and saves the picture of each stop.
-/// @param withSize  whether the size is a part of the pictures' names
+/// @param withSize  whether the size of the map is a part of the pictures' names
 bool TakeStops(const MapDriver& map, std::span<const Stop> stops, bool withSize,
                const std::wstring& folder) {
     std::wstring ending = L".png";
@@ -88,7 +88,7 @@ bool TakeTour(HostApp& app, const Part& part, const std::wstring& folder, SIZE m
     ResizeMap(window, mapSize);
     if (part.stops.empty()) return TakeClockTour(app, folder);
     const MapDriver map(window.Map(), app.data.cities);
-    map.Press(VK_HOME);  // the clock has flown to its start city
+    map.Press(VK_HOME);  // the sample host has flown to its start city
     map.LookWhenSettled();
     return TakeStops(map, part.stops, part.name == L"sizes", folder);
 }
@@ -96,9 +96,9 @@ bool TakeTour(HostApp& app, const Part& part, const std::wstring& folder, SIZE m
 /// The steps of the sample host, with a tour in place of its message loop.
 int RunHost(const Part& part, const std::wstring& folder, SIZE mapSize) {
     const HostServices services;
-    if (!part.stops.empty()) adminFlags |= kNoTimeTable;  // the map without the city list
+    if (!part.stops.empty()) adminFlags |= kNoTimeTable;  // shows the map without the city list
     HostApp app;
-    app.data.settings = {};  // ignores those that an earlier run has stored
+    app.data.settings = {};  // ignores the settings that an earlier run has stored
     std::vector<CityRecord>& cities = app.data.cities;
     std::uint32_t status = InitMap(cities.data(), static_cast<std::int32_t>(cities.size()));
     // Does not call InstallMapPicture, because nobody would close its message box.

@@ -8,10 +8,14 @@
 
 namespace {
 
-constexpr DWORD kLookMs = 150;  // between two looks; a flight takes several steps in this time
-constexpr DWORD kTimeoutMs = 180000;    // a busy machine has needed a minute
-constexpr int kEqualLooks = 3;          // in a row; one alone may be between loading and splitting
-constexpr double kArrivedPixels = 3.0;  // most distance from the window's middle, in x and y
+// Time between two pictures of LookUntil. A flight takes several steps in this time.
+constexpr DWORD kLookMs = 150;
+constexpr DWORD kTimeoutMs = 180000;  // longest wait of LookUntil; a busy machine needs a minute
+// Number of consecutive pictures that must equal the picture before. One alone would not be enough:
+// it may have been taken between loading and splitting.
+constexpr int kEqualLooks = 3;
+// FlyTo waits until the city is nearer to the middle of the window than this, in x and in y.
+constexpr double kArrivedPixels = 3.0;
 constexpr int kDragSteps = 12;
 constexpr int kCrowdSteps = 24;  // steps of the search in each direction
 constexpr int kCrowdPart = 8;    // the search goes an eighth of the height in each direction
@@ -207,7 +211,8 @@ Picture MapDriver::LookWithInformation() const {
     Press('I');
     Press('F');
     // Does not wait for a settled picture, because the frame rate changes with each look. Looks
-    // twice, because the first look shows no frame rate yet.
+    // twice, because a frame shows the rate of the frame before: only the second picture shows the
+    // rate of a frame with these lines.
     Look();
     Picture picture = Look();
     Press('I');

@@ -29,13 +29,15 @@ public:
     bool TitleNames(const wchar_t* city) const;
 
     void Press(int virtualKey) const;
-    /// Moves the pointer, also that of the system: when the pointer rests, the map asks Windows for
-    /// its position.
+    /// Moves the pointer to a position in the map. Also moves the cursor of Windows there, because
+    /// the map reads the position of the cursor when the pointer has rested.
     void PointAt(int x, int y) const;
     /// Moves the pointer to a city on the visible side of the globe, and returns the position.
-    /// Finds it by the distance that the map writes into the record at each move of the pointer.
+    /// Searches for the smallest distance from the city, which the map writes into the record of
+    /// the city at each move of the pointer.
     POINT PointAtCity(const wchar_t* name) const;
-    /// Moves the pointer to the place near the middle of the window with the most cities in range.
+    /// Moves the pointer to the place near the middle of the window with the most cities near the
+    /// pointer.
     void PointAtCrowd() const;
     void Click(int x, int y) const;
     /// Drags the globe from the middle of the window to the right and down.
@@ -52,9 +54,10 @@ public:
     Picture Look() const;
     /// Looks again and again until `isWanted` accepts the picture.
     Picture LookUntil(const std::function<bool(const Picture&)>& isWanted) const;
-    /// Waits until nothing is loaded and the picture has stopped changing.
+    /// Takes pictures until the map loads nothing and the pictures stay the same. @return the last
     Picture LookWhenSettled() const;
-    /// Takes a settled picture with information lines and frame rate.
+    /// Waits as LookWhenSettled does, then takes a picture with the information lines and the frame
+    /// rate.
     Picture LookWithInformation() const;
     /// Makes the map load its picture again and takes a picture while the map shows that it is
     /// loading.

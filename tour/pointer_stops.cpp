@@ -4,7 +4,7 @@
 
 namespace {
 
-constexpr int kNearNotches = 100;  // of the wheel; more than the map zooms in
+constexpr int kNearNotches = 100;  // notches of the wheel; more than the map zooms in
 constexpr DWORD kRestMs = 1000;    // the map offers photos when the pointer has rested half as long
 constexpr int kPages = 4;          // more pages than the photos of a city fill
 
@@ -22,7 +22,7 @@ constexpr wchar_t kCrowdedIslands[] = L"Marigot";
 constexpr wchar_t kManyPhotosCity[] = L"Paris";  // more photos than fit on a page
 
 /// Moves the pointer to a position in the column of buttons and photos.
-/// @param position  as the constants above
+/// @param position  measured like the constants above
 void PointAtColumn(const MapDriver& map, POINT position) {
     map.PointAt(map.Width() - kColumnWidth + position.x,
                 position.y < 0 ? map.Height() + position.y : position.y);

@@ -8,7 +8,7 @@
 /// Each stop begins with the view at the end of the stop before it. A stop that throws
 /// std::runtime_error gives no picture.
 struct Stop {
-    const wchar_t* name;  ///< of the picture
+    const wchar_t* name;  ///< of the picture file, without size and extension
     void (*act)(const MapDriver& map);
     Picture (MapDriver::*look)() const = &MapDriver::LookWhenSettled;
 };

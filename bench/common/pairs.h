@@ -8,7 +8,7 @@
 #include <cstddef>
 #include <vector>
 
-/// Number of pairs for a figure of the table.
+/// Number of pairs that are measured for a figure of the table that bench/table.py prints.
 inline constexpr int kBenchPairs = 15;
 
 /// Runs `work` once. @return ms
@@ -44,11 +44,11 @@ public:
     }
     double BaselineMs() const { return Quantile(baselines_, 0.5); }
     double MeasuredMs() const { return Quantile(measured_, 0.5); }
-    /// Times of the fastest round.
+    /// Shortest time of each; the two may come from different pairs.
     double BestBaselineMs() const { return Quantile(baselines_, 0.0); }
     double BestMeasuredMs() const { return Quantile(measured_, 0.0); }
-    /// Time of the operation divided by that of its baseline, over the pairs; `share` as for
-    /// Quantile.
+    /// Divides, in each pair, the time of the operation by that of its baseline. Returns the
+    /// Quantile `share` of these ratios.
     double TimeRatio(double share) const {
         std::vector<double> ratios(measured_.size());
         std::transform(measured_.begin(), measured_.end(), baselines_.begin(), ratios.begin(),

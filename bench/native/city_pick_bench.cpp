@@ -9,9 +9,9 @@
 
 namespace {
 
-constexpr double kRadius = 3.0;  // globe units
+constexpr double kRadius = 3.0;  // scene units; radius of the globe
 
-/// Adds up every byte of the table, eight at a time.
+/// Reads every byte of the table: adds up its 64-bit words.
 std::uint64_t ReadAll(const std::vector<CityRecord>& cities) {
     const auto* const words = reinterpret_cast<const std::uint64_t*>(cities.data());
     const std::size_t count = cities.size() * sizeof(CityRecord) / sizeof(std::uint64_t);
@@ -24,7 +24,8 @@ std::uint64_t ReadAll(const std::vector<CityRecord>& cities) {
     return sums[0] + sums[1] + sums[2] + sums[3];
 }
 
-/// Moves the pointer from city to city, as a user does, so that flags change with every call.
+/// Measures FindCitiesNear. The point moves from city to city, like the pointer of a user, so that
+/// the flags in the records change with every call.
 void FindNear(benchmark::State& state) {
     const auto count = static_cast<int>(state.range(0));
     std::vector<CityRecord> cities = SpreadCities(count);

@@ -1,6 +1,7 @@
-// Measures how the times of the image pipeline and of the hit test grow: growth_bench pictures |
-// cities Prints one line for each size, separated by spaces, for the plot. Times are those of the
-// fastest round, because other programs can only slow a round down.
+// Measures how the times of the image pipeline and of the hit test grow.
+// Usage: growth_bench pictures | cities
+// Prints a line of figures for each size, for the plot. A time is that of the fastest round,
+// because other programs can only slow a round down.
 #include <cstdio>
 #include <cstring>
 #include <string>
@@ -20,8 +21,8 @@ constexpr double kMiB = 1024.0 * 1024.0;
 
 struct Figures {
     std::vector<double> loadMs, rescaleMs, splitMs, shrinkMs;
-    std::size_t peak = 0;  ///< of load, rescale and split
-    std::size_t shrinkPeak = 0;
+    std::size_t peak = 0;        ///< bytes; of a load and the rescale after it
+    std::size_t shrinkPeak = 0;  ///< bytes; of a load that shrinks
 };
 
 void MeasurePipeline(const PixelBytes& source, int width, int height, Figures& figures) {

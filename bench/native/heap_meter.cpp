@@ -5,7 +5,8 @@
 #include <algorithm>
 #include <atomic>
 
-// What this C library's allocation functions are called below the public names.
+// Second names of the allocation functions of the C library. They still call the library's own
+// functions when this file defines functions with the public names.
 extern "C" {
 void* __libc_malloc(std::size_t);
 void* __libc_calloc(std::size_t, std::size_t);
@@ -28,7 +29,7 @@ void Uncount(void* block) noexcept { held -= malloc_usable_size(block); }
 
 }  // namespace
 
-// NOLINTBEGIN(readability-inconsistent-declaration-parameter-name): the C library's are reserved
+// NOLINTBEGIN(readability-inconsistent-declaration-parameter-name): libc's names are reserved
 extern "C" {
 
 void* malloc(std::size_t bytes) { return Count(__libc_malloc(bytes)); }
@@ -38,7 +39,8 @@ void free(void* block) {
     __libc_free(block);
 }
 void* realloc(void* block, std::size_t bytes) {
-    // Counted as one step: a block that shrinks or grows where it lies is never there twice.
+    // Counts the new block only after the old one is subtracted: a block that is resized in place
+    // must not be counted twice.
     Uncount(block);
     return Count(__libc_realloc(block, bytes));
 }

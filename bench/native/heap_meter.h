@@ -2,12 +2,13 @@
 
 #include <cstddef>
 
-/// How much heap the process takes beyond what it held when the meter was made, bytes: every
-/// malloc, realloc, new and free of the program is counted. One at a time.
+/// Measures how much heap the process takes beyond what it held when the meter was made. Counts
+/// every malloc, calloc, realloc, new and free of the program. Only one meter at a time.
 class HeapMeter {
 public:
     HeapMeter() noexcept;
-    /// The most that was held at one time since then.
+    /// The most bytes that the process held at one time since the meter was made, minus the bytes
+    /// that it held before.
     std::size_t Peak() const noexcept;
 
 private:

@@ -21,7 +21,7 @@ struct Size {
 constexpr Size kLarge = {8192, 4096};
 constexpr Size kHuge = {16384, 8192};
 constexpr Size kOdd = {10800, 5400};  // shrinks to kLarge by 1.318
-constexpr int kPlainRuns = 3;         // of the straightforward form, which takes seconds
+constexpr int kPlainRuns = 3;         // pairs with PlainShrink, which takes seconds
 
 /// Time of memcpy between two blocks that are in memory already.
 double CopyTouchedMs(const PixelBytes& source, PixelBytes& target) {
@@ -59,7 +59,7 @@ void Rescale(benchmark::State& state, Size from, Size to) {
     state.counters["extra_bytes_per_column"] = static_cast<double>(extra) / from.width;
 }
 
-/// Compares the straightforward implementation, as the baseline, with the fast one.
+/// Compares Rescale with PlainShrink, the straightforward implementation, as the baseline.
 void RescalePlain(benchmark::State& state, Size from, Size to) {
     const PixelBytes source = NoiseBytes(from.Bytes());
     RunPairs(

@@ -18,7 +18,7 @@
 
 namespace {
 
-constexpr float kRadius = 3.0F;
+constexpr float kRadius = 3.0F;            // scene units
 constexpr float kCameraDistance = -12.2F;  // scene units; the view of a new map window
 constexpr double kTiltDeg = 40.0;
 constexpr int kFontWidth = -8;

@@ -10,7 +10,7 @@ void RegisterOnce() {
     windowClass.lpfnWndProc = DefWindowProcW;
     windowClass.hInstance = GetModuleHandleW(nullptr);
     windowClass.lpszClassName = kClass;
-    RegisterClassW(&windowClass);  // the second time it is there already
+    RegisterClassW(&windowClass);  // fails if the class is registered already
 }
 
 }  // namespace

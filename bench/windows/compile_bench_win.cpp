@@ -1,8 +1,10 @@
-// Recording the globe's display lists, all of them or only what a look at the clock records anew
-// (body and cities), against the recorded OpenGL calls of the same:
+// Measures how long the globe's display lists take to record. The baseline is a replay of the same
+// OpenGL calls. A look at the clock is what the map does at each tick of its day/night timer: it
+// records only the lists of the body and of the cities anew. The benchmark measures looks, and the
+// recording of all lists:
 //   compile_bench [DETAIL...]           times
 //   compile_bench growth DETAIL COUNT   memory that COUNT looks add to the process
-//   compile_bench bare DETAIL COUNT     the same of the recorded OpenGL calls of a look
+//   compile_bench bare DETAIL COUNT     memory that COUNT replays of one look add
 #include <cmath>
 #include <cstdlib>
 #include <functional>
@@ -24,7 +26,8 @@
 namespace {
 
 constexpr int kCities = 417;
-constexpr int kWarmUp = 500;  // looks after which the heap has taken its shape
+// Looks before the measurement, which must not count the first growth of the heap.
+constexpr int kWarmUp = 500;
 constexpr float kRadius = 3.0F;
 
 /// A planet with textures in a window of its own.
@@ -82,7 +85,8 @@ private:
         return {detail_.Mesh(), extensions_, texCompression_, sceneTime_, cities_};
     }
 
-    /// Each time another radius, by less than a pixel: no shell's list can stay.
+    /// Records all lists. Changes the radius by less than a pixel each time, because the planet
+    /// keeps the lists of its atmosphere shells while their radius and resolution stay the same.
     void CompileWithShells() {
         planet_.radius = planet_.radius == kRadius ? std::nextafter(kRadius, 0.0F) : kRadius;
         planet_.Compile();

@@ -16,12 +16,13 @@
 
 namespace {
 
-constexpr DWORD kQuietMs = 2000;  // the library measures itself after a load, and may load again
+constexpr DWORD kQuietMs = 2000;  // after a load the library measures frames, and may load again
 constexpr int kFrameBudgetMs = 8000;
-constexpr int kFewPairs = 3;  // when a budget is given: a plot has many points
-// Frames without OpenGL for one figure; each takes microseconds.
+constexpr int kFewPairs = 3;  // pairs when BUDGET_MS is given: a plot has many points
+// The time outside OpenGL is measured in so many turns, because one frame takes microseconds. In a
+// turn, each of the two windows paints kOwnFrames frames in a row.
 constexpr int kOwnTurns = 10;
-constexpr int kOwnFrames = 50;       // in a row, of one window
+constexpr int kOwnFrames = 50;
 constexpr int kUncountedFrames = 5;  // the first frames also do work left from showing the window
 constexpr DWORD kTurnMs = 50;        // time without messages before the frames of a turn
 
@@ -74,7 +75,8 @@ void Hook(HMODULE module, const char* name, Function* replacement, Function*& re
         ReplaceImport(module, name, reinterpret_cast<void*>(replacement)));
 }
 
-/// Allocations of the library in `frames` frames; -1 when they cannot be seen.
+/// Number of allocations of the library in `frames` frames; -1 when the imports of the library
+/// cannot be replaced.
 int CountAllocations(const BenchHost& host, HMODULE library, int frames) {
     Hook(library, "malloc", CountedMalloc, realMalloc);
     Hook(library, "calloc", CountedCalloc, realCalloc);
@@ -143,7 +145,7 @@ HWND MakeBareWindow(HWND map) {
                            windowClass.hInstance, nullptr);
 }
 
-/// Times of paintings in a row.
+/// Paints kOwnFrames frames in a row. @return ms of each
 std::vector<double> PaintInARow(HWND window) {
     BenchHost::PumpUntilQuiet(kTurnMs);
     std::vector<double> times;
@@ -155,8 +157,8 @@ std::vector<double> PaintInARow(HWND window) {
     return times;
 }
 
-/// A frame whose OpenGL calls cost nothing, against the painting of an empty window: what is left
-/// is the library's own work.
+/// Compares frames whose OpenGL calls cost nothing with paintings of an empty window. The
+/// difference is the library's own work.
 Pairs MeasureOwnWork(HWND map, HMODULE library) {
     TakeOpenGlAway(library);
     HWND bare = MakeBareWindow(map);
@@ -173,7 +175,8 @@ Pairs MeasureOwnWork(HWND map, HMODULE library) {
 
 // ---- With OpenGL ----------------------------------------------------------------------------
 
-/// Frames of the library and the bare commands of one, in turns on the same window.
+/// Compares frames of the library with replays of the OpenGL calls of one frame, in turns on the
+/// same window.
 Pairs MeasureFrames(const BenchHost& host, HMODULE library, PairBudget budget) {
     GlRecording recording;
     recording.Record({library, GetModuleHandleW(L"glu32.dll")}, [&] { host.Paint(); });

@@ -31,9 +31,9 @@ template <class Value>
 Value Keep(Value value) {
     return value;
 }
-// All float arrays that the library passes are colours or points.
+// All float arrays that the library passes are colours or points of 4 numbers.
 std::array<float, 4> Keep(const float* values) { return Copy<4>(values); }
-// All double arrays are GLU's matrices.
+// All double arrays are matrices, which GLU passes.
 std::array<double, 16> Keep(const double* values) { return Copy<16>(values); }
 
 template <class Value>
@@ -45,7 +45,7 @@ const Number* Give(const std::array<Number, Size>& values) {
     return values.data();
 }
 
-/// A command whose arguments are kept as they are.
+/// The hook of a command that is recorded with copies of its arguments.
 template <FunctionName Name, class Signature>
 struct Hook;
 template <FunctionName Name, class Result, class... Arguments>
@@ -57,7 +57,7 @@ struct Hook<Name, Result(Arguments...)> {
     }
 };
 
-/// One of the calls that make a vertex.
+/// The hook of one of the commands that make a vertex: normal, texture coordinate or position.
 template <FunctionName Name, char Kind, class Signature>
 struct PartHook;
 template <FunctionName Name, char Kind, class Number, class... Rest>

@@ -11,7 +11,7 @@
 
 /// Consecutive vertices that were made by the same calls in the same order.
 struct VertexRun {
-    std::string pattern;  ///< a letter for each call of one vertex, see gl_recording_win.cpp
+    std::string pattern;  ///< a letter for each call of one vertex, see PlayMixedRun
     std::vector<float> floats;
     std::vector<double> doubles;
     std::size_t count = 0;
@@ -38,7 +38,7 @@ public:
     void AddPart(char kind, const double* values, std::size_t count);
 
 private:
-    /// A single command, or a run of vertices where it is empty.
+    /// A single command, or a run of vertices where `command` is empty.
     struct Step {
         std::function<void(HDC)> command;
         VertexRun run;

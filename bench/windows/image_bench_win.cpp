@@ -29,8 +29,8 @@ std::unique_ptr<Picture> Decode(const std::wstring& path) {
     return picture;
 }
 
-/// Passes a picture to a load without its ownership. A load destroys the picture that it gets, and
-/// freeing the memory shall count as time of the decoder.
+/// Passes a picture to a load without its ownership. A load destroys the picture that it gets, but
+/// the benchmark counts the time to free the memory of the picture as time of the decoder.
 class LentPicture final : public Picture {
 public:
     explicit LentPicture(Picture& lent) : lent_(lent) {}

@@ -6,7 +6,8 @@ constexpr wchar_t kClass[] = L"horivo bench host";
 constexpr DWORD kPatienceMs = 60000;
 constexpr DWORD kMaxQuiets = 3;  // longest wait, in multiples of the quiet time
 
-// By these the library's workers tell its window how far they are; seen from the message loop.
+// The message that a worker of the library posts to the map window, and its wParam after the map
+// picture was split into tiles. The message loop of this file sees the message.
 constexpr UINT kStageDone = WM_USER + 1;
 constexpr WPARAM kSplitStage = 1;
 
@@ -24,7 +25,7 @@ BenchHost::BenchHost(std::vector<CityRecord>& cities, int width, int height) {
     RegisterClassW(&windowClass);
     host_ = CreateWindowExW(0, kClass, L"bench", WS_POPUP, 0, 0, width, height, nullptr, nullptr,
                             windowClass.hInstance, nullptr);
-    // Out of the way: what it points at would be labelled, too.
+    // Moves the pointer out of the map, because the cities near the pointer would get labels.
     SetCursorPos(GetSystemMetrics(SM_CXSCREEN) - 1, GetSystemMetrics(SM_CYSCREEN) - 1);
     ShowWindow(host_, SW_SHOWNA);
     InitMap(cities.data(), static_cast<std::int32_t>(cities.size()));
@@ -52,7 +53,8 @@ bool PumpUntilTextured(HWND map) {
 }
 
 void BenchHost::PumpUntilQuiet(DWORD quietMs) {
-    // A pointer that happens to rest over the window gives messages for ever.
+    // Limits the whole wait, because messages may come without end, for example while the pointer
+    // is over the window.
     const DWORD start = GetTickCount();
     MSG message;
     while (Wait(quietMs) && GetTickCount() - start < kMaxQuiets * quietMs) {

@@ -7,7 +7,8 @@
 #include "base/windows_types.h"
 #include "horivo_map.h"
 
-/// Runs the message loop until `map` has shown a frame with its tiles; false after a minute.
+/// Runs the message loop until `map` has shown a frame with its tiles; false when no message comes
+/// for a minute.
 bool PumpUntilTextured(HWND map);
 
 class BenchHost {
@@ -19,7 +20,8 @@ public:
     ~BenchHost();
 
     HWND Map() const { return map_; }
-    /// Runs it until nothing has come for `quietMs`, at most three times as long.
+    /// Runs the message loop until no message has come for `quietMs` milliseconds, but at most for
+    /// about three times this time.
     static void PumpUntilQuiet(DWORD quietMs);
     /// Paints one frame now.
     void Paint() const;

@@ -10,8 +10,8 @@ inline double CountedMiB(SIZE_T PROCESS_MEMORY_COUNTERS::*counter) {
     return static_cast<double>(counters.*counter) / (1024.0 * 1024.0);
 }
 
-/// The most memory that the process has held so far.
+/// The largest working set of the process so far, MiB.
 inline double PeakMiB() { return CountedMiB(&PROCESS_MEMORY_COUNTERS::PeakWorkingSetSize); }
 
-/// The memory that the process holds now.
+/// The working set of the process now, MiB.
 inline double HeldMiB() { return CountedMiB(&PROCESS_MEMORY_COUNTERS::WorkingSetSize); }

@@ -1,5 +1,6 @@
 // A new size of the map window, and dragging its border: resize_bench [BUDGET_MS [PAIRS]].
-//   new_size      a WM_SIZE against a look at the clock: both record what the Sun moves
+//   new_size      a WM_SIZE against a tick of the day/night timer ("look"): both record the display
+//                 lists that depend on the Sun
 //   border_drag   a size, its WM_SIZE and its frame against the same size and the recorded OpenGL
 //                 calls of that frame, with the library switched off
 #include <cstdlib>
@@ -18,7 +19,7 @@ constexpr int kCities = 417;
 constexpr int kWidth = 640;
 constexpr int kHeight = 480;
 constexpr int kSizes = 100;      // of the dragged border, each a pixel wider than the one before
-constexpr DWORD kQuietMs = 500;  // what the load left to do is done
+constexpr DWORD kQuietMs = 500;  // when no message comes for so long, the load has ended
 constexpr WPARAM kClockTimer = 4;
 constexpr int kSizeBudgetMs = 3000;
 
@@ -81,7 +82,8 @@ private:
         frames_;  ///< the OpenGL calls of a frame at each place
 };
 
-/// Makes every picture seem to take a millisecond: a loaded machine would lower the detail.
+/// A clock by which every frame seems to take a millisecond. With the real clock, the library would
+/// lower the detail on a busy machine.
 DWORD WINAPI FastClock() {
     static DWORD now = 0;
     return ++now;
@@ -91,7 +93,8 @@ DWORD WINAPI FastClock() {
 
 int wmain(int count, wchar_t** arguments) {
     const double budgetMs = count > 1 ? _wtoi(arguments[1]) : kSizeBudgetMs;
-    // Two bare frames and two of the library in a pair: each kind has had every size.
+    // A pair has two bare frames and two of the library. So after this number of pairs, each kind
+    // has had every size.
     const int dragPairs = count > 2 ? _wtoi(arguments[2]) : kSizes / 2;
     std::vector<CityRecord> cities = SpreadCities(kCities);
     HMODULE library = GetModuleHandleW(L"horivo_map.dll");

@@ -14,8 +14,8 @@
 
 namespace {
 
-constexpr DWORD kQuietMs =
-    5000;  // after the load the library measures frames, the host reads zones
+// Time before the rest: after the load the library measures frames, and the host reads zones.
+constexpr DWORD kQuietMs = 5000;
 
 struct Handled {
     int times = 0;
@@ -59,7 +59,7 @@ int wmain(int count, wchar_t** arguments) {
     const int width = count > 3 ? _wtoi(arguments[2]) : 1280;
     const int height = count > 3 ? _wtoi(arguments[3]) : 800;
     app.data.settings.place = {0, 0, width, height};
-    // What the pointer points at would be labelled.
+    // Moves the pointer out of the map, because the cities near the pointer would get labels.
     SetCursorPos(GetSystemMetrics(SM_CXSCREEN) - 1, GetSystemMetrics(SM_CYSCREEN) - 1);
     std::vector<CityRecord>& cities = app.data.cities;
     std::uint32_t status = InitMap(cities.data(), static_cast<std::int32_t>(cities.size()));

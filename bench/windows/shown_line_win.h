@@ -11,7 +11,8 @@ inline void PrintShown() {
     FILETIME now;
     GetSystemTimePreciseAsFileTime(&now);
     constexpr double kTicksPerMs = 10000.0;
-    constexpr double kUnixEpochMs = 11644473600000.0;  // of a clock that began in 1601
+    constexpr double kUnixEpochMs =
+        11644473600000.0;  // ms from the start of FILETIME, 1601, to 1970
     const auto ticks = static_cast<double>(
         (static_cast<unsigned long long>(now.dwHighDateTime) << 32U) | now.dwLowDateTime);
     std::printf("{\"shown_at_ms\": %.3f, \"peak_mib\": %.3f}\n", ticks / kTicksPerMs - kUnixEpochMs,

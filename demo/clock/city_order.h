@@ -9,9 +9,16 @@
 #include "data/city_file.h"
 
 /// How well a city matches a search; the best value is first. Among cities whose names begin with
-/// the search text, those that stand for a time zone are better known and come first: "par" lists
-/// Paris before Paramaribo.
-enum class Fit { ZoneBegins, ZoneInCountryBegins, NameBegins, NameContains, Country, None };
+/// the search text, the city that represents a time zone is better known and comes first: "par"
+/// lists Paris before Paramaribo.
+enum class Fit {
+    ZoneBegins,           ///< the name begins with the text; the city represents its time zone
+    ZoneInCountryBegins,  ///< the same, but it represents its zone within its country only
+    NameBegins,
+    NameContains,
+    Country,  ///< no name of the city contains the text, but a name of its country does
+    None,
+};
 
 /// One row of the list.
 struct CityRow {

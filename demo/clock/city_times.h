@@ -26,12 +26,14 @@ public:
     /// Starts the thread that reads the zones and then posts `message` to `window`. Only the first
     /// call does anything.
     void Begin(HWND window, UINT message);
-    /// Stores the zone of each city in its record, so that the map need not look zones up. Call it
-    /// when the message of Begin has arrived. The records then point into this object.
+    /// Stores the zone of each city in its record, so that the map need not look zones up. Call
+    /// this function when the message of Begin has arrived. The records then point into this
+    /// object.
     void Finish(std::vector<CityRecord>& cities);
 
     /// Computes the local time of a city.
-    /// @return false, and `local` unchanged, before Finish and for a city without a zone
+    /// @return false, and `local` unchanged, before Finish, for a city without a zone, and when
+    ///         Windows rejects the zone or the time
     bool At(const CityRecord& city, const SYSTEMTIME& utc, LocalTime& local);
     /// The local time of this computer's own zone.
     static LocalTime Here(const SYSTEMTIME& utc);

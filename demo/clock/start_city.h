@@ -14,7 +14,7 @@ std::int32_t FindCity(const std::vector<CityRecord>& cities, std::wstring_view n
 /// Index of a city of a time zone: the city that stands for the zone in `country`, else the city
 /// that stands for the whole zone, else the first city of the zone in the table; -1 when the zone
 /// has no city.
-/// @param zone  number of HORIVO_TIME_ZONES
+/// @param zone  number of the zone in HORIVO_TIME_ZONES; 0 gives -1
 /// @param country  name of the country in English
 std::int32_t FindCityOfZone(const std::vector<CityRecord>& cities, std::uint32_t zone,
                             std::wstring_view country);

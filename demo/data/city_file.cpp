@@ -57,7 +57,7 @@ void StoreName(std::wstring_view name, HorivoWideChar (&field)[kNameSize]) {
     if (length > 0 && IS_HIGH_SURROGATE(field[length - 1])) field[length - 1] = L'\0';
 }
 
-/// Parses degrees from -limit to limit; empty when the whole text is not such a number.
+/// Parses degrees from -limit to limit; empty when the text is not exactly such a number.
 std::optional<double> ParseDegrees(std::wstring_view text, double limit) {
     const std::wstring number(text);
     wchar_t* end = nullptr;
@@ -87,10 +87,10 @@ std::optional<CityRecord> ReadCity(const Fields& line) {
     return city;
 }
 
-/// The columns of a names file that the program reads, by index.
+/// Indices of the columns of a names file that the program reads; 0: there is no such column.
 struct NameColumns {
-    std::size_t language = 0;  ///< 0: there is no such column
-    std::size_t others = 0;
+    std::size_t language = 0;  ///< names in the language that the user has chosen
+    std::size_t others = 0;    ///< more names to search for
 
     void Read(const Fields& heads, std::wstring_view code) {
         for (std::size_t i = 2; i < heads.size(); ++i) {

@@ -35,8 +35,8 @@ FolderWatch::FolderWatch(const std::wstring& folder, const std::vector<CityRecor
     if (directory_ == INVALID_HANDLE_VALUE) return;
     overlapped_.hEvent = CreateEventW(nullptr, TRUE, FALSE, nullptr);
     if (overlapped_.hEvent == nullptr) return;
-    // Asks Windows to report changes before it reads the index files, so that it misses no change
-    // that happens while it reads them.
+    // Asks Windows to report changes before the index files are read, so that no change during the
+    // reading is missed.
     RequestChanges();
     ListIndexFiles();
 }
@@ -59,8 +59,8 @@ void FolderWatch::ListIndexFiles() {
         const std::wstring country = CountryIndexPath(cities_[i]);
         const std::wstring city = CityIndexPath(cities_[i]);
         if (!city.empty()) AddIndexFile(city, index);
-        // The negated index of its first city stands for a country. Index 0 has no negative, so
-        // the next city of the same country stands for the country of city 0.
+        // The negated index of the first city of a country stands for the country. Index 0 has no
+        // negative, so the next city of the same country stands for the country of city 0.
         const bool isNew =
             std::find(countries.begin(), countries.end(), country) == countries.end();
         if (country.empty() || index == 0 || !isNew) continue;
@@ -108,7 +108,7 @@ void FolderWatch::ReadChanges() {
         at += change.NextEntryOffset;
     }
     RequestChanges();
-    // Windows leaves the buffer empty when there were more changes than it can hold.
+    // When there were more changes than the buffer can hold, Windows reports none of them.
     if (paths.empty()) CheckAll();
     for (IndexFile& file : indexFiles_) {
         if (std::any_of(paths.begin(), paths.end(),

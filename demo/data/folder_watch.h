@@ -34,16 +34,16 @@ public:
     /// Reads the changes that Windows has reported, calls the listener, and asks Windows to report
     /// further changes.
     void ReadChanges();
-    /// Reads every index file that was written since it was last read. Call it from time to time,
-    /// because some file systems report no changes, or none in subfolders.
+    /// Reads every index file that was written since it was last read. Call this function from time
+    /// to time, because some file systems report no changes, or none in subfolders.
     void CheckAll();
 
 private:
     struct IndexFile {
         std::wstring path;         ///< relative to the photo tree
-        std::int32_t signedIndex;  ///< of its city or country
+        std::int32_t signedIndex;  ///< argument for the listener
         std::int32_t photos;       ///< photos that the file listed when it was last read
-        FILETIME written;          ///< file time when it was last read; 0: there was no file
+        FILETIME written;          ///< last-write time of the content that was read; 0: no file
     };
 
     void ListIndexFiles();
@@ -58,5 +58,5 @@ private:
     HANDLE directory_ = INVALID_HANDLE_VALUE;
     OVERLAPPED overlapped_{};
     bool isWaiting_ = false;  ///< whether Windows has been asked to report changes
-    alignas(DWORD) std::byte changes_[16384] = {};  ///< room for some hundred changes
+    alignas(DWORD) std::byte changes_[16384] = {};  ///< Windows writes the changes here
 };

@@ -44,7 +44,7 @@ std::int32_t CountPhotos(const std::wstring& path) {
     const std::string index = ReadWholeFile(path);
     std::int32_t photos = 0;
     for (std::size_t start = 0; start < index.size();) {
-        // Every line lists a photo, except comments and empty lines.
+        // Counts every line as a photo, except comments and empty lines.
         if (std::string_view("#;\r\n").find(index[start]) == std::string_view::npos) ++photos;
         const std::size_t end = index.find('\n', start);
         if (end == std::string::npos) break;

@@ -14,6 +14,7 @@ std::wstring CityIndexPath(const CityRecord& city);
 std::wstring CountryIndexPath(const CityRecord& city);
 
 /// The number of photos that an index file lists; 0 when there is no such file.
+/// @param path  full path of the index file
 std::int32_t CountPhotos(const std::wstring& path);
 
 /// The answer to HORIVO_MSG_MAY_SHOW_PHOTOS.

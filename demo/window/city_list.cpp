@@ -21,7 +21,7 @@ constexpr int kNameLetters = 20;
 constexpr int kCountryLetters = 16;
 
 constexpr int kSunday = 24;                   // day of the first sample date, in December 2028
-constexpr int kWideOffset = -(12 * 60 + 45);  // minutes; sample: no offset has a longer text
+constexpr int kWideOffset = -(12 * 60 + 45);  // minutes; no other offset has a longer text
 
 // kTitles has the title of each CityColumn; kOrder lists the columns from left to right.
 constexpr std::uint32_t kTitles[kCityColumns] = {IDS_COLUMN_CITY, IDS_COLUMN_TIME, IDS_COLUMN_DATE,

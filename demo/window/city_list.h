@@ -19,11 +19,12 @@ public:
     /// @return false when Windows could not create one of them
     bool Create(HWND parent);
     void Show(bool shown);
-    /// Sets the font and the column widths. Call it after SetTexts: the widths depend on the texts.
+    /// Sets the font and the column widths. Call this function after SetTexts, because the widths
+    /// depend on the texts.
     void SetScale(const UiScale& scale);
     /// Sets label and column titles in the current language.
     void SetTexts();
-    /// Width that shows all columns, pixels.
+    /// Width of the list, with its margins, that shows all columns, pixels. SetScale computes it.
     int Width() const { return width_; }
     /// Moves label, field and list into `area`, client pixels of the parent.
     void Place(const RECT& area, const UiScale& scale);
@@ -36,10 +37,10 @@ public:
 
     /// Index of the selected city; -1 when there is none.
     std::int32_t Selected() const { return selected_; }
-    /// Selects a city and scrolls to its row; clears the field when its text hides that city.
-    /// OnNotify does not report this selection, because the user did not make it.
+    /// Selects a city and scrolls to its row; clears the search field when its text hides that
+    /// city. OnNotify does not report this selection, because the user did not make it.
     void Select(std::int32_t city);
-    /// Scrolls to the first hit, or to the selected city when the search field is empty.
+    /// Scrolls to the first row, or to the selected city when the search field is empty.
     void Scroll();
     /// Number of cities that are shown.
     std::size_t RowCount() const { return rows_.size(); }

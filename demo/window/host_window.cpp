@@ -22,7 +22,7 @@ namespace {
 
 constexpr wchar_t kClass[] = L"Horivo sample host";
 constexpr DWORD kStyle = WS_OVERLAPPEDWINDOW | WS_CLIPCHILDREN;
-constexpr UINT kClockMs = 1000;  // period of the clock timer, the longest delay of a new minute
+constexpr UINT kClockMs = 1000;  // period of the clock timer; a new minute shows that late at most
 // Default size of the map, pixels at 96 dots per inch.
 constexpr int kMapWidth = 800;
 constexpr int kMapHeight = 640;
@@ -340,6 +340,13 @@ void HostWindow::StorePlace() const {
     WINDOWPLACEMENT placement{};
     placement.length = sizeof placement;
     if (!GetWindowPlacement(handle_, &placement)) return;
+    // Windows counts rcNormalPosition from the corner of the work area. With a taskbar at the upper
+    // or the left edge, this is not the corner of the screen.
+    MONITORINFO monitor{};
+    monitor.cbSize = sizeof monitor;
+    GetMonitorInfoW(MonitorFromWindow(handle_, MONITOR_DEFAULTTONEAREST), &monitor);
+    OffsetRect(&placement.rcNormalPosition, monitor.rcWork.left - monitor.rcMonitor.left,
+               monitor.rcWork.top - monitor.rcMonitor.top);
     data_.settings.place = placement.rcNormalPosition;
     data_.settings.maximized = IsZoomed(handle_) != FALSE;
     data_.settings.sortColumn = static_cast<int>(list_.SortColumn());

@@ -12,8 +12,8 @@
 #include "window/ui_scale.h"
 #include "windows_api.h"
 
-/// A host window. When its window is destroyed, it calls Program::Forget, which deletes this
-/// object.
+/// A host window. When its window is destroyed, this object calls Program::Forget, which deletes
+/// the object if Open has succeeded.
 class HostWindow {
 public:
     /// @param data, program  must outlive the window
@@ -71,7 +71,8 @@ private:
     void StorePlace() const;
 
     static constexpr UINT_PTR kClockTimer = 1;
-    // The smallest map and window that the user can set, pixels at 96 dots per inch.
+    // Smallest width of the map and smallest height of the window that the user can set, pixels at
+    // 96 dots per inch.
     static constexpr int kMinMapWidth = 160;
     static constexpr int kMinHeight = 240;
 

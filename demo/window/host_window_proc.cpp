@@ -7,7 +7,8 @@
 
 namespace {
 
-constexpr UINT kRaiseMap = WM_APP;  // posted by a window to itself when it may cover its map
+constexpr UINT kRaiseMap =
+    WM_APP;  // a window posts this to itself when it may cover its map (Wine)
 
 }  // namespace
 

@@ -23,11 +23,12 @@ public:
     HWND Window() const { return IsWindow(map_) ? map_ : nullptr; }
     /// Moves the map into `area`, client pixels of the host.
     void Place(const RECT& area);
-    /// Moves, shows or hides a popup like its host. Call it after each change of the host's place.
+    /// Under Wine: moves, shows or hides the popup with the map like its host. Call this function
+    /// after each change of the host's place.
     void FollowHost();
-    /// Raises a popup over its host again. Call it when the host has become the active window, or
-    /// one of its children has got the focus: without a window manager, Wine then raises the host
-    /// over the popup.
+    /// Under Wine: raises the popup with the map over its host again. Call this function when the
+    /// host has become the active window, or one of its children has got the focus: without a
+    /// window manager, Wine then raises the host over the popup.
     void RaiseAboveHost();
     /// Puts the host and its map above all other windows, or makes both normal windows again.
     void SetHostOnTop(bool onTop);

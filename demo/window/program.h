@@ -19,7 +19,7 @@ public:
     virtual void OpenAnother(HWND asker) = 0;
     /// Closes all windows, which ends the program.
     virtual void CloseAll() = 0;
-    /// Deletes a window that has been destroyed.
+    /// Deletes the object of a window that has been destroyed; does nothing when its Open failed.
     virtual void Forget(HostWindow* window) = 0;
     /// Changes the language of all open windows and stores the choice in the settings.
     virtual void ChooseLanguage(const Language& choice) = 0;

@@ -17,7 +17,7 @@ public:
     int Pixels(int size) const { return MulDiv(size, static_cast<int>(dpi_), 96); }
     /// The font that the user has chosen for message texts; null when Windows does not report it.
     HFONT Font() const { return font_; }
-    /// Size of a text in that font, pixels.
+    /// Size of a text in the font that Font returns, pixels.
     SIZE Measure(HWND window, const wchar_t* text) const;
 
 private:

@@ -15,7 +15,7 @@ std::wstring FolderOfCommandLine(std::wstring_view commandLine) {
         program = program.substr(0, program.find(L'"'));
     }
     const std::size_t backslash = program.rfind(L'\\');
-    // A backslash at the start of the text does not end the name of a folder.
+    // When the only backslash is the first character, no folder name is before it.
     if (backslash == std::wstring_view::npos || backslash == 0) return {};
     if (backslash + 1 >= kMaxPath) return {};
     return std::wstring(program.substr(0, backslash + 1));

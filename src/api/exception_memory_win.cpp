@@ -20,10 +20,10 @@
 
 #include "base/windows_types.h"
 
-// NOLINTBEGIN(bugprone-reserved-identifier): names that the ABI and MinGW's start-up code give.
+// NOLINTBEGIN(bugprone-reserved-identifier): the ABI and MinGW's start-up code prescribe the names.
 
-/// The data of the ABI for each thread: the exceptions that the thread has caught, and the number
-/// of exceptions that are thrown and not caught yet.
+/// The data that the ABI keeps for each thread: the exceptions that the thread has caught, and the
+/// number of exceptions that are thrown and not caught yet.
 struct __cxxabiv1::__cxa_eh_globals {
     void* caughtExceptions;
     unsigned int uncaughtExceptions;
@@ -36,10 +36,12 @@ extern char* _tls_start;  ///< start of the initial state of the thread-local da
 
 namespace {
 
-// bytes before an exception, for the header of the C++ library, which needs 160 in GCC 12
+// bytes before an exception object, where the C++ library stores its data about the exception; the
+// library of GCC 12 needs 160 bytes
 constexpr std::size_t kHeaderCapacity = 256;
-constexpr std::size_t kObjectCapacity = 256;  // bytes; std::bad_alloc has 8
-/// Number of slots: so many exceptions of all threads can be in slots at the same time.
+// bytes of the largest exception object that fits into a slot; std::bad_alloc has 8
+constexpr std::size_t kObjectCapacity = 256;
+/// Number of slots for the exceptions of all threads together. Further exceptions use the heap.
 constexpr std::size_t kMaxExceptions = 16;
 
 struct Slot {
@@ -76,7 +78,8 @@ bool FreeSlot(const std::byte* bytes) noexcept {
 namespace __cxxabiv1 {
 
 __cxa_eh_globals* __cxa_get_globals() noexcept {
-    std::byte** ofThread = nullptr;  // the array of thread-local data, an entry for each library
+    // The array of thread-local data of this thread: one address for each loaded module.
+    std::byte** ofThread = nullptr;
     __asm__("movq %%gs:0x58, %0" : "=r"(ofThread));  // TEB::ThreadLocalStoragePointer
     const auto offset =
         reinterpret_cast<std::byte*>(&initialState) - reinterpret_cast<std::byte*>(&_tls_start);

@@ -24,15 +24,15 @@ MapFolders FindFolders() {
 }
 
 /// Asks for the version of Windows.
-/// Deliberate: the answer is not used.
+/// Deliberate: the answer is not used, so this function has no effect.
 void QueryWindowsVersion() noexcept {
     OSVERSIONINFOW version = {};
     version.dwOSVersionInfoSize = sizeof version;
     GetVersionExW(&version);
 }
 
-/// Does the work of InitMap. Throws std::bad_alloc. Needs MapState because it uses the folders, the
-/// cities, GDI+, the picture, the hover, the overlay and the results.
+/// Does the work of InitMap. Throws std::bad_alloc. Needs MapState because it uses HostData,
+/// GdiplusSession, SharedPicture, Hover, Overlay and CallResults.
 std::uint32_t Initialise(MapState& map, const CityTable& cities) {
     map.host.SetFolders(FindFolders());
     if (map.gdiplus == nullptr || !map.gdiplus->IsStarted())
@@ -42,7 +42,7 @@ std::uint32_t Initialise(MapState& map, const CityTable& cities) {
     map.host.SetCities(cities);
     QueryWindowsVersion();
     map.textures.MakeMutex();
-    map.hover.Cancel();  // the hover stores an index of the old table
+    map.hover.Cancel();  // a Hover that waits stores the index of a city in the old table
     map.overlay.OnNewTable();
     return RegisterMapClass(map.results);
 }
@@ -66,7 +66,7 @@ std::uint32_t InitMap(CityRecord* cities, std::int32_t cityCount) try {
 void SetLocalString(std::int32_t id, const HorivoWideChar* text) try {
     Map().host.localStrings.Set(id, text);
 } catch (...) {
-    // Out of memory: the earlier text stays.
+    // No memory is left for the new text: the earlier text of `id` stays.
     return;
 }
 
@@ -91,7 +91,7 @@ std::uint32_t FreeMap() try {
     bool done = UnregisterMapClass();
     if (map.textures.HasMutex()) done = map.textures.CloseMutex();
     if (map.host.StopUsingCities()) RestoreTimeZones(map.host.Cities(), map.zones);
-    map.gdiplus.reset();  // last: this thread's pictures must be freed before GDI+ ends
+    map.gdiplus.reset();  // comes last: GDI+ may end here, and no GDI+ object may exist then
     return done ? TRUE : FALSE;
 } catch (...) {
     return FALSE;

@@ -11,8 +11,8 @@
 namespace {
 
 constexpr wchar_t kPristineName[] = L"map0.jpg";
-constexpr std::uint64_t kAssumedMemory =
-    0xC000000;  // bytes (192 MiB), used when Windows does not report the memory
+// bytes (192 MiB); physical memory that is assumed when Windows does not report its size
+constexpr std::uint64_t kAssumedMemory = 0xC000000;
 constexpr DWORD kTestStyle = WS_CLIPSIBLINGS | WS_CLIPCHILDREN | WS_BORDER;
 constexpr int kTestWidth = 320;   // pixels
 constexpr int kTestHeight = 200;  // pixels
@@ -38,7 +38,7 @@ std::uint32_t Copy(CallResults& results, const std::wstring& from,
 
 /// Makes a pristine copy of the picture, unless there is one, and checks the picture. If the
 /// picture is bad and there was a pristine copy before, replaces the picture by the copy and checks
-/// the copy. @return the result of the last check or of a failed copy
+/// the copy. @return the result code of the last check or of a failed copy
 std::uint32_t CheckPictureFiles(const std::wstring& dataDirectory, CallResults& results) {
     const std::wstring picture = MapPicture::PathIn(dataDirectory);
     const std::wstring pristine = dataDirectory + kPristineName;
@@ -49,12 +49,14 @@ std::uint32_t CheckPictureFiles(const std::wstring& dataDirectory, CallResults& 
     }
     const std::uint64_t memory = TotalMemory();
     const std::uint32_t verdict = CheckFile(picture, memory);
-    if (verdict == HORIVO_OK || backupMade) return verdict;  // the backup is the same file
+    // A pristine copy that was made just now is a copy of the bad picture: restoring it is useless.
+    if (verdict == HORIVO_OK || backupMade) return verdict;
     const std::uint32_t restored = Copy(results, pristine, picture);
     return restored == HORIVO_OK ? CheckFile(picture, memory) : restored;
 }
 
-/// Creates a hidden window, whose creation runs the self-test of the picture, and destroys it.
+/// Creates a hidden map window and destroys it. The self-test of the picture runs while the window
+/// is created. @return HORIVO_OK or the result code of the failure
 std::uint32_t TryTestWindow(CallResults& results) {
     const HWND window =
         MakeMapWindow(results, {0, 0, kTestWidth, kTestHeight, kTestStyle, nullptr});
@@ -62,11 +64,13 @@ std::uint32_t TryTestWindow(CallResults& results) {
         DestroyWindow(window);
         return HORIVO_OK;
     }
-    // With HORIVO_OK here, Windows itself refused the window: report a failure.
+    // When Windows itself refuses the window, CreateStatus is HORIVO_OK. This must not be the
+    // result.
     return results.CreateStatus() != HORIVO_OK ? results.CreateStatus() : HORIVO_CLASS_FAILED;
 }
 
-/// While an object of this class exists, the creation of a window runs the self-test.
+/// While an object of this class exists, the creation of a map window runs the self-test of the
+/// picture, if `mayLoad` is true.
 class InstallTestScope {
 public:
     InstallTestScope(InstallTest& test, bool mayLoad) noexcept : test_(test) {

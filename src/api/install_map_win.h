@@ -4,7 +4,9 @@
 
 struct MapState;
 
-/// Checks a newly installed map picture: keeps a pristine copy, checks the header, and tries in a
-/// hidden window whether the picture can become textures on this machine. Needs MapState because it
-/// uses the folders, the results, the picture, the windows and the loader. @return a result code
+/// Does the work of InstallMap: keeps a pristine copy of a newly installed map picture, checks the
+/// header, and tries in a hidden window whether the picture can become textures on this machine.
+/// Needs MapState because it uses HostData, CallResults, SharedPicture, InstallTest, LiveWindows
+/// and MapLoader. Throws std::bad_alloc.
+/// @return a result code of horivo_map.h
 std::uint32_t RunInstallMap(MapState& map);

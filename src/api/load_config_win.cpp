@@ -22,6 +22,6 @@ constexpr IMAGE_LOAD_CONFIG_DIRECTORY64 MakeLoadConfig() {
 
 }  // namespace
 
-// NOLINTNEXTLINE(bugprone-reserved-identifier): the name that linkers look for.
+// NOLINTNEXTLINE(bugprone-reserved-identifier): linkers and set_load_config.py look for this name.
 extern "C" const IMAGE_LOAD_CONFIG_DIRECTORY64 _load_config_used;
 extern "C" const IMAGE_LOAD_CONFIG_DIRECTORY64 _load_config_used = MakeLoadConfig();

@@ -4,8 +4,8 @@
 
 namespace {
 
-constexpr std::int32_t kMinSide = 16;      // pixels; a smaller picture cannot be split into tiles
-constexpr std::uint64_t kMemoryShare = 3;  // the decoded picture may use a third of the memory
+constexpr std::int32_t kMinSide = 16;  // pixels; InstallMap refuses a picture with a smaller side
+constexpr std::uint64_t kMemoryShare = 3;  // the decoded picture may use 1 / 3 of the memory
 
 }  // namespace
 

@@ -6,9 +6,9 @@
 
 namespace {
 
-// A plain array, because a static object with a constructor needs an initialisation guard. The
-// guard of MinGW's thread library leaks handles and memory each time the DLL is loaded and
-// unloaded.
+// The path is in a plain array, because a static object in a function needs an initialisation
+// guard, and the guard of MinGW's thread library leaks handles and memory each time the DLL is
+// loaded and unloaded.
 wchar_t knownFolder[MAX_PATH] = {};
 
 bool QueryCommonAppData(wchar_t (&folder)[MAX_PATH]) noexcept {

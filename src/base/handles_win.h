@@ -19,11 +19,11 @@ using UniqueRegistryKey = std::unique_ptr<HKEY, HandleDeleter<HKEY, RegCloseKey>
 /// Owns the handle of a mutex, an event or a thread; a null handle means "none".
 using UniqueHandle = std::unique_ptr<HANDLE, HandleDeleter<HANDLE, CloseHandle>>;
 using UniqueGlobalBlock = std::unique_ptr<HGLOBAL, HandleDeleter<HGLOBAL, GlobalFree>>;
-/// Holds a mutex, and releases the mutex at the end of the scope. Empty: no mutex is held.
+/// Holds a mutex until this object is destroyed. Empty: no mutex is held.
 using MutexHold = std::unique_ptr<HANDLE, HandleDeleter<HANDLE, ReleaseMutex>>;
 
-/// Waits until this thread holds `mutex`. @return the hold; empty after a time-out or when `mutex`
-/// is null
+/// Waits until this thread holds `mutex`, at most `waitMs` milliseconds.
+/// @return the hold; empty after a time-out, when `mutex` is null or when the wait fails
 inline MutexHold AcquireMutex(HANDLE mutex, DWORD waitMs) noexcept {
     const DWORD result = mutex != nullptr ? WaitForSingleObject(mutex, waitMs) : WAIT_FAILED;
     // After WAIT_ABANDONED this thread holds the mutex, too: the previous holder has died.

@@ -6,7 +6,7 @@
 
 namespace {
 
-constexpr int kMaxCharacterBytes = 8;  // room for one character; code pages use up to 4 bytes
+constexpr int kMaxCharacterBytes = 8;  // bytes; no character of an ANSI code page needs more than 4
 
 /// Number of UTF-16 units of the first character of `text`.
 /// @param left  units in `text`, at least 1

@@ -13,8 +13,8 @@ extern "C" {
 extern std::uintptr_t __stack_chk_guard;
 std::uintptr_t __stack_chk_guard = 0;
 
-/// Ends the process at once, because a return address was overwritten: exception handlers may be
-/// damaged, too, and must not run.
+/// Ends the process at once. A function calls this when the guard value on the stack was
+/// overwritten: exception handlers may be damaged, too, and must not run.
 [[noreturn]] void __stack_chk_fail();
 void __stack_chk_fail() {
     // This interrupt is what __fastfail does; MinGW's headers do not declare __fastfail.

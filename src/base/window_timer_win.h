@@ -4,7 +4,7 @@
 
 #include "base/windows_types.h"
 
-/// A timer that sends WM_TIMER to a window until it is stopped. The destructor stops it.
+/// A timer that sends WM_TIMER to a window until the timer is stopped. The destructor stops it.
 class WindowTimer {
 public:
     WindowTimer() = default;
@@ -29,7 +29,8 @@ public:
     }
     bool Runs() const noexcept { return id_ != 0; }
     bool RunsFor(HWND window) const noexcept { return Runs() && window_ == window; }
-    /// Number of starts. Compare this number to recognise a late message of an earlier start.
+    /// How often Start has succeeded. A caller that stored this number at a start can recognise a
+    /// WM_TIMER of an earlier start: the number is then another one.
     std::uint32_t Starts() const noexcept { return starts_; }
 
 private:

@@ -14,7 +14,7 @@ public:
     /// Reads the current time, which WriteTime uses until the next call.
     virtual void ReadTime() noexcept = 0;
     /// Writes the city's local time into `text`, in the system's ANSI code page; empty when the
-    /// city's zone is unknown. May write the city's `timeZone`.
+    /// city's zone is unknown. May write the city's `timeZone` (see ResolveTimeZone).
     virtual void WriteTime(CityRecord& city, char (&text)[kLabelTextSize]) noexcept = 0;
 
 protected:

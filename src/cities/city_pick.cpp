@@ -8,15 +8,15 @@
 
 namespace {
 
-// Globe units squared. Points farther away than this have no nearest city.
+// Scene units squared. A city farther from the point than this is not the nearest city.
 constexpr double kMaxDistanceSq = 1e38;
 
 double DistanceSq(const double (&marker)[4], const CVector4& point) {
     return Square(marker[0] - point.x) + Square(marker[1] - point.y) + Square(marker[2] - point.z);
 }
 
-/// Writes `flag` only when its value changes. Most flags of a large table stay the same, and the
-/// processor need not write memory back that was only read.
+/// Writes `flag` only when its value changes. Most flags of a large table stay the same, and memory
+/// that was only read need not be written back.
 void SetFlag(unsigned char& flag, bool on) {
     const auto value = static_cast<unsigned char>(on ? 1 : 0);
     if (flag != value) flag = value;

@@ -6,15 +6,16 @@
 #include "cities/city_table.h"
 #include "math/vector4.h"
 
-/// Largest distance from a city's marker to a place that counts as near, globe units.
+/// Largest distance from a city's marker to a place that counts as near, scene units. The radius of
+/// the globe is 3.
 inline constexpr double kCityReach = 0.02;
 /// Largest number of cities that one search returns or counts.
 inline constexpr std::int32_t kMaxCitiesNear = 200;
 
 /// Sets `inRange` of the cities within `radius` of `point` and `nearest` of the nearest city;
 /// clears both flags of all other cities.
-/// @param point     in the globe's frame
-/// @param radius    globe units
+/// @param point     in the globe's frame (see math/geographic.h), scene units
+/// @param radius    scene units
 /// @param out       gets the cities in range in table order. When it is null, the function writes
 ///                  `distanceSq` of every city with a position instead
 /// @param capacity  entries in `out`, and the largest value of `count`
@@ -25,13 +26,14 @@ std::int32_t FindCitiesNear(const CityTable& cities, const CVector4& point, doub
 
 /// The city under the pointer.
 struct CityPick {
-    std::int32_t index = -1;  ///< nearest city with a position; -1: the table has none
+    std::int32_t index = -1;  ///< nearest city with a position; -1: there is none
     std::int32_t hits = 0;    ///< cities within kCityReach, at most kMaxCitiesNear
 
     /// Whether `index` is valid in a table of `count` records.
     bool IsIn(std::int32_t count) const noexcept { return index >= 0 && index < count; }
-    /// The value that is sent to the host: the index when a city is hit, otherwise the negated
-    /// index. Deliberate: index 0 without a hit looks like a hit, because 0 has no negative.
+    /// The signed index that is sent to the host: the index when a city is hit, otherwise the
+    /// negated index. Meaningless for index -1.
+    /// Deliberate: index 0 without a hit looks like a hit, because 0 has no negative.
     std::int32_t SignedIndex() const noexcept { return hits >= 1 ? index : -index; }
 };
 
@@ -45,7 +47,7 @@ constexpr bool IsSignedIndexIn(std::int32_t signedIndex, std::int32_t count) noe
     const std::int64_t wide = signedIndex;
     return (wide < 0 ? -wide : wide) < count;
 }
-/// The index of the record that a signed index refers to; it must be in the table.
+/// The index of the record that a signed index refers to. The signed index must be in the table.
 constexpr std::int32_t IndexOfSigned(std::int32_t signedIndex) noexcept {
     return signedIndex < 0 ? -signedIndex : signedIndex;
 }

@@ -8,7 +8,7 @@
 namespace {
 
 constexpr double kAirHeight = 0.025;   // height of the atmosphere above the surface, globe radii
-constexpr float kDensest = 0.52F;      // opacity of the innermost shell
+constexpr float kDensest = 0.52F;      // opacity of the innermost shell, 0 to 1
 constexpr float kDensityRange = 0.5F;  // decrease of the opacity over all shells
 constexpr GLint kAirShininess = 120;
 

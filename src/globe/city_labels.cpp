@@ -42,7 +42,7 @@ using Entries = std::span<CityRecord*>;
 
 /// Layout and texts of the labels of one frame; about 8 KB, on the stack.
 struct LabelColumn {
-    std::int32_t count = 0;        ///< entries handled; an entry without a position has no row
+    std::int32_t count = 0;        ///< number of entries that WriteTexts has processed
     std::int32_t selected = 0;     ///< index of the entry whose row is at the height of the pointer
     double anchorX = 0.0;          ///< x of the pointed place, window pixels
     double anchorY = 0.0;          ///< y of the pointed place, window pixels, y upward
@@ -87,6 +87,7 @@ void ProjectEntries(Entries entries, const CScene& scene) noexcept {
 /// Sorts the entries from the highest on the screen to the lowest. Uses an insertion sort, because
 /// keys that are NaN make the comparison inconsistent, and std::sort may then access memory outside
 /// the array.
+/// @param reference  passed to CompareMarkers
 void SortTopToBottom(Entries entries, double reference) noexcept {
     for (std::size_t i = 1; i < entries.size(); ++i) {
         CityRecord* const moving = entries[i];
@@ -152,7 +153,7 @@ void DrawDot(const CityRecord& city) noexcept {
 }
 
 /// Draws the bar behind the selected row.
-/// @param x  anchor of the column, window pixels
+/// @param x  anchorX of the column, truncated to whole pixels
 /// @param y  middle of the row, window pixels
 void DrawHighlight(const LabelColumn& column, std::int32_t x, double y) noexcept {
     const std::int32_t halfLine = column.lineHeight / 2;
@@ -208,7 +209,8 @@ std::int32_t CompareMarkers(const CityRecord& a, const CityRecord& b, double ref
     const double keyB = rawB - reference;
     if (keyB > keyA) return 1;
     if (keyA > keyB) return -1;
-    // Deliberate: here the city with the larger y comes last, in the opposite order to the above.
+    // The subtraction rounds, so different y can give equal keys. Deliberate: then the city with
+    // the larger y comes last, in the opposite order to the above.
     if (rawA > rawB) return 1;
     return rawB > rawA ? -1 : 0;
 }

@@ -19,10 +19,10 @@ double SnapToPixel(double coordinate) noexcept;
 
 /// Compares two cities for the order of the labels. The city with the larger y of `windowPoint` is
 /// higher on the screen and comes first.
-/// @param reference  subtracted from both y before the comparison
+/// @param reference  window pixels; subtracted from both y before the comparison
 /// @return 1 when `b` comes first, -1 when `a` comes first, 0 when both y are equal
-/// Deliberate: when the subtraction makes two different y equal, the city with the larger y comes
-/// last.
+/// Deliberate: when rounding in the subtraction makes two different y equal, the order is the
+/// opposite: the city with the larger y comes last.
 std::int32_t CompareMarkers(const CityRecord& a, const CityRecord& b, double reference) noexcept;
 
 /// Draws one row for each city of `entries` that has a position. The rows have the order of the
@@ -33,6 +33,7 @@ std::int32_t CompareMarkers(const CityRecord& a, const CityRecord& b, double ref
 ///                   draws nothing
 /// @param count      number of entries; if there are more than kMaxLabels, the lowest cities on
 ///                   the screen get no row
+/// @param geoPoint   its globePoint is the place of the pointer on the globe
 /// @param limbDepth  z of the limb in camera space, from MeasureGlobe. 0 means that the limb is not
 ///                   measured yet: draws nothing
 /// Window thread. The context must be current. Its projection must map to window pixels, and

@@ -8,9 +8,9 @@ namespace {
 
 constexpr double kHalfPi = 1.5707963267948966;
 
-/// Factor by which a normal is stretched in the direction of the Sun before it is normalised. With
-/// 10, the transition from day to night is a tenth as wide as with the normals of a plain sphere.
-/// The value was chosen by eye.
+/// Factor by which the part of a normal along the line to the Sun is enlarged before the normal
+/// gets the length 1. With 10, the transition from day to night is a tenth as wide as with the
+/// normals of a plain sphere. The value was chosen by eye.
 constexpr float kSunStretch = 10.0F;
 
 }  // namespace
@@ -51,8 +51,8 @@ void DayNightMesh::FillRow(Hemisphere hemisphere, std::int32_t quarter, std::int
     for (std::size_t i = 0; i <= static_cast<std::size_t>(segments_); ++i, ++meridian) {
         const float x = parallel.cosine * meridian->cosine;
         const float z = parallel.cosine * meridian->sine;
-        // Stretch the normal in the direction of the Sun: add a multiple of the unit vector to the
-        // Sun. The addition never makes the normal shorter, so its length cannot become 0.
+        // Stretch the normal along the line to the Sun: add a multiple of `sun_`. The addition
+        // never makes the normal shorter, so its length cannot become 0.
         const float towardsSun = x * sun_.x + y * sun_.y + z * sun_.z;
         const float pull = (kSunStretch - 1.0F) * towardsSun;
         const float nx = x + pull * sun_.x;

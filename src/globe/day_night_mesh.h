@@ -1,7 +1,7 @@
 #pragma once
-// Computes the mesh of the globe. The mesh consists of rings of latitude. Each ring is divided into
-// four quarters of longitude, like the texture tiles. The normals are bent towards or away from the
-// Sun, so that the line between day and night is sharp.
+// Computes the mesh of the globe. The mesh consists of rings of latitude and the bands between
+// them. Each ring is divided into four quarters of longitude, like the texture tiles. The normals
+// are bent towards or away from the Sun, so that the line between day and night is sharp.
 
 #include <cstdint>
 #include <vector>
@@ -12,20 +12,21 @@
 /// The values of one vertex for OpenGL, except the texture coordinates.
 struct MeshVertex {
     float normal[3];    ///< unit length
-    float position[3];  ///< scene units, in the planet's frame
+    float position[3];  ///< scene units, in the planet's frame (axes: see math/geographic.h)
 };
 
 inline constexpr std::int32_t kMeshQuarters = 4;
 
 enum class Hemisphere { North, South };
 
-/// The mesh that one `Compile` sends. The constructor computes all sines and cosines, so that
-/// FillRow needs no trigonometry.
+/// The mesh that CPlanet::BuildMesh sends to OpenGL. The constructor computes all sines and
+/// cosines, so that FillRow needs no trigonometry.
 class DayNightMesh {
 public:
     /// @param detail  sphereSlices should be a multiple of 4, sphereStacks an even number; a
     ///                remainder is ignored. With fewer than 4 slices or 2 stacks the mesh has no
     ///                rings
+    /// @param radius  radius of the globe, scene units
     /// @param sun     unit vector from the globe's centre to the Sun, in the planet's frame
     /// Throws std::bad_alloc.
     DayNightMesh(const MeshDetail& detail, float radius, const CVector4& sun);

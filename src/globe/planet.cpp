@@ -52,8 +52,8 @@ void CPlanet::Compile() {
     listId = ListName(this);
     {
         const ListRecording body(listId);
-        // Deliberate: no glPushMatrix here. The display list of the cities is called right after
-        // this display list and needs the same transform.
+        // Deliberate: no glPushMatrix here, so the transform stays in force after this display
+        // list. The display list of the cities is called next and needs the same transform.
         ApplyTransform();
         RenderBody();
     }
@@ -82,8 +82,8 @@ void CPlanet::RenderBody() {
     PlaceSunLight();
     SetSunColours();
     RenderAtmosphere();
-    // Deliberate: without textures only one shell of the atmosphere is drawn, and the globe is not
-    // drawn.
+    // Deliberate: without textures (the map is not loaded) only one shell of the atmosphere is
+    // drawn, and the surface is not drawn.
     if (HasTexture()) {
         SetGlobeMaterial();
         BuildMesh();

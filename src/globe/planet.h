@@ -20,9 +20,10 @@ struct PlanetInputs {
 };
 
 /// The Earth: eight texture tiles on a latitude/longitude mesh with day and night, the atmosphere
-/// around the globe and the cities on the globe. The planet has one display list for the lit body,
-/// one for the city points, and one for each shell of the atmosphere. The body list calls the lists
-/// of the shells. All list names come from addresses inside this object (see ListName).
+/// around the globe and the cities on the globe. The planet has one display list for the body (the
+/// surface and the atmosphere), one for the city points, and one for each shell of the atmosphere.
+/// The body list calls the lists of the shells. All list names come from addresses inside this
+/// object (see ListName).
 class CPlanet : public CSphere {
 public:
     explicit CPlanet(const PlanetInputs& inputs) noexcept
@@ -44,10 +45,10 @@ public:
     std::uint32_t SetTexture(const CGLTexture* const* tiles);
     bool HasTexture() const noexcept { return textureNames[0] != 0; }
 
-    /// Draws the textured mesh, whose normals are bent towards the Sun.
+    /// Draws the textured mesh (see DayNightMesh).
     void BuildMesh() const;
-    /// Places the light of the Sun and draws the atmosphere and the surface. The body list records
-    /// these commands.
+    /// Places the light of the Sun and draws the atmosphere and, if there are textures, the
+    /// surface. The body list records these commands.
     void RenderBody();
     /// Draws the city points. The city list records these commands.
     void RenderCities() const;
@@ -69,8 +70,8 @@ private:
     std::int32_t AtmosphereLayers() const noexcept;
     /// Computes the sphere of a shell. @param layer  0 is the innermost shell
     ShellSphere SphereOfLayer(std::int32_t layer) const noexcept;
-    /// Records the display list of each shell to be drawn that has no list or has changed. Deletes
-    /// the display lists of all other shells.
+    /// Records the display list of each shell to be drawn, unless the list has the right sphere
+    /// already. Deletes the display lists of the shells that are not to be drawn.
     void RecordAtmosphere();
     void DrawLayer(std::int32_t layer) const;
     static void SetSunColours();

@@ -11,7 +11,7 @@ namespace {
 struct Strip {
     const std::vector<MeshVertex>& first;  ///< the ring that gives the first vertex of each pair
     const std::vector<MeshVertex>& second;
-    float firstT, secondT;  ///< texture coordinates of the two rings
+    float firstT, secondT;  ///< texture coordinate t of each ring
 };
 
 void SendVertex(const MeshVertex& vertex, bool textured, float s, float t) {
@@ -38,7 +38,8 @@ struct RowPair {
 };
 
 /// Sends the bands of one tile, from the equator to the pole. Computes each ring once, because the
-/// two bands beside a ring share its vertices. @param rows  buffers for the vertices
+/// two bands beside a ring share its vertices.
+/// @param rows  buffers for the vertices; each must have the size of a row of `mesh`
 void SendTile(const DayNightMesh& mesh, Hemisphere hemisphere, std::int32_t quarter, RowPair& rows,
               bool textured) {
     mesh.FillRow(hemisphere, quarter, 0, rows.nearEquator);

@@ -11,8 +11,8 @@ constexpr float kSunDiffuse[] = {1.0F, 1.0F, 1.0F, 1.0F};
 constexpr float kSunAmbient[] = {0.4F, 0.4F, 0.4F, 1.0F};
 constexpr float kSunSpecular[] = {0.7F, 0.7F, 0.55F, 1.0F};  // a yellowish highlight
 
-/// Distance of the Sun's light from the centre, globe radii. The distance has no visible effect,
-/// because the light is directional.
+/// Distance of the Sun's light from the centre of the globe, globe radii. The distance has no
+/// visible effect, because the light is directional.
 constexpr double kSunDistance = 1.2;
 
 }  // namespace
@@ -20,7 +20,8 @@ constexpr double kSunDistance = 1.2;
 void CPlanet::PlaceSunLight() {
     double hourAngle = 0.0;
     SunPosition(inputs_.sceneTime, &hourAngle, &sunDeclination);
-    // Deliberate: the angle is not reduced to one turn, because only its sine and cosine are used.
+    // Deliberate: sunLongitude is not reduced to one turn; it lies in (-720, 0). Only its sine and
+    // cosine are used.
     sunLongitude = -360.0 - hourAngle;
 
     const double distance = static_cast<double>(radius) * kSunDistance;

@@ -15,7 +15,7 @@ constexpr double kSecondsPerDay = 86400.0;
 constexpr double kSecondsPerHour = 3600.0;
 constexpr double kDegreesPerHour = 15.0;
 
-constexpr double kTwoPi = 6.283185307;  // as many digits as the other constants have
+constexpr double kTwoPi = 6.283185307;  // rounded: the error is far below an arc-minute
 constexpr double kArcSecondsPerTurn = 1.296e6;
 constexpr double kSinObliquity = 0.39778;  // obliquity of the ecliptic at J2000: 23.439 degrees
 constexpr double kCosObliquity = 0.91748;
@@ -31,7 +31,8 @@ constexpr double kPerigeeLongitudeRate = 6191.2;  // arc-seconds per century
 constexpr double kCentreSine = 6893.0;
 constexpr double kCentreSineOfDouble = 72.0;
 
-// Greenwich mean sidereal time at 0 h UT, a polynomial of Julian centuries since J2000.
+// Greenwich mean sidereal time at 0 h UT, a polynomial in Julian centuries since J2000, and its
+// increase after 0 h for each hour of UT.
 constexpr double kSiderealTimeAtJ2000 = 6.697374558;  // hours
 constexpr double kSiderealRate = 8640184.812866;      // seconds per century
 constexpr double kSiderealSquare = 0.093104;          // seconds per century squared
@@ -41,7 +42,7 @@ constexpr double kSiderealHoursPerHour = 1.0027379093;
 double CenturiesSinceJ2000(double mjd) noexcept { return (mjd - kMjdJ2000) / kDaysPerCentury; }
 
 /// Returns the ecliptic longitude of the Sun, radians: the sum of the longitude of the perigee, the
-/// mean anomaly and the equation of centre.
+/// mean anomaly and the equation of centre. @param T  Julian centuries since J2000
 double SunEclipticLongitude(double T) noexcept {
     const double anomaly = kTwoPi * Frac(kMeanAnomaly + kMeanAnomalyRate * T);
     const double centre =
@@ -86,8 +87,8 @@ void MiniSun(double T, double& ra, double& dec) noexcept {
     const double z = kSinObliquity * sinLongitude;
     const double rho = std::sqrt(1.0 - z * z);
     dec = 360.0 / kTwoPi * std::atan(z / rho);
-    // Compute half the angle from its tangent, because this keeps the quadrant of the angle. The
-    // factor of 48 hours (not 24) per turn doubles the half angle.
+    // Compute half the right ascension from its tangent, because this keeps the quadrant of the
+    // right ascension. The factor of 48 hours (not 24) per turn doubles the half.
     ra = 48.0 / kTwoPi * std::atan(kCosObliquity * sinLongitude / (std::cos(longitude) + rho));
     if (ra < 0.0) ra += kHoursPerDay;
 }

@@ -2,7 +2,7 @@
 
 namespace {
 
-constexpr std::int32_t kUnlimited = 0x10000000;  // characters; above the length of any text
+constexpr std::int32_t kUnlimited = 0x10000000;  // characters; no text has so many
 
 /// Whether `c` may be part of a menu key.
 bool IsKept(HorivoWideChar c) noexcept {
@@ -38,7 +38,7 @@ std::int32_t Unescape(HorivoWideChar* text, std::int32_t length) noexcept {
                 break;
             case 't':
                 // Deliberate: "\t" becomes a tab and a backslash, and the next character is
-                // dropped.
+                // dropped. So translators must use a tab character in place of this escape.
                 text[to++] = '\t';
                 text[to++] = '\\';
                 if (!atEnd()) ++from;

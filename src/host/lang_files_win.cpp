@@ -49,8 +49,8 @@ bool FindLanguageFile(const HorivoWideChar* abbrev, HorivoWideChar* outPath) noe
     const int length =
         std::swprintf(outPath, kLangPathChars + 1, L"%ls%ls%ls_%ls%ls", file.directory, separator,
                       file.baseName, code.data(), file.extension);
-    // The path is too long for the record. For a too long text, some C libraries return a negative
-    // number, others the length that the whole text would have.
+    // When the path is too long for the record, some C libraries return a negative number, others
+    // the length that the whole path would have.
     if (length < 0 || length > kLangPathChars) {
         outPath[0] = L'\0';
         return false;

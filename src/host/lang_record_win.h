@@ -17,3 +17,13 @@ void StoreText(HorivoWideChar* field, std::wstring_view text, std::size_t maxCha
 inline std::wstring_view ViewOf(const HorivoWideChar* text) noexcept {
     return text != nullptr ? std::wstring_view(text) : std::wstring_view();
 }
+
+/// A number as a key of a language file.
+struct NumberKey {
+    // characters; a 32-bit number with its terminator needs at most 12
+    static constexpr std::size_t kCapacity = 16;
+    explicit NumberKey(std::int32_t number) noexcept {
+        std::swprintf(text, kCapacity, L"%d", number);
+    }
+    wchar_t text[kCapacity];
+};

@@ -18,7 +18,7 @@ bool SameZone(const DYNAMIC_TIME_ZONE_INFORMATION& a,
     return std::memcmp(&a, &b, kBytes) == 0;
 }
 
-/// The bias and the dates in the record itself.
+/// The rules that the record itself contains: its bias and its dates of daylight saving.
 TIME_ZONE_INFORMATION OwnRules(const DYNAMIC_TIME_ZONE_INFORMATION& zone) noexcept {
     TIME_ZONE_INFORMATION rules = {};
     rules.Bias = zone.Bias;
@@ -30,7 +30,8 @@ TIME_ZONE_INFORMATION OwnRules(const DYNAMIC_TIME_ZONE_INFORMATION& zone) noexce
 }
 
 TIME_ZONE_INFORMATION ReadRules(const DYNAMIC_TIME_ZONE_INFORMATION& zone, WORD year) noexcept {
-    DYNAMIC_TIME_ZONE_INFORMATION copy = zone;  // the function below takes no const record
+    // GetTimeZoneInformationForYear takes no const record.
+    DYNAMIC_TIME_ZONE_INFORMATION copy = zone;
     // The key name in a host's record may lack its terminator.
     copy.TimeZoneKeyName[std::size(copy.TimeZoneKeyName) - 1] = L'\0';
     TIME_ZONE_INFORMATION rules = {};
@@ -39,9 +40,10 @@ TIME_ZONE_INFORMATION ReadRules(const DYNAMIC_TIME_ZONE_INFORMATION& zone, WORD 
     return OwnRules(zone);
 }
 
-/// The earliest year that any place on Earth can have at `utc`. No local time differs from UTC by a
-/// whole day, so the result is the previous year only on New Year's Day.
-WORD EndingYear(const SYSTEMTIME& utc) noexcept {
+/// Returns the earliest local year that is possible at `utc`. On 1 January UTC this is the previous
+/// year, because some zones are up to 12 hours behind UTC; on all other days it is the year of
+/// `utc`.
+WORD EarliestYear(const SYSTEMTIME& utc) noexcept {
     const bool newYearsDay = utc.wMonth == 1 && utc.wDay == 1 && utc.wYear > 0;
     return newYearsDay ? static_cast<WORD>(utc.wYear - 1) : utc.wYear;
 }
@@ -74,13 +76,13 @@ const TIME_ZONE_INFORMATION& ZoneRuleCache::ForYear(const DYNAMIC_TIME_ZONE_INFO
 
 bool UtcToZoneTime(const SYSTEMTIME& utc, const DYNAMIC_TIME_ZONE_INFORMATION& zone,
                    ZoneRuleCache& rules, SYSTEMTIME& local) noexcept {
-    const WORD endingYear = EndingYear(utc);
+    const WORD earliestYear = EarliestYear(utc);
     SYSTEMTIME old;
-    if (!SystemTimeToTzSpecificLocalTime(&rules.ForYear(zone, endingYear), &utc, &old)) {
+    if (!SystemTimeToTzSpecificLocalTime(&rules.ForYear(zone, earliestYear), &utc, &old)) {
         return false;
     }
     local = old;
-    if (old.wYear <= endingYear) return true;
+    if (old.wYear <= earliestYear) return true;
     // By the rules of the old year, the new year has begun in this zone, so the rules of the new
     // year apply. But when the zone changes its bias at this midnight, the new rules may give a
     // time in the old year again: then `local` keeps the result of the old rules.

@@ -14,9 +14,9 @@ namespace {
 constexpr wchar_t kMutexName[] = L"horivo_log_mutex";
 constexpr wchar_t kFileName[] = L"horivo.log";
 // Sizes of buffers, terminators included.
-constexpr int kPathCapacity = 600;          // characters; the folder has at most MAX_PATH
+constexpr int kPathCapacity = 600;          // characters; the folder has at most MAX_PATH of them
 constexpr int kProgramNameCapacity = 512;   // bytes; file names have up to 255 characters
-constexpr int kPrefixCapacity = 600;        // bytes; the program's name and 38 other characters
+constexpr int kPrefixCapacity = 600;        // bytes; the program's name and 37 other characters
 constexpr int kWideMessageCapacity = 2048;  // bytes of a converted message
 
 /// Null until the host creates it.
@@ -31,7 +31,7 @@ bool FormLogPath(wchar_t (&path)[kPathCapacity]) noexcept {
     return std::swprintf(path, kPathCapacity, L"%ls%ls", folder, kFileName) > 0;
 }
 
-/// Opens the file, or creates it, for appending.
+/// Opens the log file for appending; creates the file when there is none.
 UniqueFile OpenLog() noexcept {
     wchar_t path[kPathCapacity];
     if (!FormLogPath(path)) return UniqueFile();
@@ -70,7 +70,8 @@ void CloseLogMutex() noexcept { logMutex.reset(); }
 
 void WriteLog(const char* message) noexcept {
     if (!IsLogging() || message == nullptr) return;
-    // Without a mutex the wait fails at once; the line is written anyway.
+    // When the host has not created the mutex, this wait ends at once, and the line is written
+    // anyway.
     const MutexHold hold = AcquireMutex(logMutex.get(), INFINITE);
     const UniqueFile file = OpenLog();
     if (!file.IsOpen()) return;

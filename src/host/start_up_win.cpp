@@ -9,7 +9,8 @@
 namespace {
 
 constexpr std::wstring_view kModuleName = L"res_en.dll";
-// Strings of the module with the words for seconds, minutes, hours, days and weeks.
+// Identifiers of the strings in the module that have the words for seconds, minutes, hours, days
+// and weeks.
 constexpr std::uint32_t kUnitIds[kUnitTables] = {257, 258, 259, 260, 261};
 
 /// Loads the resource module as data, because the module has no code. The module stays loaded until

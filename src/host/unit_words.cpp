@@ -4,7 +4,7 @@
 
 namespace {
 
-constexpr std::uint32_t kModulus = 100;  // words depend on the last two digits only
+constexpr std::uint32_t kModulus = 100;  // a word depends only on the last two digits of the number
 
 constexpr HorivoWideChar kBuiltInWords[kUnitTables][2] = {{'s'}, {'m'}, {'h'}, {'d'}, {'w'}};
 
@@ -31,7 +31,7 @@ bool TakeRange(const HorivoWideChar*& text, UnitRange& range) noexcept {
     return low <= high;
 }
 
-/// Reads the text of one unit table into the record.
+/// Reads the text of one unit table into the language record (CLangFile).
 class UnitTableReader {
 public:
     UnitTableReader(CLangFile& file, std::uint32_t table, const HorivoWideChar* text) noexcept
@@ -67,8 +67,8 @@ private:
         return word;
     }
 
-    /// Appends the ranges of a list to the record, up to the first error. The texts of these ranges
-    /// are null; Read sets them when it has read the word after the list.
+    /// Appends the ranges of one group to the record, up to the first error in its list of numbers.
+    /// The texts of these ranges are null; Read sets them when it has read the word after the list.
     void TakeRanges() noexcept {
         UnitRange range{};
         while (TakeRange(text_, range) && count_ < kUnitRanges) {

@@ -17,8 +17,9 @@ public:
     virtual ~ByteSource() = default;
     /// Reads exactly `size` bytes; false when fewer bytes are left.
     virtual bool Read(void* out, std::size_t size) noexcept = 0;
-    /// Moves the position by `offset` bytes (-2 to 65533). As in files, the new position may lie
-    /// behind the end. @return false when the position cannot be moved
+    /// Moves the position by `offset` bytes, -2 to 65533: the length field of a segment minus the
+    /// 2 bytes of this field, so a wrong length gives a negative offset. As in files, the new
+    /// position may be past the end. @return false when the position cannot be moved
     virtual bool Skip(std::int32_t offset) noexcept = 0;
 };
 

@@ -10,7 +10,7 @@ namespace {
 
 /// Largest power of two not above `value`; 0 for 0.
 std::uint32_t PowerOfTwoBelow(std::uint32_t value) noexcept {
-    std::uint32_t power = 0x80000000U;  // the largest in 32 bits
+    std::uint32_t power = 0x80000000U;  // the largest power of two in 32 bits
     while (power > value) power /= 2;
     return power;
 }
@@ -59,7 +59,8 @@ bool CJpegTexture::IsPowerOfTwoSize() const noexcept {
     if (width_ != bufferWidth_ || height_ != bufferHeight_) return false;
     const auto width = static_cast<std::uint32_t>(width_);
     const bool oneBit = width != 0 && (width & (width - 1)) == 0;
-    // Deliberate: this is true only for a height of 0, which no picture has.
+    // Deliberate: the height is compared with 0. No picture has this height, so the result is false
+    // for every picture.
     return oneBit && height_ == 0;
 }
 
@@ -94,7 +95,7 @@ bool CJpegTexture::PadBuffer(int newBufferWidth, int newBufferHeight) noexcept {
         ResetSizes();
         return false;
     }
-    // Moves the top row first, so that no row overwrites a row that has not been moved yet.
+    // Move the top row first, so that no row overwrites a row that has not been moved yet.
     for (std::int32_t row = height_ - 1; row >= 0; --row) {
         std::memmove(
             pixels_ + BlockBytes(newBufferWidth, row + newBufferHeight - height_, bytesPerPixel_),
@@ -127,7 +128,7 @@ bool CJpegTexture::Split(CJpegTexture& other, bool byColumns) noexcept {
     TextureSizes half{width_, height_, bufferWidth_, bufferHeight_};
     (byColumns ? half.width : half.height) /= 2;
     (byColumns ? half.bufferWidth : half.bufferHeight) /= 2;
-    // Also returns false when a half would be empty.
+    // Allocate also fails when a half would be empty.
     if (!other.Allocate(half, bytesPerPixel_)) return false;
 
     const std::size_t rowBytes = BlockBytes(bufferWidth_, 1, bytesPerPixel_);

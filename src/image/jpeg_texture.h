@@ -10,8 +10,9 @@ class Picture;
 /// Results of `Load`.
 inline constexpr int kLoadFailed = 0;
 inline constexpr int kLoadedUnchanged = 1;
-inline constexpr int kLoadedShrunk = 3;   ///< contains kLoadShrunkBit
-inline constexpr int kLoadShrunkBit = 2;  ///< the picture was scaled down and should be saved
+inline constexpr int kLoadedShrunk = 3;  ///< contains kLoadShrunkBit
+inline constexpr int kLoadShrunkBit =
+    2;  ///< the picture counts as scaled down; InstallMap saves it
 
 /// Sides of a picture and of the buffer that contains it, pixels.
 struct TextureSizes {
@@ -25,7 +26,8 @@ struct TextureSizes {
 ///
 /// `pixels`: bufferHeight rows of bufferWidth x bytesPerPixel bytes, tightly packed, bottom row
 /// first, bytes R, G, B[, A]. The picture is the first `width` pixels of rows 0 to height - 1; all
-/// bytes outside the picture are 0 after a load. A packed pixel has byte 0 in bits 0 to 7.
+/// bytes outside the picture are 0 after a load. A packed pixel is a number with byte 0 of the
+/// pixel in bits 0 to 7, byte 1 in bits 8 to 15 and so on.
 /// The class has no lock. No function throws.
 class CJpegTexture {
 public:
@@ -35,8 +37,10 @@ public:
     ~CJpegTexture();
 
     /// Copies a picture into the texture and destroys the picture. When both limits are at least 1,
-    /// the sides of the buffer become powers of two of at least 16, and a picture above the limits
-    /// is refused. Otherwise only the rows are padded to a multiple of 4 pixels.
+    /// the sides of the buffer become powers of two of at least 16, and a picture that does not fit
+    /// into the limits, rounded up to such powers, is refused. Otherwise only the rows are padded
+    /// to a multiple of 4 pixels.
+    /// @param maxWidth, maxHeight  limits, pixels
     /// @return kLoadedUnchanged, or kLoadFailed with all sizes 0
     virtual int Load(std::unique_ptr<Picture> picture, int maxWidth, int maxHeight);
     /// Writes the picture as a JPEG file. @param quality  1..100; below 1 means 75
@@ -67,15 +71,18 @@ public:
     /// Shrinks each side to the largest power of two not above it. @return false when there are no
     /// pixels or Rescale fails
     bool MakePowerOfTwo() noexcept;
-    /// Shrinks a 3-byte picture in place with a box filter. @return false, without a change, when a
-    /// new side is below 1 or above the present one, or when memory runs out
+    /// Shrinks a 3-byte picture in place with a box filter. @return false, without a change, when
+    /// there is no such picture, when a new side is below 1 or above the present one, or when
+    /// ShrinkPixels fails
     bool Rescale(int newWidth, int newHeight) noexcept;
-    /// Enlarges the buffer without scaling the picture. The picture moves to the top rows of the
-    /// buffer.
-    /// @return false when a side would become smaller, or when memory runs out (all sizes 0 then)
+    /// Enlarges the buffer without scaling the picture. The picture moves to the left end of the
+    /// top rows of the buffer; the bytes outside the picture are then undefined.
+    /// @return false, without a change, when there are no pixels or a side would become smaller;
+    /// false, with all sizes 0, when memory runs out
     bool PadBuffer(int newBufferWidth, int newBufferHeight) noexcept;
     /// Moves the right half (`byColumns`) or the top half into `other`, which is cleared first.
-    /// @return false without pixels, for an empty half, or when memory runs out
+    /// @return false without pixels, for an empty half, when `other` is this texture, or when
+    /// memory runs out
     bool Split(CJpegTexture& other, bool byColumns) noexcept;
     /// Allocates uninitialised pixels, which the caller then writes. @return false when memory runs
     /// out or the buffer would be empty; the sizes are 0 then
@@ -84,13 +91,14 @@ public:
     /// @return false when memory runs out; the sizes are 0 and the pixels are freed then
     bool KeepFront(const TextureSizes& sizes) noexcept;
 
-    /// Converts a 3-byte picture to 4 bytes a pixel with a constant alpha; false when the picture
-    /// has 4 bytes a pixel already.
+    /// Converts a 3-byte picture to 4 bytes a pixel with a constant alpha. @return false, without a
+    /// change, when there are no pixels, when the picture has 4 bytes a pixel already, or when
+    /// memory runs out
     bool ConvertToRgba(std::uint8_t alpha) noexcept;
-    /// Returns the RGBA value for a packed pixel of `bytesPerPixel` bytes; must not throw.
+    /// Returns the packed RGBA pixel for a packed pixel of `bytesPerPixel` bytes; must not throw.
     using PixelFunction = std::uint32_t (*)(std::uint32_t packed, std::int32_t bytesPerPixel);
-    /// Converts the picture to 4 bytes a pixel: each new pixel is the result of `function`. False
-    /// when `function` is null or the picture has 4 bytes a pixel already.
+    /// Converts the picture to 4 bytes a pixel: each new pixel is the result of `function`. @return
+    /// false, without a change, when `function` is null, and where ConvertToRgba returns false
     bool ConvertToRgbaWith(PixelFunction function) noexcept;
     /// Replaces every pixel of the buffer that is equal to `from` by `to` (packed values).
     void ReplaceColor(std::uint32_t from, std::uint32_t to) noexcept;
@@ -125,16 +133,19 @@ private:
     bool TakeWidened(std::uint8_t* block) noexcept;
 };
 
-/// A texture whose Load shrinks a picture above the limits, instead of refusing it.
+/// A texture whose Load shrinks a picture, instead of refusing it. When both limits are at least 1,
+/// each side becomes a power of two: the largest that is neither above the side of the picture nor
+/// above the limit, rounded up to a power of two of at least 16. A picture with a side below 8
+/// pixels keeps its size.
 class CGLTexture : public CJpegTexture {
 public:
     /// @return kLoadFailed, kLoadedUnchanged or kLoadedShrunk
     int Load(std::unique_ptr<Picture> picture, int maxWidth, int maxHeight) override;
 
 private:
-    /// Shrinks the rows of a picture above the limits directly into the texture, without a copy of
-    /// the whole picture. The resulting bytes are the same as those of Load and Rescale.
-    /// @return false, with an empty texture, when there is nothing to shrink or the picture must be
-    /// loaded whole first
+    /// Shrinks the rows of a picture directly into the texture, without a copy of the whole
+    /// picture. The resulting bytes are the same as those of CJpegTexture::Load and Rescale.
+    /// @return false, with an empty texture, when there is nothing to shrink, when the picture must
+    /// be loaded whole first, or when locking the picture or the memory for the result fails
     bool LoadShrunk(Picture& picture, int maxWidth, int maxHeight);
 };

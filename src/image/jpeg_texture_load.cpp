@@ -13,8 +13,9 @@
 
 namespace {
 
-constexpr std::int64_t kMinBufferSide = 16;  // pixels; smallest side when there are limits
-constexpr std::int32_t kRowMultiple = 4;     // pixels; rows are padded to a multiple of this
+// Lengths in pixels.
+constexpr std::int64_t kMinBufferSide = 16;  // smallest side of the buffer when Load gets limits
+constexpr std::int32_t kRowMultiple = 4;  // without limits, rows are padded to a multiple of this
 
 /// The smallest 16 * 2^n that is not below the smaller one of `size` and `limit`.
 std::int64_t DoubledSide(std::int64_t size, std::int64_t limit) noexcept {
@@ -119,7 +120,8 @@ bool CJpegTexture::CopyRows(Picture& picture) {
     pixels_ = AllocateBlock(BlockBytes(bufferWidth_, bufferHeight_, bytesPerPixel_));
     if (pixels_ == nullptr) return false;
 
-    // Clears only the bytes outside the picture, because to clear a whole large map is slow.
+    // Clear only the bytes outside the picture, because clearing the whole buffer of a large map is
+    // slow.
     const std::size_t rowBytes = BlockBytes(bufferWidth_, 1, bytesPerPixel_);
     const std::size_t pictureBytes = BlockBytes(width_, 1, bytesPerPixel_);
     for (std::int32_t row = 0; row < height_; ++row) {
@@ -142,7 +144,7 @@ bool CJpegTexture::SaveJpeg(const std::wstring& path, int quality) {
         block.firstRow = pixels_ + static_cast<std::size_t>(height_ - 1) * rowBytes;
         block.width = width_;
         block.height = height_;
-        block.stride = -static_cast<std::int32_t>(rowBytes);  // stored bottom row first
+        block.stride = -static_cast<std::int32_t>(rowBytes);  // the bottom row is stored first
         block.bytesPerPixel = bytesPerPixel_;
         try {
             saved = EncodeJpeg(block, path, quality);
@@ -180,8 +182,8 @@ bool CGLTexture::LoadShrunk(Picture& picture, int maxWidth, int maxHeight) {
     const std::int64_t targetHeight = FittedSide(height, maxHeight);
     if (targetWidth > width || targetHeight > height) return false;
     if (targetWidth == width && targetHeight == height) return false;
-    // A picture of any other width must be loaded whole first, because Load pads the rows of the
-    // picture, and the filter must include the padding.
+    // Load would pad the rows of a picture whose width is not a multiple of 4, and the filter must
+    // include the padding. So such a picture must be loaded whole first.
     if (width % kRowMultiple != 0) return false;
 
     const LockedRows rows(picture);

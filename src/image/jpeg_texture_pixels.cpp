@@ -11,7 +11,7 @@
 
 namespace {
 
-constexpr std::uint32_t kAlphaShift = 24;  // lowest bit of alpha in a packed RGBA pixel
+constexpr std::uint32_t kAlphaShift = 24;  // in a packed RGBA pixel, alpha begins at this bit
 constexpr std::int32_t kBitsPerByte = 8;
 
 std::uint32_t ReadPacked(const std::uint8_t* pixel, std::int32_t bytesPerPixel) noexcept {

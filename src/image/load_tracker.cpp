@@ -30,7 +30,7 @@ LoadNumber LoadTracker::Find(const void* window, LoadState state) const noexcept
     return found;
 }
 
-bool LoadTracker::LeavesTextures(LoadNumber failed, PictureStage stage) const noexcept {
+bool LoadTracker::MustClearTextures(LoadNumber failed, PictureStage stage) const noexcept {
     if (failed == kNoLoad || failed != newest_) return false;
     // When an older load has filled the picture after the failed load started, the textures stay,
     // because the picture of the older load is good.

@@ -1,6 +1,6 @@
 #pragma once
 // Keeps track of the loads of the map picture: which loads are under way, and how the other loads
-// ended.
+// ended. The scene mutex is the mutex that guards the map picture.
 
 #include <array>
 #include <atomic>
@@ -9,15 +9,16 @@
 
 #include "image/map_picture.h"
 
-/// Number of a load, counted in the order of their starts. The split of its picture has the same
-/// number.
+/// Number of a load, counted in the order of their starts. A load uses two workers, one after the
+/// other: the first loads the picture, the second splits it into tiles.
 using LoadNumber = std::uint32_t;
 inline constexpr LoadNumber kNoLoad = 0;
 
 /// State of a load. A worker reports success or failure before it posts its message to the window.
-/// So the window can check a message: it ignores one that another program has posted.
+/// So the window can compare a message with the reported states: a failure message that another
+/// program has posted clears no textures.
 enum class LoadState : std::uint32_t {
-    Ended,      ///< the window has handled the end of the load, or has been destroyed
+    Ended,      ///< no worker of the load runs, and the window need not handle anything for it
     Loading,    ///< the first worker loads the picture or waits for the lock
     Loaded,     ///< the window has to handle the loaded picture next
     Splitting,  ///< the second worker splits the picture or waits for the lock
@@ -41,11 +42,11 @@ public:
     /// The newest load of `window` that has this state; kNoLoad when there is none.
     LoadNumber Find(const void* window, LoadState state) const noexcept;
 
-    /// Whether the textures must be cleared after the load `failed`: true when `failed` is the
-    /// newest load and no other load has filled the picture since `failed` started. The caller
-    /// holds the scene mutex.
+    /// Whether the map picture must be cleared after the load `failed`: true when `failed` is the
+    /// newest load and the picture is empty or no other load has filled the picture since `failed`
+    /// started. The caller must hold the scene mutex.
     /// @param stage  the present stage of the map picture
-    bool LeavesTextures(LoadNumber failed, PictureStage stage) const noexcept;
+    bool MustClearTextures(LoadNumber failed, PictureStage stage) const noexcept;
 
     /// Whether the picture of this load was cleared before it was split, because a newer load
     /// replaces it. A split without a picture is then not a failure. Any thread that holds the
@@ -75,8 +76,8 @@ private:
         std::atomic<Progress> progress{Progress{kNoLoad, LoadState::Ended}};
         /// Null when the window was destroyed. Used by the window thread only.
         const void* window = nullptr;
-        /// The load whose picture was present when this load started. Used by the window thread
-        /// only.
+        /// The load that had filled the picture last when this load started. Used by the window
+        /// thread only.
         LoadNumber filledBefore = kNoLoad;
     };
     static_assert(std::atomic<Progress>::is_always_lock_free, "a lock may allocate memory");

@@ -6,8 +6,8 @@ namespace {
 
 constexpr wchar_t kFileName[] = L"map.jpg";
 
-/// Increments a counter until the end of the scope. While the counter is above 0, a status line on
-/// the screen shows that the map loads or splits its picture.
+/// Makes a counter larger by 1 until the end of the scope. While the counter is above 0, a status
+/// line on the screen shows that the map loads or splits its picture.
 class CountScope {
 public:
     explicit CountScope(std::atomic<std::int32_t>& count) noexcept : count_(count) { ++count_; }

@@ -14,32 +14,36 @@
 /// Processing stage of the map picture.
 enum class PictureStage : std::uint8_t {
     Empty,
-    Loaded,  ///< the map texture holds the whole picture
+    Loaded,  ///< tile 0, the map texture, holds the whole picture
     Split,   ///< the eight tiles hold the parts of the picture
 };
 
-/// The map texture, which is also tile 0, and the other tiles. The caller of any function must hold
-/// the scene mutex; only IsLoading, IsSplitting and IsBusy may be called without it.
+/// The map picture: the map texture, which is also tile 0, and the other seven tiles. The scene
+/// mutex guards this object: the caller of any function must hold the mutex, except for PathIn,
+/// IsLoading, IsSplitting and IsBusy.
 class MapPicture {
 public:
     MapPicture() noexcept;
 
-    /// Path of the picture's file; empty when there is no data folder, because the file name alone
-    /// would mean a file in the current directory.
+    /// Path of the picture's file in `dataDirectory`, which ends with a backslash. Empty when
+    /// `dataDirectory` is empty, because the file name alone would mean a file in the current
+    /// directory.
     static std::wstring PathIn(const std::wstring& dataDirectory);
 
-    /// Frees the old picture and loads the file, shrunk to the limits.
+    /// Frees the old picture and loads the file. Shrinks the new picture as CGLTexture::Load does;
+    /// the limits are ScaledBounds of limits.maxTextureSize.
     /// @return kLoadFailed, kLoadedUnchanged or kLoadedShrunk
     int Load(const TextureLimits& limits, const std::wstring& dataDirectory);
 
-    /// Splits the loaded picture into the tiles; shrinks it first when it is above the split limit.
-    /// Does nothing when the picture is split already: a second split would show tile 0 all over
-    /// the globe.
+    /// Splits the loaded picture into the tiles. Shrinks the picture first when a side is above
+    /// ScaledBounds of limits.textureLimit. Does nothing when the picture is split already: a
+    /// second split would divide tile 0, and its part of the map would cover the whole globe.
     /// @return whether the tiles exist
     bool Split(const TextureLimits& limits) noexcept;
 
     /// Shrinks the loaded picture by FitToLimits.
-    /// @return whether it was changed and should be saved; false when nothing is loaded
+    /// @return whether the picture should be saved: true also when it had the right size already;
+    /// false when no picture is loaded or the shrinking failed
     bool Fit(const TextureLimits& limits) noexcept;
 
     /// Frees the map texture and sets its sizes to 0.
@@ -58,7 +62,7 @@ public:
     /// Whether no side of a tile is above `maxTextureSize` pixels.
     bool TilesFit(std::int32_t maxTextureSize) const noexcept;
 
-    /// Whether a worker is loading or splitting at this moment. Any thread.
+    /// Whether the picture is being loaded, being split, or either of the two. Any thread.
     bool IsLoading() const noexcept { return loadingCount_ != 0; }
     bool IsSplitting() const noexcept { return splittingCount_ != 0; }
     bool IsBusy() const noexcept { return IsLoading() || IsSplitting(); }

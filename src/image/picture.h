@@ -28,7 +28,8 @@ public:
     virtual std::int32_t GetWidth() const noexcept = 0;
     virtual std::int32_t GetHeight() const noexcept = 0;
     virtual std::int32_t GetPixelFormat() const noexcept = 0;
-    /// Locks the whole picture for reading in its own format; the rows are valid until Unlock.
+    /// Locks the whole picture for reading in its own pixel format. The result is valid until
+    /// Unlock.
     virtual PixelRows LockForReading() = 0;
     virtual void Unlock() noexcept = 0;
 };

@@ -16,7 +16,8 @@ constexpr std::uint32_t ExchangeRedBlue(std::uint32_t colour) noexcept {
     return (colour & 0xFF00FF00U) | ((colour & 0xFFU) << 16U) | ((colour >> 16U) & 0xFFU);
 }
 
-/// A picture that owns a GDI+ bitmap. Its file stays open for reading as long as the picture lives.
+/// A picture that owns a GDI+ bitmap. When the bitmap was opened from a file, GDI+ keeps the file
+/// open for reading as long as the picture lives.
 class GdiplusPicture final : public Picture {
 public:
     /// @param bitmap  may be null or in a failed state: IsOk is false then

@@ -30,8 +30,8 @@ void CopyExchangingRedBlue(const std::uint8_t* source, std::size_t count,
                            std::uint8_t* target) noexcept {
     std::size_t i = 0;
     if (count > kPixels) {
-        // Reads the next pixels before it writes the present pixels: when `target` is `source`, to
-        // read bytes just after they were written would be slow.
+        // Read the next pixels before the present pixels are written: when `target` is `source`,
+        // the two overlap by a byte, and reading bytes just after they were written would be slow.
         __m128i pixels = LoadAt(source, 0);
         for (; i + 2 * kPixels < count; i += kPixels) {
             const __m128i next = LoadAt(source, i + kPixels);

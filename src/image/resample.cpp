@@ -47,7 +47,7 @@ struct RowPlaces {
 /// Memory that is needed while a block is shrunk.
 class WorkingMemory {
 public:
-    /// @param spareRows  also allocates two filtered rows
+    /// @param spareRows  also allocate memory for two filtered rows
     WorkingMemory(std::size_t width, bool spareRows) noexcept
         : bytes_(width * kRgbBytes),
           spareNumbers_(spareRows ? (2 * bytes_ + sizeof(std::uint32_t) - 1) / sizeof(std::uint32_t)
@@ -69,7 +69,8 @@ private:
     std::unique_ptr<std::uint32_t[]> block_;
 };
 
-/// Writes the new rows, from the first to the last.
+/// Computes the new rows. WriteRow must be called for all rows in order: when a block is shrunk in
+/// place, a new row overwrites source rows, and these must not be needed for a later row.
 class RowShrinker {
 public:
     RowShrinker(const RowPlaces& places, BlockSize from, BlockSize to,

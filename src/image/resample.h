@@ -13,11 +13,12 @@ struct BlockSize {
 /// along the columns, truncating to whole bytes after each pass. The result is packed at the start
 /// of the block.
 ///
-/// Deliberate: the first pixel of each row and column counts twice in its new pixel.
+/// Deliberate: the first pixel of each row and column that becomes shorter counts twice in its new
+/// pixel.
 /// @param from  present sides
-/// @param to    new sides: 1 up to the present ones
+/// @param to    new sides, each from 1 to the present side
 /// @return false, without a change, when memory for the sums runs out (16 bytes for each new
-/// column) or when a new pixel would be the mean of more than 2^24 others
+/// column) or when a new pixel would be the mean of more than 2^24 old pixels of a row or column
 bool ShrinkPixels(std::uint8_t* pixels, BlockSize from, BlockSize to) noexcept;
 
 /// Shrinks rows as ShrinkPixels does, but into another block, and exchanges bytes 0 and 2 of each
@@ -26,6 +27,6 @@ bool ShrinkPixels(std::uint8_t* pixels, BlockSize from, BlockSize to) noexcept;
 /// @param stride    bytes from a row to the next one; may be negative
 /// @param target    block of `to` pixels; must not overlap the rows
 /// @return false, without writing, when memory for the sums runs out (22 bytes for each new column)
-/// or when a new pixel would be the mean of more than 2^24 others
+/// or when a new pixel would be the mean of more than 2^24 old pixels of a row or column
 bool ShrinkExchangingRedBlue(const std::uint8_t* firstRow, std::ptrdiff_t stride, BlockSize from,
                              BlockSize to, std::uint8_t* target) noexcept;

@@ -76,13 +76,13 @@ void RowFilter::WriteBoxes(const std::uint8_t* source, std::uint8_t* target) con
     for (std::size_t i = 1; i < size_; ++i) WriteBox(source, i, target);
 }
 
-// Each box has one or two pixels. So its mean is the mean of its first and its last pixel.
+// Each of these boxes has one or two pixels, so its mean is the mean of its first and last pixel.
 void RowFilter::WritePairs(const std::uint8_t* source, std::uint8_t* target) const noexcept {
     for (std::size_t i = 1; i + 1 < size_; ++i) {
         const std::uint32_t mean =
             MeanOfFourBytes(source + BytesOf(starts_[i]), source + BytesOf(starts_[i + 1] - 1));
         std::memcpy(target + i * kRgbBytes, &mean, kRgbBytes);
     }
-    // The last box must not read four bytes: the row may end after three.
+    // MeanOfFourBytes must not read the last box, because the row may end after three bytes.
     if (size_ > 1) WriteBox(source, size_ - 1, target);
 }

@@ -24,14 +24,15 @@ private:
 };
 
 /// Index of the first source pixel of the new pixel `target` when `from` pixels become `to`: the
-/// first i with i * to / from == target. 64 bits, because JPEG sides go up to 65535 and their
-/// products exceed 32 bits.
+/// first i for which the integer division i * to / from gives `target`. Computed in 64 bits,
+/// because JPEG sides go up to 65535 and their products exceed 32 bits.
 inline std::uint64_t FirstSource(std::uint64_t target, std::uint64_t from,
                                  std::uint64_t to) noexcept {
     return (target * from + to - 1) / to;
 }
 
-/// Shrinks single rows of 3-byte pixels with the box filter; the first pixel counts twice.
+/// Shrinks single rows of 3-byte pixels with a box filter: a new pixel is the mean of the source
+/// pixels in its box. The first pixel of a row counts twice. When from == to, copies the rows.
 class RowFilter {
 public:
     /// @param starts  array of to + 1 numbers, which the constructor fills; must outlive the filter

@@ -6,8 +6,8 @@
 
 namespace {
 
-constexpr std::size_t kBoxBytes =
-    std::size_t{2} * kRgbBytes;  // bytes of the two pixels that a box has in one row
+// Bytes of the two pixels that a box of 2 x 2 pixels has in one row.
+constexpr std::size_t kBoxBytes = std::size_t{2} * kRgbBytes;
 
 /// (a + b) / 2 of each byte, rounded down.
 __m128i MeanOfBytes(__m128i a, __m128i b) noexcept {

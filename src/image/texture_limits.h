@@ -7,27 +7,29 @@
 
 class CJpegTexture;
 
-/// Texture size that is assumed until OpenGL gives its limit, pixels a side.
+/// Texture size that is assumed until OpenGL reports its limit, pixels per side.
 inline constexpr std::int32_t kInitialTextureSize = 128;
 
-/// Size limits of the map picture. The window thread writes them, worker threads read them.
+/// Size limits of the map picture, which ScaledBounds scales for the width and the height. The
+/// window thread writes these values, worker threads read them.
 struct TextureLimits {
-    /// OpenGL's largest texture, or the library's cap when that is smaller; pixels a side.
+    /// The largest texture that OpenGL allows, or the smaller size that the self-test of InstallMap
+    /// has found, pixels per side.
     std::atomic<std::int32_t> maxTextureSize{kInitialTextureSize};
-    /// Largest picture for a split, pixels a side.
+    /// Largest side of a picture that is split, pixels. A larger picture is shrunk first.
     std::atomic<std::int32_t> textureLimit{kInitialTextureSize};
     std::atomic<std::int32_t> texScalerX{0};   ///< base-2 exponent that scales the width limits
     std::atomic<std::int32_t> texScalerY{-1};  ///< base-2 exponent that scales the height limits
 };
 
-/// Largest picture that may be loaded or split, pixels.
+/// A limit for the width and a limit for the height of a picture, pixels.
 struct TextureBounds {
     std::int32_t width = 0;
     std::int32_t height = 0;
 };
 
-/// Largest exponent that ScaledLimit uses. A shift by 31 turns any limit into 0, or into more than
-/// the largest int; the result still fits 64 bits.
+/// Largest exponent that ScaledLimit uses. A shift by 31 turns any limit above 0 into 0, or into
+/// more than the largest int; the result still fits 64 bits.
 inline constexpr int kMaxShift = 31;
 
 /// A texture size limit scaled by a power of two.
@@ -43,7 +45,7 @@ constexpr int ScaledLimit(int limit, int scaler) noexcept {
 }
 
 /// Scales one limit for the width and for the height.
-/// @param limit  pixels a side
+/// @param limit  pixels per side
 TextureBounds ScaledBounds(std::int32_t limit, const TextureLimits& limits) noexcept;
 
 /// Shrinks a loaded picture. When a side is above its limit, that side is shrunk to the limit;

@@ -26,8 +26,9 @@ int PieceStart(int size, int count, int index) noexcept {
     return start;
 }
 
-/// Copies the rows of one band into its tiles; reads each row once and in order. The picture itself
-/// may be the first tile: its part of each row then moves towards the start of the picture's block.
+/// Copies the rows of one band (a row of tiles) into its tiles; reads each row once and in order.
+/// The picture itself may be the first tile: its part of each row then moves towards the start of
+/// the picture's block.
 void CopyBand(const CGLTexture& picture, int firstRow, CGLTexture* const* tiles, int columns,
               const TextureSizes& tile) noexcept {
     const std::int32_t channels = picture.GetBytesPerPixel();
@@ -75,7 +76,8 @@ bool SplitIntoGrid(CGLTexture* const* tiles, int columns, int rows) noexcept {
         CGLTexture* const* const bandTiles = tiles + static_cast<std::ptrdiff_t>(columns) * band;
         const int firstRow = PieceStart(bufferHeight, rows, band);
         if (MoveBand(picture, firstRow, bandTiles, columns, tile)) continue;
-        // When the first band fails, the picture is still whole and is kept.
+        // When the band that is moved first fails, the picture is still whole and is kept, except
+        // when the picture has fewer rows of pixels than the grid has bands.
         const bool isWhole = band == rows - 1 && tile.bufferHeight > 0;
         ClearFrom(isWhole ? 1 : 0, tiles, count);
         return false;

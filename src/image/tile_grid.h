@@ -11,6 +11,6 @@ inline constexpr int kTileCount = kTileColumns * kTileRows;
 /// x r] becomes column c from the left in band r from the bottom. The other tiles are cleared
 /// first. Each byte is copied once; at most 1 / rows of the picture is in memory twice.
 /// @param tiles  columns x rows pointers, none null
-/// @return false when memory runs out or a tile would be empty. tiles[0] then has the whole picture
-/// or nothing, and the other tiles are empty
+/// @return false when there is no picture, when memory runs out or when a tile would be empty.
+/// tiles[0] then has the whole picture or nothing, and the other tiles are empty
 bool SplitIntoGrid(CGLTexture* const* tiles, int columns, int rows) noexcept;

@@ -35,7 +35,7 @@ constexpr Number WrapDegrees(Number angle) noexcept {
     return angle >= kTurn ? angle - kTurn : angle;
 }
 
-/// Adds `delta` to `angle` and wraps the sum by the function above.
+/// Adds `delta` to `angle` and brings the sum back into [0, 360) with the function above.
 template <class Number>
 constexpr void WrapDegrees(Number& angle, Number delta) noexcept {
     angle = WrapDegrees(angle + delta);

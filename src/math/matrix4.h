@@ -23,7 +23,7 @@ public:
     void RotateY(double radians) noexcept;
     void RotateZ(double radians) noexcept;
 
-    /// Writes the translation column only.
+    /// Sets the translation, elements 3, 7 and 11; all other elements stay unchanged.
     void SetTranslation(double x, double y, double z) noexcept;
 
     /// out(c, r) = this(r, c).

@@ -36,7 +36,7 @@ double Atan2Deg(double y, double x) noexcept {
     if (x == 0.0 && y == 0.0) return 0.0;
     const double ax = std::abs(x);
     const double ay = std::abs(y);
-    // Divides the smaller number by the larger number: the arc tangent is most accurate for
+    // Divide the smaller number by the larger number: the arc tangent is most accurate for
     // quotients up to 1.
     double angle = ax > ay ? std::atan(ay / ax) / kRadiansPerDegree
                            : kRightAngleDeg - std::atan(ax / ay) / kRadiansPerDegree;

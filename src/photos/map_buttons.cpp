@@ -22,7 +22,7 @@ constexpr std::int32_t kKeyInsert = 45;
 constexpr std::int32_t kKeyAdd = 107;
 constexpr std::int32_t kKeySubtract = 109;
 
-constexpr float kHiddenY = -32.0F;  // below the window: no button is higher than 32 pixels
+constexpr float kHiddenY = -32.0F;  // pixels; hides a button: none is taller than 32 pixels
 
 /// Pixels by which the hint is raised. Without them, the whole line, including its descenders,
 /// would be centred on the button, and the letters would look too low.
@@ -38,9 +38,9 @@ struct ButtonSpec {
 
 enum ButtonIndex : std::int32_t { kPhotosButton = 7, kPreviousButton, kNextButton };
 
-// First the buttons for the view: a block of 3 x 3 cells of 32 pixels, 6 pixels from the corner of
-// the panel, with no button in its two lower corners. Then the photo buttons in the order of
-// ButtonIndex. Each frame sets the y of the photo buttons again.
+// First the buttons for the view: a block of 3 x 3 cells of 32 pixels, 6 pixels from the
+// lower-left corner of the panel, with no button in its two lower corners. Then the photo buttons
+// in the order of ButtonIndex. Each frame sets the y of the photo buttons again.
 constexpr ButtonSpec kButtons[] = {
     {kKeyDown, 38, 6, 32, 0, 32, 32},
     {kKeyLeft, 6, 38, 0, 32, 32, 32},
@@ -78,6 +78,10 @@ float ShownAt(bool shown, std::int32_t y) noexcept {
 }
 
 }  // namespace
+
+bool ActsOnRelease(std::int32_t key) noexcept {
+    return key == kKeyHome || key == kKeyPrior || key == kKeyNext || key == kKeyInsert;
+}
 
 void MapButtons::CreateButtons(const std::uint8_t* sheet) {
     DestroyButtons();

@@ -1,5 +1,7 @@
 #pragma once
-// The ten buttons that are drawn over the map: seven for the view, three for photos.
+// The ten buttons that are drawn over the map: seven for the view, and three photo buttons. Of
+// these three, the photos button opens the web page on which users add photos, and the two paging
+// buttons show the previous and the next page of photos.
 
 #include <cstdint>
 
@@ -18,9 +20,14 @@ inline constexpr std::int32_t kSheetHeight = 256;
 struct ButtonLayout {
     std::int32_t windowWidth = 0;   ///< pixels
     std::int32_t windowHeight = 0;  ///< pixels
-    PhotoPage page;                 ///< the page that the panel shows
+    PhotoPage page;                 ///< the page of photos that the photo panel shows
     bool offerPhotos = false;       ///< show the photos button, because the host allows photos
 };
+
+/// Whether a button acts when it is released. All other buttons act when they are pressed, and
+/// again while they are held.
+/// @param key  id of the button; for 0 and for a key without a button, the result is false
+bool ActsOnRelease(std::int32_t key) noexcept;
 
 /// The buttons and the texture that they share. The id of a button is the virtual-key code of the
 /// key that has the same effect. Window thread. The OpenGL context must be current while buttons
@@ -32,17 +39,18 @@ public:
     MapButtons& operator=(const MapButtons&) = delete;
 
     /// Uploads the sheet and creates the buttons in place of earlier ones. The photo buttons stay
-    /// hidden until the next layout. Throws std::bad_alloc; no buttons exist afterwards.
+    /// hidden until PlacePhotoButtons. Throws std::bad_alloc; no buttons exist afterwards.
     /// @param sheet  R, G, B, A; 128 x 256 pixels; rows bottom-up; copied. Null: no buttons
     void CreateButtons(const std::uint8_t* sheet);
     /// Deletes the buttons and the texture.
     void DestroyButtons() noexcept;
 
-    /// Places the photo buttons. @param lineHeight  line height of the font, pixels
+    /// Places the photo buttons, and hides those that `layout` does not call for.
+    /// @param lineHeight  line height of the font, pixels
     void PlacePhotoButtons(const ButtonLayout& layout, std::int32_t lineHeight) noexcept;
     /// Places the photo buttons and draws all buttons. While the pointer is over the photos button,
     /// also draws the hint to the left of the panel.
-    /// @param hint  null or empty: no hint
+    /// @param hint  text that says what the photos button does; null or empty: no hint
     void LayoutButtons(const ButtonLayout& layout, const CGLFont& font, const HorivoWideChar* hint);
 
     /// Highlights the buttons under a point and no others.

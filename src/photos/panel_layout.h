@@ -18,7 +18,7 @@ inline constexpr std::int32_t kPhotoGap = 4;  ///< between two photos, pixels
 /// Heights and gaps of the title strip, pixels.
 inline constexpr std::int32_t kTitleGap = 8;  ///< between the titles and the photos button
 inline constexpr std::int32_t kPhotosButtonHeight = 24;
-inline constexpr std::int32_t kPagingButtonHeight = 19;  ///< height of its visible part
+inline constexpr std::int32_t kPagingButtonHeight = 19;  ///< of the visible part of the button
 inline constexpr std::int32_t kPagingGap = 4;            ///< above and below the paging buttons
 
 /// The values from which the layout is computed, pixels.
@@ -43,7 +43,8 @@ constexpr std::int32_t TitleStripHeight(std::int32_t lineHeight) noexcept {
     return PhotosButtonDepth(lineHeight) + kPagingGap + kPagingButtonHeight + kPagingGap;
 }
 
-/// Height between the title strip and the buttons; negative in a very low window.
+/// Height between the title strip and the strip of height kPanelBottom; negative in a very low
+/// window.
 constexpr std::int32_t PhotoStackHeight(const PanelArea& area) noexcept {
     return area.height - TitleStripHeight(area.lineHeight) - kPanelBottom;
 }

@@ -11,7 +11,7 @@ enum class PhotoIndexKind { City, Country };
 /// One photo of an index.
 struct PhotoIndexEntry {
     std::int32_t photoNumber = 0;  ///< 0 or above
-    WideString city;               ///< empty in the index of a city
+    WideString city;               ///< empty for PhotoIndexKind::City, whose lines name no city
     WideString caption;
     WideString pagePath;
 };
@@ -22,10 +22,11 @@ struct PhotoIndexEntry {
 /// A line has up to six fields, separated by tabs:
 ///   index of a city:     number, -, -, caption, page path
 ///   index of a country:  number, city, -, -, caption, page path
-/// Missing fields are empty. Empty lines and lines that begin with '#' or ';' are comments. A line
-/// is read as UTF-8 when it is valid UTF-8, otherwise in the ANSI code page of the system. Bytes
-/// after the 4095th byte of a line are ignored. A NUL ends the text of a line; Ctrl-Z ends the
-/// file. Lines without a photo number of 0 or above are skipped. Numbers above 2147483647 become
+/// The fields marked "-" are not used. Missing fields are empty. Empty lines and lines that begin
+/// with '#' or ';' are comments. A line is read as UTF-8 when it is valid UTF-8, otherwise in the
+/// ANSI code page of the system. Bytes after the 4095th byte of a line are ignored. A NUL ends the
+/// text of a line; Ctrl-Z ends the file. Lines without a photo number of 0 or above are skipped.
+/// Only the first ten characters of the number field are read; a number above 2147483647 becomes
 /// 2147483647.
 class PhotoIndexReader {
 public:

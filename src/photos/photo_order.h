@@ -7,7 +7,8 @@
 /// Sort key of a photo. Its values are copies, because the host may change its records during the
 /// sort.
 struct PhotoOrderKey {
-    /// Squared distance from the city to the place that was picked last; infinity when unknown.
+    /// Squared distance from the city to the place that was picked last, scene units squared;
+    /// infinity when unknown.
     double distance = 0.0;
     std::int32_t nearest = 0;  ///< not 0: the city is the nearest one to that place
     std::int32_t cityIndex = -1;

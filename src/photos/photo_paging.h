@@ -34,7 +34,8 @@ constexpr bool HasPreviousPhotos(const PhotoPage& page) noexcept {
 std::int32_t NextFirstShown(const PhotoPage& page) noexcept;
 
 /// Returns the index of the first photo of the previous page. That page ends before `firstShown`.
-/// It has as many photos as fit into the panel, at most 16.
+/// It has as many photos as fit into the panel, at most 16; if none fits, the result is
+/// `firstShown`.
 /// @param heights     heights of the photos before `firstShown` with their gaps, the last photo
 ///                    first, pixels; at most `firstShown` heights
 /// @param freeHeight  height that the panel has for photos, pixels; may be negative

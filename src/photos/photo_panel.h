@@ -106,7 +106,7 @@ private:
         const PhotoRecord* photo;  ///< one of `photoSet_`
     };
 
-    /// Bottom of an image in the frame of the group, pixels.
+    /// Returns the bottom of an image, pixels above kPanelBottom.
     static std::int32_t BottomOf(const Image& entry) noexcept;
     void AddImages();
     void PlaceImages() noexcept;
@@ -121,10 +121,10 @@ private:
     WideString heading_;
     PhotoSet photoSet_;
     PanelArea area_;
-    std::int32_t panelX_ = 0;                               ///< left edge, window pixels
-    std::int32_t shownCount_ = 0;                           ///< images with room: the first images
-    CGLGroup group_;                                        ///< owns the images
-    std::vector<Image> images_;                             ///< in the order of `group_`
+    std::int32_t panelX_ = 0;      ///< left edge of the panel, window pixels
+    std::int32_t shownCount_ = 0;  ///< number of images with room, from the first on
+    CGLGroup group_;               ///< owns the images
+    std::vector<Image> images_;    ///< in the order of `group_`
     std::array<GLuint, kMaxThumbnails> textureNames_ = {};  ///< all 0 or all generated
     bool uploadPending_ = false;                            ///< the images have no textures yet
 };

@@ -31,7 +31,7 @@ private:
 class CaptionLines {
 public:
     /// @param panelX      left edge of the panel, window pixels
-    /// @param y           baseline of the first line, window pixels
+    /// @param y           baseline of the first line, window pixels, y upward
     /// @param lineHeight  pixels
     CaptionLines(const CGLFont& font, std::int32_t panelX, std::int32_t y,
                  std::int32_t lineHeight) noexcept
@@ -91,8 +91,8 @@ void PhotoPanel::DrawTitle(const CGLFont& font, const WideString& title, std::in
 }
 
 bool PhotoPanel::IsPointedAt(const Image& entry, const CGeoPoint& pointer) const noexcept {
-    // Deliberate: only the height of the pointer is compared with the image, so the caption also
-    // shows while the pointer is beside a narrow photo.
+    // Deliberate: of the image, only the top and the bottom are compared with the pointer, so the
+    // caption also shows while the pointer is beside a narrow photo.
     const std::int32_t y = pointer.mouseY - kPanelBottom;
     const std::int32_t bottom = BottomOf(entry);
     return pointer.valid && pointer.mouseX > panelX_ && y > bottom &&

@@ -64,8 +64,8 @@ void DeletePhotos(PhotoSet& set) noexcept;
 /// Reads the index of a country (`city` empty) or of a city and loads the thumbnails of a page.
 /// `firstShown` becomes 0 when the place changes. Lines of the index without a photo on disk or
 /// without a city in the table are left out.
-/// @return number of thumbnails loaded; 0 without an index; -1 when the names cannot be folder
-///         names; the set then has no place. Throws std::bad_alloc.
+/// @return number of thumbnails loaded; 0 without an index; -1 when GetPhotoFolder returns false
+///         for the names, and the set then has no place. Throws std::bad_alloc.
 std::int32_t LoadPhotoSet(PhotoSet& set, const CityTable& cities, WideView country, WideView city);
 
 /// Frees the thumbnails and loads up to 16 from `firstShown` on. Leaves out photos that cannot be

@@ -27,8 +27,8 @@ WideString CleanPlaceName(WideView name, Spaces spaces = Spaces::Keep);
 /// cannot be one: Windows would treat it as the current folder or as its parent.
 bool IsFolderName(WideView cleaned) noexcept;
 
-/// Forms the folder of a country (`city` empty) or of a city, with a backslash at its end. Throws
-/// std::bad_alloc.
+/// Forms the path of the folder of a country (`city` empty) or of a city, with a backslash at its
+/// end. Throws std::bad_alloc.
 /// @param root  the root of the photo tree with a backslash at its end
 /// @return false and an empty `path` when `country` or `root` is empty, when a name cannot be a
 ///         folder name, or when the path is too long

@@ -4,7 +4,7 @@
 
 namespace {
 
-constexpr char kGenericRendererPrefix[] = "GDI ";  // with the space: "GDIxyz" must not match
+constexpr char kGenericRendererPrefix[] = "GDI ";  // ends with a space: "GDIxyz" must not match
 
 }  // namespace
 

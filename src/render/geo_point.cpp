@@ -6,7 +6,8 @@
 
 void UpdateGeoPoint(CGeoPoint& geoPoint, const CScene& scene) noexcept {
     const CVector4& point = geoPoint.globePoint;
-    if (point.x == 0.0 && point.y == 0.0 && point.z == 0.0) return;  // no point was picked yet
+    // The origin means that no point of the globe was picked yet.
+    if (point.x == 0.0 && point.y == 0.0 && point.z == 0.0) return;
     const LatLon angles = PointToLatLon(point);
     geoPoint.latitudeRad = angles.latitude;
     geoPoint.longitudeRad = angles.longitude;

@@ -39,8 +39,8 @@ public:
     void Destroy() noexcept;
 
     HGLRC GetHandle() const noexcept { return hglrc_; }
-    /// Strings of the current OpenGL implementation, at most 255 characters; empty for Windows'
-    /// generic renderer.
+    /// Strings of the OpenGL implementation, at most 255 characters. Empty until Create has found a
+    /// renderer other than Windows' generic renderer.
     const char* GetVendor() const noexcept { return vendor_; }
     const char* GetRenderer() const noexcept { return renderer_; }
     const char* GetVersion() const noexcept { return version_; }

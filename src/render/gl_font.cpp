@@ -10,7 +10,8 @@
 namespace {
 
 constexpr GLsizei kListCount = 256;  // list names, one for each character code
-// Deliberate: characters from this code on count as 0 pixels wide.
+// Deliberate: characters from this code on count as 0 pixels wide, so a text with such characters
+// is wider than GetTextWidth returns.
 constexpr unsigned kFirstUnmeasured = 128;
 constexpr std::int32_t kTextCapacity = 2048;  // bytes of a converted text, including the terminator
 
@@ -38,7 +39,7 @@ void CGLFont::DrawText(float x, float y, float z, const char* text, std::int32_t
         glRasterPos3f(x, y, z);
     }
     if (length < 0 && text != nullptr) length = static_cast<std::int32_t>(std::strlen(text));
-    // Deliberate: without a text, the pushed matrix is not popped.
+    // Deliberate: without a text, the pushed matrix is not popped, and the caller must pop it.
     if (length == 0 || text == nullptr) return;
     glListBase(ListName(this));
     glCallLists(length, GL_UNSIGNED_BYTE, text);
@@ -47,7 +48,8 @@ void CGLFont::DrawText(float x, float y, float z, const char* text, std::int32_t
 
 void CGLFont::DrawTextW(float x, float y, float z, const HorivoWideChar* text,
                         std::int32_t length) const {
-    if (text == nullptr || text[0] == 0) return;  // also when `length` is above 0
+    // NarrowText would convert the terminator of an empty text when `length` is above 0.
+    if (text == nullptr || text[0] == 0) return;
     char narrow[kTextCapacity];
     const std::int32_t bytes = NarrowText(text, length, narrow, kTextCapacity);
     if (bytes > 0) DrawText(x, y, z, narrow, LengthWithin(length, bytes));

@@ -27,7 +27,8 @@ public:
     /// Deletes the display lists, if they exist.
     void Release() noexcept;
 
-    /// Draws `text` with its origin at (x, y, z). @param length  bytes; below 0: to the terminator
+    /// Draws `text` with its origin at (x, y, z), which the current matrices transform.
+    /// @param length  bytes; below 0: to the terminator
     /// Deliberate: an empty or null text leaves one matrix more on the modelview stack. A caller
     /// whose text may be empty must pop this matrix.
     void DrawText(float x, float y, float z, const char* text, std::int32_t length = -1) const;

@@ -85,7 +85,8 @@ void CGLObject::TransformPoint(CVector4& point, std::int32_t translateSign,
     if (translateSign > 0) Translate(m, position, translateSign);
     if (rotateSign > 0) Rotate(m, rotation);
     if (rotateSign < 0) RotateBack(m, rotation);
-    // Undo the translation last, so that signs (-1, -1) are the inverse of (1, 1).
+    // The matrix that is multiplied last acts on the point first. So signs (-1, -1) undo the
+    // translation before the rotation, and are the inverse of (1, 1).
     if (translateSign < 0) Translate(m, position, translateSign);
     m.Transform(point);
 }

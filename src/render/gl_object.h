@@ -8,7 +8,8 @@
 
 #include "math/matrix4.h"
 
-/// A position in the frame of the parent node: in scene units, or in window pixels in the overlay.
+/// A position in the frame of the parent node: in scene units (the globe has the radius 3), or in
+/// window pixels for the flat objects of the overlay.
 struct Position3 {
     float x = 0.0F;
     float y = 0.0F;

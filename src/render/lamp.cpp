@@ -4,10 +4,10 @@
 
 namespace {
 
-/// Direction of a lamp that is at the origin itself. From there, no direction points to the origin,
-/// so a direction must be chosen. Any finite direction is suitable: all normals of the globe point
-/// away from the origin, so such a lamp adds no light. A NaN would make the picture black or white
-/// with some drivers.
+/// Direction of a lamp that is at the origin itself. From the origin, no direction points to the
+/// origin, so a direction must be chosen. Any finite direction is suitable: all normals of the
+/// globe point away from the origin, so such a lamp adds no light. A NaN would make the picture
+/// black or white with some drivers.
 constexpr float kDirectionFromOrigin[4] = {0.0F, 0.0F, -1.0F, 1.0F};
 
 }  // namespace

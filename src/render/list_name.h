@@ -6,8 +6,9 @@
 
 /// Returns the first display-list name of an object: the low half of its address. Further display
 /// lists of the object use the next names. An object uses at most as many names as the object has
-/// bytes, so that two objects less than 4 GB apart have no name in common. Deliberate: names are
-/// not reserved with glGenLists.
+/// bytes, so that two objects less than 4 GB apart have no name in common.
+/// Deliberate: names are not reserved with glGenLists. The library never calls glGenLists, which
+/// could return a name that an object is about to use.
 inline GLuint ListName(const void* object) noexcept {
     return static_cast<GLuint>(reinterpret_cast<std::uintptr_t>(object));
 }

@@ -17,7 +17,7 @@ public:
     void SetTextures(GLuint normal, GLuint hover, std::int32_t width, std::int32_t height) noexcept;
 
     /// Whether a point is inside the button. The left and bottom edges belong to the button, the
-    /// right and top edges do not. @param x, y  pixels in the frame of `position`, y upward
+    /// right and top edges do not. @param x, y  pixels in the same frame as `position`, y upward
     bool HitTest(std::int32_t x, std::int32_t y) const noexcept;
 
     GLuint texture = 0;

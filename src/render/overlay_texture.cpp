@@ -2,7 +2,7 @@
 
 void UploadOverlayTexture(GLuint name, std::int32_t width, std::int32_t height,
                           const std::uint8_t* pixels) noexcept {
-    constexpr GLint kChannels = 4;  // as in OpenGL 1.0, the format is the number of channels
+    constexpr GLint kChannels = 4;  // OpenGL accepts the number of channels as a format
     glBindTexture(GL_TEXTURE_2D, name);
     glTexParameteri(GL_TEXTURE_2D, GL_TEXTURE_MIN_FILTER, GL_LINEAR);
     glTexParameteri(GL_TEXTURE_2D, GL_TEXTURE_MAG_FILTER, GL_LINEAR);

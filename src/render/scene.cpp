@@ -77,7 +77,8 @@ void CScene::Resize(std::int32_t newWidth, std::int32_t newHeight) {
     glLoadIdentity();
 }
 
-// Computes the same matrix as gluPerspective, from half the width and height of the near plane.
+// Computes the same matrix as gluPerspective. `right` and `top` are half the width and half the
+// height of the picture on the near plane.
 void CScene::GetProjectionMatrix(std::array<double, 16>& out) const noexcept {
     const double top = std::tan(DegToRad(fovY / 2.0)) * zNear;
     const double right = Aspect(width, height) * top;

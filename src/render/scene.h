@@ -7,10 +7,11 @@
 
 class CSphere;
 
-/// What `MeasureGlobe` finds about the limb, the visible edge of the globe.
+/// What `MeasureGlobe` finds about the limb, the visible edge of the globe. The globe is measured
+/// without the rotation of the scene, so that the equator is a horizontal line.
 struct GlobeMeasure {
-    std::int32_t diameter = 0;       ///< pixels along the equator
-    std::int32_t longitudeSpan = 0;  ///< width of the visible cap along the equator, degrees
+    std::int32_t diameter = 0;       ///< width of the globe in the window, pixels
+    std::int32_t longitudeSpan = 0;  ///< degrees between the two limbs on the equator
     double limbDepth = 0.0;  ///< z of the limb in camera space; visible points have a larger z
 };
 
@@ -36,12 +37,13 @@ public:
     /// rotate the point first. z is mapped to [zNear, zFar], not to [0, 1].
     CVector4 ProjectToWindow(const CVector4& point) const noexcept;
 
-    /// Finds the limb of `sphere` along the equator, as the camera sees it.
+    /// Finds the limb of `sphere` along the equator, as the camera sees the sphere without
+    /// rotation.
     GlobeMeasure MeasureGlobe(const CSphere& sphere) const noexcept;
 
     std::int32_t width = 1;   ///< width of the viewport, pixels
     std::int32_t height = 1;  ///< height of the viewport, pixels
-    double zNear = 1.0;       ///< distance of the near plane, scene units
-    double zFar = 30.0;       ///< distance of the far plane, scene units
+    double zNear = 1.0;       ///< from the camera to the near plane, scene units
+    double zFar = 30.0;       ///< from the camera to the far plane, scene units
     double fovY = 30.0;       ///< vertical field of view, degrees
 };

@@ -3,7 +3,8 @@
 namespace {
 
 bool IsDrawn(const TextureRegion& region, const Size2& size) noexcept {
-    // 64 bits, because the product of two large sizes could wrap around to a small valid number.
+    // Compute in 64 bits: in 32 bits, the product of two large sizes could wrap around to a small
+    // valid number.
     const std::int64_t texels = std::int64_t{region.textureWidth} * region.textureHeight;
     return region.texture != 0 && !(size.width * size.height <= 0.0F) && texels > 0;
 }

@@ -20,8 +20,9 @@ struct TextureRegion {
     double v = 0.0;                  ///< bottom of the region, texture pixels
 };
 
-/// Draws `region` at its own size, one texel per pixel. Draws nothing without a texture or when a
-/// size is 0. The caller sets up blending.
+/// Draws `region` at its own size, one texel per pixel. Draws nothing without a texture, when the
+/// area of `size` is not above 0, or when the area of the texture is not above 0. The caller sets
+/// up blending.
 /// @param corner  lower-left corner, window pixels, y upward; z goes to OpenGL unchanged
 /// @param size    of the quad and of the region, pixels
 void DrawTexturedQuad(const TextureRegion& region, const Position3& corner,

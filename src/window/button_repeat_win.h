@@ -5,7 +5,7 @@
 
 inline constexpr UINT_PTR kRepeatTimer = 1;
 
-/// Repeats the key of an overlay button while the left button is held on it.
+/// Repeats the key of a button over the map while the left mouse button is held on it.
 class ButtonRepeat {
 public:
     void Start(HWND window) noexcept;

@@ -19,7 +19,7 @@ public:
         createStatus_ = HORIVO_OK;
         createError_ = 0;
     }
-    /// Stores the result of the creation: HORIVO_OK or an OpenGL set-up code.
+    /// Stores the result of the creation: HORIVO_OK or an OpenGL set-up code of horivo_map.h.
     void EndCreation(std::uint32_t status) noexcept { createStatus_ = status; }
     /// Stores the Windows error for which the map refuses the window although the status is
     /// HORIVO_OK.

@@ -1,6 +1,6 @@
 #include "window/drag_win.h"
 
-#include "window/pick_win.h"
+#include "window/globe_pick_win.h"
 #include "window/view_change_win.h"
 
 void Drag(MapState& map, HWND window, const WindowPoint& point) noexcept {

@@ -1,6 +1,10 @@
 #include "window/frame_win.h"
 
+#include <array>
+
 #include "base/gl.h"
+#include "cities/city_pick.h"
+#include "globe/city_labels.h"
 #include "render/current_context_win.h"
 #include "window/attach_tiles_win.h"
 #include "window/load_results_win.h"
@@ -56,12 +60,16 @@ void DrawStatus(const MapState& map) {
 void DrawFrame(MapState& map, HDC dc, std::int32_t width, std::int32_t height) {
     const CGeoPoint& pointed = map.pointer.GeoPoint();
     map.gl.Scene().Resize(width, height);
-    map.nearCities.Find(map.host.Cities(), pointed.globePoint);
+    std::array<CityRecord*, kMaxCitiesNear> cities = {};
+    std::int32_t count = 0;
+    FindCitiesNear(map.host.Cities(), pointed.globePoint, kCityReach, cities.data(), kMaxCitiesNear,
+                   count);
     glClearColor(0.0F, 0.0F, 0.0F, 0.0F);
     map.gl.PlaceLampOver(pointed.globePoint);
     map.gl.Scene().Draw();
     BeginFlatPass(width, height);
-    map.nearCities.DrawLabels(pointed, map.gl);
+    RenderCityLabels(cities.data(), count, pointed, map.gl.Scene(), map.gl.Font(),
+                     map.gl.Globe().limbDepth, map.cityClock);
     DrawStatus(map);
     map.overlay.Draw(pointed, width, height);
     EndFlatPass();
@@ -108,7 +116,7 @@ LRESULT OnPaint(HWND window, WPARAM, LPARAM) {
         // stay on the screen.
         more = entry->NoteShownSize(width, height);
         // Deliberate: TimeFrame gets the duration of the painting, not the time since the last
-        // frame.
+        // frame. So the frame rate in the status lines ignores the time between frames.
         more = TimeFrame(map, window, GetTickCount() - start) || more;
     }
     if (!map.view.ShowsFrameRate() && !more) return 0;

@@ -20,12 +20,14 @@
 /// its contents are empty; only the transform and the size of the scene are kept.
 class GlResources {
 public:
-    /// @param lastSysError  out: the error of a failed creation; must outlive this object
+    /// @param lastSysError  out: the Windows error when the creation of the context fails; must
+    ///                      outlive this object
     explicit GlResources(std::uint32_t& lastSysError) noexcept
         : context_(extensions_, lastSysError) {}
 
     /// Creates the context for the DC of the window, makes the lists of the font, and stores the
-    /// texture limit of OpenGL in `picture`. @return HORIVO_OK or an OpenGL set-up code
+    /// texture limit of OpenGL in `picture`. @return HORIVO_OK or an OpenGL set-up code of
+    /// horivo_map.h
     std::uint32_t CreateContext(const MapWindow& entry, SharedPicture& picture);
     void DestroyContext() noexcept { context_.Destroy(); }
     CGLContext& Context() noexcept { return context_; }
@@ -64,7 +66,7 @@ public:
     /// Calls UseSizeOf. @return whether a place can be picked in `window`: the window has a size
     /// and there is a planet
     bool CanPickIn(HWND window) noexcept { return UseSizeOf(window) && planet_ != nullptr; }
-    /// Moves the lamp to a point above a place of the globe.
+    /// Moves the lamp to a point above a place of the globe. @param place  in the globe's frame
     void PlaceLampOver(const CVector4& place) noexcept;
 
     CScene& Scene() noexcept { return scene_; }

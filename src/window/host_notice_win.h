@@ -9,6 +9,8 @@
 #include "cities/city_table.h"
 
 /// Asks the hidden main window of the host whether the photos may be shown.
+/// @param signedIndex  index of the city, or the negated index of the nearest city when the pointer
+///                     is on no city
 /// @return true when the host answers 1; false after any other answer and when there is no host
 bool AskHostForPhotos(HWND window, std::int32_t signedIndex);
 

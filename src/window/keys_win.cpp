@@ -3,7 +3,7 @@
 #include <algorithm>
 #include <iterator>
 
-#include "photos/photo_page_win.h"
+#include "photos/photo_web_page_win.h"
 #include "window/drag_win.h"
 #include "window/load_results_win.h"
 #include "window/view_change_win.h"

@@ -2,6 +2,6 @@
 
 #include "base/windows_types.h"
 
-/// Handles WM_KEYDOWN from the keyboard or from an overlay button. Passes keys that the map does
-/// not use to DefWindowProcW.
+/// Handles WM_KEYDOWN from the keyboard or from a button over the map. Passes keys that the map
+/// does not use to DefWindowProcW.
 LRESULT OnKeyDown(HWND window, WPARAM wParam, LPARAM lParam);

@@ -5,11 +5,13 @@
 namespace {
 
 constexpr std::int32_t kFactorStep = 100;     // percent from one row of kMeshSizes to the next
-constexpr std::int32_t kLayersFactor = 1000;  // number of layers = kLayersFactor / factor
+constexpr std::int32_t kLayersFactor = 1000;  // atmosphere shells = this / factor
 static_assert(kLayersFactor / kFinestFactor <= kMaxAtmosphereLayers);
-constexpr std::int32_t kMaxLayersFactor = 200;  // percent; above it, there is one layer
-constexpr std::int32_t kMinScaledRow = 100;     // from this row on, textures would be smaller
-constexpr std::int32_t kMinTextureLimit = 16;   // pixels per side; Apply sets no smaller limit
+// percent; with a larger detail factor the atmosphere has one shell only
+constexpr std::int32_t kMaxLayersFactor = 200;
+// Row of kMeshSizes from which on Apply would make textures smaller; there is no such row.
+constexpr std::int32_t kMinScaledRow = 100;
+constexpr std::int32_t kMinTextureLimit = 16;  // pixels per side; Apply sets no smaller limit
 constexpr std::int32_t kMinFps = 10;  // frames per second; a lower rate makes the detail coarser
 constexpr std::int32_t kWarmUp = -1;  // value of measured_ before the warm-up frame
 constexpr std::uint32_t kMsPerSecond = 1000;

@@ -7,14 +7,15 @@
 #include "image/texture_limits.h"
 #include "render/mesh_detail.h"
 
-inline constexpr std::int32_t kFinestFactor = 50;     // percent
-inline constexpr std::int32_t kCoarsestFactor = 800;  // percent
-inline constexpr std::int32_t kMeasuredFrames = 3;    // without the warm-up frame before them
+inline constexpr std::int32_t kFinestFactor = 50;     // detail factor, percent
+inline constexpr std::int32_t kCoarsestFactor = 800;  // detail factor, percent
+// Frames of one measurement. The warm-up frame before these frames is not counted.
+inline constexpr std::int32_t kMeasuredFrames = 3;
 
 enum class TuneOutcome : std::uint8_t {
     Idle,          ///< nothing more to do
     AnotherFrame,  ///< the measurement needs another frame
-    Coarser,  ///< too slow: the factor has been doubled, and the caller must apply the new factor
+    Coarser,       ///< frames were too slow: the factor was doubled, and the caller must apply it
 };
 
 /// The detail factor, its mesh, and the measurement. Window thread.
@@ -49,7 +50,7 @@ private:
 
     std::int32_t factor_ = 100;
     MeshDetail mesh_;
-    std::int32_t measured_ = kMeasuredFrames;  ///< frames; -1: the warm-up frame comes next
+    std::int32_t measured_ = kMeasuredFrames;  ///< frames so far; -1: the warm-up is next
     std::int32_t fpsSum_ = 0;  ///< sum of the rates of the measured frames, frames per second
     float frameRate_ = 0.0F;
 };

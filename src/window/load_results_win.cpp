@@ -27,7 +27,7 @@ void EndFailedLoad(SharedPicture& shared, HWND window) {
     const MutexHold hold = shared.Lock(kWindowWaitMs);
     if (!hold) return;  // another worker is using the picture
     const LoadNumber failed = shared.loads.Find(window, LoadState::Failed);
-    if (shared.loads.LeavesTextures(failed, shared.picture.Stage()))
+    if (shared.loads.MustClearTextures(failed, shared.picture.Stage()))
         shared.picture.ClearTiles(false);
     shared.loads.Report(failed, LoadState::Ended);
 }

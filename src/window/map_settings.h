@@ -6,9 +6,10 @@
 /// Three of the four settings in section "map" of "horivo.ini". The fourth setting, the detail
 /// factor, is in LevelOfDetail.
 struct MapSettings {
-    std::int32_t texScalerX = 0;  ///< base-2 exponent that scales the width limit, [-3, 2]
-    /// Base-2 exponent that scales the height limit, [-3, 1]. The default is -1, because the map is
-    /// twice as wide as high.
+    /// The width limit of the map picture is multiplied by 2 to the power of this number, [-3, 2].
+    std::int32_t texScalerX = 0;
+    /// The same for the height limit, [-3, 1]. The default is -1, because the map is twice as wide
+    /// as high.
     std::int32_t texScalerY = -1;
     std::int32_t texCompression = 0;  ///< 1: ask GL for compressed tiles
 };
@@ -29,8 +30,8 @@ RawSettings CurrentSettings(const MapSettings& settings, std::int32_t factor) no
 /// @return the detail factor, [0, 800] percent. LevelOfDetail::Apply clamps it to [50, 800]
 std::int32_t StoreSettings(const RawSettings& raw, MapSettings& settings) noexcept;
 
-/// Reads the administrative switches again, then section "map" of `settingsFile` (ANSI, or UTF-16
-/// with a byte-order mark). Does nothing when the path is empty.
+/// Reads the switches in the registry again (ReadAdminFlags), then section "map" of `settingsFile`
+/// (ANSI, or UTF-16 with a byte-order mark). Does nothing when the path is empty.
 /// @param factor  the current detail factor, percent
 /// @return the new detail factor in percent, for LevelOfDetail::Apply; `factor` itself when the
 /// path is empty

@@ -2,20 +2,20 @@
 
 #include <memory>
 
+#include "cities/city_clock_win.h"
 #include "horivo_host.h"
 #include "image/gdiplus_session_win.h"
 #include "window/button_repeat_win.h"
 #include "window/call_results.h"
+#include "window/fit_new_picture_win.h"
 #include "window/flight_win.h"
 #include "window/gl_resources_win.h"
 #include "window/host_data.h"
 #include "window/hover_win.h"
-#include "window/install_self_test_win.h"
 #include "window/level_of_detail.h"
+#include "window/live_windows_win.h"
 #include "window/loader_win.h"
 #include "window/map_settings.h"
-#include "window/map_window_win.h"
-#include "window/near_cities_win.h"
 #include "window/overlay_win.h"
 #include "window/pointer_state.h"
 #include "window/shared_picture_win.h"
@@ -26,9 +26,12 @@
 /// parameters. A function that needs four parts or more may have MapState as a parameter; its
 /// comment then names the parts.
 ///
-/// Three mutable statics are not in MapState: the common folder and the administrative switches,
-/// which belong to the host services, and the number of users of GDI+, which belongs to
-/// GdiplusSession. The data of the C++ runtime is in stack_guard_win.cpp and
+/// The comment on each member names the thread or the lock that guards the member. The window
+/// thread is the thread that owns the map windows.
+///
+/// Three mutable statics are not in MapState: the path of the common application data folder and
+/// the administrative switches, which belong to the host services, and the number of users of GDI+,
+/// which belongs to GdiplusSession. The data of the C++ runtime is in stack_guard_win.cpp and
 /// exception_memory_win.cpp.
 struct MapState {
     HostData host;                            ///< window thread
@@ -42,12 +45,12 @@ struct MapState {
     Hover hover;                              ///< window thread
     ButtonRepeat repeat;                      ///< window thread
     LiveWindows windows;                      ///< window thread
-    SharedPicture textures;                   ///< picture: its mutex; the rest: see SharedPicture
+    SharedPicture textures;                   ///< its mutex guards the picture; see SharedPicture
     MapLoader loader{textures, host};         ///< window thread; its workers use only `textures`
     GlResources gl{results.SysErrorSlot()};   ///< window thread; GL needs the current context
     Overlay overlay{host, gl, windows};       ///< window thread; GL needs the current context
     TimeZoneTable zones;                      ///< window thread; city records point to its entries
-    NearCities nearCities{zones};             ///< window thread
+    SystemCityClock cityClock{zones};         ///< window thread
     std::unique_ptr<GdiplusSession> gdiplus;  ///< window thread; null before InitMap, after FreeMap
     bool errorBoxShown = false;  ///< window thread; "Can not load textures." is on screen
 };

@@ -5,7 +5,6 @@
 #include <cstdint>
 #include <memory>
 #include <utility>
-#include <vector>
 
 #include "base/handles_win.h"
 #include "base/window_timer_win.h"
@@ -52,24 +51,3 @@ private:
 /// Reads the client size of a window, pixels.
 /// @return false while the width or the height is below 1; `width` and `height` are then unchanged
 bool ClientSize(HWND window, std::int32_t& width, std::int32_t& height) noexcept;
-
-/// The live map windows, oldest first. All share one context and one scene.
-class LiveWindows {
-public:
-    /// Adds an entry for `window`, which becomes the current window. Throws std::bad_alloc.
-    MapWindow& Add(HWND window);
-    /// Releases the entry of `window`. The newest of the other windows, if any, becomes the current
-    /// window.
-    void Remove(HWND window) noexcept;
-    /// The entry of `window`; null when the window is not live.
-    MapWindow* Find(HWND window) noexcept;
-    bool IsLive(HWND window) noexcept { return Find(window) != nullptr; }
-    /// The newest live window, for work that any window can do. Null when there is none.
-    MapWindow* Current() noexcept;
-    /// Asks every window to paint a new frame.
-    void InvalidateAll() const noexcept;
-    std::size_t Count() const noexcept { return windows_.size(); }
-
-private:
-    std::vector<std::unique_ptr<MapWindow>> windows_;
-};

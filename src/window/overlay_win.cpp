@@ -5,7 +5,7 @@
 
 #include "cities/city_lookup.h"
 #include "cities/city_pick.h"
-#include "photos/button_sheet_win.h"
+#include "photos/button_file_win.h"
 #include "render/current_context_win.h"
 #include "window/host_notice_win.h"
 
@@ -115,7 +115,7 @@ void Overlay::ShowNextPage(HWND window) {
     if (!panel_.PageForward()) return;
     ReloadPhotos(window);
     if (panel_.HasThumbnails()) return;
-    // No photo of the next page could be loaded: show the previous page again and offer no next
+    // No photo of the next page could be loaded: show the page from before again and offer no next
     // page.
     panel_.RejectPage(before);
     ReloadPhotos(window);

@@ -6,7 +6,7 @@
 #include "photos/photo_panel.h"
 #include "window/gl_resources_win.h"
 #include "window/host_data.h"
-#include "window/map_window_win.h"
+#include "window/live_windows_win.h"
 #include "window/pointer_state.h"
 
 /// Selects which photos are shown: the photos of a city, or the photos of its country.
@@ -33,14 +33,18 @@ public:
     /// Uploads photos that were loaded while the context could not be made current. The context
     /// must be current now.
     void UploadWaitingPhotos() noexcept { panel_.UploadPhotos(); }
-    /// Draws panel and buttons. Needs the flat projection in window pixels.
+    /// Draws panel and buttons. The projection must map to window pixels, y upward.
     void Draw(const CGeoPoint& pointed, std::int32_t width, std::int32_t height);
 
     /// Asks the host whether the photos may be shown. Stores the answer, because the add-photo
-    /// button is shown only when the host has agreed. @return the answer
+    /// button is shown only when the host has agreed.
+    /// @param signedIndex  index of the city, or the negated index of the nearest city when the
+    ///                     pointer is on no city
+    /// @return the answer
     bool AskHost(HWND window, std::int32_t signedIndex);
     /// Asks the host and, when the host agrees, shows the photos of a city or of its country. Does
     /// nothing for an index outside the table and for a window that is not live.
+    /// @param signedIndex  as for AskHost
     void OfferPhotos(HWND window, std::int32_t signedIndex, PhotosOf whose);
     /// Reads the photos of the panel again, because the host has reported new photos. Offers all
     /// pages again, also the pages that could not be loaded before.

@@ -1,5 +1,6 @@
 #include "window/pointer_state.h"
 
+#include "window/globe_pick.h"
 #include "window/view_control.h"
 
 bool PointerState::PickAt(const CScene& scene, const CSphere& globe,

@@ -25,10 +25,10 @@ struct PressedPhoto {
     bool operator==(const PressedPhoto&) const = default;
 };
 
-/// The place under the pointer, and what the left button was pressed on.
+/// The place under the pointer, and what the left mouse button was pressed on.
 class PointerState {
 public:
-    /// The pointer position and the place under it.
+    /// The pointer position and the pointed place: the place that PickAt or PointAt stored last.
     const CGeoPoint& GeoPoint() const noexcept { return geoPoint_; }
     WindowPoint Position() const noexcept { return {geoPoint_.mouseX, geoPoint_.mouseY}; }
 
@@ -56,7 +56,7 @@ public:
     void HoldPhoto(const PressedPhoto& photo) noexcept { pressedPhoto_ = photo; }
     void HoldKey(std::int32_t key) noexcept { pressedKey_ = key; }
     const PressedPhoto& HeldPhoto() const noexcept { return pressedPhoto_; }
-    /// Virtual-key code of the overlay button that is held; 0: none.
+    /// Virtual-key code of the button over the map that the mouse holds down; 0: none.
     std::int32_t HeldKey() const noexcept { return pressedKey_; }
     /// Forgets the press, because the button was released or the window has lost the mouse capture.
     void ForgetPress() noexcept;
@@ -64,7 +64,7 @@ public:
     /// Makes `place` the anchor of a drag. Without a place (the press was beside the globe),
     /// removes the anchor, so that the drag does not turn the globe.
     /// @param view   the view now
-    /// @param place  the grabbed point in the view's frame, degrees
+    /// @param place  the grabbed point, as PickInView returns it
     void BeginDrag(const ViewAngles& view, const std::optional<LatLon>& place) noexcept;
     bool IsAnchored() const noexcept { return anchored_; }
     /// Notes that the pointer is at `point` while the button is held. Windows also sends
@@ -74,7 +74,7 @@ public:
     /// Whether the pointer has moved since the button went down.
     bool WasDragged() const noexcept { return dragged_; }
     /// Returns the view that moves the grabbed point to the pointer. Call this function only while
-    /// IsAnchored is true. @param place  the point under the pointer in the view's frame, degrees
+    /// IsAnchored is true. @param place  the point under the pointer, as PickInView returns it
     ViewAngles DragTo(const LatLon& place) const noexcept;
 
 private:

@@ -3,10 +3,10 @@
 #include <windowsx.h>
 
 #include "cities/city_pick.h"
-#include "photos/photo_page_win.h"
+#include "photos/photo_web_page_win.h"
 #include "window/drag_win.h"
+#include "window/globe_pick_win.h"
 #include "window/host_notice_win.h"
-#include "window/pick_win.h"
 #include "window/view_change_win.h"
 #include "window/view_control.h"
 
@@ -27,8 +27,9 @@ void ArmLeaveTracking(PointerState& pointer, HWND window) noexcept {
     TrackMouseEvent(&track);
 }
 
-/// Starts the hover, which offers the photos of the nearest city if the pointer rests at `point`.
-/// Needs MapState because it uses the panel, the cities, the pointer and the hover.
+/// Starts the hover. If the pointer rests at `point`, the hover offers the photos of the city
+/// there, or of the country of the nearest city. Needs MapState because it uses the panel, the
+/// cities, the pointer and the hover.
 void HoverAt(MapState& map, HWND window, const WindowPoint& point) noexcept {
     if (map.overlay.Panel().IsHoverOverPanel(point.x)) return;
     const CityPick pick = PickCity(map.host.Cities(), map.pointer.GeoPoint().globePoint);
@@ -41,10 +42,6 @@ void HoverAt(MapState& map, HWND window, const WindowPoint& point) noexcept {
 PressedPhoto PhotoAt(const PhotoPanel& panel, const WindowPoint& point) noexcept {
     const PhotoRecord* photo = panel.FindPhotoAt(point.x, point.y);
     return photo != nullptr ? PressedPhoto{photo->cityIndex, photo->photoNumber} : PressedPhoto{};
-}
-
-bool ActsOnRelease(std::int32_t key) noexcept {
-    return key == VK_HOME || key == VK_PRIOR || key == VK_NEXT || key == VK_INSERT;
 }
 
 void PressButton(HWND window, std::int32_t key) {

@@ -11,8 +11,8 @@
 #include "image/texture_limits.h"
 #include "window/map_settings.h"
 
-/// Milliseconds that the window thread waits for a worker that is using the picture. The time is
-/// long, because a load may take minutes.
+/// Milliseconds that SharedPicture::Release waits for a worker that is using the picture. The time
+/// is long, because a load may take minutes.
 inline constexpr DWORD kWorkerEndWaitMs = 300000;
 
 /// The map picture and the scene mutex that guards it. Used by the window thread only, except where
@@ -23,8 +23,8 @@ public:
     TextureLimits limits;  ///< atomics: the window thread writes them, workers read them
     LoadTracker loads;     ///< see LoadTracker for the threads
 
-    /// Makes the mutex, unless there is one. If there is an orphaned mutex, uses it instead of a
-    /// new mutex.
+    /// Makes the mutex, unless there is one. If Release has left an orphaned mutex, uses it
+    /// instead of a new mutex.
     void MakeMutex() noexcept;
     /// Whether there is a mutex. Without a mutex no worker may be started.
     bool HasMutex() const noexcept { return sceneMutex_ != nullptr; }
@@ -42,8 +42,8 @@ public:
     void Release() noexcept;
     /// Closes the mutex, which must exist. @return the result of CloseHandle
     bool CloseMutex() noexcept;
-    /// Frees the picture and the mutexes without waiting. Call it only when no worker can be
-    /// running.
+    /// Frees the picture and the mutexes without waiting. Call this function only when no
+    /// worker can be running.
     void Abandon() noexcept;
 
     /// The number of calls of Release. A worker stores the number at its start. When the number has
@@ -53,15 +53,15 @@ public:
     /// Frees the pixels of the picture and of the tiles. The caller must hold the mutex.
     void Clear() noexcept;
 
-    /// Sets the limit for the split to the largest texture size of the OpenGL in use.
+    /// Sets the limit for the split to the size limit that SetTextureLimit or HalveLimit has set.
     void UseWholeTextureLimit() noexcept;
 
-    /// Stores the largest texture size of the OpenGL in use, pixels per side.
+    /// Sets the size limit to the largest texture size of the OpenGL in use, pixels per side, or to
+    /// the limit of the last HalveLimit if that is smaller.
     void SetTextureLimit(std::int32_t size) noexcept;
     /// Stores the exponents that scale the size limits, from the user's settings.
     void SetScalers(const MapSettings& settings) noexcept;
-    /// Frees the picture and halves the size limit. A later SetTextureLimit does not raise the
-    /// limit again. The caller must hold the mutex.
+    /// Frees the picture and halves the size limit. The caller must hold the mutex.
     void HalveLimit() noexcept;
 
     /// Stores whether tiles wait to be uploaded, because the context could not be made current when

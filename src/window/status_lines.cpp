@@ -13,8 +13,8 @@ constexpr std::int32_t kLeft = 4;           // pixels from the left edge to each
 constexpr std::int32_t kFirstBaseline = 4;  // pixels from the bottom edge to the first line
 constexpr std::int32_t kLineGap = 2;        // pixels between two lines
 constexpr std::int32_t kInfoGap = 4;        // pixels added above the detail line
-constexpr std::uint32_t kSizeMultiple = 4;  // pixels; the rest above a multiple is padding
-constexpr float kMaxFps = 1000.0F;          // above it, the frame was too short to measure
+constexpr std::uint32_t kSizeMultiple = 4;  // pixels; sides are shown rounded down to a multiple
+constexpr float kMaxFps = 1000.0F;          // a higher rate: the frame was too short to measure
 constexpr std::size_t kLineSize = 256;      // characters with terminator
 
 /// Writes lines of text, each above the one before.

@@ -23,6 +23,7 @@ struct StatusLines {
     bool splitting = false;
 };
 
-/// Draws the lines upward from the lower left corner: readout, information, frame rate, progress.
-/// Needs the flat projection in window pixels. Leaves the modelview stack at the same depth.
+/// Draws the lines upward from the lower left corner: place of the pointer, information, frame
+/// rate, progress. The projection must map to window pixels, y upward. Leaves the modelview stack
+/// at the same depth.
 void DrawStatusLines(const StatusLines& lines, const CGLFont& font);

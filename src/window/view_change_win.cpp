@@ -1,6 +1,6 @@
 #include "window/view_change_win.h"
 
-#include "window/pick_win.h"
+#include "window/globe_pick_win.h"
 #include "window/view_control.h"
 
 void ApplyViewChange(MapState& map, HWND window, const AfterViewChange& after) noexcept {

@@ -1,11 +1,8 @@
 #pragma once
-// Finds the point of the globe under the pointer, and computes the view after a drag, a key or a
-// turn of the wheel. Calls no function of Windows.
+// Computes the view after a drag, a key or a turn of the wheel. Calls no function of Windows.
 
 #include <cstdint>
-#include <optional>
 
-#include "render/geo_point.h"
 #include "render/scene.h"
 #include "window/view_state.h"
 
@@ -14,29 +11,16 @@
 inline constexpr float kNearestDistance = -4.1F;
 inline constexpr float kFarthestDistance = -28.5F;
 
-/// View and grabbed point when the button went down, degrees.
+/// The view at the start of a drag, and the grabbed point: the point of the globe that was under
+/// the pointer then, as PickInView returns it. Degrees.
 struct DragAnchor {
     ViewAngles view;
     double latitude = 0.0;
     double longitude = 0.0;
 };
 
-/// Finds the point of `sphere` nearest to the viewer under a window point.
-/// @param x, y          window pixels, y from the bottom, in the viewport of the scene
-/// @param withRotation  true: in the globe's frame; false: in the view's frame
-/// @return the point (w = 1); empty when (x, y) is beside the globe
-std::optional<CVector4> PickGlobe(const CScene& scene, const CSphere& sphere, double x, double y,
-                                  bool withRotation) noexcept;
-
-/// Stores (x, y) as the pointer position and the globe point under it as the pointed place. When
-/// (x, y) is beside the globe, keeps the pointed place and computes its angles and its projection
-/// again.
-/// @return whether (x, y) is on the globe
-bool RepickAt(CGeoPoint& geoPoint, const CScene& scene, const CSphere& sphere, std::int32_t x,
-              std::int32_t y) noexcept;
-
-/// Turns the view so that the point grabbed at the press stays under the pointer.
-/// @param latitude, longitude  of the point under the pointer now, in the view's frame, degrees
+/// Returns the view that moves the grabbed point under the pointer.
+/// @param latitude, longitude  of the point under the pointer now, as PickInView returns them
 ViewAngles DragView(const DragAnchor& press, double latitude, double longitude) noexcept;
 
 /// Turns the view by a step of the arrow keys. While the globe is upside down, left and right are
@@ -53,5 +37,6 @@ float ZoomByWheel(float distance, std::int32_t notches) noexcept;
 /// a remainder below one notch is dropped, not kept for the next message.
 std::int32_t WheelNotches(std::int32_t delta) noexcept;
 
-/// Copies the view to the scene: X rotation is the tilt, Y rotation the spin, z the distance.
+/// Copies the view to the scene: the tilt becomes the rotation about x, the spin the rotation about
+/// y, and the camera distance the z of the position.
 void ApplyView(const ViewState& view, CScene& scene) noexcept;

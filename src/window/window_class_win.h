@@ -11,8 +11,8 @@ std::uint32_t RegisterMapClass(CallResults& results) noexcept;
 /// Unregisters the class. @return false when the class was not registered or is still in use
 bool UnregisterMapClass() noexcept;
 
-/// Position, size, style and parent of a window to be created. Pixels. `parent` is null for a
-/// top-level window.
+/// Position, size, style and parent of a window to be created. Pixels in the client area of
+/// `parent`. For a top-level window `parent` is null, and the position is that on the screen.
 struct WindowRequest {
     std::int32_t x, y, width, height;
     DWORD style;
@@ -20,7 +20,7 @@ struct WindowRequest {
 };
 
 /// Creates a map window.
-/// @param results  out: when the window is refused, CreateStatus is an OpenGL set-up code, or it is
-///                 HORIVO_OK and LastSysError returns the reason
+/// @param results  out: when the window is refused, CreateStatus is an OpenGL set-up code of
+///                 horivo_map.h, or it is HORIVO_OK and LastSysError returns the reason
 /// @return null when the window is refused
 HWND MakeMapWindow(CallResults& results, const WindowRequest& request) noexcept;

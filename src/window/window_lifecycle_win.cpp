@@ -10,7 +10,7 @@
 
 namespace {
 
-constexpr int kFontWidth = -8;  // logical units; negative: an average character width of 8
+constexpr int kFontWidth = -8;  // logical units; negative: CreateMapFont does not convert it
 
 /// Deletes the scene, the overlay and the font, in this order. The context should be current (see
 /// GlResources::ReleaseScene).

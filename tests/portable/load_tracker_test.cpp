@@ -48,7 +48,7 @@ TEST(LoadTracker, OnlyTheNewestFailureClearsAndNoOtherLoadsPicture) {
         Play(loads, c.script);
         const LoadNumber failed = std::max(loads.Find(&kWindows[0], LoadState::Failed),
                                            loads.Find(&kWindows[1], LoadState::Failed));
-        EXPECT_EQ(loads.LeavesTextures(failed, c.stage), c.clears) << c.why;
+        EXPECT_EQ(loads.MustClearTextures(failed, c.stage), c.clears) << c.why;
     }
     LoadTracker loads;
     Play(loads, "A 1+ B");

@@ -10,6 +10,7 @@
 #include "render/sphere.h"
 #include "support/table.h"
 #include "window/flight_path.h"
+#include "window/globe_pick.h"
 #include "window/level_of_detail.h"
 #include "window/map_settings.h"
 #include "window/view_control.h"

@@ -56,7 +56,7 @@ unsigned Attach(Shared& shared) {
 void Clear(Shared& shared, LoadNumber failed = kNoLoad) {
     const std::lock_guard hold(shared.mutex);
     if (failed == kNoLoad) ++shared.generation;
-    if (failed == kNoLoad || shared.loads.LeavesTextures(failed, shared.picture.Stage()))
+    if (failed == kNoLoad || shared.loads.MustClearTextures(failed, shared.picture.Stage()))
         shared.picture.ClearTiles(failed == kNoLoad);
 }
 

@@ -1,6 +1,4 @@
-// Texts in the current language: strings, message boxes, dialogs and menus.
-
-#include <cwchar>
+// Texts of menus and dialogs in the current language.
 
 #include "base/windows_types.h"
 #include "host/lang_escapes.h"
@@ -8,29 +6,16 @@
 
 namespace {
 
-constexpr wchar_t kStringSection[] = L"StringTable";
-
 // Maximum lengths, in characters without the terminator.
-constexpr int kMessageChars = 128;
-constexpr int kMessageCaptionChars = 32;
 constexpr std::size_t kDialogNameChars = 62;
 constexpr DWORD kDialogCaptionChars = 255;
 constexpr DWORD kControlTextChars = 2047;
 constexpr DWORD kMenuTextChars = 255;
 
 constexpr UINT kOpensSubmenu = 0xFFFFFFFF;  // GetMenuItemID's result for an item with a submenu
-// The value of a control without an identifier: a dialog template stores -1 in 16 bits.
+// Identifier of a control that has none: a dialog template stores -1 in 16 bits.
 constexpr std::int32_t kNoControlId16 = 0xFFFF;
 constexpr int kClassNameCapacity = 32;  // characters; enough for "Button" and "Static"
-
-/// A number as a key of a language file.
-struct NumberKey {
-    static constexpr std::size_t kCapacity = 16;  // characters; 32-bit numbers need at most 12
-    explicit NumberKey(std::int32_t number) noexcept {
-        std::swprintf(text, kCapacity, L"%d", number);
-    }
-    wchar_t text[kCapacity];
-};
 
 bool ReadFrom(const wchar_t* path, const wchar_t* section, const wchar_t* key, wchar_t* text,
               DWORD room) noexcept {
@@ -66,7 +51,8 @@ BOOL CALLBACK LocalizeControl(HWND control, LPARAM parameter) noexcept {
     return TRUE;
 }
 
-/// Sets the text of one menu item. @return whether the language files have a text for it
+/// Sets the text of one menu item. @return whether the text was set; false when the language files
+/// have no text for `key`
 bool LocalizeItem(HMENU menu, UINT position, const wchar_t* key, const wchar_t* section) noexcept {
     wchar_t text[kMenuTextChars + 1];
     if (!ReadText(section, key, text, kMenuTextChars + 1)) return false;
@@ -78,33 +64,6 @@ bool LocalizeItem(HMENU menu, UINT position, const wchar_t* key, const wchar_t* 
 }
 
 }  // namespace
-
-std::int32_t LoadLocalString(HINSTANCE__* module, std::uint32_t id, HorivoWideChar* buffer,
-                             std::int32_t size, const HorivoWideChar* section) noexcept {
-    if (buffer == nullptr || size < 1) return 0;
-    if (section == nullptr) section = kStringSection;
-    const wchar_t* path = LangFile().langFilePath;
-    std::int32_t length = 0;
-    if (*section != L'\0' && *path != L'\0') {
-        const NumberKey key(static_cast<std::int32_t>(id));
-        const DWORD read = GetPrivateProfileStringW(section, key.text, L"", buffer,
-                                                    static_cast<DWORD>(size), path);
-        length = Unescape(buffer, static_cast<std::int32_t>(read));
-    }
-    // For a null module, LoadStringW would read the program's own strings.
-    if (length == 0 && module != nullptr) length = LoadStringW(module, id, buffer, size);
-    if (length == 0) buffer[0] = L'\0';
-    return length;
-}
-
-std::int32_t LocalMessageBox(HWND__* owner, HINSTANCE__* module, std::uint32_t textId,
-                             std::uint32_t captionId, const HorivoWideChar* section) noexcept {
-    wchar_t text[kMessageChars + 1];
-    wchar_t caption[kMessageCaptionChars + 1];
-    LoadLocalString(module, textId, text, kMessageChars + 1, section);
-    LoadLocalString(module, captionId, caption, kMessageCaptionChars + 1, section);
-    return MessageBoxW(owner, text, caption, MB_OK);
-}
 
 bool LocalizeDialog(HWND__* dialog, const HorivoWideChar* dialogName) noexcept {
     if (IsEmpty(dialogName) || *LangFile().langFilePath == L'\0') return false;

@@ -1,6 +1,6 @@
-#include "window/pick_win.h"
+#include "window/globe_pick_win.h"
 
-#include "window/view_control.h"
+#include "window/globe_pick.h"
 
 bool UpdatePick(PointerState& pointer, GlResources& gl, HWND window,
                 const WindowPoint& point) noexcept {

@@ -1,4 +1,4 @@
-#include "window/install_self_test_win.h"
+#include "window/fit_new_picture_win.h"
 
 #include "window/attach_tiles_win.h"
 

@@ -10,8 +10,8 @@
 /// hidden window of InstallMap.
 class InstallTest {
 public:
-    /// @param mayLoad  whether the test may use the picture, because InstallMap holds the scene
-    ///                 mutex or there is no mutex
+    /// @param mayLoad  whether the test may use the picture, because InstallMap holds the mutex of
+    ///                 the picture or there is no mutex
     void Begin(bool mayLoad) noexcept {
         isRunning_ = true;
         mayLoad_ = mayLoad;
@@ -26,8 +26,8 @@ private:
 };
 
 /// Loads, splits and uploads the picture, and halves the size limit until the tiles fit. Saves the
-/// picture in its file when the picture had to be shrunk. This is the only work on pixels that the
-/// window thread does. Runs while InstallMap creates its hidden window. The caller must hold the
-/// scene mutex, if there is one, and the context must be current.
+/// picture in its file when the picture had to be shrunk. The window thread does no other
+/// work on pixels of the map. Runs while InstallMap creates its hidden window. The caller must hold
+/// the mutex of the picture, if there is one, and the context must be current.
 void RunInstallSelfTest(SharedPicture& shared, const GlResources& gl,
                         const std::wstring& dataDirectory);

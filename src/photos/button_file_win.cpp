@@ -1,4 +1,4 @@
-#include "photos/button_sheet_win.h"
+#include "photos/button_file_win.h"
 
 #include <cstring>
 #include <memory>
@@ -11,7 +11,7 @@
 namespace {
 
 constexpr wchar_t kFileName[] = L"buttons.png";
-constexpr DWORD kPathCapacity = 32768;  // characters with the terminator; the limit of Windows
+constexpr DWORD kPathCapacity = 32768;  // characters with terminator; longest path of Windows
 
 constexpr std::int32_t kSheetBitsPerPixel = 32;
 constexpr std::size_t kSheetBytesPerPixel = kSheetBitsPerPixel / 8;
@@ -19,7 +19,7 @@ constexpr std::size_t kRowBytes = kSheetWidth * kSheetBytesPerPixel;
 constexpr std::size_t kSheetBytes = kSheetHeight * kRowBytes;
 
 constexpr std::int32_t kPixelFormat32bppPargb = 0xE200B;
-/// Number of bytes per row that are allocated behind the pixels. Nothing uses these bytes.
+/// For each row of the sheet, this many unused bytes are allocated behind the last row.
 constexpr SIZE_T kReservePerRow = 8;
 
 /// Returns the bits per pixel of a GDI+ pixel format, which stores this number in its bits 8 to 15.
@@ -36,7 +36,8 @@ bool HasAlphaFormat(const Picture& picture) noexcept {
 /// when the picture cannot be used as the button sheet.
 std::unique_ptr<Picture> OpenSheet(const std::wstring& path) {
     std::unique_ptr<Picture> picture = OpenPicture(path);
-    // Refuse a file without an alpha channel: its buttons would be opaque squares over the globe.
+    // Refuse a file that does not store 32 bits per pixel: a PNG file of 24 bits has no alpha
+    // channel, and its buttons would be opaque squares over the globe.
     const bool fits = picture->IsOk() && picture->GetWidth() == kSheetWidth &&
                       picture->GetHeight() == kSheetHeight &&
                       BitsPerPixel(picture->GetPixelFormat()) == kSheetBitsPerPixel;

@@ -8,7 +8,7 @@
 namespace {
 
 GLint InternalFormat(std::int32_t bytesPerPixel, bool compressed) {
-    if (!compressed) return bytesPerPixel;  // as in OpenGL 1.0: the number of channels
+    if (!compressed) return bytesPerPixel;  // OpenGL accepts the number of channels as a format
     return bytesPerPixel == 4 ? GL_COMPRESSED_RGBA_ARB : GL_COMPRESSED_RGB_ARB;
 }
 
@@ -34,7 +34,8 @@ std::uint32_t CPlanet::SetTexture(const CGLTexture* const* tiles) {
 std::uint32_t CPlanet::UploadTiles(const CGLTexture* const* tiles) {
     if (!HasTexture()) glGenTextures(kTileCount, textureNames);
     for (int i = 0; i < kTileCount; ++i) {
-        // Skip a missing tile: its texture stays empty, and its part of the globe is not textured.
+        // Skip a missing tile: its texture stays as it is. While a texture is empty, its part of
+        // the globe is not textured.
         if (tiles[i] == nullptr || tiles[i]->GetPixels() == nullptr) continue;
         const std::uint32_t error = UploadTile(textureNames[i], *tiles[i]);
         if (error != GL_NO_ERROR) {

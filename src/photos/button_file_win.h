@@ -10,7 +10,8 @@ class ButtonSheet {
 public:
     /// Loads "buttons.png" from the folder of the program. Never loads it from the current
     /// directory, because anyone may have put a picture there.
-    /// @param hostDirectory  the folder of the program according to its command line
+    /// @param hostDirectory  the folder of the program according to its command line, with a
+    ///                       backslash at its end
     /// @return false when there is no such file, when it cannot be read, when it does not have
     ///         128 x 256 pixels, or when the file does not store 32 bits per pixel. The sheet is
     ///         then empty

@@ -1,4 +1,4 @@
-#include "photos/photo_page_win.h"
+#include "photos/photo_web_page_win.h"
 
 #include "base/windows_types.h"
 // shellapi.h must come after windows.h.

@@ -12,6 +12,7 @@
 bool UpdatePick(PointerState& pointer, GlResources& gl, HWND window,
                 const WindowPoint& point) noexcept;
 
-/// Returns the place of the globe under `point` in the view's frame, degrees; empty when `point` is
+/// Returns the place under `point` on a globe that does not turn with the view: the latitude and
+/// longitude, in degrees, that this pixel would show if tilt and spin were 0. Empty when `point` is
 /// beside the globe.
 std::optional<LatLon> PickInView(GlResources& gl, HWND window, const WindowPoint& point) noexcept;

@@ -12,10 +12,11 @@ HorivoWideChar monthNames[12][24] = {};
 
 namespace {
 
-constexpr std::size_t kNameChars = 16;             // characters of the longest day or month name
-constexpr int kLocaleNameCapacity = 80 + 1;        // characters; no day or month name is longer
-constexpr int kAbbrevCapacity = 6 + 1;             // characters; longer abbreviations are skipped
-constexpr std::int32_t kUnitTableCapacity = 3072;  // characters of a unit table's text
+// Sizes of texts in characters. The capacities include the terminator.
+constexpr std::size_t kNameChars = 16;             // longer names of days and months are truncated
+constexpr int kLocaleNameCapacity = 80 + 1;        // Windows has no longer name of a day or month
+constexpr int kAbbrevCapacity = 6 + 1;             // a locale with a longer abbreviation is skipped
+constexpr std::int32_t kUnitTableCapacity = 3072;  // the text from which a unit table is read
 
 void StoreName(HorivoWideChar* field, LCID locale, LCTYPE which) noexcept {
     wchar_t name[kLocaleNameCapacity] = {};
@@ -40,7 +41,8 @@ void LoadUnitTables() noexcept {
     }
 }
 
-/// The abbreviation that the callbacks below search for, and the locale that they have found.
+/// The abbreviation that the callbacks below search for, the locale that they have found, and
+/// whether any installed locale has the abbreviation.
 struct LocaleSearch {
     const wchar_t* abbrev;
     LCID found = LOCALE_USER_DEFAULT;
@@ -57,12 +59,14 @@ BOOL CALLBACK CompareLocale(LGRPID, LCID locale, wchar_t*, LONG_PTR parameter) n
     if (GetLocaleInfoW(locale, LOCALE_SABBREVLANGNAME, abbrev, kAbbrevCapacity) == 0) return TRUE;
     if (lstrcmpiW(abbrev, search.abbrev) != 0) return TRUE;
     search.found = locale;
-    return FALSE;  // ends the enumeration of this group
+    return FALSE;  // ends the enumeration of the locales in this language group
 }
 
 BOOL CALLBACK SearchGroup(LGRPID group, wchar_t*, wchar_t*, DWORD, LONG_PTR parameter) noexcept {
     EnumLanguageGroupLocalesW(CompareLocale, group, 0, parameter);
-    return TRUE;  // Deliberate: the search goes on, and a match in a later group replaces this one.
+    // Deliberate: the search goes on after a match. When several language groups have a locale with
+    // the abbreviation, the locale of the last group is found.
+    return TRUE;
 }
 
 BOOL CALLBACK CompareLocaleName(wchar_t* name, DWORD, LPARAM parameter) noexcept {
@@ -81,8 +85,8 @@ std::uint32_t FindLocaleForAbbrev(const HorivoWideChar* abbrev) noexcept {
     const auto parameter = reinterpret_cast<LPARAM>(&search);
     // Under Wine, the enumeration of the language groups lasts a quarter of a second, so the code
     // enumerates the groups only when a locale with this abbreviation exists. The enumeration of
-    // the locales, which is fast, checks this first. No locale has the abbreviation "en", with
-    // which every host starts.
+    // the locales, which is fast, checks this first. Every host starts with "en", which no locale
+    // has as its abbreviation, so no start waits for the groups.
     EnumSystemLocalesEx(CompareLocaleName, LOCALE_ALL, parameter, nullptr);
     if (search.exists) EnumSystemLanguageGroupsW(SearchGroup, LGRPID_INSTALLED, parameter);
     return search.found;
