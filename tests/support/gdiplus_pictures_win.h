@@ -1,7 +1,6 @@
 #pragma once
 // Pictures for tests, made and read with GDI+ itself.
 
-#include <cstdint>
 #include <filesystem>
 #include <vector>
 
@@ -11,7 +10,7 @@
 struct RgbPicture {
     int width = 0;
     int height = 0;
-    std::vector<std::uint8_t> pixels;
+    std::vector<unsigned char> pixels;
 };
 
 /// Writes a pattern whose red grows from 0 to 255 downward and its green to the right, as a PNG or
