@@ -1,14 +1,19 @@
-# The options of every target of the project. Warnings are errors. Floating-point contraction is off,
-# so that native tests compute the same numbers as Windows.
+# The options of every target of the project. Floating-point contraction is off, so that native tests
+# compute the same numbers as Windows.
 add_library(horivo_options INTERFACE)
+# Warnings are errors, but not in the build of a host, whose compiler may know other warnings.
+set(warnings_are_errors "")
+if(PROJECT_IS_TOP_LEVEL)
+  set(warnings_are_errors $<IF:$<BOOL:${MSVC}>,/WX,-Werror>)
+endif()
 if(MSVC)
-  target_compile_options(horivo_options INTERFACE /W4 /WX /permissive- /fp:precise /utf-8
-                                                  /guard:cf)
+  target_compile_options(horivo_options INTERFACE /W4 ${warnings_are_errors} /permissive-
+                                                  /fp:precise /utf-8 /guard:cf)
   target_link_options(horivo_options INTERFACE /GUARD:CF /CETCOMPAT)
 else()
   target_compile_options(
-    horivo_options INTERFACE -Wall -Wextra -Wpedantic -Wshadow -Wconversion -Werror
-                             -ffp-contract=off)
+    horivo_options INTERFACE -Wall -Wextra -Wpedantic -Wshadow -Wconversion
+                             ${warnings_are_errors} -ffp-contract=off)
   # Two builds of one commit are identical, whatever their folders are.
   target_compile_options(horivo_options INTERFACE -ffile-prefix-map=${PROJECT_BINARY_DIR}=build
                                                   -ffile-prefix-map=${PROJECT_SOURCE_DIR}=.)

@@ -24,11 +24,15 @@ endif()
 install(FILES include/horivo_map.h include/horivo_host.h DESTINATION include)
 
 set(config_folder lib/cmake/horivo_map)
+# ARCH_INDEPENDENT leaves it to horivo_mapConfig.cmake to refuse 32-bit builds, because that file can
+# say why.
 write_basic_package_version_file(${PROJECT_BINARY_DIR}/generated/horivo_mapConfigVersion.cmake
-                                 COMPATIBILITY SameMajorVersion)
+                                 COMPATIBILITY SameMajorVersion ARCH_INDEPENDENT)
 install(FILES cmake/horivo_mapConfig.cmake
               ${PROJECT_BINARY_DIR}/generated/horivo_mapConfigVersion.cmake
         DESTINATION ${config_folder})
+configure_file(cmake/horivo_map.pc.in ${PROJECT_BINARY_DIR}/generated/horivo_map.pc @ONLY)
+install(FILES ${PROJECT_BINARY_DIR}/generated/horivo_map.pc DESTINATION lib/pkgconfig)
 
 # The sample host with its data, beside the DLL.
 install(TARGETS horivo_demo RUNTIME DESTINATION bin)
@@ -39,14 +43,31 @@ foreach(language de en es fr ja ru)
   install(FILES ${CMAKE_RUNTIME_OUTPUT_DIRECTORY}/horivo_demo_${language}.ini DESTINATION bin)
 endforeach()
 
-install(FILES README.md CHANGELOG.md LICENSE NOTICE.md DESTINATION .)
-install(DIRECTORY docs examples DESTINATION .)
-install(FILES licenses/unicode.txt DESTINATION licenses)
-# The binaries contain parts of the compiler's runtime libraries, which need this notice.
-set(runtime_notice /usr/share/doc/mingw-w64-common/copyright)
-if(MINGW AND EXISTS ${runtime_notice})
-  install(FILES ${runtime_notice} DESTINATION licenses RENAME mingw-w64.txt)
+# Which C run-time library the static libraries need.
+include(CheckCXXSymbolExists)
+check_cxx_symbol_exists(_UCRT corecrt.h horivo_uses_ucrt)
+set(c_runtime msvcrt)
+if(horivo_uses_ucrt)
+  set(c_runtime UCRT)
 endif()
+configure_file(cmake/lib_readme.txt.in ${PROJECT_BINARY_DIR}/generated/lib/README.txt @ONLY)
+install(FILES ${PROJECT_BINARY_DIR}/generated/lib/README.txt DESTINATION lib)
+
+# Texts. The README of the repository names files that are not in the ZIP.
+configure_file(cmake/package_readme.md.in ${PROJECT_BINARY_DIR}/generated/README.md @ONLY)
+install(FILES ${PROJECT_BINARY_DIR}/generated/README.md CHANGELOG.md LICENSE NOTICE.md DESTINATION .)
+install(DIRECTORY examples licenses DESTINATION .)
+install(FILES docs/host-guide.md docs/user-guide.md docs/file-formats.md docs/language-files.md
+              docs/Doxyfile
+        DESTINATION docs)
+install(FILES docs/pictures/globe.jpg DESTINATION docs/pictures)
+
+# Sources of the DLL and the services. Another build includes them with add_subdirectory or
+# FetchContent.
+install(FILES CMakeLists.txt LICENSE DESTINATION source)
+install(DIRECTORY include src DESTINATION source)
+install(FILES cmake/version.cmake cmake/compiler_options.cmake DESTINATION source/cmake)
+install(PROGRAMS tools/set_load_config.py DESTINATION source/tools)
 
 set(CPACK_GENERATOR ZIP)
 set(CPACK_PACKAGE_NAME horivo_map)

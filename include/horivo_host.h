@@ -195,6 +195,8 @@ const HorivoWideChar* GetUnitWord(std::uint32_t table, std::uint32_t number) noe
 
 /* ---- Time zones and local times ------------------------------------------------------------ */
 
+/* The services of this section are new in version 1.1. */
+
 /** Number of zones in HORIVO_TIME_ZONES. */
 inline constexpr std::uint32_t kTimeZoneCount = 141;
 

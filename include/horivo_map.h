@@ -46,7 +46,7 @@ struct _TIME_DYNAMIC_ZONE_INFORMATION;
  * DLL's version resource and the package's name. For a new major version, hosts must be changed. */
 /** @{ */
 #define HORIVO_MAP_VERSION_MAJOR 1
-#define HORIVO_MAP_VERSION_MINOR 0
+#define HORIVO_MAP_VERSION_MINOR 1
 #define HORIVO_MAP_VERSION_PATCH 0
 /** @} */
 
@@ -63,10 +63,11 @@ extern "C" {
 #define HORIVO_BAD_PICTURE 0x20000003u
 /** The map picture is smaller than 16 x 16 pixels or has neither 3 nor 4 colour components. */
 #define HORIVO_UNFIT_PICTURE 0x20000004u
-/** Copying "map.jpg" to "map0.jpg" or back failed; GetLastSysError says why. */
+/** Copying "map.jpg" to "map0.jpg" or back failed, or there is no data folder, for example because
+ * InitMap has not been called; GetLastSysError says why. */
 #define HORIVO_COPY_FAILED 0x20000005u
-/** The window class could not be registered, or Windows could not create the window;
- * GetLastSysError says why. */
+/** The window class could not be registered, for example because an earlier FreeMap came while
+ * there was a map window, or Windows could not create the window; GetLastSysError says why. */
 #define HORIVO_CLASS_FAILED 0x20000006u
 /** There is no OpenGL pixel format for the window; GetLastSysError says why. */
 #define HORIVO_NO_PIXEL_FORMAT 0x20000007u
@@ -352,7 +353,8 @@ HORIVO_API void SetLocalString(int32_t id, const HorivoWideChar* text);
  * @param width,height   pixels
  * @param[out] status    HORIVO_OK or one of the three OpenGL set-up codes; null is tolerated
  * @return the window; null when it could not be created. *status then holds the OpenGL set-up code,
- * or HORIVO_OK when Windows itself refused the window (see GetLastSysError) */
+ * or HORIVO_OK when Windows itself refused the window, for example because InitMap has not been
+ * called or `parent` is no window, or when no memory was left (see GetLastSysError) */
 HORIVO_API struct HWND__* CreateMapWindow(struct HWND__* parent, int32_t x, int32_t y,
                                           int32_t width, int32_t height, uint32_t* status);
 
@@ -365,7 +367,7 @@ HORIVO_API uint32_t InstallMap(void);
 
 /** Releases the map picture, its mutex and the window class. Call it when no map window is left;
  * the city array must live until it returns. A further call before the next InitMap does not access
- * the city array.
+ * the city array and returns 0; before version 1.1 it crashed.
  * @return non-zero on success */
 HORIVO_API uint32_t FreeMap(void);
 

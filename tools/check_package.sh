@@ -1,8 +1,8 @@
 #!/bin/bash
 # Uses the ZIP as the author of a host would: tools/check_package.sh [ZIP]
 # Unpacks the ZIP into a temporary folder and builds the hosts of examples/ against it: C++ and C
-# with find_package, C++ also with the library's sources in the same build, C# with Mono's compiler.
-# Then runs the hosts in C++ and C, and the sample host, whose map must show a lit globe.
+# with find_package, C++ also in every other way of the host guide, as written there, C# with Mono's
+# compiler. Then runs the hosts in C++ and C, and the sample host, whose map must show a lit globe.
 set -euo pipefail
 cd "$(dirname "${BASH_SOURCE[0]}")/.."
 root=$PWD
@@ -17,8 +17,15 @@ unzip -q "$zip" -d "$work"
 package=$(echo "$work"/horivo_map-*)
 
 say "README shows the C++ host unchanged"
-diff <(awk '/^```$/ { shown = 0 } shown { print } /^```cpp$/ { shown = 1 }' "$package/README.md") \
+diff <(awk '/^```$/ { shown = 0 } shown { print } /^```cpp$/ { shown = 1 }' README.md) \
     "$package/examples/cpp/globe.cpp"
+
+say "every link in the package's texts leads to a file in it"
+for text in "$package"/*.md "$package"/docs/*.md; do
+    while read -r link; do
+        [ -e "$(dirname "$text")/$link" ] || { echo "$text: $link"; exit 1; }
+    done < <(grep -oP '\]\((?!https:)\K[^)#]+' "$text")
+done
 
 for language in cpp c; do
     say "building examples/$language"
@@ -32,32 +39,69 @@ for language in cpp c; do
     }
 done
 
-say "building examples/cpp with the library's sources in the same build"
-mkdir "$work/consumer"
-cat >"$work/consumer/CMakeLists.txt" <<'END'
-cmake_minimum_required(VERSION 3.25)
-project(consumer LANGUAGES CXX)
-include(FetchContent)
-FetchContent_Declare(horivo_map)
-FetchContent_MakeAvailable(horivo_map)
-add_executable(globe WIN32 ${horivo_map_SOURCE_DIR}/examples/cpp/globe.cpp)
-target_link_libraries(globe PRIVATE horivo_map::horivo_map horivo_map::horivo_host)
-add_custom_command(TARGET globe POST_BUILD
-                   COMMAND ${CMAKE_COMMAND} -E copy $<TARGET_RUNTIME_DLLS:globe> $<TARGET_FILE_DIR:globe>
-                   COMMAND_EXPAND_LISTS)
-if(TARGET horivo_demo OR TARGET horivo_portable_tests OR HORIVO_TESTS)
-  message(FATAL_ERROR "the library adds more than itself to another build")
+# The CMake lines number $1 of the host guide, for the package in this test.
+guide_lines() {
+    awk -v block="$1" '/^```$/ { shown = 0 } shown && seen == block { print }
+                       /^```cmake$/ { shown = 1; ++seen }' "$package/docs/host-guide.md" |
+        sed "s|FOLDER|$package|; s|\"ZIP\"|\"$zip\"|"
+}
+for way in 1 2; do
+    say "building examples/cpp with the CMake lines number $way of the host guide"
+    consumer=$work/consumer$way
+    mkdir "$consumer"
+    cp "$package/examples/cpp/globe.cpp" "$consumer"
+    echo '#include "horivo_host.h"
+          extern const bool started = StartHostServices();' >"$consumer/services.cpp"
+    {
+        echo 'cmake_minimum_required(VERSION 3.25)
+              project(consumer LANGUAGES CXX)'
+        guide_lines $way
+        echo 'target_sources(globe PRIVATE services.cpp)
+              if(TARGET horivo_demo OR TARGET horivo_portable_tests OR HORIVO_TESTS)
+                message(FATAL_ERROR "the library adds more than itself to another build")
+              endif()'
+    } >"$consumer/CMakeLists.txt"
+    {
+        cmake -S "$consumer" -B "$consumer/build" -G Ninja -DCMAKE_BUILD_TYPE=Debug \
+            "-DCMAKE_TOOLCHAIN_FILE=$root/cmake/mingw.cmake" && cmake --build "$consumer/build"
+    } >"$work/log" 2>&1 || {
+        cat "$work/log"
+        exit 1
+    }
+    [ -s "$consumer/build/globe.exe" ]
+done
+
+say "find_package refuses other systems, 32 bits, ARM and unknown components, and says why"
+cat >"$work/refuse.cmake" <<'END'
+cmake_minimum_required(VERSION 3.21)
+find_package(horivo_map CONFIG NO_DEFAULT_PATH PATHS "${package}" COMPONENTS ${component})
+if(horivo_map_FOUND OR NOT horivo_map_NOT_FOUND_MESSAGE MATCHES "${reason}")
+  message(FATAL_ERROR "not refused for \"${reason}\": ${horivo_map_NOT_FOUND_MESSAGE}")
 endif()
 END
-{
-    cmake -S "$work/consumer" -B "$work/consumer/build" -G Ninja -DCMAKE_BUILD_TYPE=Release \
-        "-DCMAKE_TOOLCHAIN_FILE=$root/cmake/mingw.cmake" \
-        "-DFETCHCONTENT_SOURCE_DIR_HORIVO_MAP=$root" && cmake --build "$work/consumer/build"
-} >"$work/log" 2>&1 || {
-    cat "$work/log"
-    exit 1
+refuse() { cmake "-Dpackage=$package" "-Dreason=$1" "${@:2}" -P "$work/refuse.cmake" 2>"$work/log" ||
+    { cat "$work/log"; return 1; }; }
+refuse "this build is for Linux" -DCMAKE_SYSTEM_NAME=Linux
+refuse "32-bit" -DWIN32=1 -DCMAKE_SIZEOF_VOID_P=4
+refuse "for ARM" -DWIN32=1 -DCMAKE_CXX_COMPILER_ARCHITECTURE_ID=ARM64
+refuse "no component globe" -DWIN32=1 -Dcomponent=globe
+refuse "no component horivo_host" -DWIN32=1 -DMSVC=1 -Dcomponent=horivo_host
+
+say "building examples/cpp without CMake, with the lines of the host guide"
+plain=$(mktemp -u "${TMPDIR:-/tmp}/horivo.XXXXXX")  # no blanks: the guide's lines have no quotes
+ln -s "$package" "$plain"
+trap 'rm -rf "$work" "$plain"' EXIT
+mkdir "$work/plain"
+cp "$package"/examples/cpp/*.cpp "$package"/examples/csharp/*.cs "$work/plain"
+guide_line() {
+    sed -n "s|^. $1 . \`\{1,2\}\([^|]*[^\`]\)\`\{1,2\} .*|\1|p" "$package/docs/host-guide.md" |
+        sed "s|FOLDER|$plain|g; s|^g++|x86_64-w64-mingw32-g++-posix|"
 }
-[ -s "$work/consumer/build/horivo_map.dll" ]
+for compiler in "g++ of MinGW-w64" "g++, pkg-config" mcs; do
+    line=$(guide_line "$compiler")
+    (cd "$work/plain" && rm -f globe.exe && eval "$line" && [ -s globe.exe ]) ||
+        { echo "$compiler: $line"; exit 1; }
+done
 
 say "building examples/csharp; its record must have the layout of the header"
 mcs -warnaserror -warn:4 -platform:x64 "-out:$work/csharp.exe" "$package"/examples/csharp/*.cs
@@ -76,7 +120,7 @@ done
 
 source tools/wine_env.sh
 wine_env_start package
-trap 'wine_env_end; rm -rf "$work"' EXIT
+trap 'wine_env_end; rm -rf "$work" "$plain"' EXIT
 
 # Takes pictures of the map until one shows the lit globe. After 20 failures it prints what is wrong
 # with the last picture.
@@ -100,14 +144,16 @@ END
 }
 
 # Runs a host on a machine without the library's data folder: run_host FOLDER PROGRAM TITLE CHECK
-# A window with this title must appear; hosts show it only after CreateMapWindow has succeeded. CHECK
-# must succeed while the host runs, and the host must end with exit code 0. For the host it is noon
-# on a day in June in Lagos, so that the world clock starts above Africa, in daylight.
+# Its files are beside it, not in the current folder. A window with this title must appear; hosts show
+# it only after CreateMapWindow has succeeded. CHECK must succeed while the host runs, and the host must
+# end with exit code 0. For the host it is noon on a day in June in Lagos, so that the world clock starts
+# above Africa, in daylight.
 run_host() {
     local data="$WINEPREFIX/drive_c/ProgramData/Zelmo" host window='' status=0
     say "running $2 in $1"
     rm -rf "$data"
-    (cd "$1" && TZ=Africa/Lagos DONT_FAKE_MONOTONIC=1 exec faketime -f "@2026-06-21 12:00:00" wine "$2") &
+    (cd / && TZ=Africa/Lagos DONT_FAKE_MONOTONIC=1 exec faketime -f "@2026-06-21 12:00:00" \
+        wine "$1/$2") &
     host=$!
     for _ in $(seq 120); do
         window=$(xdotool search --onlyvisible --name "^$3\$" 2>/dev/null || true)
@@ -128,8 +174,21 @@ run_host() {
     wait $host || status=$?
     [ $status -eq 0 ] || { echo "after closing, the host ended with $status"; return 1; }
 }
-run_host "$work/cpp" globe.exe 'My globe' 'sleep 3'  # no check of the map: Wine does not show it there
-run_host "$work/c" globe.exe 'My globe' 'sleep 3'
+# Starts a host whose map.jpg is a text. It must end with exit code 2 and leave no picture behind.
+refuse_picture() {
+    local status=0
+    say "starting the host in $1 with a bad picture"
+    echo "a text" >"$1/map.jpg"
+    wine "$1/globe.exe" || status=$?
+    cp "$package/bin/map.jpg" "$1"
+    [ $status -eq 2 ] || { echo "the host ended with $status"; return 1; }
+    [ -z "$(ls "$WINEPREFIX/drive_c/ProgramData/Zelmo/Horivo")" ]
+}
+for language in cpp c; do
+    run_host "$work/$language" globe.exe 'My globe' 'sleep 3'  # Wine does not show the globe there
+    rm -rf "$WINEPREFIX/drive_c/ProgramData/Zelmo"
+    refuse_picture "$work/$language"
+done
 run_host "$package/bin" horivo_demo.exe '.* - Horivo World Clock' check_map
 [ -s "$WINEPREFIX/drive_c/ProgramData/Zelmo/City Photos/France/Paris/index.tsv" ] ||
     { echo "the sample photos were not copied"; exit 1; }

@@ -19,7 +19,7 @@ demo_packages=(imagemagick python3 fonts-vlgothic)
 check_packages=(clang-format clang-tidy python3)
 fuzz_packages=(clang libclang-rt-dev)
 # For the ZIP, hosts built from it in three languages, the reference, and the second compiler.
-package_packages=(clang doxygen git lld llvm mono-mcs mono-runtime unzip xdotool)
+package_packages=(clang doxygen git lld llvm mono-mcs mono-runtime pkgconf unzip xdotool)
 # For native benchmarks, large maps, the table and the plots.
 bench_packages=(libbenchmark-dev imagemagick python3 gnuplot-nox)
 

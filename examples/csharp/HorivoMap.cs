@@ -15,6 +15,15 @@ public struct CityRecord {  // 376 bytes
     public double distanceSq;
     public byte inRange, nearest;
     [MarshalAs(UnmanagedType.ByValArray, SizeConst = 6)] public byte[] tail;
+
+    public CityRecord(string city, string country, double latitude, double longitude, uint timeZoneId)
+        : this() {
+        cityName = city;
+        countryName = country;
+        this.latitude = latitude;
+        this.longitude = longitude;
+        this.timeZoneId = timeZoneId;
+    }
 }
 
 public static class HorivoMap {

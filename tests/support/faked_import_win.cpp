@@ -2,17 +2,20 @@
 
 namespace {
 
-void* Swap(void** slot, void* replacement) {
-    DWORD protection = 0;
-    VirtualProtect(slot, sizeof *slot, PAGE_READWRITE, &protection);
-    void* before = std::exchange(*slot, replacement);
-    VirtualProtect(slot, sizeof *slot, protection, &protection);
-    return before;
+/// What lies at an offset of a loaded module.
+template <class Record>
+const Record* InImage(HMODULE module, DWORD offset) {
+    return reinterpret_cast<const Record*>(reinterpret_cast<const std::byte*>(module) + offset);
 }
 
 template <class Act>
 void ForEachImport(HMODULE module, const Act& act) {
-    for (const auto* import = FirstImport(module); import->Name != 0; ++import) {
+    const auto header = static_cast<DWORD>(InImage<IMAGE_DOS_HEADER>(module, 0)->e_lfanew);
+    const auto& directories =
+        InImage<IMAGE_NT_HEADERS64>(module, header)->OptionalHeader.DataDirectory;
+    const DWORD imports = directories[IMAGE_DIRECTORY_ENTRY_IMPORT].VirtualAddress;
+    const auto* import = InImage<IMAGE_IMPORT_DESCRIPTOR>(module, imports);
+    for (; import->Name != 0; ++import) {
         const auto* name = InImage<IMAGE_THUNK_DATA64>(module, import->OriginalFirstThunk);
         auto* slot = const_cast<void**>(InImage<void*>(module, import->FirstThunk));
         for (; name->u1.AddressOfData != 0; ++name, ++slot) {
@@ -25,21 +28,14 @@ void ForEachImport(HMODULE module, const Act& act) {
 
 }  // namespace
 
-DWORD ImageDirectory(HMODULE module, int entry) {
-    const LONG header = InImage<IMAGE_DOS_HEADER>(module, 0)->e_lfanew;
-    const auto* headers = InImage<IMAGE_NT_HEADERS64>(module, static_cast<DWORD>(header));
-    return headers->OptionalHeader.DataDirectory[entry].VirtualAddress;
-}
-
-const IMAGE_IMPORT_DESCRIPTOR* FirstImport(HMODULE module) {
-    return InImage<IMAGE_IMPORT_DESCRIPTOR>(module,
-                                            ImageDirectory(module, IMAGE_DIRECTORY_ENTRY_IMPORT));
-}
-
 void* ReplaceImport(HMODULE module, std::string_view function, void* replacement) {
     void* before = nullptr;
     ForEachImport(module, [&](std::string_view name, void** slot) {
-        if (name == function) before = Swap(slot, replacement);
+        if (name != function) return;
+        DWORD protection = 0;
+        VirtualProtect(slot, sizeof *slot, PAGE_READWRITE, &protection);
+        before = std::exchange(*slot, replacement);
+        VirtualProtect(slot, sizeof *slot, protection, &protection);
     });
     return before;
 }
@@ -48,11 +44,4 @@ std::vector<std::string> ImportedFunctions(HMODULE module) {
     std::vector<std::string> names;
     ForEachImport(module, [&](std::string_view name, void**) { names.emplace_back(name); });
     return names;
-}
-
-bool IsLoaded(HMODULE module) {
-    HMODULE found = nullptr;
-    return GetModuleHandleExW(GET_MODULE_HANDLE_EX_FLAG_FROM_ADDRESS |
-                                  GET_MODULE_HANDLE_EX_FLAG_UNCHANGED_REFCOUNT,
-                              reinterpret_cast<LPCWSTR>(module), &found) != FALSE;
 }

@@ -1,12 +1,10 @@
 #pragma once
-// What the library's calls of Windows and OpenGL make, take back, and how they fail: one table of
-// its imports, asked by the ledger of what it holds and by the failures that tests put in.
+// What the library's calls of Windows and OpenGL make and take back, and how they fail: one table
+// of its imports for the ledger of what it holds and for the failures that tests put in.
 
 #include <cstddef>
 #include <map>
-#include <memory>
 #include <string>
-#include <vector>
 
 #include "base/windows_types.h"
 
@@ -23,9 +21,6 @@ enum FailingCalls : unsigned {
     kRefusingCalls = 256,  ///< those that decide whether a window is made
 };
 
-/// The imports of `module` whose names say that they make something and that the table lacks.
-std::vector<std::string> MakersNotInTable(HMODULE module);
-
 /// Books what a module makes and gives back, by pairing its calls: what grows here is the module's
 /// own doing, not Windows' or a driver's, and Wine counts few of these truly. One at a time.
 class ImportLedger {
@@ -34,7 +29,6 @@ public:
 
     explicit ImportLedger(HMODULE module);
     ImportLedger(const ImportLedger&) = delete;
-    ImportLedger& operator=(const ImportLedger&) = delete;
     ~ImportLedger();
 
     /// What was made since the ledger began and not given back, by kind; kinds with none left out.
@@ -47,19 +41,18 @@ public:
     const Counts& Made() const;
 
 private:
-    HMODULE module_;
+    const HMODULE module_;
 };
 
 inline constexpr int kAllThatFollow = 1 << 30;
 
 /// Counts the calls of some families and lets some of them fail without being made, whatever their
-/// arguments. One at a time. The module has to be at rest when this goes.
+/// arguments. One at a time.
 class FailingImports {
 public:
     /// @param families  sum of FailingCalls
     FailingImports(HMODULE module, unsigned families);
     FailingImports(const FailingImports&) = delete;
-    FailingImports& operator=(const FailingImports&) = delete;
     ~FailingImports();
 
     /// The call of this number, counted from now on from 1, fails, and `count` - 1 more after it.
@@ -72,6 +65,6 @@ public:
     const char* Failed() const;
 
 private:
-    HMODULE module_;
-    unsigned families_;
+    const HMODULE module_;
+    const unsigned families_;
 };

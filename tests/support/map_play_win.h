@@ -1,101 +1,220 @@
 #pragma once
-// A map window that is driven by lines of actions, such as
+// A map window whose surroundings belong to the test: its timers run by hand, its clock stands, its
+// workers wait where they are told to, and cursor, browser, message boxes and the host's hidden
+// window are the test's own. It is driven by lines of actions, such as
 //   Play("move Paris; runs hover 500; tick hover; asked 1; titles Paris | France");
 // Verbs act or expect; the table in the source says what each does. A failure names the line, the
 // action in it and why it matters.
 
-#include <initializer_list>
 #include <map>
-#include <optional>
-#include <thread>
-#include <utility>
 
-#include "support/driven_map_win.h"
-#include "support/gl_spy_win.h"
-#include "support/worker_watch_win.h"
+#include "support/photo_disk_win.h"
+#include "support/seen_overlay_win.h"
+#include "support/seen_view_win.h"
+// shellapi.h needs windows.h before it.
+#include <shellapi.h>
 
-/// One action of a line: a verb and what follows it.
-struct PlayAction {
-    explicit PlayAction(const std::string& text);
-    /// The word of this place behind the verb; empty when there is none.
-    std::string Word(std::size_t place) const;
-    double Number(std::size_t place, double otherwise = 0.0) const;
-    /// All words as numbers; "none" is no number.
-    std::vector<int> Numbers() const;
-    /// What follows the verb, parted at " | "; "none" is no text.
-    std::vector<std::string> Texts() const;
-
-    std::string verb, rest;
-    std::vector<std::string> words;  ///< of `rest`
-};
-
-/// Fixture: a driven map whose workers, message boxes and contexts belong to the test as well.
-class MapPlay : public DrivenMapTest {
+class MapPlay : public MapHostTest {
 public:
-    struct Row {
-        const char* why;
-        std::string actions;
-    };
+    using Rows = std::initializer_list<std::pair<std::string, std::string>>;  ///< why, actions
+    static constexpr WPARAM kFlightTimer = 2;
+    static constexpr WPARAM kSunTimer = 4;
+    static constexpr int kOpenWidth = 800;  ///< of the window, where a test says nothing
+    static constexpr int kOpenHeight = 600;
+    static constexpr int kPanelX = kOpenWidth - 108;
+
+    MapPlay() {
+        FixedClock() = {2024, 7, 1, 1, 12, 0, 0, 0};
+        SpiedGl().keepCalls = false;
+        PutPatternMap(64, 32);
+        PutSettings("lag_factor=8\r\n");  // a coarse globe: quick pictures
+    }
+    ~MapPlay() override { CloseAll(); }
 
     /// Plays actions that are parted by semicolons.
     void Play(const std::string& actions, const std::string& why = "");
     /// Plays each row behind `first`.
-    void PlayRows(const std::string& first, std::initializer_list<Row> rows);
+    void PlayRows(const std::string& first, Rows rows);
 
+    /// Appends a city; its zone is a HORIVO_TIME_ZONES number. Only before Open.
+    CityRecord& AddCity(const std::wstring& name, const std::wstring& country, double latitude,
+                        double longitude, std::uint32_t zone = 0) {
+        CityRecord& city = cities.emplace_back();
+        name.copy(city.cityName, 63);
+        country.copy(city.countryName, 63);
+        city.latitude = latitude;
+        city.longitude = longitude;
+        city.timeZoneId = zone;
+        return city;
+    }
+    /// Hands the cities over and makes the window, with its map.
+    void Open(int width = kOpenWidth, int height = kOpenHeight) {
+        Init();
+        SpiedGl().uploads.clear();
+        window = CreateMap(width, height);
+        ASSERT_TRUE(WaitForTiles());
+        PumpPending();
+        Paint(window);
+    }
+    void CloseAll() {
+        while (const HWND child = GetWindow(host, GW_CHILD)) DestroyWindow(child);
+    }
+    void Send(UINT message, WPARAM w, LPARAM l) const { SendMessageW(window, message, w, l); }
+    void Pointer(UINT message, WPARAM buttons, POINT at) {
+        cursor = at;
+        Send(message, buttons, MAKELPARAM(at.x, at.y));
+    }
+    void Hover(POINT at) { Pointer(WM_MOUSEMOVE, 0, at); }
+    void Click(POINT at) {
+        Pointer(WM_LBUTTONDOWN, MK_LBUTTON, at);
+        Pointer(WM_LBUTTONUP, 0, at);
+    }
+    /// Zooms as near as it goes: 0.03 degrees a pixel in the middle of the globe.
+    void ZoomIn() const { Send(WM_MOUSEWHEEL, MAKEWPARAM(0, -32760), 0); }
+    /// Ends a flight; back to the view of the start.
+    void Home() const { Key(window, VK_HOME); }
+    /// Lets a timer of the window come round once, whether it runs or not.
+    void Tick(WPARAM timer) const { Send(WM_TIMER, timer, 0); }
+    /// The host's request.
+    void ShowCity(const CityRecord& city) const { Send(32968, 0, reinterpret_cast<LPARAM>(&city)); }
+
+    /// Paints and reads what was painted.
+    SeenOverlay Look() {
+        GlSpyRecord& record = SpiedGl();
+        record.calls.clear();
+        record.texts.clear();
+        record.keepCalls = record.keepTexts = true;
+        Paint(window);
+        record.keepCalls = record.keepTexts = false;
+        return OverlayOfPicture(record.calls, record.texts);
+    }
+    SeenView LookAtView() {
+        Look();
+        return ViewOfPicture(SpiedGl().calls);
+    }
+    /// The photos of the picture, from the top.
+    std::vector<SeenImage> Photos() {
+        std::vector<SeenImage> images = Look().images;
+        // A photo that does not fit stands above the window. Buttons have another size.
+        std::erase_if(images, [&](const SeenImage& image) {
+            return image.y >= ClientHeight() || image.y < 0 || image.width <= 32 || image.t != 0;
+        });
+        return images;
+    }
+    /// The texts of the picture but for the readout of the pointed place.
+    std::vector<std::string> Labels() {
+        std::vector<std::string> words = Look().Words();
+        std::erase_if(words, [](const std::string& word) { return word.starts_with("Lat "); });
+        return words;
+    }
+    /// Size of a text in the map's font, pixels.
+    SIZE SizeOf(const std::string& text) const {
+        SIZE size = {};
+        const WindowDc dc(window);  // its own: the font is in it
+        GetTextExtentPoint32A(dc.Get(), text.c_str(), static_cast<int>(text.size()), &size);
+        return size;
+    }
+    int WidthOf(const std::string& text) const { return static_cast<int>(SizeOf(text).cx); }
+    int LineHeight() const { return static_cast<int>(SizeOf("M").cy); }
+    /// The client point that shows a place of the globe's front.
+    POINT PixelOf(double lat, double lon) { return PixelOfPlace(LookAtView(), lat, lon); }
     /// What a word says: "x,y" is a client point, "px,y" is counted from the panel's left edge and
     /// the window's bottom, "40:-0.2" shows a latitude and a longitude, "photo2" is the middle of
     /// the second photo from the top, "photo2+0,63" a pixel from its lower left corner; else the
     /// name of a point in `points` or of a city.
     POINT At(const std::string& word);
-    /// The photos of the picture, from the top.
-    std::vector<SeenImage> Photos();
-    /// The texts of the picture but for the readout of the pointed place.
-    std::vector<std::string> Labels();
-    int ClientHeight() const;
-    /// The index of a city by name; fails the test when there is none.
-    std::size_t IndexOf(const std::string& city) const;
+    int ClientHeight() const {
+        RECT client = {};
+        GetClientRect(window, &client);
+        return client.bottom;
+    }
     /// Checks the tiles uploaded since the last look against those of the first set, pixel by pixel
     /// where they are kept. @return the number of sets
-    std::size_t TakeTileSets();
-    /// Another thread takes the picture's lock until the next call with false, or dies with it.
-    void HoldLock(bool held, bool dies = false);
+    std::size_t TakeTileSets() {
+        const std::vector<SpiedUpload> uploads = std::exchange(SpiedGl().uploads, {});
+        EXPECT_EQ(uploads.size() % 8, 0U);
+        if (rightTiles.empty()) rightTiles = uploads;
+        for (std::size_t i = 0; i < uploads.size(); ++i)
+            EXPECT_TRUE(uploads[i].pixels == rightTiles[i % 8].pixels) << "tile " << i % 8;
+        return uploads.size() / 8;
+    }
 
+    HWND window = nullptr;
+    std::map<std::string, HWND> windows;  ///< for "create" and "use"
     std::map<std::string, POINT> points;
-    std::map<std::string, std::function<void()>> acts;  ///< for "do"
-    std::map<std::string, HWND> windows;                ///< for "create" and "use"
-    WorkerWatch workers{library.module};
-    int startsSeen = 0;  ///< workers that were there at the last "started"
+    std::map<std::string, std::function<void()>> acts;  ///< for "do", and once for "when"
+    std::map<UINT_PTR, UINT> timers;                    ///< that run, with their periods in ms
+    POINT cursor = {};                                  ///< client point of the cursor
+    LRESULT consent = 0;                                ///< answer of the host's hidden window
+    std::string asked;                                  ///< indices that it was asked about
+    std::string told;                                   ///< those of which its parent heard
+    std::string opened;  ///< the ends of pages that were handed to the browser
     int boxes = 0;       ///< shown since the last look
-    SeenView marked;     ///< the view of "mark"
-    int failingContexts = 0;
     bool contextLost = false;
+    SeenView marked;  ///< the view of "mark"
     std::vector<SpiedUpload> rightTiles;
+    PhotoDisk photos;
+    WorkerWatch workers{library.module};
 
 private:
-    void Do(const std::string& action);
+    /// Does what a test has put there for this moment, once.
+    void Come(const std::string& moment) {
+        if (const auto act = std::exchange(acts[moment], nullptr)) act();
+    }
 
-    using Box = FakedImport<"MessageBoxW", decltype(MessageBoxW)>;
-    const Box box_{library.module, [this](HWND owner, LPCWSTR, LPCWSTR title, UINT style) {
-                       EXPECT_EQ(owner, host);
-                       EXPECT_STREQ(title, L"Error");
-                       EXPECT_EQ(style, UINT{MB_ICONERROR});
-                       return ++boxes;
-                   }};
-    using MakeContext = FakedImport<"wglCreateContext", decltype(wglCreateContext)>;
-    const MakeContext makeContext_{library.module, [this](HDC dc) {
-                                       if (failingContexts == 0) return MakeContext::Real(dc);
-                                       --failingContexts;
-                                       return HGLRC{};
-                                   }};
-    using MakeCurrent = FakedImport<"wglMakeCurrent", decltype(wglMakeCurrent)>;
-    const MakeCurrent makeCurrent_{library.module, [this](HDC dc, HGLRC context) {
-                                       if (contextLost && context != nullptr) return FALSE;
-                                       return MakeCurrent::Real(dc, context);
-                                   }};
-    HANDLE lock_ = nullptr;  ///< of the picture
-    UniqueHandle lockGoes_;
-    std::thread lockHolder_;
-    using MakeLock = FakedImport<"CreateMutexW", decltype(CreateMutexW)>;
-    const MakeLock makeLock_{library.module,
-                             [this](auto... args) { return lock_ = MakeLock::Real(args...); }};
+    /// Stands for the host's hidden window: only its name and its answer are looked at.
+    static inline const HWND kHidden = reinterpret_cast<HWND>(std::uintptr_t{0x5A5A});
+    FakedImport<"SetTimer", decltype(SetTimer)> setTimer_{
+        library.module, [this](HWND, UINT_PTR id, UINT period, TIMERPROC) {
+            timers[id] = period;
+            return id;
+        }};
+    FakedImport<"KillTimer", decltype(KillTimer)> killTimer_{
+        library.module, [this](HWND, UINT_PTR id) { return timers.erase(id) > 0; }};
+    FakedImport<"GetCursorPos", decltype(GetCursorPos)> getCursorPos_{
+        library.module, [this](POINT* at) { return ClientToScreen(window, &(*at = cursor)); }};
+    FakedImport<"FindWindowW", decltype(FindWindowW)> findWindow_{
+        library.module, [](auto* name, auto*) {
+            EXPECT_STREQ(name, L"zhv_MainHidden");
+            return kHidden;
+        }};
+    FakedImport<"SendMessageW", decltype(SendMessageW)> sendMessage_{
+        library.module, [this](HWND to, UINT message, WPARAM wParam, LPARAM lParam) {
+            const std::string index = ' ' + std::to_string(static_cast<int>(wParam));
+            if (to == kHidden) {
+                EXPECT_TRUE(message == 32978 && lParam == reinterpret_cast<LPARAM>(window));
+                asked += index;
+                Come("asked");
+                return consent;
+            }
+            if (to == window && message == WM_KEYDOWN) Come("key");
+            const LRESULT answer = decltype(sendMessage_)::Real(to, message, wParam, lParam);
+            if (to != host) return answer;
+            EXPECT_TRUE(message == 32968 && lParam == reinterpret_cast<LPARAM>(&cities[wParam]));
+            told += index;
+            Come("told");
+            return answer;
+        }};
+    FakedImport<"ShellExecuteW", decltype(ShellExecuteW)> shellExecute_{
+        library.module,
+        [this](HWND, std::wstring verb, std::wstring page, auto*, std::wstring folder, int show) {
+            EXPECT_TRUE(verb == L"open" && folder == L".\\" && show == SW_SHOWNORMAL);
+            EXPECT_TRUE(page.starts_with(L"https://"));
+            opened += ' ' + std::string(page.begin() + page.rfind(L'/'), page.end());
+            Come("opening");
+            return HINSTANCE{};
+        }};
+    FakedImport<"MessageBoxW", decltype(MessageBoxW)> messageBox_{
+        library.module, [this](HWND owner, std::wstring text, std::wstring title, UINT style) {
+            EXPECT_TRUE(owner == host && title == L"Error" && style == MB_ICONERROR);
+            EXPECT_TRUE(text.starts_with(L"Can not load textures.\n Check for the \"map.jpg\""));
+            ++boxes;
+            Come("box");
+            return IDOK;
+        }};
+    FakedImport<"wglMakeCurrent", decltype(wglMakeCurrent)> makeCurrent_{
+        library.module, [this](HDC dc, HGLRC context) {
+            if (contextLost && context != nullptr) return FALSE;
+            return decltype(makeCurrent_)::Real(dc, context);
+        }};
 };

@@ -42,6 +42,9 @@ TEST(Cities, SearchFindsFirstWhatPeopleMeanInTheirLanguageAndInEnglish) {
         SortRows(rows, names, CityColumn::Name, false);
         EXPECT_EQ(names[static_cast<std::size_t>(rows.at(0).city)].city[0], c.first);
     }
+    std::vector<CityRow> rows = {{0, Fit::Country, false, {}}, {1, Fit::Country, true, {}}};
+    SortRows(rows, ReadCityNames(L"", cities, L"en"), CityColumn::Time, false);
+    EXPECT_EQ(rows[0].city, 1) << "a city without a time comes last";
     EXPECT_EQ(FindCityOfZone(cities, 135, L"Italy"), FindCity(cities, L"Rome", L"Italy"));
     EXPECT_EQ(OffsetText(-5) + OffsetText(330), L"UTC\u22120:05UTC+5:30");
     const auto broken = ReadCities(

@@ -1,50 +1,33 @@
 #pragma once
-// What the long tests share: how long they run, where their chance comes from, and their host.
+// What the long tests share: how long they run, where their chance comes from, their host, and what
+// stands between the library and Windows.
 
 #include <atomic>
-#include <chrono>
 #include <cstdint>
-#include <cstdio>
 #include <cstdlib>
-#include <string_view>
+#include <optional>
+#include <random>
 #include <vector>
 
+#include "support/import_table_win.h"
 #include "support/map_host_win.h"
 #include "support/photo_disk_win.h"
+#include "support/worker_watch_win.h"
 // shellapi.h needs windows.h before it.
 #include <shellapi.h>
 
-/// `full` when HORIVO_ENDURANCE in the environment is "full", else `brief`.
-inline int LengthOfRun(int full, int brief) {
-    const char* form = std::getenv("HORIVO_ENDURANCE");
-    return form != nullptr && std::string_view(form) == "full" ? full : brief;
-}
-
+/// Whether HORIVO_FULL_RUN stands in the environment: the run is to last long.
+inline const bool kIsFullRun = std::getenv("HORIVO_FULL_RUN") != nullptr;
 /// HORIVO_SEED in the environment, else one from the clock. Printed, so that a failure can be
 /// repeated.
-inline std::uint32_t SeedOfRun() {
-    const char* wanted = std::getenv("HORIVO_SEED");
-    const auto now = std::chrono::system_clock::now().time_since_epoch().count();
-    const auto seed = static_cast<std::uint32_t>(
-        wanted != nullptr ? std::strtoul(wanted, nullptr, 10) : static_cast<unsigned long>(now));
-    std::printf("HORIVO_SEED=%u repeats this run\n", seed);
-    std::fflush(stdout);
-    return seed;
-}
+std::uint64_t SeedOfRun();
 
 /// Chance, for any thread.
 class Dice {
 public:
-    std::uint64_t Number() {
-        std::uint64_t x = state_.fetch_add(0x9E3779B97F4A7C15);
-        x = (x ^ (x >> 30)) * 0xBF58476D1CE4E5B9;
-        x = (x ^ (x >> 27)) * 0x94D049BB133111EB;
-        return x ^ (x >> 31);
-    }
+    std::uint64_t Number() { return std::mt19937_64(state_++)(); }
     /// 0 to `count` - 1.
-    int Roll(int count) {
-        return static_cast<int>((Number() >> 2) % static_cast<std::uint64_t>(count));
-    }
+    int Roll(int count) { return static_cast<int>((Number() >> 2) % static_cast<unsigned>(count)); }
     bool OneIn(int count) { return Roll(count) == 0; }
     template <class Value, std::size_t Count>
     const Value& Any(const Value (&values)[Count]) {
@@ -53,6 +36,36 @@ public:
 
 private:
     std::atomic<std::uint64_t> state_ = SeedOfRun();
+};
+
+/// What stands around a loaded library, from its loading to its end.
+class WatchedLibrary {
+    template <FunctionName Name, class Function>
+    using Hook = FakedImport<Name, Function, WatchedLibrary>;
+
+public:
+    /// @param slow  whether workers dawdle at each step, and waits give up early
+    WatchedLibrary(HMODULE module, Dice& dice, const std::atomic<bool>& slow);
+
+    ImportLedger ledger;
+    WorkerWatch workers;
+    Hook<"MessageBoxW", decltype(MessageBoxW)> boxes;
+
+private:
+    /// Mostly no time at all, sometimes some milliseconds.
+    void Dawdle() {
+        if (slow_) Sleep(static_cast<DWORD>(dice_.OneIn(8) ? dice_.Roll(15) : 0));
+    }
+    DWORD WaitFor(HANDLE handle, DWORD wait);
+
+    using Wait = Hook<"WaitForSingleObject", decltype(WaitForSingleObject)>;
+    using Post = Hook<"PostMessageW", decltype(PostMessageW)>;
+
+    Dice& dice_;
+    const std::atomic<bool>& slow_;
+    Hook<"ShellExecuteW", decltype(ShellExecuteW)> browser_;
+    Wait wait_;
+    Post post_;
 };
 
 /// A host with forty cities, photos of one of them, and a hidden window that is asked for them.
@@ -65,13 +78,18 @@ protected:
     static void PutFiles(int mapWidth);
     /// A map window; one that was refused says why.
     HWND Make(int width, int height);
+    void DestroyAll() const;
+    void Rest() const { EXPECT_TRUE(Settle(watched->workers)) << "a worker hangs"; }
     /// The host's answer when it is asked to let `window` show photos.
     virtual LRESULT Consent(HWND /*window*/) { return 1; }
 
     std::vector<CityRecord> sane;  ///< the cities; a test hands over a copy of them
     PhotoDisk photos;
+    Dice dice;
+    std::atomic<bool> slow = false;
+    std::optional<WatchedLibrary> watched;
 
 private:
-    static LRESULT CALLBACK HiddenProc(HWND window, UINT message, WPARAM wParam, LPARAM lParam);
+    static inline LongRunTest* test_ = nullptr;
     HWND hidden_ = nullptr;
 };

@@ -64,6 +64,7 @@ TEST_F(LanguageTest, TheSharedStartIsEnglishOnceAndANewBeginningTheUsers) {
     EXPECT_STREQ(LangFile().langAbbrev, L"en");
     const wchar_t* const words[] = {L"seconds", L"minutes", L"hours", L"days", L"weeks"};
     for (std::uint32_t i = 0; i < 5; ++i) EXPECT_STREQ(GetUnitWord(i, 2), words[i]);
+    SetResources(nullptr, nullptr);
     SetLanguage(L"DEU");
     EXPECT_TRUE(StartHostServices());
     EXPECT_STREQ(LangFile().langAbbrev, L"deu");
@@ -225,6 +226,8 @@ TEST_F(LanguageTest, ADialogAndAMenuGetTheirTexts) {
     EXPECT_TRUE(LocalizeMenu(menu, L"Deep")) << "one item, inside a menu";
     DestroyMenu(menu);
     DestroyWindow(dialog);
+    InitLangFile();
+    EXPECT_TRUE(*LangFile().langFilePath == L'\0' && *LangFile().fallbackFilePath == L'\0');
 }
 
 TEST_F(LanguageTest, TheSampleHostsOwnFilesHaveEveryString) {

@@ -49,8 +49,9 @@ TEST(TimeZones, EveryOneOfTheSystemHasANumberAndFindsItself) {
 /// The rules that the system has for a name, else those of central Europe.
 Zone ZoneOf(const std::wstring& key, bool isDisabled = false) {
     Zone zone = {};
-    zone.Bias = -60;
-    zone.DaylightBias = -60;
+    zone.Bias = -50;
+    zone.StandardBias = -10;
+    zone.DaylightBias = -70;
     zone.DaylightDate = {0, 3, 0, 5, 2, 0, 0, 0};
     zone.StandardDate = {0, 10, 0, 5, 3, 0, 0, 0};
     zone.DynamicDaylightTimeDisabled = isDisabled;
@@ -125,11 +126,13 @@ TEST(LocalTime, ChangesOfLawAndOfTheSeasonComeAtTheirMinute) {
     // The host may write new rules into the same record, and have more zones than are remembered.
     Zone zone = ZoneOf(L"");
     for (zone.Bias = -400; zone.Bias < 400; ++zone.Bias)
-        ASSERT_EQ(OffsetOf(zone, "2024-01-15T12:00", *rules), -zone.Bias);
+        ASSERT_EQ(OffsetOf(zone, "2024-01-15T12:00", *rules), 10 - zone.Bias);
     wchar_t text[kTimeTextChars];
     FormatShortTime({2022, 1, 0, 2, 7, 8, 9, 0}, text);
     EXPECT_EQ(std::wstring(text).find(L"09"), std::wstring::npos) << "no seconds";
-    FormatShortTime({2022, 13, 0, 2, 25, 8, 9, 0}, text);
+    SYSTEMTIME noTime = {2022, 13, 0, 2, 25, 8, 9, 0};
+    EXPECT_FALSE(UtcToZoneTime(noTime, zone, *rules, noTime));
+    FormatShortTime(noTime, text);
     EXPECT_STREQ(text, L"Error!");
 }
 
