@@ -1,7 +1,5 @@
 #include "support/gdiplus_pictures_win.h"
 
-#include "image/gdiplus_win.h"
-
 namespace {
 
 constexpr CLSID kJpegEncoder = {
@@ -21,30 +19,22 @@ struct GdiplusScope {
     ULONG_PTR token = 0;
 };
 
+}  // namespace
+
 void SavePattern(const std::filesystem::path& path, int width, int height, int format,
-                 const CLSID& encoder, ULONG quality) {
+                 ULONG quality) {
     const GdiplusScope gdiplus;
     Gdiplus::Bitmap bitmap(width, height, format);
-    for (int y = 0; y < height; ++y) {
-        for (int x = 0; x < width; ++x) {
-            bitmap.SetPixel(
-                x, y, {static_cast<BYTE>(y * 255 / height), static_cast<BYTE>(x * 255 / width), 0});
-        }
+    for (int i = 0; i < width * height; ++i) {
+        const int red = i / width * 255 / height;
+        const int green = i % width * 255 / width;
+        const Gdiplus::Color colour(static_cast<BYTE>(red), static_cast<BYTE>(green), 0);
+        bitmap.SetPixel(i % width, i / width, colour);
     }
     const Gdiplus::EncoderParameters parameters = {
         1, {{Gdiplus::EncoderQuality, 1, Gdiplus::EncoderParameterValueTypeLong, &quality}}};
-    bitmap.Save(path.c_str(), &encoder, &parameters);
-}
-
-}  // namespace
-
-void SavePatternJpeg(const std::filesystem::path& path, int width, int height, int quality) {
-    SavePattern(path, width, height, PixelFormat24bppRGB, kJpegEncoder,
-                static_cast<ULONG>(quality));
-}
-
-void SavePatternPng(const std::filesystem::path& path, int width, int height, int format) {
-    SavePattern(path, width, height, format, kPngEncoder, 100);
+    const bool isPng = path.extension() == ".png";
+    bitmap.Save(path.c_str(), isPng ? &kPngEncoder : &kJpegEncoder, &parameters);
 }
 
 RgbPicture DecodePicture(const std::filesystem::path& path) {
@@ -52,13 +42,10 @@ RgbPicture DecodePicture(const std::filesystem::path& path) {
     Gdiplus::Bitmap bitmap(path.c_str(), FALSE);
     RgbPicture picture{
         static_cast<int>(bitmap.GetWidth()), static_cast<int>(bitmap.GetHeight()), {}};
-    for (int y = 0; y < picture.height; ++y) {
-        for (int x = 0; x < picture.width; ++x) {
-            Gdiplus::Color pixel;
-            bitmap.GetPixel(x, y, &pixel);
-            for (const BYTE value : {pixel.GetR(), pixel.GetG(), pixel.GetB()})
-                picture.pixels.push_back(value);
-        }
+    for (int i = 0; i < picture.width * picture.height; ++i) {
+        Gdiplus::Color pixel;
+        bitmap.GetPixel(i % picture.width, i / picture.width, &pixel);
+        picture.pixels.insert(picture.pixels.end(), {pixel.GetR(), pixel.GetG(), pixel.GetB()});
     }
     return picture;
 }

@@ -3,6 +3,7 @@
 #include <algorithm>
 #include <iterator>
 #include <type_traits>
+#include <utility>
 
 #include "support/faked_import_win.h"
 
@@ -60,10 +61,8 @@ void APIENTRY SpyTexImage2D(GLenum target, GLint level, GLint internalFormat, GL
     SpiedGl().uploads.push_back(std::move(upload));
     Record("glTexImage2D", target, level, internalFormat, width, height, border, format, type);
     const GLsizei limit = SpiedGl().refuseAbove;
-    if (limit > 0 && (width > limit || height > limit)) {
-        refused = true;
-        return;
-    }
+    refused = limit > 0 && std::max(width, height) > limit;
+    if (refused) return;
     real<"glTexImage2D", decltype(glTexImage2D)>(target, level, internalFormat, width, height,
                                                  border, format, type, pixels);
 }
@@ -82,9 +81,8 @@ void APIENTRY SpyGetIntegerv(GLenum name, GLint* value) {
 }
 
 GLenum APIENTRY SpyGetError() {
-    if (!refused) return real<"glGetError", decltype(glGetError)>();
-    refused = false;
-    return GL_OUT_OF_MEMORY;
+    const bool outOfMemory = std::exchange(refused, false);
+    return outOfMemory ? GL_OUT_OF_MEMORY : real<"glGetError", decltype(glGetError)>();
 }
 
 BOOL WINAPI SpySwapBuffers(HDC dc) {

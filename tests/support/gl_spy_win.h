@@ -11,8 +11,6 @@
 struct GlCall {
     std::string_view name;
     std::vector<double> numbers;
-
-    bool operator==(const GlCall&) const = default;
 };
 
 /// One glTexImage2D as it was handed over.

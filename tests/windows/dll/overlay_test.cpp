@@ -1,6 +1,7 @@
 // What lies flat over the globe at its right: the photo panel over real folders, what it shows, how
 // it pages, what it opens; the buttons, which sheets serve, how a button looks, when it acts.
-#include "image/gdiplus_win.h"
+#include <array>
+
 #include "support/frame_compare_win.h"
 #include "support/gdiplus_pictures_win.h"
 #include "support/map_play_win.h"
@@ -37,12 +38,10 @@ TEST_F(OverlayTest, PhotosStackNewestFirstEachWithItsOwnPictureTheRightWayUp) {
     double ceiling = seen.PlaceOf("France").y;
     EXPECT_GT(seen.PlaceOf("Paris").y, ceiling);
     ASSERT_TRUE(seen.images.size() == 4 && filled.size() == 4 && drawn.size() >= 4);
-    EXPECT_TRUE(std::equal(filled.begin(), filled.end(), drawn.end() - 4)) << "another's picture";
     for (std::size_t i = 0; i < 4; ++i) {
         const SeenImage& image = seen.images[i];
         EXPECT_EQ(image.x + image.width / 2, kPanelX + 54) << "also wider than the panel";
-        EXPECT_EQ(image.width, 128 - 16 * static_cast<int>(i));
-        EXPECT_EQ(image.height, 80 - 8 * static_cast<int>(i));
+        EXPECT_EQ(filled[i].numbers, drawn[drawn.size() - 4 + i].numbers) << "another's picture";
         EXPECT_LT(image.y + image.height, ceiling) << "a gap";
         ceiling = image.y;
         const SpiedUpload& upload = SpiedGl().uploads[i];
@@ -143,14 +142,14 @@ TEST_F(OverlayTest, HostileNamesAndBrokenFilesShowNothing) {
     photos.PutCity(L"France\\Paris", 3);
     const auto folder = PhotoDisk::Root() / L"France\\Paris";
     fs::resize_file(folder / L"3.jpg", 0);
-    SavePatternPng(folder / L"2.jpg", 96, 64, PixelFormat32bppARGB);
+    SavePattern(folder / L"2.png", 96, 64, PixelFormat32bppARGB);
+    fs::rename(folder / L"2.png", folder / L"2.jpg");
     std::string lines = "1\tParis\t\t\tgood\t/1\n";
     for (const char* city : {"..", ".", ". .", "Paris\\..", "..\\Spain\\Nice"})
         lines += std::string("1\t") + city + "\t\t\ttrap\t/3\n";
     photos.PutIndex(L"France", lines);
     // A host may take its names from anywhere too.
     AddCity(L"..", L"France", 43.0, 3.0);
-    AddCity(L"..", L".. ", 45.0, 3.0);
     Open();
     // A photo that has to be converted is shown also where its quality cannot be chosen.
     const auto fails = [](auto...) { return 1; };
@@ -158,22 +157,20 @@ TEST_F(OverlayTest, HostileNamesAndBrokenFilesShowNothing) {
     const FakedImport<"GdipSetPixelOffsetMode", int(void*, int)> offset(library.module, fails);
     PlayRows("", {{"broken", "city Paris; home; photos 2 1"},
                   {"a country", "click 42:5; home; photos 1"},
-                  {"a city", "city ../France; home; stack 0"},
-                  {"a country of that name", "city ../.. ; home; stack 0"}});
+                  {"a city of the host's", "city ../France; home; stack 0"}});
 }
 
 /// A window whose host's program stands in a folder of the test's own.
 class ButtonsTest : public OverlayTest {
 protected:
-    const fs::path folder = fs::temp_directory_path() /
-                            (L"horivo-\x0416-\x00E9-" + std::to_wstring(GetCurrentProcessId()));
+    const fs::path folder = fs::temp_directory_path() / L"horivo-\x0416-\x00E9";
     const fs::path sheet = folder / "buttons.png";
     std::wstring commandLine = L"\"" + (folder / L"host.exe").wstring() + L"\" -x";
     std::wstring program;  ///< where it looks second
 
     ButtonsTest() {
         fs::create_directories(folder);
-        SavePatternPng(sheet, 128, 256, PixelFormat32bppARGB);
+        SavePattern(sheet, 128, 256, PixelFormat32bppARGB);
         consent = 0;
     }
     ~ButtonsTest() override { fs::remove_all(folder); }
@@ -195,16 +192,14 @@ TEST_F(ButtonsTest, OnlyAFittingSheetBesideTheProgramMakesButtons) {
     using Case = std::tuple<int, int, int, std::wstring, std::wstring, bool>;
     SpiedGl().keepPixels = true;
     for (const auto& [width, height, format, line, path, found] : {
-             Case{0, 0, PixelFormat32bppARGB, named, L"", false},  // no picture
-             {128, 256, PixelFormat24bppRGB, named, L"", false},
+             Case{128, 256, PixelFormat24bppRGB, named, L"", false},
              {256, 256, PixelFormat32bppARGB, named, L"", false},
              {128, 255, PixelFormat32bppARGB, named, L"", false},
              {128, 256, PixelFormat32bppARGB, named, L"", true},
              {128, 256, PixelFormat32bppARGB, L"host.exe", beside, true},
              {128, 256, PixelFormat32bppARGB, L".\\host.exe", L"host.exe", false},
          }) {
-        fs::remove(sheet);
-        SavePatternPng(sheet, width, height, format);
+        SavePattern(sheet, width, height, format);
         commandLine = line;
         program = path;
         Play(found ? "open; dark p50,20; press p50,20; runs repeat; release p50,20; close"
@@ -217,27 +212,19 @@ TEST_F(ButtonsTest, OnlyAFittingSheetBesideTheProgramMakesButtons) {
 
 TEST_F(ButtonsTest, EachLightsUpAndActsOnceAndAgainWhileItIsHeld) {
     Open();
-    const struct {
-        int x, y;  ///< of the lower left pixel, from the panel's edge
-        const char *once, *thrice;
-    } buttons[] = {{38, 6, "39 0", "37 0"},      {6, 38, "40 1", "40 3"},
-                   {70, 38, "40 359", "40 357"}, {6, 70, "40 0 -12.1", "40 0 -11.9"},
-                   {38, 70, "41 0", "43 0"},     {70, 70, "40 0 -12.3", "40 0 -12.5"}};
-    for (const auto& [x, y, once, thrice] : buttons) {
-        points["b"] = {kPanelX + x, kOpenHeight - 1 - y};
-        const std::string at = std::string("view ") + thrice;
-        Play(
-            "home; dark b; move b; lit b; unpainted; leave; repaint; dark b; press b; lit b;"
-            "runs repeat 30; view " +
-                std::string(once) + "; tick repeat; drag 300,300; tick repeat;" + at +
-                "; release 300,300; stops repeat; stops flight; tick repeat;" + at,
-            once);
+    // Its lower left pixel, the view after it acted once, and three times.
+    const std::array<std::string, 3> buttons[] = {
+        {"p38,6", "39 0", "37 0"},      {"p6,38", "40 1", "40 3"},
+        {"p70,38", "40 359", "40 357"}, {"p6,70", "40 0 -12.1", "40 0 -11.9"},
+        {"p38,70", "41 0", "43 0"},     {"p70,70", "40 0 -12.3", "40 0 -12.5"}};
+    for (const auto& [place, once, thrice] : buttons) {
+        points["b"] = At(place);
+        Play("home; dark b; move b; lit b; unpainted; leave; repaint; dark b", place);
+        Play("press b; lit b; runs repeat 30; view " + once, place);
+        Play("tick repeat; drag 300,300; tick repeat; view " + thrice, place);
+        Play("release 300,300; stops repeat; stops flight; tick repeat; view " + thrice, place);
     }
-    PlayRows("told none; home; key up",
-             {{"released over another",
-               "press p50,50; drag p50,80; release p50,80; stops flight; view 41 0; dark p50,50"},
-              {"home acts when it is released over it",
-               "press p50,50; view 41 0; release p69,69; stops flight; view 40 0"}});
+    Play("home; key up; press p50,50; view 41 0; release p69,69; view 40 0", "home, on release");
 }
 
 TEST_F(ButtonsTest, ARepeatBeginsAndGoesOnOnlyWithTheCapture) {
@@ -257,12 +244,11 @@ TEST_F(ButtonsTest, ARepeatBeginsAndGoesOnOnlyWithTheCapture) {
 }
 
 TEST_F(ButtonsTest, AddPhotoShowsWhileTheHostAcceptsAndOpensItsPage) {
-    const std::wstring hint(400, L'w');
-    library.SetLocalString(HORIVO_TEXT_ADD_PHOTO, hint.c_str());
+    const std::string said(400, 'w');
+    library.SetLocalString(HORIVO_TEXT_ADD_PHOTO, std::wstring(400, L'w').c_str());
     library.SetLocalString(HORIVO_TEXT_ADD_PHOTO, nullptr);  // changes nothing
     Open();
     points["add"] = {kPanelX + 50, 2 * LineHeight() + 12};
-    const std::string said(hint.begin(), hint.end());
     PlayRows("", {{"nobody asked the host yet", "bare add; click add; opened none"},
                   {"the host agrees", "home; answer 1; city Paris; home; dark add; says not " +
                                           said + "; move add; lit add; says " + said},
@@ -290,7 +276,8 @@ TEST_F(ButtonsTest, PagingButtonsShowWhereTheyLeadSomewhere) {
                    "do break last; city Lyon; city Paris; home; bare back; dark on"},
                   {"a page of nothing is taken back", "click on; bare back; bare on"},
                   {"the host has new photos", "photos changed 0; bare back; dark on"},
-                  {"another place and back", "city Lyon; city Paris; home; bare back; dark on"}});
+                  {"another place and back",
+                   "key next; bare on; city Lyon; city Paris; home; bare back; dark on"}});
 }
 
 }  // namespace
