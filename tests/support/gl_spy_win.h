@@ -28,9 +28,6 @@ struct SpiedFrame {
     int width = 0;
     int height = 0;
     std::vector<unsigned char> pixels;
-    const unsigned char* At(int x, int y) const {
-        return pixels.data() + 3 * (static_cast<std::ptrdiff_t>(y) * width + x);
-    }
 };
 
 /// What the DLL sent.

@@ -9,8 +9,7 @@
 #include <map>
 
 #include "support/photo_disk_win.h"
-#include "support/seen_overlay_win.h"
-#include "support/seen_view_win.h"
+#include "support/seen_picture_win.h"
 // shellapi.h needs windows.h before it.
 #include <shellapi.h>
 
