@@ -15,7 +15,7 @@ namespace {
 using testing::Each;
 using testing::ElementsAre;
 
-TEST(GlStrings, GiveExtensionsByNameAndTheGenericRendererAndAreCutAtTheField) {
+TEST(GlNames, GiveExtensionsAndTheGenericRendererAndDoNotMeet) {
     const std::pair<const char*, int> cases[] = {
         {"GL_EXT_separate_specular_color GL_EXT_bgra", 1},
         {"GL_EXT_bgra GL_ARB_multitexture", 2},
@@ -34,9 +34,7 @@ TEST(GlStrings, GiveExtensionsByNameAndTheGenericRendererAndAreCutAtTheField) {
     char field[256];
     CopyGlString(std::string(1000, 'x').c_str(), field);
     EXPECT_EQ(field, std::string(255, 'x'));
-}
-
-TEST(ListNames, AreAddressesAndMeetAlsoAcrossTheWrap) {
+    // Names of lists are addresses and meet also across the wrap.
     EXPECT_TRUE(ListNamesOverlap(100, 256, 355, 2) && !ListNamesOverlap(100, 256, 356, 2));
     EXPECT_TRUE(ListNamesOverlap(100, 256, 99, 2) && !ListNamesOverlap(100, 256, 98, 2));
     EXPECT_TRUE(ListNamesOverlap(0xFFFFFFFFU, 256, 0, 2));

@@ -251,7 +251,7 @@ void Halve(CGLTexture* const* tiles, std::ptrdiff_t count, std::ptrdiff_t half, 
     Halve(tiles + half, count / 2, half / 2, byColumns);
 }
 
-TEST(TileGrid, GivesTheTilesOfRepeatedHalving) {
+TEST(TileGrid, GivesTheTilesOfRepeatedHalvingOrLeavesTheMapWhole) {
     const int cases[][4] = {{64, 32, 4, 2}, {1001, 503, 4, 2}, {40, 27, 2, 4}};
     for (const auto& [width, height, columns, rows] : cases) {
         Grid grid(width, height);
@@ -264,9 +264,7 @@ TEST(TileGrid, GivesTheTilesOfRepeatedHalving) {
             EXPECT_TRUE(Bytes(*grid.tiles[i]) == Bytes(*halved.tiles[i])) << i << " of " << width;
         }
     }
-}
-
-TEST(TileGrid, LeavesTheMapWholeWithoutMemoryAndNothingWhenATileWouldBeEmpty) {
+    // Without memory the map stays whole; nothing is left when a tile would be empty.
     Grid flat(64, 1);
     EXPECT_FALSE(SplitIntoGrid(flat.tiles, 4, 2));
     for (const CGLTexture* tile : flat.tiles) EXPECT_EQ(tile->GetPixels(), nullptr);

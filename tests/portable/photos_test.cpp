@@ -42,9 +42,7 @@ TEST(PhotoIndex, FindsTheColumnsOfBothKindsAndEndsTextsLinesAndFiles) {
     EXPECT_THAT(
         Read(mark + "1\t\t\tCaf\xC3\xA9\n2\t\t\tCaf\xE9\n" + mark + "3\t\t\tsecond mark\n"),
         ElementsAre(FieldsAre(1, u"", u"Caf\u00E9", u""), FieldsAre(2, u"", u"Caf\u00E9", u"")));
-}
-
-TEST(PhotoIndex, ReadsTenDigitsOfNumbersThatAreNotNegative) {
+    // Numbers have up to ten digits and are not negative.
     const char* const fields[] = {"  42", "+42nd street", "123456789012", "9999999999", "-0"};
     const int numbers[] = {42, 42, 1234567890, 2147483647, 0};
     for (int i = 0; i < 5; ++i) EXPECT_EQ(Read(fields[i]).at(0).photoNumber, numbers[i]);
@@ -210,9 +208,6 @@ TEST_F(PhotoPanelTest, LeavesOutWhatIsNoPhotoTooLargeOrOfNoCity) {
     EXPECT_EQ(Gl().uploads, 15) << "each once";
     panel_.DeleteTextures();
     EXPECT_EQ(Gl().textures.size(), 0U);
-    PictureFiles().erase(PathOf(14));
-    panel_.ShowPlace(Cities(), u"Land", u"");
-    EXPECT_FALSE(panel_.IsWheelOverPanel(399)) << "a single page";
     panel_.ShowPlace(Cities(), u"..", u"");
     EXPECT_FALSE(panel_.HasThumbnails()) << "no folder";
 }

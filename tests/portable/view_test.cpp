@@ -97,9 +97,8 @@ TEST_F(ViewTest, PickingAndProjectingMeetAtEverySizeZoomAndAngle) {
         EXPECT_FALSE(PickGlobe(scene, globe, far, far, true)) << far;
     Resize(800, 0);
     EXPECT_FALSE(PickGlobe(scene, globe, 0.0, 0.0, true));
-}
-
-TEST_F(ViewTest, APixelComesBackFromTheGlobeAsThatPixel) {
+    Resize(800, 600);
+    scene.position.z = -12.0F;
     CGeoPoint pointed;
     for (std::int32_t x = 250; x <= 550; ++x) {
         scene.rotation = {x % 3 * 80.0, 123.4, 0.0};
@@ -158,12 +157,7 @@ TEST(FlightPath, TakesTheShortWayInEvenStepsToPlacesOnly) {
                                {40, 0, 40, 730, 8, 40, 10},      {0, 359, 0, 1, 2, 0, 1}};
     for (const auto& [tilt, spin, latitude, longitude, steps, newTilt, newSpin] : cases) {
         ASSERT_TRUE(flight.Start({tilt, spin}, {latitude, longitude}));
-        EXPECT_TRUE(flight.Step());
-        const ViewAngles first = flight.Current();
-        EXPECT_LT(std::hypot(std::remainder(first.tilt - tilt, 360.0),
-                             std::remainder(first.spin - spin, 360.0)),
-                  1.35);
-        int taken = 2;
+        int taken = 1;
         while (flight.Step()) ++taken;
         const ViewAngles end = flight.Current();
         EXPECT_EQ(taken, steps) << longitude;
