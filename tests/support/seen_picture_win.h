@@ -48,6 +48,7 @@ struct SeenOverlay {
     std::vector<std::string> Words(double left = 0.0) const;
     /// Where the last text equal to `word` stands: the panel's come behind the labels.
     SeenItem PlaceOf(const std::string& word) const;
+    bool Has(const std::string& word) const { return PlaceOf(word).text == word; }
     /// The last box of this opacity.
     SeenItem BoxOf(double alpha) const;
 };

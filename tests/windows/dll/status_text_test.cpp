@@ -36,7 +36,7 @@ TEST_F(StatusTextTest, LoadingAndSplittingAreShownInRedWhileTheyRun) {
     std::atomic<bool> splits = false;
     std::atomic<bool> mayGo = false;
     const Allocate slow(library.module, [&](std::size_t bytes) {
-        if (workers.Started() == 2 && GetCurrentThreadId() != windowThread) {
+        if (workers.started == 2 && GetCurrentThreadId() != windowThread) {
             splits = true;
             while (!mayGo) Sleep(1);
         }
