@@ -55,7 +55,9 @@ TEST_F(StatusTextTest, SlowPicturesLowerTheDetailStepByStep) {
     for (const auto& [ms, loads, factor] : {std::tuple(100UL, 1, " 100%"), {150UL, 4, " 800%"}}) {
         frameMs = ms;
         PutSettings("lag_factor=1\r\n");
-        Play("close; free again; cities; tiles any; create a; settle; no repaint; key i");
+        Play("close");
+        library.FreeMap();
+        Play("cities; tiles any; create a; settle; no repaint; key i");
         EXPECT_THAT(Labels(), Contains(HasSubstr(factor)));
         Play("key i; tiles " + std::to_string(loads), "each step loads anew");
     }
@@ -72,7 +74,9 @@ TEST_F(StatusTextTest, SettingsReachTheWindow) {
     for (const auto& [settings, textureSize, format, line] : cases) {
         SpiedGl().maxTextureSize = textureSize;
         PutSettings(settings);
-        Play("close; free again; open; key i");
+        Play("close");
+        library.FreeMap();
+        Play("open; key i");
         EXPECT_THAT(Labels(), Contains(HasSubstr(line)));
         EXPECT_EQ(SpiedGl().uploads.back().internalFormat, format);
         Key(window, 'I');
@@ -105,7 +109,9 @@ TEST_F(StatusTextTest, WordsAreDrawnAndStandApartByTheirSpacesInEveryLanguage) {
     });
     for (const wchar_t* codePage : {L"1251", L"65001", L"x", L""}) {
         said = codePage;
-        Play("close; free again; open; wheel 32767; key i; paint");
+        Play("close");
+        library.FreeMap();
+        Play("open; wheel 32767; key i; paint");
         EXPECT_EQ(wanted.lfWidth, -8);
         EXPECT_EQ(wanted.lfCharSet == RUSSIAN_CHARSET, said == L"1251");
         for (const std::string text : {"Renderer: ", ", Version: "})

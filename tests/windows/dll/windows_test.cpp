@@ -15,6 +15,16 @@ protected:
         PutPatternMap(512, 256);
         Init();
         SpiedGl().keepFrame = true;
+        acts["refuse"] = [this] { Refuse(1); };
+        acts["refuse twice"] = [this] { Refuse(2); };
+    }
+    /// A further window whose context cannot be made, nor the next `failures` - 1 contexts.
+    void Refuse(int failures) {
+        using Hook = FakedImport<"wglCreateContext", decltype(wglCreateContext), WindowsTest>;
+        const Hook fails(library.module,
+                         [=](HDC dc) mutable { return failures-- > 0 ? nullptr : Hook::Real(dc); });
+        EXPECT_EQ(CreateMap(50, 60), nullptr);
+        EXPECT_EQ(status, HORIVO_CONTEXT_FAILED);
     }
 
     SpiedFrame FrameOf(const std::string& name) {
@@ -36,7 +46,7 @@ TEST_F(WindowsTest, EachLooksAsIfItWereAloneAndSharesTheTiles) {
     alone["b"] = FrameOf("b");
     Play("create a 240 180");
     for (const char* name : {"a", "b", "a"}) ExpectAsIfAlone(name, "one after the other");
-    Play("refused window");
+    Play("do refuse");
     for (const char* name : {"a", "b"}) ExpectAsIfAlone(name, "after a refused one");
     Play("close");
     ExpectAsIfAlone("a", "after the other's end");
@@ -51,7 +61,7 @@ TEST_F(WindowsTest, AWindowLeftWithoutAContextLivesAndComesBack) {
     const int before = SpiedGl().frames;
     // The window's own context, then the one that A was to get back.
     Play(
-        "refused window 2; move 100,90; wheel 120; click 100,90; size 100 100; size 240 180;"
+        "do refuse twice; move 100,90; wheel 120; click 100,90; size 100 100; size 240 180;"
         "paint; no repaint; home");
     EXPECT_EQ(SpiedGl().frames, before) << "there is nothing to draw with";
     Play("create b 130 220");
@@ -123,8 +133,7 @@ TEST_F(ForeignContextTest, ItIsCurrentAgainAfterEveryMessage) {
     PlayAll();
     PlayBeside({"create b"});
     PlayAll();
-    PlayBeside(
-        {"refused window", "settle", "close", "install", "use a", "close", "refused window"});
+    PlayBeside({"do refuse", "settle", "close", "install", "use a", "close", "do refuse"});
 }
 
 TEST_F(ForeignContextTest, NothingReachesItWhenTheMapsOwnCannotBeUsed) {
