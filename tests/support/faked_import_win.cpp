@@ -8,8 +8,8 @@ const Record* InImage(HMODULE module, DWORD offset) {
     return reinterpret_cast<const Record*>(reinterpret_cast<const std::byte*>(module) + offset);
 }
 
-template <class Act>
-void ForEachImport(HMODULE module, const Act& act) {
+/// The place where a module keeps the address of an imported function; null when there is none.
+void** FindSlot(HMODULE module, std::string_view function) {
     const auto header = static_cast<DWORD>(InImage<IMAGE_DOS_HEADER>(module, 0)->e_lfanew);
     const auto& directories =
         InImage<IMAGE_NT_HEADERS64>(module, header)->OptionalHeader.DataDirectory;
@@ -21,27 +21,20 @@ void ForEachImport(HMODULE module, const Act& act) {
         for (; name->u1.AddressOfData != 0; ++name, ++slot) {
             if (IMAGE_SNAP_BY_ORDINAL64(name->u1.Ordinal)) continue;
             const auto at = static_cast<DWORD>(name->u1.AddressOfData);
-            act(InImage<IMAGE_IMPORT_BY_NAME>(module, at)->Name, slot);
+            if (function == InImage<IMAGE_IMPORT_BY_NAME>(module, at)->Name) return slot;
         }
     }
+    return nullptr;
 }
 
 }  // namespace
 
 void* ReplaceImport(HMODULE module, std::string_view function, void* replacement) {
-    void* before = nullptr;
-    ForEachImport(module, [&](std::string_view name, void** slot) {
-        if (name != function) return;
-        DWORD protection = 0;
-        VirtualProtect(slot, sizeof *slot, PAGE_READWRITE, &protection);
-        before = std::exchange(*slot, replacement);
-        VirtualProtect(slot, sizeof *slot, protection, &protection);
-    });
+    void** const slot = FindSlot(module, function);
+    if (slot == nullptr) return nullptr;
+    DWORD protection = 0;
+    VirtualProtect(slot, sizeof *slot, PAGE_READWRITE, &protection);
+    void* const before = std::exchange(*slot, replacement);
+    VirtualProtect(slot, sizeof *slot, protection, &protection);
     return before;
-}
-
-std::vector<std::string> ImportedFunctions(HMODULE module) {
-    std::vector<std::string> names;
-    ForEachImport(module, [&](std::string_view name, void**) { names.emplace_back(name); });
-    return names;
 }

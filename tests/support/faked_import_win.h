@@ -26,8 +26,6 @@ struct FunctionName {
 /// not import it.
 void* ReplaceImport(HMODULE module, std::string_view function, void* replacement);
 
-/// The functions that a module imports by name.
-std::vector<std::string> ImportedFunctions(HMODULE module);
 /// Whether a module that a test knew is still there: it may have unloaded it.
 inline bool IsLoaded(HMODULE module) { return GetModuleHandleW(L"horivo_map.dll") == module; }
 /// Fails the test when the module turned out not to import the function: whatever the test says
