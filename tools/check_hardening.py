@@ -2,8 +2,8 @@
 """Checks the security options of built files: check_hardening.py OBJDUMP DLL [PROGRAM...]
 
 Every file must support random 64-bit addresses and non-executable data, must have no section that is
-both writable and executable, and must use stack protection. The DLL must search the libraries that
-it imports in the system folder only, and must have a version resource.
+both writable and executable, and must use stack protection. The DLL must need only libraries of Windows,
+must search them in the system folder only, and must have a version resource.
 """
 import re
 import subprocess
@@ -15,6 +15,9 @@ LOAD_FROM_SYSTEM_FOLDER = 0x800
 LOAD_CONFIG = pefile.DIRECTORY_ENTRY["IMAGE_DIRECTORY_ENTRY_LOAD_CONFIG"]
 # Functions with stack protection. Fewer mean that most sources were compiled without the option.
 MIN_GUARDED = 100
+# Libraries of Windows itself. The DLL needs no others.
+WINDOWS = {f"{name}.dll" for name in ("kernel32", "user32", "gdi32", "opengl32", "glu32", "gdiplus",
+                                      "shell32", "advapi32", "msvcrt")}
 RELOCATIONS = 5  # index in the table of data directories
 DEPENDENT_LOAD_FLAGS = 78  # offset in the load configuration, bytes; 2 bytes long
 
@@ -53,6 +56,9 @@ def dll_faults(image):
             yield "has a load configuration without flags"
     if flags != LOAD_FROM_SYSTEM_FOLDER:
         yield f"searches other libraries with the flags {flags:#x}"
+    others = {entry.dll.decode().lower() for entry in image.DIRECTORY_ENTRY_IMPORT} - WINDOWS
+    if others:
+        yield f"needs libraries that do not come with Windows: {', '.join(sorted(others))}"
     if not getattr(image, "VS_FIXEDFILEINFO", None):
         yield "has no version"
 

@@ -1,11 +1,12 @@
 #!/bin/bash
-# Runs the long tests: soak, races, failures of every call, any order of windows, the worst renderer.
+# Runs the long tests: anything in random order, failures of every call.
 # tools/endurance.sh [short|full] [GTEST_FILTER]
 #   short  some minutes; every change has to pass it
-#   full   the soak for most of an hour, the races for ten minutes, a failure of each single call
-# The filter ("*Soak*", "Races*", "Failures*") selects tests. Each test runs in its own process, with
+#   full   each random profile for ten minutes, a failure of each single call
+# The filter ("*Races*", "Random*", "Failures*") selects tests. Each test runs in its own process, with
 # copies of the programs and its own Wine, so that the tree can be built and tested at the same time.
-# HORIVO_SEED=NUMBER repeats the run that printed this seed.
+# HORIVO_SEED=NUMBER repeats the run that printed this seed; HORIVO_ACTIONS="make,move,paint" leaves
+# only these random actions in.
 set -uo pipefail
 cd "$(dirname "${BASH_SOURCE[0]}")/.."
 
@@ -26,7 +27,7 @@ wine_env_start endurance || exit 1
 
 folder=$(mktemp -d build/endurance.XXXXXX)
 cp build/mingw/tests/bin/horivo_{endurance_tests.exe,map.dll} "$folder"
-export HORIVO_ENDURANCE=$form
+if [ "$form" = full ]; then export HORIVO_FULL_RUN=1; fi
 program=$folder/horivo_endurance_tests.exe
 if [ "$form" = full ]; then limit=2h; else limit=5m; fi  # for one test, which needs much less
 

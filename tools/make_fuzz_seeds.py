@@ -27,10 +27,6 @@ def texture(width, height, kind=8, limits=(0, 0), scalers=0x80, fit=(512, 512), 
     return words + bytes([scalers]) + struct.pack(">HHBB", *fit, columns, 0) + bytes(range(64))
 
 
-def profile(x, y, compression, lag, size, elapsed, text):
-    return struct.pack("<iiiiiI", x, y, compression, lag, size, elapsed) + text
-
-
 CITY_INDEX = b"# remark\r\n1\t-\t-\tOld harbour\t/1.htm\r\n12\t\t\tcaf\xc3\xa9\tx.htm\n"
 COUNTRY_INDEX = b"\xef\xbb\xbf7\tLyon\t-\t-\tbridge\t/7.htm\n8\tS\xe3o\t..\t\t\t@other\n\x1a9\n"
 
@@ -49,34 +45,19 @@ SEEDS = {
         b"1\t" + "ü".encode() * 2050 + b"\t\t\t\n2\n",
         b"1\0\t2\r\t3\n;\n\n#\n" + b"\xed\xa0\x80\xf4\x90\x80\x80\xc0\xaf\n3",
     ],
-    "index_line": [
-        b"\0\0\x0c0\x1fLyon\x1f-\x1fOld harbour\x1f/12.htm\x1fmore",
-        b"\1\1\0" + b"0\x1fLyon\x1f-\x1f-\x1fbridge\x1f/7.htm",
-        b"\1\0\1" + b"\x1f" + b"x" * 4090 + b"\x1fy\x1fz",
-    ],
-    "profile_values": [
-        profile(0, -1, 0, 1, 16384, 40, b"1252"),
-        profile(-9, 9, -1, 800, 1024, 0, b"JPN"),
-        profile(2**31 - 1, -(2**31), 2**31 - 1, 2**31 - 1, 2**31 - 1, 2**32 - 1, b"99999999999"),
-        profile(0, 0, 0, 0, 0, 1000, "Zürich\tCH\t47.4\t8.5\tW. Europe Standard Time\n".encode()),
-        profile(0, 0, 0, 0, 64, 500, b"#\nA\tB\tnan\tinf\t\n\tB\t1\t1\n\xf0\x9f\x8c\x8d\tB\t-9e99\t1"),
-    ],
-    "escapes": [
+    "texts": [
         b"\0a\\\\b\\nc\\rd\\te\\xf\\",
-        b"\2&File [new]\t= Ctrl;N & more_and-more.",
-        b"\1\\\0n\0&\0 \0" * 4,
-    ],
-    "unit_table": [
-        b"days;1 day",
-        "дней;1,21,31 день;2-4,22-24 дня".encode(),
-        b"h;99-0 a;4294967295-4294967296 b;1-,-2,, c;;;" + b"0 " * 40,
-        b"w;" + b"x" * 1030 + b";1 y",
-    ],
-    "command_line": [
-        utf16('"C:\\Program Files\\clock\\clock.exe" /quiet "D:\\x"'),
-        utf16("clock.exe old\\list.txt"),
-        utf16('"' + "\\a" * 200),
-        utf16('""\\\\?\\\ud800\\'),
+        b"\0&File [new]\t= Ctrl;N & more_and-more.",
+        b"\0days;1 day",
+        b"\x001252",
+        b"\0JPN",
+        b"\1" + utf16("дней;1,21,31 день;2-4,22-24 дня"),
+        b"\0h;99-0 a;4294967295-4294967296 b;1-,-2,, c;;;" + b"0 " * 40,
+        b"\0w;" + b"x" * 1030 + b";1 y",
+        b"\0\"C:\\Program Files\\clock\\clock.exe\" /quiet \"D:\\x\"",
+        b"\0clock.exe old\\list.txt",
+        b"\1" + utf16('"' + "\\a" * 200),
+        b"\1" + utf16('""\\\\?\\\ud800\\'),
     ],
     "texture_fit": [
         texture(96, 48),

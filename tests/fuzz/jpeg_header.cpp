@@ -1,5 +1,4 @@
 // Feeds arbitrary bytes to the walk through a JPEG header and judges what it finds as a map.
-
 #include "api/map_picture_check.h"
 #include "fuzz/check.h"
 #include "horivo_map.h"
@@ -11,20 +10,12 @@ extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size
     const bool isJpeg = ReadJpegHeader(source, found);
     // A segment takes three reads and at least four bytes: the walk cannot turn in circles.
     Check(source.reads <= size + 8);
-    const bool untouched = found.width == -1 && found.height == -1 && found.components == -1;
-    if (!isJpeg) {
-        Check(untouched);
-        return 0;
-    }
-    Check(found.width >= 0 && found.width <= 65535);
-    Check(found.height >= 0 && found.height <= 65535);
-    Check(found.components >= 0 && found.components <= 255);
+    Check(isJpeg == (found.width >= 0 && found.height >= 0 && found.components >= 0));
+    Check(found.width <= 65535 && found.height <= 65535 && found.components <= 255);
     const std::uint64_t memory = size > 11 ? data[11] * std::uint64_t{1} << data[10] % 32 : 0;
-    if (CheckMapPicture(found, memory) == HORIVO_OK) {
+    if (isJpeg && CheckMapPicture(found, memory) == HORIVO_OK) {
         Check(found.width >= 16 && found.height >= 16);
-        Check(std::uint64_t{3} * static_cast<unsigned>(found.width) *
-                  static_cast<unsigned>(found.height) <=
-              memory);
+        Check(std::uint64_t{3} * unsigned(found.width) * unsigned(found.height) <= memory);
     }
     return 0;
 }

@@ -2,37 +2,39 @@
 
 namespace {
 
-void* Swap(void** slot, void* replacement) {
-    DWORD protection = 0;
-    VirtualProtect(slot, sizeof *slot, PAGE_READWRITE, &protection);
-    void* before = std::exchange(*slot, replacement);
-    VirtualProtect(slot, sizeof *slot, protection, &protection);
-    return before;
+/// What lies at an offset of a loaded module.
+template <class Record>
+const Record* InImage(HMODULE module, DWORD offset) {
+    return reinterpret_cast<const Record*>(reinterpret_cast<const std::byte*>(module) + offset);
 }
 
-}  // namespace
-
-DWORD ImageDirectory(HMODULE module, int entry) {
-    const LONG header = InImage<IMAGE_DOS_HEADER>(module, 0)->e_lfanew;
-    const auto* headers = InImage<IMAGE_NT_HEADERS64>(module, static_cast<DWORD>(header));
-    return headers->OptionalHeader.DataDirectory[entry].VirtualAddress;
-}
-
-const IMAGE_IMPORT_DESCRIPTOR* FirstImport(HMODULE module) {
-    return InImage<IMAGE_IMPORT_DESCRIPTOR>(module,
-                                            ImageDirectory(module, IMAGE_DIRECTORY_ENTRY_IMPORT));
-}
-
-void* ReplaceImport(HMODULE module, std::string_view function, void* replacement) {
-    for (const auto* import = FirstImport(module); import->Name != 0; ++import) {
+/// The place where a module keeps the address of an imported function; null when there is none.
+void** FindSlot(HMODULE module, std::string_view function) {
+    const auto header = static_cast<DWORD>(InImage<IMAGE_DOS_HEADER>(module, 0)->e_lfanew);
+    const auto& directories =
+        InImage<IMAGE_NT_HEADERS64>(module, header)->OptionalHeader.DataDirectory;
+    const DWORD imports = directories[IMAGE_DIRECTORY_ENTRY_IMPORT].VirtualAddress;
+    const auto* import = InImage<IMAGE_IMPORT_DESCRIPTOR>(module, imports);
+    for (; import->Name != 0; ++import) {
         const auto* name = InImage<IMAGE_THUNK_DATA64>(module, import->OriginalFirstThunk);
         auto* slot = const_cast<void**>(InImage<void*>(module, import->FirstThunk));
         for (; name->u1.AddressOfData != 0; ++name, ++slot) {
             if (IMAGE_SNAP_BY_ORDINAL64(name->u1.Ordinal)) continue;
             const auto at = static_cast<DWORD>(name->u1.AddressOfData);
-            if (function == InImage<IMAGE_IMPORT_BY_NAME>(module, at)->Name)
-                return Swap(slot, replacement);
+            if (function == InImage<IMAGE_IMPORT_BY_NAME>(module, at)->Name) return slot;
         }
     }
     return nullptr;
+}
+
+}  // namespace
+
+void* ReplaceImport(HMODULE module, std::string_view function, void* replacement) {
+    void** const slot = FindSlot(module, function);
+    if (slot == nullptr) return nullptr;
+    DWORD protection = 0;
+    VirtualProtect(slot, sizeof *slot, PAGE_READWRITE, &protection);
+    void* const before = std::exchange(*slot, replacement);
+    VirtualProtect(slot, sizeof *slot, protection, &protection);
+    return before;
 }

@@ -6,8 +6,10 @@
 #include <atomic>
 #include <cstddef>
 #include <functional>
+#include <string>
 #include <string_view>
 #include <utility>
+#include <vector>
 
 #include "base/windows_types.h"
 
@@ -24,19 +26,15 @@ struct FunctionName {
 /// not import it.
 void* ReplaceImport(HMODULE module, std::string_view function, void* replacement);
 
-/// What lies at an offset of a loaded module.
-template <class Record>
-const Record* InImage(HMODULE module, DWORD offset) {
-    return reinterpret_cast<const Record*>(reinterpret_cast<const std::byte*>(module) + offset);
-}
-/// Where in a loaded module what its header calls IMAGE_DIRECTORY_ENTRY_... begins; 0 when nowhere.
-DWORD ImageDirectory(HMODULE module, int entry);
-/// The first of the libraries that a module needs; one without a name follows the last.
-const IMAGE_IMPORT_DESCRIPTOR* FirstImport(HMODULE module);
+/// Whether a module that a test knew is still there: it may have unloaded it.
+inline bool IsLoaded(HMODULE module) { return GetModuleHandleW(L"horivo_map.dll") == module; }
+/// Fails the test when the module turned out not to import the function: whatever the test says
+/// about its calls would hold for nothing.
+void ExpectImported(std::string_view function, bool imported);
 
-/// Answers an imported function of a module in place of the real one, for as long as this lives.
-/// One object at a time for a name and an owner; those of several owners stack, last in first out.
-/// The answer runs on the thread that calls.
+/// Answers an imported function of a module in place of the real one, for as long as this lives;
+/// the test fails when the module does not import it. One object at a time for a name and an owner;
+/// those of several owners stack, last in first out. The answer runs on the thread that calls.
 template <FunctionName Name, class Signature, class Owner = void>
 class FakedImport;
 
@@ -50,13 +48,14 @@ public:
         calls_ = 0;
         real_ = reinterpret_cast<Function*>(
             ReplaceImport(module, Name.View(), reinterpret_cast<void*>(&Call)));
+        ExpectImported(Name.View(), real_ != nullptr);
     }
     /// Only counts the calls.
     explicit FakedImport(HMODULE module) : FakedImport(module, Real) {}
     FakedImport(const FakedImport&) = delete;
     FakedImport& operator=(const FakedImport&) = delete;
     ~FakedImport() {
-        if (real_ != nullptr && IsLoaded())
+        if (real_ != nullptr && IsLoaded(module_))
             ReplaceImport(module_, Name.View(), reinterpret_cast<void*>(real_));
     }
 
@@ -70,14 +69,6 @@ private:
     static Result WINAPI Call(Arguments... arguments) {
         ++calls_;
         return answer_(arguments...);
-    }
-
-    /// A test may have unloaded the module meanwhile.
-    bool IsLoaded() const {
-        HMODULE found = nullptr;
-        return GetModuleHandleExW(GET_MODULE_HANDLE_EX_FLAG_FROM_ADDRESS |
-                                      GET_MODULE_HANDLE_EX_FLAG_UNCHANGED_REFCOUNT,
-                                  reinterpret_cast<LPCWSTR>(module_), &found) != FALSE;
     }
 
     static inline Answer answer_;

@@ -1,22 +1,25 @@
 #pragma once
 // Pictures for tests, made and read with GDI+ itself.
 
-#include <cstdint>
 #include <filesystem>
 #include <vector>
+
+#include "image/gdiplus_win.h"
 
 /// A decoded picture: rows from the top, bytes R, G, B, no padding.
 struct RgbPicture {
     int width = 0;
     int height = 0;
-    std::vector<std::uint8_t> pixels;
+    std::vector<unsigned char> pixels;
 };
 
-/// Writes a colourful pattern that is different everywhere as a JPEG file.
-void SavePatternJpeg(const std::filesystem::path& path, int width, int height, int quality);
-
-/// Writes a PNG of a GDI+ pixel format that is clear but for its first pixel: R 10, G 20, B 30.
-void SaveMarkedPng(const std::filesystem::path& path, int width, int height, int format);
+/// Writes a pattern whose red grows from 0 to 255 downward and its green to the right, as a PNG or
+/// a JPEG file by the name. @param format  of GDI+
+void SavePattern(const std::filesystem::path& path, int width, int height, int format,
+                 ULONG quality = 100);
+inline void SavePatternJpeg(const std::filesystem::path& path, int width, int height, int quality) {
+    SavePattern(path, width, height, PixelFormat24bppRGB, static_cast<ULONG>(quality));
+}
 
 /// Decodes a file; empty when it cannot be read.
 RgbPicture DecodePicture(const std::filesystem::path& path);

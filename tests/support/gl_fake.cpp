@@ -1,7 +1,5 @@
 #include "support/gl_fake.h"
 
-#include <cstddef>
-#include <cstdint>
 #include <numeric>
 
 GlState& Gl() {
@@ -11,14 +9,8 @@ GlState& Gl() {
 
 namespace {
 
-void Execute(const GlCommand& command) {
-    if (command.calledList == 0) return Gl().spheres.push_back(command.radius);
-    for (const GlCommand& recorded : Gl().lists[command.calledList]) Execute(recorded);
-}
-
-void Issue(const GlCommand& command) {
-    if (Gl().openList == 0) return Execute(command);
-    Gl().lists[Gl().openList].push_back(command);
+void Send(std::initializer_list<double> numbers) {
+    Gl().sent.insert(Gl().sent.end(), numbers.begin(), numbers.end());
 }
 
 }  // namespace
@@ -28,34 +20,34 @@ void glNewList(GLuint list, GLenum) {
     Gl().openList = list;
     Gl().lists[list].clear();
 }
-
 void glEndList() {
     Gl().openList = 0;
     if (++Gl().newLists == Gl().failingList) Gl().errors.push_back(GL_OUT_OF_MEMORY);
 }
-
-void glCallList(GLuint list) { Issue({list, 0.0}); }
-
+void gluSphere(GLUquadric*, GLdouble radius, GLint, GLint) {
+    (Gl().openList == 0 ? Gl().spheres : Gl().lists[Gl().openList]).push_back(radius);
+}
+void glCallList(GLuint list) {
+    for (const double radius : Gl().lists[list]) gluSphere(nullptr, radius, 0, 0);
+}
 void glDeleteLists(GLuint first, GLsizei count) {
     for (GLsizei i = 0; i < count; ++i) Gl().lists.erase(first + static_cast<GLuint>(i));
 }
 
-GLUquadric* gluNewQuadric() {
-    static char quadric = 0;
-    return ++Gl().quadrics == Gl().failingQuadric ? nullptr
-                                                  : reinterpret_cast<GLUquadric*>(&quadric);
-}
-
+GLUquadric* gluNewQuadric() { return reinterpret_cast<GLUquadric*>(&Gl()); }
 void gluDeleteQuadric(GLUquadric*) {}
-
-void gluSphere(GLUquadric*, GLdouble radius, GLint, GLint) { Issue({0, radius}); }
 
 void glPushMatrix() { ++Gl().matrixDepth; }
 void glPopMatrix() { --Gl().matrixDepth; }
 
+void glBindTexture(GLenum, GLuint name) { Send({double(name)}); }
+void glTexCoord2d(GLdouble s, GLdouble t) { Send({s, t}); }
+void glVertex3f(GLfloat x, GLfloat y, GLfloat z) { Send({x, y, z}); }
+void glRasterPos3f(GLfloat x, GLfloat y, GLfloat) { Send({x, y}); }
+void glLightfv(GLenum, GLenum, const GLfloat* values) { Send({values[0], values[1], values[2]}); }
+
 GLenum glGetError() {
-    ++Gl().errorsAsked;
-    if (Gl().errors.empty()) return Gl().steadyError;
+    if (Gl().errors.empty()) return GL_NO_ERROR;
     const GLenum error = Gl().errors.front();
     Gl().errors.pop_front();
     return error;
@@ -68,11 +60,9 @@ void glGenTextures(GLsizei count, GLuint* names) {
         names[i] = next;
     }
 }
-
 void glDeleteTextures(GLsizei count, const GLuint* names) {
     for (GLsizei i = 0; i < count; ++i) Gl().textures.erase(names[i]);
 }
-
 void glTexImage2D(GLenum, GLint, GLint, GLsizei width, GLsizei height, GLint, GLenum format, GLenum,
                   const GLvoid* pixels) {
     // Reads exactly the bytes that OpenGL would read, so that the sanitizer sees short buffers.

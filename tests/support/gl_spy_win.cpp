@@ -1,25 +1,28 @@
 #include "support/gl_spy_win.h"
 
-#include <sstream>
+#include <algorithm>
+#include <iterator>
 #include <type_traits>
+#include <utility>
 
 #include "support/faked_import_win.h"
-#include "support/gl_listing_win.h"
 
 namespace {
 
 constexpr int kVectorLength = 4;  // all float arrays that the DLL hands to GL are colours or points
 
-/// An argument of a call, as GlCall writes it.
 template <class Argument>
-void AppendArgument(std::string& line, Argument argument) {
-    if constexpr (std::is_arithmetic_v<Argument>) {
-        gl_listing_detail::Append(line, argument);
-    } else if constexpr (std::is_same_v<Argument, const GLfloat*>) {
-        for (int i = 0; i < kVectorLength; ++i) gl_listing_detail::Append(line, argument[i]);
-    } else {
-        gl_listing_detail::Append(line, GlAddress{});
-    }
+void Append(std::vector<double>& numbers, Argument argument) {
+    if constexpr (std::is_arithmetic_v<Argument>) numbers.push_back(argument);
+    if constexpr (std::is_same_v<Argument, const GLfloat*>)
+        numbers.insert(numbers.end(), argument, argument + kVectorLength);
+}
+
+template <class... Arguments>
+void Record(std::string_view name, Arguments... arguments) {
+    if (!SpiedGl().keepCalls) return;
+    GlCall& call = SpiedGl().calls.emplace_back(GlCall{name, {}});
+    (Append(call.numbers, arguments), ...);
 }
 
 /// The function behind a spy.
@@ -29,11 +32,7 @@ Function* real = nullptr;
 /// The spy on most functions: records, then calls the real one.
 template <FunctionName Name, class Result, class... Arguments>
 Result APIENTRY Spy(Arguments... arguments) {
-    if (SpiedGl().keepCalls) {
-        std::string line(Name.View());
-        (AppendArgument(line, arguments), ...);
-        SpiedGl().calls.push_back(std::move(line));
-    }
+    Record(Name.View(), arguments...);
     return real<Name, Result(Arguments...)>(arguments...);
 }
 
@@ -41,9 +40,8 @@ template <FunctionName Name, class Result, class... Arguments>
 void Install(HMODULE module, Result(APIENTRY*)(Arguments...),
              Result(APIENTRY* spy)(Arguments...) = &Spy<Name, Result, Arguments...>) {
     void* before = ReplaceImport(module, Name.View(), reinterpret_cast<void*>(spy));
-    if (before != nullptr)
-        real<Name, Result(Arguments...)> =
-            reinterpret_cast<Result(APIENTRY*)(Arguments...)>(before);
+    ExpectImported(Name.View(), before != nullptr);
+    real<Name, Result(Arguments...)> = reinterpret_cast<Result(APIENTRY*)(Arguments...)>(before);
 }
 
 template <FunctionName... Names, class... Functions>
@@ -57,39 +55,23 @@ void APIENTRY SpyTexImage2D(GLenum target, GLint level, GLint internalFormat, GL
                             GLsizei height, GLint border, GLenum format, GLenum type,
                             const GLvoid* pixels) {
     SpiedUpload upload{internalFormat, width, height, border, format, {}};
-    if (SpiedGl().keepPixels && pixels != nullptr) {
-        const std::size_t size = static_cast<std::size_t>(width) *
-                                 static_cast<std::size_t>(height) * (format == GL_RGBA ? 4U : 3U);
-        const auto* bytes = static_cast<const unsigned char*>(pixels);
-        upload.pixels.assign(bytes, bytes + size);
-    }
+    const auto* bytes = static_cast<const unsigned char*>(pixels);
+    if (SpiedGl().keepPixels && pixels != nullptr)
+        upload.pixels.assign(bytes, bytes + width * height * (format == GL_RGBA ? 4 : 3));
     SpiedGl().uploads.push_back(std::move(upload));
-    if (SpiedGl().keepCalls) SpiedGl().calls.push_back("glTexImage2D");
+    Record("glTexImage2D", target, level, internalFormat, width, height, border, format, type);
     const GLsizei limit = SpiedGl().refuseAbove;
-    if (limit > 0 && (width > limit || height > limit)) {
-        refused = true;
-        return;
-    }
+    refused = limit > 0 && std::max(width, height) > limit;
+    if (refused) return;
     real<"glTexImage2D", decltype(glTexImage2D)>(target, level, internalFormat, width, height,
                                                  border, format, type, pixels);
 }
 
 void APIENTRY SpyCallLists(GLsizei count, GLenum type, const GLvoid* names) {
-    GlSpyRecord& record = SpiedGl();
-    if (record.keepCalls) {
-        record.calls.push_back("glCallLists " + std::to_string(count) + ' ' + std::to_string(type) +
-                               " *");
-    }
-    if (record.keepTexts && count > 0 && type == GL_UNSIGNED_BYTE)
-        record.texts.emplace_back(static_cast<const char*>(names), static_cast<std::size_t>(count));
+    Record("glCallLists", count, type);
+    if (SpiedGl().keepTexts)
+        SpiedGl().texts.emplace_back(static_cast<const char*>(names), static_cast<GLuint>(count));
     real<"glCallLists", decltype(glCallLists)>(count, type, names);
-}
-
-const GLubyte* APIENTRY SpyGetString(GLenum name) {
-    const std::string& renderer = SpiedGl().renderer;
-    if (name == GL_RENDERER && !renderer.empty())
-        return reinterpret_cast<const GLubyte*>(renderer.c_str());
-    return real<"glGetString", decltype(glGetString)>(name);
 }
 
 void APIENTRY SpyGetIntegerv(GLenum name, GLint* value) {
@@ -99,9 +81,8 @@ void APIENTRY SpyGetIntegerv(GLenum name, GLint* value) {
 }
 
 GLenum APIENTRY SpyGetError() {
-    if (!refused) return real<"glGetError", decltype(glGetError)>();
-    refused = false;
-    return GL_OUT_OF_MEMORY;
+    const bool outOfMemory = std::exchange(refused, false);
+    return outOfMemory ? GL_OUT_OF_MEMORY : real<"glGetError", decltype(glGetError)>();
 }
 
 BOOL WINAPI SpySwapBuffers(HDC dc) {
@@ -109,16 +90,14 @@ BOOL WINAPI SpySwapBuffers(HDC dc) {
     ++record.frames;
     if (record.keepFrame) {
         GLint viewport[4] = {};
-        real<"glGetIntegerv", decltype(glGetIntegerv)>(GL_VIEWPORT, viewport);
-        record.frame.width = viewport[2];
-        record.frame.height = viewport[3];
-        record.frame.pixels.resize(3U * static_cast<std::size_t>(viewport[2]) *
-                                   static_cast<std::size_t>(viewport[3]));
+        glGetIntegerv(GL_VIEWPORT, viewport);
+        const auto [x, y, width, height] = viewport;
+        record.frame = {width, height, {}};
+        record.frame.pixels.resize(3U * static_cast<std::size_t>(width * height));
         glPixelStorei(GL_PACK_ALIGNMENT, 1);
-        glReadPixels(0, 0, viewport[2], viewport[3], GL_RGB, GL_UNSIGNED_BYTE,
-                     record.frame.pixels.data());
+        glReadPixels(x, y, width, height, GL_RGB, GL_UNSIGNED_BYTE, record.frame.pixels.data());
     }
-    if (record.keepCalls) record.calls.emplace_back("SwapBuffers");
+    Record("SwapBuffers");
     return real<"SwapBuffers", decltype(SwapBuffers)>(dc);
 }
 
@@ -133,7 +112,6 @@ void SpyOnGl(HMODULE module) {
     Install<"SwapBuffers">(module, SwapBuffers, SpySwapBuffers);
     Install<"glTexImage2D">(module, glTexImage2D, SpyTexImage2D);
     Install<"glCallLists">(module, glCallLists, SpyCallLists);
-    Install<"glGetString">(module, glGetString, SpyGetString);
     Install<"glGetIntegerv">(module, glGetIntegerv, SpyGetIntegerv);
     Install<"glGetError">(module, glGetError, SpyGetError);
     InstallAll<"glBegin", "glBindTexture", "glBlendFunc", "glCallList", "glClear", "glClearColor",
@@ -158,19 +136,9 @@ void SpyOnGl(HMODULE module) {
         gluQuadricDrawStyle, gluSphere);
 }
 
-std::vector<std::string> SpiedCalls(const std::string& function) {
-    std::vector<std::string> found;
-    for (const std::string& call : SpiedGl().calls) {
-        if (call == function || call.starts_with(function + " ")) found.push_back(call);
-    }
+std::vector<GlCall> SpiedCalls(std::string_view function) {
+    std::vector<GlCall> found;
+    std::ranges::copy_if(SpiedGl().calls, std::back_inserter(found),
+                         [=](const GlCall& call) { return call.name == function; });
     return found;
-}
-
-std::vector<double> SpiedNumbers(const std::string& call) {
-    std::istringstream words(call);
-    std::string word;
-    words >> word;
-    std::vector<double> numbers;
-    for (double number = 0; words >> number;) numbers.push_back(number);
-    return numbers;
 }

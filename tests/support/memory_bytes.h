@@ -1,17 +1,14 @@
 #pragma once
 
-#include <cstddef>
-#include <cstdint>
 #include <cstring>
 #include <span>
 
 #include "image/jpeg_header.h"
 
-/// A file in memory that a header walk reads; after `skipsLeft` moves it cannot move any more.
+/// A file in memory that a header walk reads.
 class MemoryBytes final : public ByteSource {
 public:
-    explicit MemoryBytes(std::span<const std::uint8_t> bytes, int skipsLeft = 1 << 20)
-        : bytes_(bytes), skipsLeft_(skipsLeft) {}
+    explicit MemoryBytes(std::span<const std::uint8_t> bytes) : bytes_(bytes) {}
     bool Read(void* out, std::size_t size) noexcept override {
         ++reads;
         if (position_ > bytes_.size() || bytes_.size() - position_ < size) return false;
@@ -21,13 +18,12 @@ public:
     }
     bool Skip(std::int32_t offset) noexcept override {
         position_ += static_cast<std::size_t>(static_cast<std::ptrdiff_t>(offset));
-        return skipsLeft_-- > 0;
+        return true;
     }
 
     std::size_t reads = 0;
 
 private:
     std::span<const std::uint8_t> bytes_;
-    int skipsLeft_;
     std::size_t position_ = 0;
 };

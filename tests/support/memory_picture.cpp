@@ -2,18 +2,6 @@
 
 #include <cstring>
 #include <random>
-#include <utility>
-
-namespace {
-
-constexpr std::size_t kPadding = 5;  // bytes behind each row: a stride is not the row's length
-constexpr std::uint8_t kPaddingByte = 0xEE;
-
-int livePictures = 0;
-int liveLocks = 0;
-int conversions = 0;
-
-}  // namespace
 
 std::int32_t BytesPerPixel(std::int32_t format) { return ((format >> 8) & 0xFF) / 8; }
 
@@ -28,35 +16,22 @@ MemoryImage NoiseImage(std::int32_t width, std::int32_t height, std::int32_t for
     return image;
 }
 
-MemoryPicture::~MemoryPicture() { --livePictures; }
-int MemoryPicture::LiveCount() noexcept { return livePictures; }
-int MemoryPicture::LockCount() noexcept { return liveLocks; }
-int MemoryPicture::ConversionCount() noexcept { return conversions; }
-
-MemoryPicture::MemoryPicture(MemoryImage image) : image_(std::move(image)) {
-    ++livePictures;
-    if (!image_.lockable) return;  // nobody will see its rows
-    const auto rowBytes = static_cast<std::size_t>(image_.width * BytesPerPixel(image_.format));
-    const auto rowCount = static_cast<std::size_t>(image_.height);
-    const std::size_t stride = rowBytes + kPadding;
-    rows_.assign(stride * rowCount, kPaddingByte);
-    for (std::size_t row = 0; row < rowCount; ++row) {
-        const std::size_t place = image_.bottomUp ? rowCount - 1 - row : row;
-        std::memcpy(&rows_[place * stride], &image_.bytes[row * rowBytes], rowBytes);
-    }
+MemoryPicture::MemoryPicture(MemoryImage file) : image(std::move(file)) {
+    ++live;
+    if (!image.lockable) return;         // nobody will see its rows
+    constexpr std::size_t kPadding = 5;  // bytes behind each row: a stride is not a row's length
+    const auto rowBytes = static_cast<std::size_t>(image.width * BytesPerPixel(image.format));
+    const auto rowCount = static_cast<std::size_t>(image.height);
+    rows_.assign((rowBytes + kPadding) * rowCount, 0xEE);
+    for (std::size_t row = 0; row < rowCount; ++row)
+        std::memcpy(&rows_[row * (rowBytes + kPadding)], &image.bytes[row * rowBytes], rowBytes);
 }
 
 PixelRows MemoryPicture::LockForReading() {
-    if (!image_.lockable) return {};
-    ++liveLocks;
-    const auto rowCount = static_cast<std::size_t>(image_.height);
-    const std::size_t stride = rows_.size() / rowCount;
-    const auto step = static_cast<std::ptrdiff_t>(stride);
-    if (image_.bottomUp) return {&rows_[(rowCount - 1) * stride], -step};
-    return {rows_.data(), step};
+    if (!image.lockable) return {};
+    ++locks;
+    return {rows_.data(), std::ssize(rows_) / image.height};
 }
-
-void MemoryPicture::Unlock() noexcept { --liveLocks; }
 
 std::map<std::wstring, MemoryImage>& PictureFiles() {
     static std::map<std::wstring, MemoryImage> files;
@@ -73,8 +48,7 @@ std::unique_ptr<Picture> OpenPicture(const std::wstring& path) {
 
 std::unique_ptr<Picture> ConvertPicture(std::unique_ptr<Picture> picture, std::int32_t format) {
     if (picture == nullptr || picture->GetPixelFormat() == format) return picture;
-    const MemoryImage& source = dynamic_cast<MemoryPicture&>(*picture).Image();
-    ++conversions;
+    const MemoryImage& source = dynamic_cast<MemoryPicture&>(*picture).image;
     if (!source.convertible || format != kPixelFormat24bppRgb) return nullptr;
     MemoryImage target = source;
     target.format = format;
@@ -86,4 +60,22 @@ std::unique_ptr<Picture> ConvertPicture(std::unique_ptr<Picture> picture, std::i
     return std::make_unique<MemoryPicture>(std::move(target));
 }
 
-bool EncodeJpeg(const PixelBlock&, const std::wstring&, int) { return true; }
+bool EncodeJpeg(const PixelBlock& block, const std::wstring& path, int) {
+    MemoryImage& image = PictureFiles()[path] = {};
+    for (std::int32_t row = 0; row < block.height; ++row) {
+        const std::uint8_t* const bytes = block.firstRow + std::ptrdiff_t{row} * block.stride;
+        image.bytes.insert(image.bytes.end(), bytes, bytes + block.width * block.bytesPerPixel);
+    }
+    return true;
+}
+
+int LoadImage(CJpegTexture& texture, const MemoryImage& image, int maxWidth, int maxHeight) {
+    return texture.Load(std::make_unique<MemoryPicture>(image), maxWidth, maxHeight);
+}
+
+std::vector<int> Bytes(const CJpegTexture& texture) {
+    if (texture.GetPixels() == nullptr) return {};
+    const std::ptrdiff_t rows = texture.GetBufferHeight();
+    const std::ptrdiff_t rowBytes = texture.GetBufferWidth() * texture.GetBytesPerPixel();
+    return {texture.GetPixels(), texture.GetPixels() + rows * rowBytes};
+}

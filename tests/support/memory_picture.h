@@ -2,11 +2,11 @@
 // Pictures in memory for the portable tests, in place of GDI+. The fakes of OpenPicture,
 // ConvertPicture and EncodeJpeg use PictureFiles().
 
-#include <cstdint>
+#include <limits>
 #include <map>
-#include <string>
 #include <vector>
 
+#include "image/jpeg_texture.h"
 #include "image/picture.h"
 
 inline constexpr std::int32_t kPixelFormat8bppIndexed = 0x30803;  ///< here: grey
@@ -20,7 +20,6 @@ struct MemoryImage {
     bool readable = true;
     bool lockable = true;
     bool convertible = true;
-    bool bottomUp = false;  ///< locked rows lie the other way round: the stride is negative
 };
 
 std::int32_t BytesPerPixel(std::int32_t format);
@@ -32,28 +31,37 @@ MemoryImage NoiseImage(std::int32_t width, std::int32_t height,
 class MemoryPicture final : public Picture {
 public:
     explicit MemoryPicture(MemoryImage image);
-    MemoryPicture(const MemoryPicture&) = delete;
-    MemoryPicture& operator=(const MemoryPicture&) = delete;
-    ~MemoryPicture() override;
+    ~MemoryPicture() override { --live; }
 
-    bool IsOk() const noexcept override { return image_.readable; }
-    std::int32_t GetWidth() const noexcept override { return image_.width; }
-    std::int32_t GetHeight() const noexcept override { return image_.height; }
-    std::int32_t GetPixelFormat() const noexcept override { return image_.format; }
+    bool IsOk() const noexcept override { return image.readable; }
+    std::int32_t GetWidth() const noexcept override { return image.width; }
+    std::int32_t GetHeight() const noexcept override { return image.height; }
+    std::int32_t GetPixelFormat() const noexcept override { return image.format; }
     PixelRows LockForReading() override;
-    void Unlock() noexcept override;
+    void Unlock() noexcept override { --locks; }
 
-    const MemoryImage& Image() const noexcept { return image_; }
-    /// Pictures that exist, and locks that have not been given back.
-    static int LiveCount() noexcept;
-    static int LockCount() noexcept;
-    /// Pictures that were converted so far.
-    static int ConversionCount() noexcept;
+    static inline int live = 0;   ///< pictures that exist
+    static inline int locks = 0;  ///< locks that were not given back
+    const MemoryImage image;
 
 private:
-    MemoryImage image_;
     std::vector<std::uint8_t> rows_;  ///< as locked: with padding behind each row
 };
 
 /// By path.
 std::map<std::wstring, MemoryImage>& PictureFiles();
+
+int LoadImage(CJpegTexture& texture, const MemoryImage& image, int maxWidth = 0, int maxHeight = 0);
+
+/// The whole buffer; empty without pixels.
+std::vector<int> Bytes(const CJpegTexture& texture);
+
+inline constexpr std::int32_t kHugeSide = std::numeric_limits<std::int32_t>::max();
+
+/// A texture class whose sizes a test may claim, to ask for more memory than there is.
+template <class Texture>
+struct Claimed : Texture {
+    void ClaimBuffer(std::int32_t width, std::int32_t height) {
+        this->SetSizes({width, height, width, height});
+    }
+};

@@ -1,7 +1,6 @@
 #pragma once
 // The box filter written down plainly, as the reference for the fast one.
 
-#include <cstddef>
 #include <cstdint>
 #include <utility>
 #include <vector>
@@ -19,10 +18,8 @@ inline void PlainLine(const std::uint8_t* source, std::uint8_t* target, std::ptr
         ++count;
         const std::ptrdiff_t next = (i + 1) * to / from;
         if (next == std::exchange(box, next)) continue;
-        for (int c = 0; c < 3; ++c) {
-            target[c] = static_cast<std::uint8_t>(sums[c] / count);
-            sums[c] = 0;
-        }
+        for (int c = 0; c < 3; ++c)
+            target[c] = static_cast<std::uint8_t>(std::exchange(sums[c], 0) / count);
         count = 0;
         target += targetStep;
     }
@@ -33,9 +30,8 @@ inline std::vector<std::uint8_t> PlainShrink(std::vector<std::uint8_t> block, st
                                              std::ptrdiff_t height, std::ptrdiff_t newWidth,
                                              std::ptrdiff_t newHeight) {
     std::uint8_t* const pixels = block.data();
-    for (std::ptrdiff_t row = 0; row < height; ++row) {
+    for (std::ptrdiff_t row = 0; row < height; ++row)
         PlainLine(pixels + row * width * 3, pixels + row * newWidth * 3, width, newWidth, 3, 3);
-    }
     for (std::ptrdiff_t column = 0; column < newWidth; ++column) {
         std::uint8_t* const top = pixels + column * 3;
         PlainLine(top, top, height, newHeight, newWidth * 3, newWidth * 3);

@@ -4,17 +4,14 @@
 
 #include <gtest/gtest.h>
 
-#include <cstdlib>
 #include <fstream>
-#include <string>
-#include <vector>
+#include <sstream>
 
 struct Row {
     std::string why;
     std::vector<std::string> cells;
 
     const std::string& Text(std::size_t i) const { return cells.at(i); }
-    double Real(std::size_t i) const { return std::strtod(cells.at(i).c_str(), nullptr); }
     int Int(std::size_t i) const { return std::stoi(cells.at(i)); }
     std::uint64_t Big(std::size_t i) const { return std::stoull(cells.at(i)); }
 };
@@ -24,16 +21,10 @@ inline std::vector<Row> Table(const std::string& name) {
     std::vector<Row> rows;
     for (std::string line; std::getline(file, line);) {
         if (line.starts_with('#')) continue;
-        std::vector<std::string>* cells = nullptr;
-        for (std::size_t start = 0, end = 0; end != std::string::npos; start = end + 1) {
-            end = line.find('\t', start);
-            const std::string cell = line.substr(start, end - start);
-            if (cells == nullptr) {
-                cells = &rows.emplace_back(Row{cell, {}}).cells;
-            } else {
-                cells->push_back(cell);
-            }
-        }
+        std::istringstream cells(line + '\t');
+        Row& row = rows.emplace_back();
+        std::getline(cells, row.why, '\t');
+        for (std::string cell; std::getline(cells, cell, '\t');) row.cells.push_back(cell);
     }
     EXPECT_FALSE(rows.empty()) << "no table " << name;
     return rows;

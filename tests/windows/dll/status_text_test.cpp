@@ -3,183 +3,127 @@
 
 #include <atomic>
 
-#include "image/gdiplus_win.h"
-#include "support/faked_import_win.h"
-#include "support/gl_spy_win.h"
-#include "support/map_host_win.h"
+#include "support/map_play_win.h"
 
 namespace {
 
 using testing::Contains;
-using testing::ElementsAre;
 using testing::HasSubstr;
-using testing::StartsWith;
 
 /// A library whose pictures take as long as the test says.
-class StatusTextTest : public MapHostTest {
+class StatusTextTest : public MapPlay {
 protected:
-    StatusTextTest() {
-        SpiedGl().keepCalls = false;
-        SpiedGl().keepTexts = true;
-        PutPatternMap(64, 32);
-        Init();
-    }
-
-    /// A window that has its tiles and has measured itself.
-    HWND CreateMeasuredMap() {
-        SpiedGl().uploads.clear();
-        const HWND window = CreateMap();
-        EXPECT_TRUE(WaitForTiles());
-        PumpPending();
-        return window;
-    }
-    /// The texts of one picture.
-    static std::vector<std::string> TextsOf(HWND window) {
-        SpiedGl().texts.clear();
-        Paint(window);
-        return SpiedGl().texts;
-    }
-    /// The factors in the texts of all pictures since `texts` was emptied, each change once.
-    static std::vector<std::string> ShownFactors() {
-        std::vector<std::string> factors;
-        for (const std::string& text : SpiedGl().texts) {
-            if (!text.starts_with("per. factor: ")) continue;
-            const std::string factor = text.substr(13, text.find('%') - 13);
-            if (factors.empty() || factors.back() != factor) factors.push_back(factor);
-        }
-        return factors;
-    }
-
     DWORD frameMs = 50;  ///< between two looks at the clock; a picture takes two
-
-private:
-    DWORD now_ = 0;
-    FakedImport<"GetTickCount", decltype(GetTickCount)> clock_{library.module,
-                                                               [this] { return now_ += frameMs; }};
+    DWORD now = 0;
+    FakedImport<"GetTickCount", decltype(GetTickCount)> clock{library.module,
+                                                              [this] { return now += frameMs; }};
 };
 
 TEST_F(StatusTextTest, KeyFShowsHowLongThePaintingTook) {
-    const HWND window = CreateMeasuredMap();
-    EXPECT_THAT(TextsOf(window), ElementsAre(StartsWith("Lat "))) << "only the readout";
-    EXPECT_FALSE(GetUpdateRect(window, nullptr, FALSE));
-    Key(window, 'F');
-    const struct {
-        DWORD ms;
-        const char* text;
-    } cases[] = {{40, "25.0 FPS"}, {300, "3.3 FPS"}, {1, "1000.0 FPS"}, {0, "FPS N/A"}};
-    for (const auto& c : cases) {
-        frameMs = c.ms;
-        Paint(window);  // the picture that is measured
-        EXPECT_THAT(TextsOf(window), Contains(c.text));
-        EXPECT_TRUE(GetUpdateRect(window, nullptr, FALSE)) << "the rate is followed";
+    Play("open; labels none; no repaint; key f");
+    const std::pair<DWORD, const char*> cases[] = {
+        {40, "25.0 FPS"}, {300, "3.3 FPS"}, {1, "1000.0 FPS"}, {0, "FPS N/A"}};
+    for (const auto& [ms, text] : cases) {
+        frameMs = ms;
+        Play(std::string("paint; labels ") + text + "; repaint", "the rate is followed");
     }
-    Key(window, 'F');
-    EXPECT_THAT(TextsOf(window), ElementsAre(StartsWith("Lat ")));
-    EXPECT_FALSE(GetUpdateRect(window, nullptr, FALSE));
+    Play("key f; labels none; no repaint");
 }
 
-TEST_F(StatusTextTest, LoadingIsShownInRedWhileItRuns) {
-    using Open = FakedImport<"GdipCreateBitmapFromFile",
-                             decltype(Gdiplus::DllExports::GdipCreateBitmapFromFile)>;
-    std::atomic<bool> opening = false;
-    std::atomic<bool> goOn = false;
-    const Open slow(library.module, [&](const WCHAR* path, Gdiplus::GpBitmap** bitmap) {
-        if (std::filesystem::path(path) == MapPath()) {
-            opening = true;
-            while (!goOn) Sleep(1);
+TEST_F(StatusTextTest, LoadingAndSplittingAreShownInRedWhileTheyRun) {
+    using Allocate = FakedImport<"malloc", void*(std::size_t)>;
+    const DWORD windowThread = GetCurrentThreadId();
+    std::atomic<bool> splits = false;
+    std::atomic<bool> mayGo = false;
+    const Allocate slow(library.module, [&](std::size_t bytes) {
+        if (workers.started == 2 && GetCurrentThreadId() != windowThread) {
+            splits = true;
+            while (!mayGo) Sleep(1);
         }
-        return Open::Real(path, bitmap);
+        return Allocate::Real(bytes);
     });
-    SpiedGl().uploads.clear();
-    const HWND window = CreateMap();
-    EXPECT_TRUE(PumpUntil([&] { return opening.load(); }));
-    SpiedGl().keepCalls = true;
-    SpiedGl().calls.clear();
-    EXPECT_THAT(TextsOf(window), ElementsAre(StartsWith("Lat "), "Loading texture..."));
-    EXPECT_THAT(SpiedCalls("glColor3d"), ElementsAre("glColor3d 1 1 1", "glColor3d 1 0 0"));
-    SpiedGl().keepCalls = false;
-    goOn = true;
-    EXPECT_TRUE(WaitForTiles());
-    PumpPending();
-    EXPECT_THAT(TextsOf(window), ElementsAre(StartsWith("Lat ")));
+    Play("cities; hold decode; create a; held; labels Loading texture...; go");
+    EXPECT_TRUE(PumpUntil([&] { return splits.load(); }));
+    Play("labels Rescaling and splitting textures...");
+    EXPECT_EQ(Look().texts.back().colour, (SeenColour{1.0, 0.0, 0.0, 1.0}));
+    mayGo = true;
+    Play("settle; labels none");
 }
 
 TEST_F(StatusTextTest, SlowPicturesLowerTheDetailStepByStep) {
-    const FakedImport<"CreateThread", decltype(CreateThread)> threads(library.module);
-    const struct {
-        DWORD ms;
-        int loads;
-        std::vector<std::string> factors;
-    } cases[] = {
-        {100, 1, {"100"}},  // exactly 10 a second are enough
-        {150, 4, {"100", "200", "400", "800"}},
-    };
-    for (const auto& c : cases) {
-        frameMs = c.ms;
-        library.FreeMap();  // the picture is loaded anew
-        Init();
-        SpiedGl().uploads.clear();
-        SpiedGl().texts.clear();
-        const int before = threads.Calls();
-        const HWND window = CreateMap();
-        Key(window, 'I');
-        ASSERT_TRUE(WaitForTiles(static_cast<std::size_t>(c.loads) * 8)) << "each step loads anew";
-        PumpPending();
-        EXPECT_EQ(ShownFactors(), c.factors);
-        EXPECT_EQ(threads.Calls() - before, c.loads * 2) << "a load and a split a step";
-        EXPECT_FALSE(GetUpdateRect(window, nullptr, FALSE)) << "nothing is measured any more";
-        // One picture to warm up, three that count.
-        for (const char* step : {", test 0/3", ", test 1/3", ", test 2/3"})
-            EXPECT_THAT(SpiedGl().texts, Contains(HasSubstr(step)));
-        EXPECT_THAT(TextsOf(window), testing::Not(Contains(HasSubstr(", test "))));
-        Key(window, 'I');
-        DestroyWindow(window);
+    // Ten pictures a second are enough.
+    for (const auto& [ms, loads, factor] : {std::tuple(100UL, 1, " 100%"), {150UL, 4, " 800%"}}) {
+        frameMs = ms;
+        PutSettings("lag_factor=1\r\n");
+        Play("close");
+        library.FreeMap();
+        Play("cities; tiles any; create a; settle; no repaint; key i");
+        EXPECT_THAT(Labels(), Contains(HasSubstr(factor)));
+        Play("key i; tiles " + std::to_string(loads), "each step loads anew");
     }
 }
 
 TEST_F(StatusTextTest, SettingsReachTheWindow) {
-    const struct {
-        const char* settings;
-        const char* line;
-        GLint textureSize = 128;  ///< what GL answers
-    } cases[] = {
-        {"lag_factor=2\r\n", "per. factor: 200%, atmo layers: 5, slices: 180, stacks 90,"},
-        {"texScalerX=0\r\n", "per. factor: 200%,"},  // a missing key keeps what is held
-        {"lag_factor=99\r\ntexScalerX=-9\r\n",
+    const std::tuple<const char*, GLint, GLint, const char*> cases[] = {
+        {"lag_factor=99\r\ntexScalerX=-9\r\ntexScalerY=0\r\ntex_compression=1\r\n", 128, 0x84ED,
          "per. factor: 800%, atmo layers: 1, slices: 36, stacks 30, "
          "texture size 16x32(max 512x256)"},
-        {"texScalerX=9\r\ntexScalerY=-9\r\n", "texture size 64x16(max 512x256)"},
-        {"lag_factor=-9\r\n", "per. factor: 50%, atmo layers: 20, slices: 180, stacks 120,"},
-        {"", "(max 512x256)", -1},  // GL does not answer: the size from before holds
+        {"tex_compression=0\r\n", 128, 3, "per. factor: 800%"},  // what is missing stays
+        {"", -1, 3, "(max 512x256)"},                            // OpenGL does not answer
     };
-    for (const auto& c : cases) {
-        SpiedGl().maxTextureSize = c.textureSize;
-        PutSettings(c.settings);
-        library.FreeMap();  // the picture is loaded anew
-        Init();
-        const HWND window = CreateMeasuredMap();
+    for (const auto& [settings, textureSize, format, line] : cases) {
+        SpiedGl().maxTextureSize = textureSize;
+        PutSettings(settings);
+        Play("close");
+        library.FreeMap();
+        Play("open; key i");
+        EXPECT_THAT(Labels(), Contains(HasSubstr(line)));
+        EXPECT_EQ(SpiedGl().uploads.back().internalFormat, format);
         Key(window, 'I');
-        EXPECT_THAT(TextsOf(window), Contains(HasSubstr(c.line))) << c.settings;
-        Key(window, 'I');
-        DestroyWindow(window);
     }
 }
 
-/// Windows hands out timers only when nothing needs painting.
-TEST_F(StatusTextTest, FlightGoesOnWhileTheFrameRateShows) {
-    const HWND window = CreateMeasuredMap();
-    Key(window, 'F');
-    const LPARAM offCentre = MAKELPARAM(250, 150);  // of 400 x 300, on the globe
-    SendMessageW(window, WM_LBUTTONDOWN, MK_LBUTTON, offCentre);
-    SendMessageW(window, WM_LBUTTONUP, 0, offCentre);
-    const FakedImport<"KillTimer", decltype(KillTimer)> landed(library.module);
-    const auto end = std::chrono::steady_clock::now() + kPatience;
-    while (landed.Calls() == 0 && std::chrono::steady_clock::now() < end) {
-        MSG message;
-        if (PeekMessageW(&message, nullptr, 0, 0, PM_REMOVE)) DispatchMessageW(&message);
+TEST_F(StatusTextTest, WordsAreDrawnAndStandApartByTheirSpacesInEveryLanguage) {
+    std::map<std::string, float> advances;
+    using CallLists = FakedImport<"glCallLists", decltype(glCallLists)>;
+    const CallLists measure(library.module, [&](GLsizei count, GLenum type, const GLvoid* codes) {
+        GLfloat from[4] = {};
+        GLfloat to[4] = {};
+        glGetFloatv(GL_CURRENT_RASTER_POSITION, from);
+        CallLists::Real(count, type, codes);
+        glGetFloatv(GL_CURRENT_RASTER_POSITION, to);
+        const std::string text(static_cast<const char*>(codes), static_cast<GLuint>(count));
+        advances[text] = to[0] - from[0];
+    });
+    std::wstring said;  // the code page of the user's language; nothing when Windows does not say
+    const FakedImport<"GetLocaleInfoW", decltype(GetLocaleInfoW)> locale(
+        library.module, [&](LCID, LCTYPE, wchar_t* text, int) {
+            text[said.copy(text, 9)] = L'\0';
+            return said.empty() ? 0 : static_cast<int>(said.size()) + 1;
+        });
+    LOGFONTW wanted = {};
+    using MakeFont = FakedImport<"CreateFontIndirectW", decltype(CreateFontIndirectW)>;
+    const MakeFont fonts(library.module, [&](const LOGFONTW* font) {
+        wanted = *font;
+        return MakeFont::Real(font);
+    });
+    for (const wchar_t* codePage : {L"1251", L"65001", L"x", L""}) {
+        said = codePage;
+        Play("close");
+        library.FreeMap();
+        Play("open; wheel 32767; key i; paint");
+        EXPECT_EQ(wanted.lfWidth, -8);
+        EXPECT_EQ(wanted.lfCharSet == RUSSIAN_CHARSET, said == L"1251");
+        for (const std::string text : {"Renderer: ", ", Version: "})
+            EXPECT_NEAR(advances[text], WidthOf(text), WidthOf(" ")) << text;
+        Key(window, 'I');
+        for (const GLenum stack : {GL_MODELVIEW_STACK_DEPTH, GL_PROJECTION_STACK_DEPTH}) {
+            GLint depth = 0;
+            glGetIntegerv(stack, &depth);
+            EXPECT_EQ(depth, 1) << "building the lists leaves no matrix behind";
+        }
+        EXPECT_EQ(glGetError(), GLenum{GL_NO_ERROR});
     }
-    EXPECT_EQ(landed.Calls(), 1) << "the flight never ended";
-    Key(window, 'F');
 }
 
 }  // namespace

@@ -1,11 +1,9 @@
 // The table of time zones, local times against the tz database, and hosts' own zones.
-
 #include <gtest/gtest.h>
 
+#include <chrono>
 #include <cstdio>
-#include <cwchar>
 #include <fstream>
-#include <map>
 #include <memory>
 #include <sstream>
 #include <string>
@@ -16,192 +14,126 @@
 
 namespace {
 
-/// The public number of a zone, 0 for none.
-std::uint32_t NumberOf(const std::string& windowsKey) {
-#define HORIVO_TEST_ZONE(number, key) {key, number},
-    static const std::map<std::string, std::uint32_t> numbers = {
-        HORIVO_TIME_ZONES(HORIVO_TEST_ZONE)};
-#undef HORIVO_TEST_ZONE
-    const auto found = numbers.find(windowsKey);
-    return found == numbers.end() ? 0 : found->second;
-}
+using Zone = DYNAMIC_TIME_ZONE_INFORMATION;
+using ReadZone =
+    FakedImport<"EnumDynamicTimeZoneInformation", decltype(EnumDynamicTimeZoneInformation)>;
 
-TEST(TimeZoneTable, EveryZoneOfTheSystemHasANumberAndFindsItself) {
-    // Hosts have stored these: a name put in between would move all that follow.
-    EXPECT_EQ(NumberOf("AUS Central Standard Time"), 1U);
-    EXPECT_EQ(NumberOf("Central Standard Time"), 30U);
-    EXPECT_EQ(NumberOf("Tokyo Standard Time"), 114U);
-    EXPECT_EQ(NumberOf("Yukon Standard Time"), 141U);
+#define HORIVO_TEST_KEY(number, key) L##key,
+constexpr const wchar_t* kKeys[] = {HORIVO_TIME_ZONES(HORIVO_TEST_KEY)};
+#undef HORIVO_TEST_KEY
+
+TEST(TimeZones, EveryOneOfTheSystemHasANumberAndFindsItself) {
+    // Hosts have stored the numbers: a name put in between would move all that follow.
+    EXPECT_STREQ(kKeys[0], L"AUS Central Standard Time");
+    EXPECT_STREQ(kKeys[140], L"Yukon Standard Time");
+    const ReadZone damagedFirst(GetModuleHandleW(nullptr), [](DWORD index, Zone* zone) -> DWORD {
+        return index == 0 ? ERROR_BADKEY : ReadZone::Real(index - 1, zone);
+    });
     const auto table = std::make_unique<TimeZoneTable>();
-    DYNAMIC_TIME_ZONE_INFORMATION zone;
+    Zone zone;
     DWORD count = 0;
-    for (; EnumDynamicTimeZoneInformation(count, &zone) == ERROR_SUCCESS; ++count) {
-        const std::wstring key = zone.TimeZoneKeyName;
-        const auto* found = table->Find(NumberOf(std::string(key.begin(), key.end())));
-        ASSERT_NE(found, nullptr) << count;
-        EXPECT_EQ(found->TimeZoneKeyName, key);
-        EXPECT_EQ(found->Bias, zone.Bias);
-        EXPECT_TRUE(table->Owns(found));
-    }
+    while (ReadZone::Real(count, &zone) == ERROR_SUCCESS) ++count;
     EXPECT_GE(count, 130U);
-    for (const std::uint32_t id : {0U, kTimeZoneCount + 1, 0xFFFFFFFFU})
-        EXPECT_EQ(table->Find(id), nullptr) << id;
-}
-
-/// Minutes since 1601 of a time of any zone.
-std::int64_t MinutesOf(const SYSTEMTIME& time) {
-    ULARGE_INTEGER ticks;
-    FILETIME file;
-    SystemTimeToFileTime(&time, &file);
-    ticks.LowPart = file.dwLowDateTime;
-    ticks.HighPart = file.dwHighDateTime;
-    return static_cast<std::int64_t>(ticks.QuadPart) / 600'000'000;
-}
-
-/// "2024-07-15T12:00", which sorts as time does.
-SYSTEMTIME InstantOf(const char* text) {
-    SYSTEMTIME t = {};
-    std::sscanf(text, "%4hu-%2hu-%2huT%2hu:%2hu", &t.wYear, &t.wMonth, &t.wDay, &t.wHour,
-                &t.wMinute);
-    return t;
-}
-
-class LocalTimeTest : public testing::Test {
-protected:
-    /// Minutes that `zone` is ahead of UTC; -9999 when there is no time.
-    int OffsetOf(const DYNAMIC_TIME_ZONE_INFORMATION& zone, const char* instant) {
-        const SYSTEMTIME utc = InstantOf(instant);
-        SYSTEMTIME local;
-        if (!UtcToZoneTime(utc, zone, *rules_, local)) return -9999;
-        return static_cast<int>(MinutesOf(local) - MinutesOf(utc));
+    for (std::uint32_t id = 1; id <= kTimeZoneCount; ++id) {
+        const Zone* found = table->Find(id);
+        if (found == nullptr) continue;
+        EXPECT_STREQ(found->TimeZoneKeyName, kKeys[id - 1]);
+        EXPECT_TRUE(table->Owns(found));
+        --count;
     }
-
-    const std::unique_ptr<ZoneRuleCache> rules_ = std::make_unique<ZoneRuleCache>();
-};
-
-TEST_F(LocalTimeTest, ZonesKeepTheTimeOfTheTzDatabase) {
-    const auto zones = std::make_unique<TimeZoneTable>();
-    int count = 0;
-    std::ifstream file(HORIVO_TEST_DATA "/zones_2022.tsv");
-    for (std::string line; std::getline(file, line);) {
-        if (line.starts_with('#')) continue;
-        std::istringstream row(line);
-        int january = 0;
-        int july = 0;
-        row >> january >> july >> std::ws;
-        for (std::string key; std::getline(row, key, ';'); ++count) {
-            const auto* zone = zones->Find(NumberOf(key));
-            ASSERT_NE(zone, nullptr) << key;
-            EXPECT_EQ(OffsetOf(*zone, "2022-01-15T12:00"), january) << key;
-            EXPECT_EQ(OffsetOf(*zone, "2022-07-15T12:00"), july) << key;
-        }
-    }
-    EXPECT_GT(count, 100);
+    EXPECT_EQ(count, 0U) << "zones of the system that cannot be found";
+    EXPECT_TRUE(table->Find(0) == nullptr && table->Find(kTimeZoneCount + 1) == nullptr);
+    EXPECT_FALSE(table->Owns(table->Find(1) - 1) || table->Owns(table->Find(1) + kTimeZoneCount));
 }
 
-TEST_F(LocalTimeTest, ChangesOfLawComeAtTheirMinute) {
-    const struct {
-        const char *key, *lastMinute, *change;
-        int before, after;
-    } cases[] = {
-        {"Russian Standard Time", "2014-10-25T21:59", "2014-10-25T22:00", 240, 180},
-        {"Turkey Standard Time", "2016-10-30T00:59", "2016-10-30T01:00", 180, 180},
-        {"Venezuela Standard Time", "2016-05-01T06:59", "2016-05-01T07:00", -270, -240},
-        {"North Korea Standard Time", "2018-05-04T14:59", "2018-05-04T15:00", 510, 540},
-        {"Sao Tome Standard Time", "2019-01-01T00:59", "2019-01-01T01:00", 60, 0},
-        {"E. South America Standard Time", "2018-11-04T02:59", "2018-11-04T03:00", -180, -120},
-        {"Sudan Standard Time", "2017-10-31T20:59", "2017-10-31T21:00", 180, 120},
-        {"Samoa Standard Time", "2021-04-03T13:59", "2021-04-03T14:00", 840, 780},
-        {"Lord Howe Standard Time", "2022-04-02T14:59", "2022-04-02T15:00", 660, 630},
-        {"South Sudan Standard Time", "2021-01-31T20:59", "2021-01-31T21:00", 180, 120},
-        {"Namibia Standard Time", "2017-09-03T00:59", "2017-09-03T01:00", 60, 120},
-    };
-    const auto zones = std::make_unique<TimeZoneTable>();
-    for (const auto& c : cases) {
-        const auto* zone = zones->Find(NumberOf(c.key));
-        ASSERT_NE(zone, nullptr) << c.key;
-        EXPECT_EQ(OffsetOf(*zone, c.lastMinute), c.before) << c.key;
-        EXPECT_EQ(OffsetOf(*zone, c.change), c.after) << c.key;
-    }
-}
-
-/// Central European rules without a name that the system could look up.
-DYNAMIC_TIME_ZONE_INFORMATION NamelessZone() {
-    DYNAMIC_TIME_ZONE_INFORMATION zone = {};
-    zone.Bias = -60;
-    zone.DaylightBias = -60;
+/// The rules that the system has for a name, else those of central Europe.
+Zone ZoneOf(const std::wstring& key, bool isDisabled = false) {
+    Zone zone = {};
+    zone.Bias = -50;
+    zone.StandardBias = -10;
+    zone.DaylightBias = -70;
     zone.DaylightDate = {0, 3, 0, 5, 2, 0, 0, 0};
     zone.StandardDate = {0, 10, 0, 5, 3, 0, 0, 0};
+    zone.DynamicDaylightTimeDisabled = isDisabled;
+    key.copy(zone.TimeZoneKeyName, std::size(zone.TimeZoneKeyName));
     return zone;
 }
 
-TEST_F(LocalTimeTest, HostsOwnRecordFollowsTheSystemByItsNameUnlessThatIsDisabled) {
-    DYNAMIC_TIME_ZONE_INFORMATION zone = NamelessZone();
-    const struct {
-        const char* why;
-        std::wstring key;
-        bool disabled;
-        int in2014, in2015;
-    } cases[] = {
-        {"its own rules without a name", L"", false, 120, 120},
-        {"a name that no system has", std::wstring(128, L'x'), false, 120, 120},
-        {"the system's rules of the year", L"Russian Standard Time", false, 240, 180},
-        {"its own although there are such", L"Russian Standard Time", true, 120, 120},
-    };
-    for (const auto& c : cases) {
-        std::wmemset(zone.TimeZoneKeyName, L'\0', std::size(zone.TimeZoneKeyName));
-        c.key.copy(zone.TimeZoneKeyName, std::size(zone.TimeZoneKeyName));
-        zone.DynamicDaylightTimeDisabled = c.disabled;
-        EXPECT_EQ(OffsetOf(zone, "2014-07-15T12:00"), c.in2014) << c.why;
-        EXPECT_EQ(OffsetOf(zone, "2015-07-15T12:00"), c.in2015) << c.why;
-    }
-    // The host may write new rules into the same record, and have more zones than are remembered.
-    for (int round = 0; round < 2; ++round) {
-        for (int bias = -400; bias < 400; bias += 2) {
-            zone.Bias = bias;
-            ASSERT_EQ(OffsetOf(zone, "2024-01-15T12:00"), -bias);
-        }
-    }
+/// Minutes since 1970 of a time of any zone.
+std::int64_t MinutesOf(const SYSTEMTIME& t) {
+    const std::chrono::sys_days day = std::chrono::year(t.wYear) / t.wMonth / t.wDay;
+    return day.time_since_epoch().count() * 1440 + t.wHour * 60 + t.wMinute;
 }
 
-TEST_F(LocalTimeTest, AClockOfEveryZoneReadsTheRulesOfAYearOnce) {
+/// Minutes that `zone` is ahead of UTC at an instant such as "2024-07-15T12:00".
+std::int64_t OffsetOf(const Zone& zone, const char* instant, ZoneRuleCache& rules) {
+    SYSTEMTIME utc = {};
+    std::sscanf(instant, "%4hu-%2hu-%2huT%2hu:%2hu", &utc.wYear, &utc.wMonth, &utc.wDay, &utc.wHour,
+                &utc.wMinute);
+    SYSTEMTIME local = {};
+    EXPECT_TRUE(UtcToZoneTime(utc, zone, rules, local));
+    return MinutesOf(local) - MinutesOf(utc);
+}
+
+TEST(LocalTime, IsThatOfTheTzDatabaseAndReadsTheRulesOfAYearOnce) {
     const FakedImport<"GetTimeZoneInformationForYear", decltype(GetTimeZoneInformationForYear)>
         readings(GetModuleHandleW(nullptr));
-    const auto zones = std::make_unique<TimeZoneTable>();
-    int afterFirst = 0;
-    for (int minute = 0; minute < 2; ++minute) {
-        for (std::uint32_t id = 1; id <= kTimeZoneCount; ++id) {
-            const auto* zone = zones->Find(id);
-            if (zone != nullptr)
-                OffsetOf(*zone, minute == 0 ? "2024-01-01T00:30" : "2024-01-01T00:31");
+    const auto rules = std::make_unique<ZoneRuleCache>();
+    int count = 0;
+    std::wifstream file(HORIVO_TEST_DATA "/zones_2022.tsv");
+    for (std::wstring line; std::getline(file, line);) {
+        std::wistringstream row(line);
+        int offset = 0;
+        row >> offset;
+        row.ignore();
+        for (const auto& [januaryMore, julyMore] : {std::pair{0, 0}, {0, 60}, {60, 0}}) {
+            std::getline(row, line, L'\t');
+            std::wistringstream keys(row ? line : L"");
+            for (std::wstring key; std::getline(keys, key, L';'); ++count) {
+                const Zone zone = ZoneOf(key);
+                EXPECT_EQ(OffsetOf(zone, "2022-01-15T12:00", *rules), offset + januaryMore) << key;
+                EXPECT_EQ(OffsetOf(zone, "2022-07-15T12:00", *rules), offset + julyMore) << key;
+            }
         }
-        if (minute == 0) afterFirst = readings.Calls();
     }
-    EXPECT_GT(afterFirst, 128) << "every zone of Windows, some in two years";
-    EXPECT_EQ(readings.Calls(), afterFirst);
+    EXPECT_GT(count, 100);
+    EXPECT_EQ(readings.Calls(), count);
 }
 
-TEST_F(LocalTimeTest, HoursThatASeasonSkipsOrRepeatsAreEachShownOnce) {
+TEST(LocalTime, ChangesOfLawAndOfTheSeasonComeAtTheirMinute) {
     const struct {
-        const char* why;
-        const char* utc;
-        int offset;
+        Zone zone;
+        const char *lastMinute, *change;
+        int before, after;
     } cases[] = {
-        {"the last minute before the skipped hour", "2024-03-31T00:59", 60},
-        {"the first after it", "2024-03-31T01:00", 120},
-        {"the repeated hour, the first time", "2024-10-27T00:59", 120},
-        {"the second time", "2024-10-27T01:00", 60},
-        {"the last year of four digits", "9999-07-15T12:00", 120},
-        {"its last minute in UTC is in the next", "9999-12-31T23:30", 60},
-        {"the first year that Windows counts", "1601-01-02T00:00", 60},
+        {ZoneOf(L"Russian Standard Time"), "2014-10-25T21:59", "2014-10-25T22:00", 240, 180},
+        {ZoneOf(L"Argentina Standard Time"), "2009-01-01T00:30", "2009-01-01T02:30", -120, -120},
+        {ZoneOf(L"Venezuela Standard Time"), "2016-05-01T06:59", "2016-05-01T07:00", -270, -240},
+        {ZoneOf(L"Sao Tome Standard Time"), "2019-01-01T00:59", "2019-01-01T01:00", 60, 0},
+        {ZoneOf(L"Samoa Standard Time"), "2021-04-03T13:59", "2021-04-03T14:00", 840, 780},
+        {ZoneOf(L"Lord Howe Standard Time"), "2022-04-02T14:59", "2022-04-02T15:00", 660, 630},
+        {ZoneOf(L"Russian Standard Time", true), "2014-07-15T12:00", "2015-07-15T12:00", 120, 120},
+        {ZoneOf(std::wstring(128, L'x')), "2014-07-15T12:00", "2015-07-15T12:00", 120, 120},
+        {ZoneOf(L""), "2024-03-31T00:59", "2024-03-31T01:00", 60, 120},
+        {ZoneOf(L""), "2024-10-27T00:59", "2024-10-27T01:00", 120, 60},
+        {ZoneOf(L""), "1601-07-02T00:00", "9999-12-31T23:30", 120, 60},
     };
-    for (const auto& c : cases) EXPECT_EQ(OffsetOf(NamelessZone(), c.utc), c.offset) << c.why;
-    // Before its first instant there is no time; what is shown instead is no garbage.
-    DYNAMIC_TIME_ZONE_INFORMATION west = NamelessZone();
-    west.Bias = 300;
-    SYSTEMTIME local = {};
-    const bool hasTime = UtcToZoneTime(InstantOf("1601-01-01T00:00"), west, *rules_, local);
-    EXPECT_EQ(local.wYear, hasTime ? 1600 : 0);
+    const auto rules = std::make_unique<ZoneRuleCache>();
+    for (const auto& c : cases) {
+        EXPECT_EQ(OffsetOf(c.zone, c.lastMinute, *rules), c.before) << c.lastMinute;
+        EXPECT_EQ(OffsetOf(c.zone, c.change, *rules), c.after) << c.change;
+    }
+    // The host may write new rules into the same record, and have more zones than are remembered.
+    Zone zone = ZoneOf(L"");
+    for (zone.Bias = -400; zone.Bias < 400; ++zone.Bias)
+        ASSERT_EQ(OffsetOf(zone, "2024-01-15T12:00", *rules), 10 - zone.Bias);
+    wchar_t text[kTimeTextChars];
+    FormatShortTime({2022, 1, 0, 2, 7, 8, 9, 0}, text);
+    EXPECT_EQ(std::wstring(text).find(L"09"), std::wstring::npos) << "no seconds";
+    SYSTEMTIME noTime = {2022, 13, 0, 2, 25, 8, 9, 0};
+    EXPECT_FALSE(UtcToZoneTime(noTime, zone, *rules, noTime));
+    FormatShortTime(noTime, text);
+    EXPECT_STREQ(text, L"Error!");
 }
 
 }  // namespace
