@@ -13,7 +13,8 @@ public:
     explicit SystemCityClock(TimeZoneTable& zones) noexcept : zones_(zones) {}
 
     void ReadTime() noexcept override;
-    /// Writes "Error!" when the local time cannot be computed.
+    /// Writes "Error!" when the local time cannot be computed, and an empty text for a city without
+    /// a time zone.
     void WriteTime(CityRecord& city, char (&text)[kLabelTextSize]) noexcept override;
 
 private:

@@ -49,8 +49,8 @@ bool FindLanguageFile(const HorivoWideChar* abbrev, HorivoWideChar* outPath) noe
     const int length =
         std::swprintf(outPath, kLangPathChars + 1, L"%ls%ls%ls_%ls%ls", file.directory, separator,
                       file.baseName, code.data(), file.extension);
-    // When the path is too long for the record, some C libraries return a negative number, others
-    // the length that the whole path would have.
+    // When the path is longer than kLangPathChars, swprintf returns a negative number in some C
+    // libraries, and the length of the whole path in others.
     if (length < 0 || length > kLangPathChars) {
         outPath[0] = L'\0';
         return false;

@@ -64,9 +64,9 @@ public:
 
     /// Whether the texture is uploaded with a border of 1 pixel: width at least 3, width mod 4 = 2.
     bool HasBorder() const noexcept;
-    /// Whether both sides are powers of two. Deliberate: false for every picture, because the
-    /// height would have to be 0. So FitToLimits calls MakePowerOfTwo also for a picture whose
-    /// sides are powers of two.
+    /// Deliberate: should tell whether both sides are powers of two, but tests the height against 0
+    /// and is therefore false for every picture. So FitToLimits calls MakePowerOfTwo also for a
+    /// picture whose sides are powers of two.
     bool IsPowerOfTwoSize() const noexcept;
     /// Shrinks each side to the largest power of two not above it. @return false when there are no
     /// pixels or Rescale fails

@@ -13,10 +13,11 @@ constexpr GLsizei kListCount = 256;  // list names, one for each character code
 // Deliberate: characters from this code on count as 0 pixels wide, so a text with such characters
 // is wider than GetTextWidth returns.
 constexpr unsigned kFirstUnmeasured = 128;
-constexpr std::int32_t kTextCapacity = 2048;  // bytes of a converted text, including the terminator
+constexpr std::int32_t kTextCapacity =
+    2048;  // bytes of a text in the ANSI code page, with terminator
 
-/// Returns the smaller of a length in wide characters and the number of bytes of the converted
-/// text. A negative length means "to the terminator" and stays negative.
+/// Returns the smaller of a length in wide characters and the number of bytes that the text has
+/// in the ANSI code page. A negative length means "to the terminator" and stays negative.
 std::int32_t LengthWithin(std::int32_t wideLength, std::int32_t bytes) noexcept {
     return std::min(wideLength, bytes);
 }

@@ -5,7 +5,8 @@
 
 inline constexpr UINT_PTR kRepeatTimer = 1;
 
-/// Repeats the key of a button over the map while the left mouse button is held on it.
+/// Each button that is drawn over the map has the effect of a key. While the left mouse button is
+/// held on such a button, this class sends the WM_KEYDOWN of that key again and again.
 class ButtonRepeat {
 public:
     void Start(HWND window) noexcept;

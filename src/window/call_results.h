@@ -21,8 +21,8 @@ public:
     }
     /// Stores the result of the creation: HORIVO_OK or an OpenGL set-up code of horivo_map.h.
     void EndCreation(std::uint32_t status) noexcept { createStatus_ = status; }
-    /// Stores the Windows error for which the map refuses the window although the status is
-    /// HORIVO_OK.
+    /// Stores the Windows error of a creation that failed for another reason than OpenGL, such as
+    /// missing memory. The status of such a creation is HORIVO_OK.
     void RefuseCreation(std::uint32_t sysError) noexcept { createError_ = sysError; }
     std::uint32_t CreateStatus() const noexcept { return createStatus_; }
     /// The error that RefuseCreation has stored. 0: Windows has refused the window, and

@@ -38,7 +38,8 @@ public:
 
     /// Waits for a worker that is using the picture, then frees the picture. Workers that were
     /// started before this call and still wait for the mutex will not change the picture. After a
-    /// time-out the picture is not freed, and the mutex becomes the orphaned mutex.
+    /// time-out the picture is not freed, and the mutex stays for the next MakeMutex, because a
+    /// worker still holds it.
     void Release() noexcept;
     /// Closes the mutex, which must exist. @return the result of CloseHandle
     bool CloseMutex() noexcept;
