@@ -2,20 +2,9 @@
 
 namespace {
 
-/// What lies at an offset of a loaded module.
-template <class Record>
-const Record* InImage(HMODULE module, DWORD offset) {
-    return reinterpret_cast<const Record*>(reinterpret_cast<const std::byte*>(module) + offset);
-}
-
 /// The place where a module keeps the address of an imported function; null when there is none.
 void** FindSlot(HMODULE module, std::string_view function) {
-    const auto header = static_cast<DWORD>(InImage<IMAGE_DOS_HEADER>(module, 0)->e_lfanew);
-    const auto& directories =
-        InImage<IMAGE_NT_HEADERS64>(module, header)->OptionalHeader.DataDirectory;
-    const DWORD imports = directories[IMAGE_DIRECTORY_ENTRY_IMPORT].VirtualAddress;
-    const auto* import = InImage<IMAGE_IMPORT_DESCRIPTOR>(module, imports);
-    for (; import->Name != 0; ++import) {
+    for (const auto* import = FirstImport(module); import->Name != 0; ++import) {
         const auto* name = InImage<IMAGE_THUNK_DATA64>(module, import->OriginalFirstThunk);
         auto* slot = const_cast<void**>(InImage<void*>(module, import->FirstThunk));
         for (; name->u1.AddressOfData != 0; ++name, ++slot) {
@@ -28,6 +17,14 @@ void** FindSlot(HMODULE module, std::string_view function) {
 }
 
 }  // namespace
+
+const IMAGE_IMPORT_DESCRIPTOR* FirstImport(HMODULE module) {
+    const auto header = static_cast<DWORD>(InImage<IMAGE_DOS_HEADER>(module, 0)->e_lfanew);
+    const auto& directories =
+        InImage<IMAGE_NT_HEADERS64>(module, header)->OptionalHeader.DataDirectory;
+    return InImage<IMAGE_IMPORT_DESCRIPTOR>(
+        module, directories[IMAGE_DIRECTORY_ENTRY_IMPORT].VirtualAddress);
+}
 
 void* ReplaceImport(HMODULE module, std::string_view function, void* replacement) {
     void** const slot = FindSlot(module, function);

@@ -26,6 +26,13 @@ struct FunctionName {
 /// not import it.
 void* ReplaceImport(HMODULE module, std::string_view function, void* replacement);
 
+/// What lies at an offset of a loaded module.
+template <class Record>
+const Record* InImage(HMODULE module, DWORD offset) {
+    return reinterpret_cast<const Record*>(reinterpret_cast<const std::byte*>(module) + offset);
+}
+/// The first of the libraries that a module needs; one without a name follows the last.
+const IMAGE_IMPORT_DESCRIPTOR* FirstImport(HMODULE module);
 /// Whether a module that a test knew is still there: it may have unloaded it.
 inline bool IsLoaded(HMODULE module) { return GetModuleHandleW(L"horivo_map.dll") == module; }
 /// Fails the test when the module turned out not to import the function: whatever the test says
