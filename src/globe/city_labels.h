@@ -28,7 +28,7 @@ std::int32_t CompareMarkers(const CityRecord& a, const CityRecord& b, double ref
 /// Draws one row for each city of `entries` that has a position. The rows have the order of the
 /// cities on the screen, from top to bottom. The row of the nearest city is highlighted and is at
 /// the height of the pointer, and a dot marks this city on the globe. Draws nothing when the
-/// pointed place is behind the limb of the globe.
+/// pointed place is behind the limb, the visible edge of the globe.
 /// @param entries    in and out: the entries are sorted, and their `windowPoint` is set. Null:
 ///                   draws nothing
 /// @param count      number of entries; if there are more than kMaxLabels, the lowest cities on

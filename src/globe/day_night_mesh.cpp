@@ -51,8 +51,9 @@ void DayNightMesh::FillRow(Hemisphere hemisphere, std::int32_t quarter, std::int
     for (std::size_t i = 0; i <= static_cast<std::size_t>(segments_); ++i, ++meridian) {
         const float x = parallel.cosine * meridian->cosine;
         const float z = parallel.cosine * meridian->sine;
-        // Stretch the normal along the line to the Sun: add a multiple of `sun_`. The addition
-        // never makes the normal shorter, so its length cannot become 0.
+        // Stretch the normal along the line to the Sun: add a multiple of `sun_`. Because
+        // kSunStretch is above 1, the addition never makes the normal shorter, so its length cannot
+        // become 0.
         const float towardsSun = x * sun_.x + y * sun_.y + z * sun_.z;
         const float pull = (kSunStretch - 1.0F) * towardsSun;
         const float nx = x + pull * sun_.x;

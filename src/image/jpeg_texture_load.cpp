@@ -182,8 +182,9 @@ bool CGLTexture::LoadShrunk(Picture& picture, int maxWidth, int maxHeight) {
     const std::int64_t targetHeight = FittedSide(height, maxHeight);
     if (targetWidth > width || targetHeight > height) return false;
     if (targetWidth == width && targetHeight == height) return false;
-    // Load would pad the rows of a picture whose width is not a multiple of 4, and the filter must
-    // include the padding. So such a picture must be loaded whole first.
+    // The result must have the same bytes as Load followed by Rescale. Load pads the rows of a
+    // picture whose width is not a multiple of 4, and Rescale filters the padding, too. So such a
+    // picture must be loaded whole first.
     if (width % kRowMultiple != 0) return false;
 
     const LockedRows rows(picture);

@@ -50,7 +50,7 @@ public:
     /// Forgets the order of the cities: the next build sorts the cities by their current distances.
     void ForgetCityOrder() noexcept { photoSet_.ranks.clear(); }
 
-    /// Deletes the images, but not the photos and the titles.
+    /// Deletes the images that draw the thumbnails. The records of the photos and the titles stay.
     void DeleteImages() noexcept;
     /// Deletes the images and the photos, but not the titles.
     void DeleteImagesAndPhotos() noexcept;

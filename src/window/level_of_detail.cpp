@@ -9,7 +9,8 @@ constexpr std::int32_t kLayersFactor = 1000;  // atmosphere shells = this / fact
 static_assert(kLayersFactor / kFinestFactor <= kMaxAtmosphereLayers);
 // percent; with a larger detail factor the atmosphere has one shell only
 constexpr std::int32_t kMaxLayersFactor = 200;
-// Row of kMeshSizes from which on Apply would make textures smaller; there is no such row.
+// Row of kMeshSizes from which on Apply would make textures smaller. The table is shorter; see
+// Apply.
 constexpr std::int32_t kMinScaledRow = 100;
 constexpr std::int32_t kMinTextureLimit = 16;  // pixels per side; Apply sets no smaller limit
 constexpr std::int32_t kMinFps = 10;  // frames per second; a lower rate makes the detail coarser

@@ -24,7 +24,8 @@ TEST(Geographic, PointsGoBackToTheirCoordinates) {
     // squares too small for exact sums.
     const double cases[][5] = {{0, 0, 0, 0, 0},          {0, 5, 0, 90, 0},
                                {0, -5, -0.0, -90, 0},    {0, 0, -1, 0, 180},
-                               {-1, 0, -1e-300, 0, 270}, {2.7e-162, 0, 0, 0, 90}};
+                               {-1, 0, -1e-300, 0, 270}, {2.7e-162, 0, 0, 0, 90},
+                               {-1, 0, 0, 0, -90}};
     for (const auto& [x, y, z, latitude, longitude] : cases) {
         const LatLon place = PointToLatLonDeg({x, y, z, 1.0});
         EXPECT_LT(std::hypot(place.latitude - latitude, place.longitude - longitude), 1e-6) << x;

@@ -6,10 +6,8 @@
 #include <atomic>
 #include <cstddef>
 #include <functional>
-#include <string>
 #include <string_view>
 #include <utility>
-#include <vector>
 
 #include "base/windows_types.h"
 

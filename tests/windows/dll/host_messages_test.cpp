@@ -45,6 +45,7 @@ TEST_F(HostMessagesTest, HoverAsksAfterHalfASecondOfRestUnlessAnythingHappens) {
               {"zoomed by wheel", "wheel 120; stops hover"},
               {"resized", "size 801 600; stops hover; size 800 600"},
               {"its photos changed", "photos changed 1; stops hover"},
+              {"a new table of cities", "cities; stops hover"},
               {"moved with the button down", "drag Paris; stops hover"},
               {"another city's photos, or none",
                "photos changed -1; photos changed 2; photos changed 1 0; runs hover"}});

@@ -44,7 +44,9 @@ TEST_F(WorkerTest, AHostMayForgetToFreeWhatItUnloads) {
 }
 
 TEST_F(WorkerTest, AWindowOpenedWhileTheFirstStillLoadsGetsItsTilesToo) {
+    const FakedImport<"GdiplusShutdown", void(ULONG_PTR)> end(library.module);
     Play("create a; settle; tiles 1");
+    EXPECT_EQ(end.Calls(), 0) << "the map itself still uses GDI+";
     for (const std::string dies : {"", "use a; close;", "use b; close;"}) {
         const std::string first = "restart; hold decode; create a; held;";
         Play(first + "create b 120 160;" + dies + "go; settle; tiles some", "dies: " + dies);

@@ -105,7 +105,9 @@ TEST_F(LanguageTest, FindsTheFilesOfALanguageByItsFields) {
     }
     SetLanguage(L"FRA");
     EXPECT_STREQ(LangFile().langFilePath, L"");
+    SetLanguage(L"DEU");
     EXPECT_FALSE(SetExtension(L".languages"));
+    EXPECT_STREQ(LangFile().langFilePath, L"");
     EXPECT_STREQ(LangFile().extension, L".languag");
     EXPECT_STREQ(LangFile().fallbackFilePath, L"");
     EXPECT_FALSE(SetBaseName(std::wstring(1000, L'b').c_str()));
