@@ -6,9 +6,10 @@ namespace {
 
 constexpr std::int32_t kPercentPerStep = 100;  // "lag_factor" is in hundreds of percent
 constexpr std::int32_t kMaxLagFactor = 8;
+// Ranges of the exponents of 2 by which the limits of the picture's size are scaled.
 constexpr std::int32_t kMinScaler = -3;
 constexpr std::int32_t kMaxScalerX = 2;
-constexpr std::int32_t kMaxScalerY = 1;  // one less than kMaxScalerX, because the map is 2:1
+constexpr std::int32_t kMaxScalerY = 1;  // one less, because the picture is half as high as wide
 
 }  // namespace
 
