@@ -136,6 +136,7 @@ TEST(FormatLatLong, FoldsBehindThePolesAndKeepsTheSideOfMinutes) {
         {90, 10, "Lat 90*00'N  Long 170*00'W"},   // the North Pole counts as beyond itself,
         {-90, 10, "Lat 90*00'S  Long  10*00'E"},  // the South Pole does not
         {10, 180.02, "Lat 10*00'N  Long 179*59'W"},
+        {10, -180, "Lat 10*00'N  Long 180*00'E"},
         {51.4999, -0.1199, "Lat 51*29'N  Long   0*07'W"},  // cut, not rounded
         {-0.01, -0.01, "Lat  0*00'N  Long   0*00'E"},      // less than a minute has no side
         {std::stod("inf"), std::stod("nan"), "Lat  0*00'N  Long   0*00'E"},
