@@ -6,9 +6,9 @@ set -euo pipefail
 cd "$(dirname "${BASH_SOURCE[0]}")/.."
 tools/install_packages.sh build demo package
 cmake --preset mingw
+rm -rf build/mingw/tests/bin  # may hold test programs that the project no longer has
 cmake --build --preset mingw
 cmake --build --preset mingw --target horivo_demo_photos
-ninja -C build/mingw -t cleandead  # removes test programs that the project no longer has
 cmake --preset bench-mingw
 cmake --build --preset bench-mingw --target horivo_bench
 
