@@ -57,7 +57,7 @@ public:
     bool IsAllocated() const noexcept { return block_ != nullptr; }
     /// A sum for each byte of a new row.
     std::uint32_t* Sums() const noexcept { return block_.get() + spareNumbers_; }
-    /// The first source pixel of each new column, and one entry more for the end.
+    /// The first source byte of each new column, and one entry more for the end.
     std::uint32_t* Starts() const noexcept { return Sums() + bytes_; }
     std::uint8_t* SpareRows() const noexcept {
         return reinterpret_cast<std::uint8_t*>(block_.get());

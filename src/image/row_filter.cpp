@@ -8,8 +8,6 @@ namespace {
 
 constexpr std::uint32_t kLow7BitsOfBytes = 0x7F7F7F7F;
 
-constexpr std::size_t BytesOf(std::size_t pixels) noexcept { return pixels * kRgbBytes; }
-
 /// (a + b) / 2 of each of four bytes, rounded down.
 std::uint32_t MeanOfFourBytes(const std::uint8_t* a, const std::uint8_t* b) noexcept {
     std::uint32_t first;
@@ -19,13 +17,13 @@ std::uint32_t MeanOfFourBytes(const std::uint8_t* a, const std::uint8_t* b) noex
     return (first & second) + (((first ^ second) >> 1U) & kLow7BitsOfBytes);
 }
 
-/// Writes the mean of `count` pixels.
+/// Writes the mean of the pixels from `source` to `end`.
 /// @param extraFirst  how many additional times the first pixel counts
-void WritePixel(const std::uint8_t* source, std::size_t count, std::uint32_t extraFirst,
+void WritePixel(const std::uint8_t* source, const std::uint8_t* end, std::uint32_t extraFirst,
                 MeanOf mean, std::uint8_t* target) noexcept {
     std::uint32_t sums[kRgbBytes] = {source[0] * extraFirst, source[1] * extraFirst,
                                      source[2] * extraFirst};
-    for (const std::uint8_t* end = source + count * kRgbBytes; source != end; source += kRgbBytes) {
+    for (; source != end; source += kRgbBytes) {
         sums[0] += source[0];
         sums[1] += source[1];
         sums[2] += source[2];
@@ -39,17 +37,17 @@ void WritePixel(const std::uint8_t* source, std::size_t count, std::uint32_t ext
 
 RowFilter::RowFilter(std::size_t from, std::size_t to, std::uint32_t* starts) noexcept
     : size_(to),
-      few_(from / to),
+      fewBytes_(from / to * kRgbBytes),
       keepsLength_(from == to),
       atMostTwo_(from <= 2 * to),
       starts_(starts),
       meanOfFirst_(1),
-      meanOfFew_(few_),
-      meanOfMany_(few_ + 1) {
+      meanOfFew_(from / to),
+      meanOfMany_(from / to + 1) {
     for (std::size_t i = 0; i <= to; ++i) {
-        starts[i] = static_cast<std::uint32_t>(FirstSource(i, from, to));
+        starts[i] = static_cast<std::uint32_t>(FirstSource(i, from, to) * kRgbBytes);
     }
-    meanOfFirst_ = MeanOf(starts[1] + std::size_t{1});
+    meanOfFirst_ = MeanOf(starts[1] / kRgbBytes + std::size_t{1});
 }
 
 void RowFilter::Apply(const std::uint8_t* source, std::uint8_t* target) const noexcept {
@@ -57,7 +55,7 @@ void RowFilter::Apply(const std::uint8_t* source, std::uint8_t* target) const no
         if (target != source) std::memmove(target, source, size_ * kRgbBytes);
         return;
     }
-    WritePixel(source, starts_[1], 1, meanOfFirst_, target);
+    WritePixel(source, source + starts_[1], 1, meanOfFirst_, target);
     if (atMostTwo_) {
         WritePairs(source, target);
     } else {
@@ -67,8 +65,8 @@ void RowFilter::Apply(const std::uint8_t* source, std::uint8_t* target) const no
 
 void RowFilter::WriteBox(const std::uint8_t* source, std::size_t i,
                          std::uint8_t* target) const noexcept {
-    const std::size_t count = starts_[i + 1] - starts_[i];
-    WritePixel(source + BytesOf(starts_[i]), count, 0, count == few_ ? meanOfFew_ : meanOfMany_,
+    const bool hasFew = starts_[i + 1] - starts_[i] == fewBytes_;
+    WritePixel(source + starts_[i], source + starts_[i + 1], 0, hasFew ? meanOfFew_ : meanOfMany_,
                target + i * kRgbBytes);
 }
 
@@ -78,11 +76,17 @@ void RowFilter::WriteBoxes(const std::uint8_t* source, std::uint8_t* target) con
 
 // Each of these boxes has one or two pixels, so its mean is the mean of its first and last pixel.
 void RowFilter::WritePairs(const std::uint8_t* source, std::uint8_t* target) const noexcept {
-    for (std::size_t i = 1; i + 1 < size_; ++i) {
-        const std::uint32_t mean =
-            MeanOfFourBytes(source + BytesOf(starts_[i]), source + BytesOf(starts_[i + 1] - 1));
-        std::memcpy(target + i * kRgbBytes, &mean, kRgbBytes);
-    }
+    if (size_ == 1) return;
     // MeanOfFourBytes must not read the last box, because the row may end after three bytes.
-    if (size_ > 1) WriteBox(source, size_ - 1, target);
+    const std::size_t last = size_ - 1;
+    // Local copies: for all that the compiler knows, a store to `target` could change the members.
+    const std::uint32_t* const starts = starts_;
+    const std::uint8_t* box = source + starts[1];
+    for (std::size_t i = 1; i < last; ++i) {
+        const std::uint8_t* const next = source + starts[i + 1];
+        const std::uint32_t mean = MeanOfFourBytes(box, next - kRgbBytes);
+        std::memcpy(target + i * kRgbBytes, &mean, kRgbBytes);
+        box = next;
+    }
+    WriteBox(source, last, target);
 }

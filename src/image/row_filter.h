@@ -48,7 +48,7 @@ private:
     void WritePairs(const std::uint8_t* source, std::uint8_t* target) const noexcept;
 
     std::size_t size_;
-    std::size_t few_;  ///< source pixels of a new pixel; some new pixels have one more
+    std::size_t fewBytes_;  ///< source bytes of a new pixel; some new pixels have a pixel more
     bool keepsLength_;
     bool atMostTwo_;
     const std::uint32_t* starts_;

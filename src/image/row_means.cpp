@@ -23,10 +23,16 @@ void Store(std::uint8_t* to, __m128i bytes) noexcept {
     _mm_storeu_si128(reinterpret_cast<__m128i*>(to), bytes);
 }
 
-/// The mean of each pixel and the next pixel. The caller uses only the bytes at the start of each
-/// box: the bytes 0 to 2, 6 to 8 and 12 to 14 of the 16 bytes.
-__m128i MeanOfNeighbours(const std::uint8_t* pixels) noexcept {
-    return MeanOfBytes(Load(pixels), Load(pixels + kRgbBytes));
+/// 255 - byte for each of 16 bytes. _mm_avg_epu8 rounds up, so the mean of two complements is the
+/// complement of their mean rounded down; means of means then need no other correction.
+__m128i LoadComplement(const std::uint8_t* from) noexcept {
+    return _mm_xor_si128(Load(from), _mm_set1_epi8(-1));
+}
+
+/// The complement of the mean of each pixel and the next pixel. The caller uses only the bytes at
+/// the start of each box: the bytes 0 to 2, 6 to 8 and 12 to 14 of the 16 bytes.
+__m128i NeighboursComplement(const std::uint8_t* pixels) noexcept {
+    return _mm_avg_epu8(LoadComplement(pixels), LoadComplement(pixels + kRgbBytes));
 }
 
 /// Writes the new pixels in groups of three, from the first pixel on. @return number of the pixels
@@ -41,11 +47,12 @@ std::size_t HalveInThrees(const std::uint8_t* first, const std::uint8_t* second,
     const __m128i box2 = _mm_slli_si128(box0, 6);
     std::size_t i = 0;
     for (; i + kTouched <= size; i += kBoxes) {
-        const __m128i means = MeanOfBytes(MeanOfNeighbours(first + i * kBoxBytes),
-                                          MeanOfNeighbours(second + i * kBoxBytes));
-        const __m128i boxes01 =
-            _mm_or_si128(_mm_and_si128(means, box0), _mm_and_si128(_mm_srli_si128(means, 3), box1));
-        const __m128i boxes = _mm_or_si128(boxes01, _mm_and_si128(_mm_srli_si128(means, 6), box2));
+        const __m128i complement = _mm_avg_epu8(NeighboursComplement(first + i * kBoxBytes),
+                                                NeighboursComplement(second + i * kBoxBytes));
+        const __m128i boxes01 = _mm_or_si128(_mm_andnot_si128(complement, box0),
+                                             _mm_andnot_si128(_mm_srli_si128(complement, 3), box1));
+        const __m128i boxes =
+            _mm_or_si128(boxes01, _mm_andnot_si128(_mm_srli_si128(complement, 6), box2));
         // This also writes bytes behind the three pixels; later pixels overwrite them.
         Store(target + i * kRgbBytes, boxes);
     }
