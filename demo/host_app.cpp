@@ -110,7 +110,10 @@ LRESULT CALLBACK HostApp::HiddenProc(HWND window, UINT message, WPARAM wParam, L
 
 void HostApp::OnZonesRead() {
     data.times.Finish(data.cities);
-    for (const auto& window : windows) window->ShowTimes();
+    for (const auto& window : windows) {
+        window->ShowTimes();
+        window->FlyToSelected();
+    }
     if (IsFeatureEnabled(kNoPhotos)) {
         watch_ = std::make_unique<FolderWatch>(
             PhotoFolder(), data.cities,

@@ -56,7 +56,9 @@ private:
     void CreateHiddenWindow();
     void OnTimer(UINT_PTR timer);
     /// Handles the message that the time zones have been read, the last step of the start: shows
-    /// the local times. If the program may show photos, also begins to watch for new photos.
+    /// the local times and flies to the city that the program starts with. The frames of an earlier
+    /// flight would compete with the decoder of the map picture. If the program may show photos,
+    /// also begins to watch for new photos.
     void OnZonesRead();
     void SendPhotosChanged(std::int32_t signedIndex, std::int32_t newPhotos);
     void Dispatch(MSG& message);

@@ -1,45 +1,22 @@
 #include "window/host_window.h"
 
-#include <shellapi.h>
-#include <windowsx.h>
-
 #include <algorithm>
 #include <cstddef>
 #include <iterator>
 
 #include "clock/start_city.h"
-#include "clock/time_texts.h"
-#include "data/data_folder.h"
 #include "horivo_host.h"
-#include "map_picture.h"
 #include "resource_ids.h"
 #include "texts.h"
-#include "window/clipboard.h"
-#include "window/dialogs.h"
 #include "window/host_menu.h"
 
 namespace {
 
 constexpr wchar_t kClass[] = L"Horivo sample host";
 constexpr DWORD kStyle = WS_OVERLAPPEDWINDOW | WS_CLIPCHILDREN;
-constexpr UINT kClockMs = 1000;  // period of the clock timer; a new minute shows that late at most
 // Default size of the map, pixels at 96 dots per inch.
 constexpr int kMapWidth = 800;
 constexpr int kMapHeight = 640;
-
-SYSTEMTIME UniversalTime() {
-    SYSTEMTIME utc{};
-    GetSystemTime(&utc);
-    return utc;
-}
-
-std::wstring DifferenceFromHere(const SYSTEMTIME& utc, const LocalTime& there) {
-    const std::wstring text =
-        DifferenceText(there.offsetMinutes - CityTimes::Here(utc).offsetMinutes);
-    const std::size_t space = text.find(L' ');
-    return LocalText(IDS_STATUS_DIFFERENCE, text.substr(0, space),
-                     space == std::wstring::npos ? L"" : text.substr(space + 1));
-}
 
 }  // namespace
 
@@ -75,15 +52,15 @@ bool HostWindow::Open(bool isFirst, std::uint32_t& status) {
     map_.FollowHost();
     SetFocus(withList_ ? list_.Field() : map_.Window());
     ShowStartCity();
+    if (!isFirst) FlyToSelected();
     return true;
 }
 
-/// Flies to the city that was chosen last, or else to a city in the user's own time zone.
+/// Selects the city that was chosen last, or else a city in the user's own time zone.
 void HostWindow::ShowStartCity() {
     std::int32_t city = FindCity(data_.cities, data_.settings.city, data_.settings.country);
     if (city < 0) city = FindCityHere(data_.cities);
     Show(city);
-    FlyToSelected();
 }
 
 /// Creates the map and the controls. Creates the map first, so that a thread of the library loads
@@ -96,7 +73,7 @@ bool HostWindow::CreateParts(std::uint32_t& status) {
     list_.SortBy(static_cast<CityColumn>(data_.settings.sortColumn), data_.settings.sortDescending);
     list_.Show(withList_);
     ApplyLanguage();
-    SetTimer(handle_, kClockTimer, kClockMs, nullptr);
+    WaitForNextMinute();
     return true;
 }
 
@@ -166,33 +143,6 @@ void HostWindow::ShowTitle() {
     SetWindowTextW(handle_, title.c_str());
 }
 
-void HostWindow::ShowTimes() {
-    const SYSTEMTIME utc = UniversalTime();
-    shownMinute_ = utc.wMinute;
-    list_.Refresh(utc);
-    const std::wstring all = std::to_wstring(data_.cities.size());
-    const std::wstring shown = std::to_wstring(list_.RowCount());
-    const std::wstring count = list_.RowCount() == data_.cities.size()
-                                   ? LocalText(IDS_STATUS_CITIES, all)
-                                   : LocalText(IDS_STATUS_CITIES_OF, shown, all);
-    statusBar_.SetTexts(SelectedCityText(utc), count, LocalText(IDS_STATUS_UTC, TimeText(utc)),
-                        *scale_);
-}
-
-std::wstring HostWindow::SelectedCityText(const SYSTEMTIME& utc) const {
-    if (list_.Selected() < 0) return {};
-    const auto city = static_cast<std::size_t>(list_.Selected());
-    std::wstring text = data_.names[city].city[0] + L", " + data_.names[city].country[0];
-    LocalTime there{};
-    if (data_.times.At(data_.cities[city], utc, there)) {
-        for (const std::wstring& part :
-             {TimeText(there.time), DateText(there.time), DifferenceFromHere(utc, there)}) {
-            text += L"  \x2022  " + part;
-        }
-    }
-    return text;
-}
-
 bool HostWindow::TakeKey(const MSG& message) {
     // Does not call IsDialogMessage: the map would not get the arrow keys, because the map does not
     // answer WM_GETDLGCODE. Also, under Wine the map is not a child of this window.
@@ -254,86 +204,6 @@ void HostWindow::FlyToSelected() {
     SendMessageW(
         map_.Window(), HORIVO_MSG_CITY, 0,
         reinterpret_cast<LPARAM>(&data_.cities[static_cast<std::size_t>(list_.Selected())]));
-}
-
-/// Copies a text such as "Paris 14:05 Sunday" for the selected city. When the search field has the
-/// focus and a selection, copies the selected text instead.
-void HostWindow::CopyTime() const {
-    DWORD start = 0;
-    DWORD end = 0;
-    SendMessageW(list_.Field(), EM_GETSEL, reinterpret_cast<WPARAM>(&start),
-                 reinterpret_cast<LPARAM>(&end));
-    LocalTime there{};
-    if (GetFocus() == list_.Field() && start != end) {
-        SendMessageW(list_.Field(), WM_COPY, 0, 0);
-    } else if (const auto city = static_cast<std::size_t>(list_.Selected());
-               list_.Selected() >= 0 &&
-               data_.times.At(data_.cities[city], UniversalTime(), there)) {
-        CopyText(handle_, data_.names[city].city[0] + L' ' + TimeText(there.time) + L' ' +
-                              DayText(there.time));
-    }
-}
-
-bool HostWindow::IsOnTop() const {
-    return (GetWindowLongPtrW(handle_, GWL_EXSTYLE) & WS_EX_TOPMOST) != 0;
-}
-
-void HostWindow::SetOnTop(bool onTop) {
-    data_.settings.alwaysOnTop = onTop;
-    map_.SetHostOnTop(onTop);
-}
-
-void HostWindow::OpenPhotoFolder() {
-    PreparePhotoFolder();
-    const auto result = reinterpret_cast<INT_PTR>(
-        ShellExecuteW(handle_, L"open", PhotoFolder().c_str(), nullptr, nullptr, SW_SHOWNORMAL));
-    constexpr INT_PTR kFirstSuccess = 33;  // ShellExecute: lower values are errors
-    if (result < kFirstSuccess) TellUser(handle_, IDS_FOLDER_FAILED);
-}
-
-void HostWindow::OnMenuCommand(std::uint32_t command) {
-    for (const Language& language : Languages()) {
-        if (language.command == command) program_.ChooseLanguage(language);
-    }
-    PressMapKeys(map_.Window(), command);
-    switch (command) {
-        case IDM_NEW_WINDOW:
-            program_.OpenAnother(handle_);
-            break;
-        case IDM_CLOSE_WINDOW:
-            SendMessageW(handle_, WM_CLOSE, 0, 0);
-            break;
-        case IDM_OPEN_PHOTO_FOLDER:
-            OpenPhotoFolder();
-            break;
-        case IDM_EXIT:
-            program_.CloseAll();
-            break;
-        case IDM_SEARCH:
-            SetFocus(list_.Field());
-            SendMessageW(list_.Field(), EM_SETSEL, 0, -1);
-            break;
-        case IDM_FLY_TO_CITY:
-            FlyToSelected();
-            break;
-        case IDM_REPAIR_PICTURE:
-            RepairMapPicture(handle_);
-            break;
-        case IDM_COPY_TIME:
-            CopyTime();
-            break;
-        case IDM_ALWAYS_ON_TOP:
-            SetOnTop(!IsOnTop());
-            break;
-        case IDM_KEYS:
-            ShowKeys(handle_, scale_->Font());
-            break;
-        case IDM_ABOUT:
-            ShowAbout(handle_, scale_->Font());
-            break;
-        default:
-            break;
-    }
 }
 
 void HostWindow::StorePlace() const {

@@ -22,8 +22,9 @@ public:
     HostWindow& operator=(const HostWindow&) = delete;
     ~HostWindow() = default;
 
-    /// Creates and shows the window.
-    /// @param isFirst  true: opens at the place in the settings; false: has the default size
+    /// Creates and shows the window, and selects the city that it starts with.
+    /// @param isFirst  true: opens at the place in the settings, and leaves the flight to the city
+    ///                 to the end of the program's start; false: has the default size, and flies
     /// @param status  out: the library's code when the map was refused, else HORIVO_OK
     /// @return false when there is no window
     bool Open(bool isFirst, std::uint32_t& status);
@@ -35,6 +36,8 @@ public:
     void ApplyLanguage();
     /// Shows the current times in the list and the status bar.
     void ShowTimes();
+    /// Lets the map fly to the selected city, if there is one.
+    void FlyToSelected();
     /// Handles the keys of the window: Tab and Shift+Tab move the focus; Down and Enter work in the
     /// search field, Escape in the field and in the list.
     /// @return whether the message was handled; if not, dispatch it as usual
@@ -52,7 +55,9 @@ private:
     void Arrange();
     RECT MapArea() const;
     void ApplyScaling(UINT dpi);
+    void WaitForNextMinute();
     void OnClockTimer();
+    void OnClockSet();
     LRESULT OnNotify(NMHDR* notice);
     void OnCommand(WPARAM wParam, LPARAM lParam);
     void OnMenuCommand(std::uint32_t command);
@@ -62,7 +67,6 @@ private:
     void ChooseFirst();
     void Choose(std::int32_t city);
     void Show(std::int32_t city);
-    void FlyToSelected();
     void ShowTitle();
     void CopyTime() const;
     bool IsOnTop() const;
@@ -71,6 +75,7 @@ private:
     void StorePlace() const;
 
     static constexpr UINT_PTR kClockTimer = 1;
+    static constexpr WORD kNoMinute = 60;  // not a minute of the clock
     // Smallest width of the map and smallest height of the window that the user can set, pixels at
     // 96 dots per inch.
     static constexpr int kMinMapWidth = 160;
@@ -85,6 +90,6 @@ private:
     CityList list_;
     StatusBar statusBar_;
     int statusHeight_ = 0;
-    WORD shownMinute_ = 60;  ///< minute of the times that the window shows; 60: no times yet
-    bool withList_ = true;   ///< the city list is shown
+    WORD shownMinute_ = kNoMinute;  ///< minute of the times that the window shows
+    bool withList_ = true;          ///< the city list is shown
 };

@@ -75,6 +75,12 @@ LRESULT HostWindow::Handle(UINT message, WPARAM wParam, LPARAM lParam) {
         case WM_TIMER:
             OnClockTimer();
             return 0;
+        case WM_TIMECHANGE:
+            OnClockSet();
+            return 0;
+        case WM_POWERBROADCAST:
+            if (wParam == PBT_APMRESUMEAUTOMATIC) OnClockSet();
+            return TRUE;
         case WM_NOTIFY:
             return OnNotify(reinterpret_cast<NMHDR*>(lParam));
         case WM_COMMAND:
@@ -104,16 +110,6 @@ void HostWindow::LimitSize(MINMAXINFO& limits) const {
     if (scale_ == nullptr) return;
     const LONG list = withList_ ? list_.Width() : 0;
     limits.ptMinTrackSize = {list + scale_->Pixels(kMinMapWidth), scale_->Pixels(kMinHeight)};
-}
-
-/// Shows the times of a new minute, and asks the map for a frame, because the map does not redraw
-/// by itself when the Sun moves.
-void HostWindow::OnClockTimer() {
-    SYSTEMTIME now{};
-    GetSystemTime(&now);
-    if (now.wMinute == shownMinute_) return;
-    ShowTimes();
-    if (HWND map = map_.Window(); map != nullptr) InvalidateRect(map, nullptr, FALSE);
 }
 
 LRESULT HostWindow::OnNotify(NMHDR* notice) {

@@ -134,6 +134,10 @@ TEST(HostWindow, PressesTheMapsKeysFollowsTheScalingAndKeepsItsPlace) {
         const LONG before = fieldHeight();
         SendMessageW(window, WM_DPICHANGED, MAKEWPARAM(192, 192), reinterpret_cast<LPARAM>(&place));
         EXPECT_GT(fieldHeight(), before * 3 / 2);
+        const HWND map = app.windows[0]->Map();
+        ValidateRect(map, nullptr);
+        SendMessageW(window, WM_TIMECHANGE, 0, 0);
+        EXPECT_TRUE(GetUpdateRect(map, nullptr, FALSE)) << "the Sun has moved";
         SendMessageW(window, WM_COMMAND, IDM_ALWAYS_ON_TOP, 0);
         SendMessageW(window, WM_CLOSE, 0, 0);
         EXPECT_TRUE(app.windows.empty());
