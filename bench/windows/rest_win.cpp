@@ -1,5 +1,6 @@
 // The sample host open and untouched: rest SECONDS [WIDTH HEIGHT]. Prints a line when it begins to
-// rest and, at the end, which messages woke it how often and how long it took to handle them.
+// rest and, at the end, which messages woke it how often and how long it took to handle them. Then,
+// as the baseline, the program only replays the OpenGL calls of such a rest, at the same times.
 // bench/rest.py starts it, chooses the detail and reads the processor time.
 #include <cstdio>
 #include <cstdlib>
@@ -7,6 +8,7 @@
 #include <string>
 
 #include "common/result_line.h"
+#include "gl_recording_win.h"
 #include "host_app.h"
 #include "map_host_win.h"
 #include "map_picture.h"
@@ -16,6 +18,9 @@ namespace {
 
 // Time before the rest: after the load the library measures frames, and the host reads zones.
 constexpr DWORD kQuietMs = 5000;
+constexpr WPARAM kSunTimer = 4;     // timer of the map window whose tick is a look at the clock
+constexpr DWORD kLookMs = 5000;     // period of that timer
+constexpr int kLooksPerFrame = 12;  // the host asks for a frame every minute
 
 struct Handled {
     int times = 0;
@@ -50,6 +55,30 @@ DWORD WINAPI WaitAndEnd(void* parameter) {
     return 0;
 }
 
+/// Executes the OpenGL calls that the library makes in a rest of `seconds`, and nothing else.
+void RestBare(HWND map, int seconds) {
+    const std::vector<HMODULE> modules = {GetModuleHandleW(L"horivo_map.dll"),
+                                          GetModuleHandleW(L"glu32.dll")};
+    GlRecording look;
+    look.Record(modules, [&] { SendMessageW(map, WM_TIMER, kSunTimer, 0); });
+    GlRecording frame;
+    frame.Record(modules, [&] {
+        InvalidateRect(map, nullptr, FALSE);
+        UpdateWindow(map);
+    });
+    HDC dc = GetDC(map);
+    wglMakeCurrent(dc, wglGetCurrentContext());
+    PrintValue("bare/begin", "s", seconds);
+    const int looks = seconds * 1000 / static_cast<int>(kLookMs);
+    for (int i = 1; i <= looks; ++i) {
+        Sleep(kLookMs);
+        look.Play();
+        if (i % kLooksPerFrame == 0) frame.Play(dc);
+    }
+    PrintValue("bare/end", "s", seconds);
+    ReleaseDC(map, dc);
+}
+
 }  // namespace
 
 int wmain(int count, wchar_t** arguments) {
@@ -70,6 +99,7 @@ int wmain(int count, wchar_t** arguments) {
     Alarm quiet{GetCurrentThreadId(), kQuietMs};
     CreateThread(nullptr, 0, WaitAndEnd, &quiet, 0, nullptr);
     app.Run();
+    HideCaret(nullptr);  // Windows stops its blinking after five seconds without input, Wine never
     PrintValue("rest/begin", "s", seconds);
     realDispatch = reinterpret_cast<decltype(realDispatch)>(ReplaceImport(
         GetModuleHandleW(nullptr), "DispatchMessageW", reinterpret_cast<void*>(DispatchAndCount)));
@@ -81,6 +111,7 @@ int wmain(int count, wchar_t** arguments) {
         PrintValue(kind, "times", entry.times);
         PrintValue(kind + "/ms", "ms", entry.ms);
     }
+    RestBare(app.windows[0]->Map(), seconds);
     PrintValue("rest/done", "s", seconds);
     Sleep(INFINITE);  // bench/rest.py ends the program
     std::_Exit(0);
