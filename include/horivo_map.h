@@ -58,8 +58,8 @@ extern "C" {
 
 /** Success. */
 #define HORIVO_OK 0u
-/** The map picture cannot be read as a JPEG, or its pixels would need more than a third of the
- * physical memory. */
+/** The map picture cannot be read as a JPEG, its pixels would need more than a third of the
+ * physical memory, or no memory was left. */
 #define HORIVO_BAD_PICTURE 0x20000003u
 /** The map picture is smaller than 16 x 16 pixels or has neither 3 nor 4 colour components. */
 #define HORIVO_UNFIT_PICTURE 0x20000004u
@@ -67,13 +67,14 @@ extern "C" {
  * InitMap has not been called; GetLastSysError says why. */
 #define HORIVO_COPY_FAILED 0x20000005u
 /** The window class could not be registered, for example because an earlier FreeMap came while
- * there was a map window, or Windows could not create the window; GetLastSysError says why. */
+ * there was a map window, or InstallMap could not create its hidden window, or no memory was left;
+ * GetLastSysError says why. */
 #define HORIVO_CLASS_FAILED 0x20000006u
 /** There is no OpenGL pixel format for the window; GetLastSysError says why. */
 #define HORIVO_NO_PIXEL_FORMAT 0x20000007u
 /** Windows refused to set the pixel format; GetLastSysError says why. */
 #define HORIVO_PIXEL_FORMAT_REFUSED 0x20000008u
-/** The OpenGL context could not be made current; GetLastSysError says why. */
+/** The OpenGL context could not be created or made current; GetLastSysError says why. */
 #define HORIVO_CONTEXT_FAILED 0x20000009u
 
 /* ---- Window messages ----------------------------------------------------------------------- */
@@ -85,9 +86,9 @@ extern "C" {
  * given to InitMap. Nothing happens for 0, for an unknown city and for a city without position. */
 #define HORIVO_MSG_CITY 0x80C8u
 /** From the map to the host's hidden main window (class HORIVO_HOST_WINDOW_CLASS), by SendMessage:
- * asks whether the photos of this city's country may be shown.
- * wParam: index of the city under the pointer; when no city is there, the negated index of the
- * nearest city. lParam: the map window.
+ * asks whether the photos of a place may be shown.
+ * wParam: index of the city; when no city is under the pointer, the negated index of the nearest
+ * city, whose country's photos are meant. lParam: the map window.
  * Return 1 to allow the photos; any other value refuses them. When the host has no such window, no
  * photos are shown. */
 #define HORIVO_MSG_MAY_SHOW_PHOTOS 0x80D2u
@@ -101,8 +102,8 @@ extern "C" {
 
 /* ---- Local strings ------------------------------------------------------------------------- */
 
-/** Identifier of the hint beside the add-photo button, the only text that the map gets from the
- * host. Until the host sets this text, the map shows no hint. */
+/** Identifier of the hint beside the add-photo button, the only text of SetLocalString that the map
+ * uses. Until the host sets this text, the map shows no hint. */
 #define HORIVO_TEXT_ADD_PHOTO 2
 
 /* ---- Time zones ---------------------------------------------------------------------------- */
@@ -288,15 +289,15 @@ typedef struct CityRecord {
                               again, but only in the table of the last InitMap. In records of
                               earlier tables, write null yourself before you pass them to the
                               library after it was unloaded. */
-    double markerPoint[4]; /**< out: x, y, z, 1 on the globe of radius 3, lifted by 1.0001 */
+    double markerPoint[4]; /**< out: x, y, z, 1; the globe has the radius 3, the point 3.0003 */
     double windowPoint[4]; /**< out: last projection of the marker, window pixels, y upward */
     double distanceSq;     /**< out: squared distance to the place last pointed at, clicked or
                               shown by HORIVO_MSG_CITY, where the radius of the globe is 3. When a
                               country is chosen, its photos are sorted by this value, those of the
                               nearest city first */
-    unsigned char inRange; /**< out: 1 while the city is at most 0.02 (42 km) from the place of
-                              distanceSq */
-    unsigned char nearest; /**< out: 1 for the one city nearest to the place of distanceSq */
+    unsigned char inRange; /**< out: 1 while the city is at most 0.02 (42 km) from the place
+                              pointed at */
+    unsigned char nearest; /**< out: 1 for the one city nearest to the place pointed at */
     unsigned char tail[6]; /**< not read, not written */
 } CityRecord;
 
@@ -359,20 +360,21 @@ HORIVO_API struct HWND__* CreateMapWindow(struct HWND__* parent, int32_t x, int3
                                           int32_t width, int32_t height, uint32_t* status);
 
 /** Checks a newly installed "map.jpg" in the data folder and keeps an unchanged copy of it as
- * "map0.jpg"; when "map.jpg" is bad, restores it from that copy. Then tries in a hidden window
- * whether this machine can make textures of the picture. When the picture had to be shrunk, writes
- * the smaller picture to "map.jpg" with JPEG quality 85. The call may last some seconds.
+ * "map0.jpg", unless there is one; when "map.jpg" is bad, restores it from an earlier copy. Then
+ * tries in a hidden window whether this machine can make textures of the picture. When the picture
+ * had to be shrunk, writes the smaller picture to "map.jpg" with JPEG quality 85. The call may last
+ * some seconds.
  * @return HORIVO_OK or one of the result codes above */
 HORIVO_API uint32_t InstallMap(void);
 
 /** Releases the map picture, its mutex and the window class. Call it when no map window is left;
  * the city array must live until it returns. A further call before the next InitMap does not access
- * the city array and returns 0; before version 1.1 it crashed.
+ * the city array and returns 0 when nothing is left to release; before version 1.1 it crashed.
  * @return non-zero on success */
 HORIVO_API uint32_t FreeMap(void);
 
-/** The Windows error code of the last failure with a result code whose description names this
- * function. Success does not reset it. */
+/** The Windows error code of the last failure whose description names this function. Success does
+ * not reset it. */
 HORIVO_API uint32_t GetLastSysError(void);
 
 #ifdef __cplusplus

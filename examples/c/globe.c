@@ -4,7 +4,7 @@
 #include "horivo_map.h"
 
 static CityRecord cities[] = {
-    {.latitude = 0}, /* the pointer resting on the first city of a table shows nothing */
+    {.latitude = 0}, /* the pointer resting on the first city of a table shows no photos */
     {L"Paris", L"France", .latitude = 48.8667, .longitude = 2.3333, .timeZoneId = 91},
     {L"Tokyo", L"Japan", .latitude = 35.6544, .longitude = 139.7447, .timeZoneId = 114}};
 

@@ -5,7 +5,7 @@
 #include "horivo_map.h"
 
 static CityRecord cities[] = {
-    {L"", L"", {}, 0, 0},  // the pointer resting on the first city of a table shows nothing
+    {L"", L"", {}, 0, 0},  // the pointer resting on the first city of a table shows no photos
     {L"Paris", L"France", {}, 48.8667, 2.3333, 91},     // 91: "Romance Standard Time"
     {L"Tokyo", L"Japan", {}, 35.6544, 139.7447, 114}};  // 114: "Tokyo Standard Time"
 

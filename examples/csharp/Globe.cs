@@ -4,7 +4,7 @@ using System.IO;
 
 static class Globe {
     static readonly CityRecord[] cities = {
-        new CityRecord(),  // the pointer resting on the first city of a table shows nothing
+        new CityRecord(),  // the pointer resting on the first city of a table shows no photos
         new CityRecord("Paris", "France", 48.8667, 2.3333, 91),     // 91: "Romance Standard Time"
         new CityRecord("Tokyo", "Japan", 35.6544, 139.7447, 114)};  // 114: "Tokyo Standard Time"
 

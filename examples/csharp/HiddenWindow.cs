@@ -1,6 +1,7 @@
 // The hidden main window, without which the map shows no photos. The globe of Globe.cs has none; a
 // host that wants photos calls HiddenWindow.Create once, on the thread of its windows, for example
-// before it creates the map. WinForms and WPF programs can use it as it is.
+// before it creates the map. WinForms and WPF programs can use it as it is, with HorivoMap.cs
+// and User32.cs.
 using System;
 
 static class HiddenWindow {
