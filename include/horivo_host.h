@@ -3,9 +3,9 @@
  * dialogs and menus, time zones and local times, administrative switches, the diagnostic log.
  *
  * They are a static library, horivo_host; the DLL exports none of them. Each module that links the
- * library has its own copy of its data. The DLL links only the switches, which it reads together
- * with its settings, and the time zones. The host passes the only text that the map shows in the
- * user's language by SetLocalString.
+ * library has its own copy of its data. The DLL links only the time zones, the local times, and the
+ * switches, which it reads together with its settings. Besides the names of the host's cities, the
+ * map shows one text in the user's language, which the host passes by SetLocalString.
  *
  * For C++20. The header does not include windows.h: it declares the handle types under their usual
  * names and may be included before or after windows.h.
@@ -91,8 +91,8 @@ struct CLangFile {
  * change it. */
 const CLangFile& LangFile() noexcept;
 
-/** Names of the days (0 Sunday to 6 Saturday) and of the months (0 January to 11 December) in the
- * language that SetLanguage chose, at most 16 characters each; empty before the first call of
+/** Names of the days (0 Sunday to 6 Saturday) and of the months (0 January to 11 December) of the
+ * locale that SetLanguage set, at most 16 characters each; empty before the first call of
  * SetLanguage. */
 /** @{ */
 extern HorivoWideChar dayNames[7][24];
@@ -125,7 +125,7 @@ bool SetExtension(const HorivoWideChar* extension) noexcept;
 
 /** Registers the host's string resources and the string identifiers of the five unit tables; a null
  * `ids` means that there are none. The module must stay loaded. Unit words change only at the next
- * SetLanguage. */
+ * SetLanguage; a table that then has no module or no identifier keeps its words. */
 void SetResources(HINSTANCE__* module, const std::uint32_t* ids) noexcept;
 
 /** Chooses the language with this Windows abbreviation ("DEU", upper or lower case); null or an
@@ -142,7 +142,8 @@ std::uint32_t GetLanguageId() noexcept;
  * when there is none. */
 std::uint32_t FindLocaleForAbbrev(const HorivoWideChar* abbrev) noexcept;
 
-/** Forms the path `directory\baseName_xx.ini` of a language and checks whether that file exists.
+/** Forms the path of a language's file, such as `directory\baseName_xx.ini`, and checks whether
+ * that file exists.
  * @param abbrev   Windows abbreviation, of which only the first two letters matter; null means the
  *                 current language, an empty text the ISO 639 code of the current locale
  * @param outPath  room for kLangPathChars + 1 characters; gets the path even when there is no such
@@ -190,7 +191,7 @@ std::int32_t LocalMessageBox(HWND__* owner, HINSTANCE__* module, std::uint32_t t
 /** The word that follows `number` in a duration of seconds, minutes, hours, days or weeks (table 0
  * to 4). The last two digits of the number decide: 102 gives the word of 2, "days". A table without
  * words gives the built-in "s", "m", "h", "d" or "w"; any other table number gives null. The
- * pointer is valid until the next SetLanguage. */
+ * pointer is valid until the next SetLanguage or InitLangFile. */
 const HorivoWideChar* GetUnitWord(std::uint32_t table, std::uint32_t number) noexcept;
 
 /* ---- Time zones and local times ------------------------------------------------------------ */
