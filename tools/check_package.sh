@@ -39,6 +39,13 @@ for language in cpp c; do
     }
 done
 
+say "building the first host of the package's README, as written there"
+(cd "$package" && export "CMAKE_TOOLCHAIN_FILE=$root/cmake/mingw.cmake" CMAKE_GENERATOR=Ninja &&
+    eval "$(grep '^cmake ' README.md)" && [ -s globe/globe.exe ] && rm -r globe) >"$work/log" 2>&1 || {
+    cat "$work/log"
+    exit 1
+}
+
 # The CMake lines number $1 of the host guide, for the package in this test.
 guide_lines() {
     awk -v block="$1" '/^```$/ { shown = 0 } shown && seen == block { print }

@@ -23,8 +23,8 @@
 
 /// All mutable data of the map that exists once per process. Message handlers and exported
 /// functions get the MapState from Map(); the functions that they call get parts of the MapState as
-/// parameters. A function that needs four parts or more may have MapState as a parameter; its
-/// comment then names the parts.
+/// parameters. A function that needs several parts may have MapState as a parameter; its comment
+/// then names the parts.
 ///
 /// The comment on each member names the thread or the lock that guards the member. The window
 /// thread is the thread that owns the map windows.

@@ -9,7 +9,7 @@
 
 namespace {
 
-constexpr int kMaxPixels = 1 << 12;  // more only takes longer: narrow pictures reach 65535 a side
+constexpr int kMaxPixels = 1 << 12;  // more only takes longer: narrow pictures reach 4096 a side
 constexpr int kSettingBytes = 17;
 constexpr int kRows = 2;
 

@@ -101,9 +101,9 @@ TEST_F(FailuresTest, Texts) { FailEach(kTextCalls); }
 TEST_F(FailuresTest, Memory) { FailEach(kMemoryCalls); }
 TEST_F(FailuresTest, NoMemoryForAWhile) { FailEach(kMemoryCalls, 50); }
 
-// The renderer without a driver: OpenGL 1.1, no extensions, textures smaller than the picture.
+// The renderer without a driver: nothing above OpenGL 1.1, textures smaller than the picture.
 TEST_F(FailuresTest, WorstRenderer) {
-    const FakedImport<"wglGetProcAddress", decltype(wglGetProcAddress)> noExtensions(
+    const FakedImport<"wglGetProcAddress", decltype(wglGetProcAddress)> onlyOpenGl11(
         library.module, [](LPCSTR) { return PROC{}; });
     SpiedGl().maxTextureSize = kMapWidth;
     Live("the worst renderer", 4 * kMapWidth);

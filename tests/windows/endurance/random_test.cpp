@@ -161,6 +161,7 @@ private:
         if (cities.empty()) return;
         CityRecord& city = cities[dice.Number() % cities.size()];
         std::memset(static_cast<void*>(&city), dice.Roll(256), sizeof city);
+        if (dice.OneIn(3)) city.longitude = dice.OneIn(2) ? HUGE_VAL : -HUGE_VAL;
         city.timeZone = nullptr;
     }
 
