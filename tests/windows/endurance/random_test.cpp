@@ -1,6 +1,7 @@
 // Everything that may happen to a map, in random order, against workers that dawdle: windows,
 // messages, loads, rewritten tables, failing calls, unloading. Judged whenever all is at rest. Each
 // test is a choice of what may happen.
+#include <cmath>
 #include <cstdio>
 #include <cstdlib>
 #include <cstring>
