@@ -140,10 +140,12 @@ void CityList::FillRows() {
 
 void CityList::ShowSelection() {
     constexpr UINT kStates = LVIS_SELECTED | LVIS_FOCUSED;
+    const int row = SelectedRow();
+    // Wine scrolls to a row that gets the focus. Without this test, it would do so each minute.
+    if (row == ListView_GetNextItem(list_, -1, LVNI_SELECTED)) return;
     isSelecting_ = true;
     ListView_SetItemState(list_, -1, 0, kStates);
-    if (const int row = SelectedRow(); row >= 0)
-        ListView_SetItemState(list_, row, kStates, kStates);
+    if (row >= 0) ListView_SetItemState(list_, row, kStates, kStates);
     isSelecting_ = false;
 }
 
@@ -180,13 +182,23 @@ int CityList::SelectedRow() const {
 void CityList::Select(std::int32_t city) {
     selected_ = city;
     if (SelectedRow() < 0) ClearField();
+    ScrollTo(SelectedRow());
     ShowSelection();
-    ListView_EnsureVisible(list_, SelectedRow(), FALSE);
 }
 
 void CityList::Scroll() {
     const bool isSearch = GetWindowTextLengthW(field_) > 0;
-    ListView_EnsureVisible(list_, isSearch ? 0 : std::max(0, SelectedRow()), FALSE);
+    ScrollTo(isSearch ? 0 : std::max(0, SelectedRow()));
+}
+
+void CityList::ScrollTo(int row) {
+    const int first = ListView_GetTopIndex(list_);
+    const int page = ListView_GetCountPerPage(list_);
+    const int last = static_cast<int>(rows_.size()) - 1;
+    // Windows scrolls no further than it must, so a row half a page further comes first.
+    if (row < first) ListView_EnsureVisible(list_, std::max(row - page / 2, 0), FALSE);
+    if (row >= first + page) ListView_EnsureVisible(list_, std::min(row + page / 2, last), FALSE);
+    ListView_EnsureVisible(list_, row, FALSE);
 }
 
 void CityList::ClearField() { SetWindowTextW(field_, L""); }

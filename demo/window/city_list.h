@@ -62,6 +62,8 @@ private:
     void FillRows();
     /// Selects in the list control the row of `selected_`, or no row when that city is not shown.
     void ShowSelection();
+    /// Does nothing when the row is visible; otherwise scrolls it to the middle of the list.
+    void ScrollTo(int row);
     void ShowSortArrow();
     LRESULT DrawNothingFound(const NMCUSTOMDRAW& draw) const;
     std::wstring TextOf(const CityRow& row, CityColumn column) const;
