@@ -2,7 +2,8 @@
 # also the names of the components:
 #   horivo_map::horivo_map    the DLL and its header, for MinGW and Microsoft's compiler
 #   horivo_map::horivo_host   the services for hosts (static, C++20), for MinGW only
-# horivo_map_RUNTIME_DIR is the folder of the DLL, which must be copied beside a program.
+# horivo_map_RUNTIME_FILES are the files that must be beside a program: the DLL, the map picture, the
+# picture of the buttons. horivo_map_RUNTIME_DIR is their folder.
 cmake_minimum_required(VERSION 3.21)
 
 # Why this build cannot use the package. CMake shows the reason when find_package fails.
@@ -42,6 +43,8 @@ endif()
 
 get_filename_component(horivo_map_root ${CMAKE_CURRENT_LIST_DIR}/../../.. ABSOLUTE)
 set(horivo_map_RUNTIME_DIR ${horivo_map_root}/bin)
+set(horivo_map_RUNTIME_FILES horivo_map.dll map.jpg buttons.png)
+list(TRANSFORM horivo_map_RUNTIME_FILES PREPEND ${horivo_map_RUNTIME_DIR}/)
 
 if(NOT TARGET horivo_map::horivo_map)
   add_library(horivo_map::horivo_map SHARED IMPORTED)
