@@ -140,7 +140,7 @@ void CityList::FillRows() {
 void CityList::ShowSelection() {
     constexpr UINT kStates = LVIS_SELECTED | LVIS_FOCUSED;
     const int row = SelectedRow();
-    // Wine scrolls to a row that gets the focus. Without this test, it would do so each minute.
+    // Wine scrolls to a row that gets the focus. Without this test, each minute would do so.
     if (row == ListView_GetNextItem(list_, -1, LVNI_SELECTED)) return;
     isSelecting_ = true;
     ListView_SetItemState(list_, -1, 0, kStates);
@@ -191,6 +191,7 @@ void CityList::Scroll() {
 }
 
 void CityList::ScrollTo(int row) {
+    if (row < 0) return;
     const int first = ListView_GetTopIndex(list_);
     const int page = ListView_GetCountPerPage(list_);
     const int last = static_cast<int>(rows_.size()) - 1;

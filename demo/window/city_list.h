@@ -62,7 +62,7 @@ private:
     void FillRows();
     /// Selects in the list control the row of `selected_`, or no row when that city is not shown.
     void ShowSelection();
-    /// Does nothing when the row is visible; otherwise scrolls it to the middle of the list.
+    /// Scrolls a row to the middle of the list. Does nothing when the row is visible, and for -1.
     void ScrollTo(int row);
     void ShowSortArrow();
     LRESULT DrawNothingFound(const NMCUSTOMDRAW& draw) const;

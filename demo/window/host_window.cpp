@@ -72,8 +72,8 @@ bool HostWindow::CreateParts(std::uint32_t& status) {
     if (!list_.Create(handle_) || !statusBar_.Create(handle_)) return false;
     list_.SortBy(static_cast<CityColumn>(data_.settings.sortColumn), data_.settings.sortDescending);
     list_.Show(withList_);
+    WaitForNextMinute();  // first: a minute that begins meanwhile is not missed
     ApplyLanguage();
-    WaitForNextMinute();
     return true;
 }
 
